@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace orlune {
+
+/// The texts of one language pack. May be read by several threads at once.
+class Localiser {
+ public:
+  virtual ~Localiser() = default;
+  /// The text numbered `id`, or nothing when the pack has none. The view lives as long as the pack.
+  virtual std::optional<std::string_view> Loadstring(int id) const = 0;
+};
+
+/// Creates language packs by their programmatic names, such as "OLOR_Finnish.Localise".
+class LocaliserFactory {
+ public:
+  virtual ~LocaliserFactory() = default;
+  /// The pack of that name, or null when it cannot be created.
+  virtual std::shared_ptr<const Localiser> Create(std::string_view programmaticName) = 0;
+};
+
+}  // namespace orlune

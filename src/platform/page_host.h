@@ -1,0 +1,78 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/civil_time.h"
+
+namespace orlune {
+
+/// What the browser sent, decoded: every text is valid UTF-8, and a name that was sent several times reads as its
+/// values joined by ", ". The views live as long as the request; what is absent reads as "".
+class Request {
+ public:
+  virtual ~Request() = default;
+
+  virtual std::string_view QueryParameter(std::string_view name) const = 0;
+  /// The whole query as it was sent, still encoded, without its "?".
+  virtual std::string_view QueryString() const = 0;
+  virtual std::string_view FormField(std::string_view name) const = 0;
+  /// How many different fields the posted form holds; 0 without a form.
+  virtual std::size_t FormFieldCount() const = 0;
+  /// The sub-key `key` of the cookie `cookie`.
+  virtual std::string_view CookieValue(std::string_view cookie, std::string_view key) const = 0;
+  /// "HTTP_USER_AGENT" or "SCRIPT_NAME", the hosting page's own path.
+  virtual std::string_view ServerVariable(std::string_view name) const = 0;
+};
+
+/// What the browser is answered. A redirect replaces everything written.
+class Response {
+ public:
+  virtual ~Response() = default;
+
+  /// How long a cache may keep the page; 0 keeps it out of every cache.
+  virtual void SetExpires(std::chrono::minutes lifetime) = 0;
+  /// Appends to the page.
+  virtual void Write(std::string text) = 0;
+  virtual void Redirect(std::string_view url) = 0;
+
+  /// Sets one sub-key of a cookie; its other sub-keys keep what the request carried.
+  virtual void SetCookieValue(std::string_view cookie, std::string_view key, std::string_view value) = 0;
+  /// Empties a cookie of all its sub-keys.
+  virtual void ClearCookie(std::string_view cookie) = 0;
+  virtual void SetCookiePath(std::string_view cookie, std::string_view path) = 0;
+  /// The browser drops the cookie when `day` begins.
+  virtual void SetCookieExpires(std::string_view cookie, Date day) = 0;
+};
+
+/// The values that the server keeps for one browser and hosting page. Requests of one session may run at once.
+class Session {
+ public:
+  virtual ~Session() = default;
+
+  /// The value under `key`, or "".
+  virtual std::string Get(std::string_view key) const = 0;
+  virtual void Set(std::string_view key, std::string_view value) = 0;
+};
+
+/// The web server around the page.
+class Server {
+ public:
+  virtual ~Server() = default;
+  /// The file that the server would serve for `virtualPath`, read as a link of the hosting page; an empty path
+  /// when it would serve none.
+  virtual std::filesystem::path MapPath(std::string_view virtualPath) const = 0;
+};
+
+/// The four objects that one request is answered with. They outlive the request.
+struct ScriptingContext {
+  orlune::Request* Request;
+  orlune::Response* Response;
+  orlune::Session* Session;
+  orlune::Server* Server;
+};
+
+}  // namespace orlune
