@@ -103,11 +103,12 @@ std::string FormatShortDate(const RegionalSettings& regional, Date date) {
     if (end != text.data()) *end++ = regional.ShortDateSeparator;
     switch (field) {
       case DateField::kDay:
-        end = WriteNumber(end, static_cast<int>(static_cast<unsigned>(parts.day())), regional.PadsDay ? 2 : 1);
+        end =
+            WriteNumber(end, static_cast<int>(static_cast<unsigned>(parts.day())), regional.PadsDay ? 2 : 1);
         break;
       case DateField::kMonth:
-        end =
-            WriteNumber(end, static_cast<int>(static_cast<unsigned>(parts.month())), regional.PadsMonth ? 2 : 1);
+        end = WriteNumber(end, static_cast<int>(static_cast<unsigned>(parts.month())),
+                          regional.PadsMonth ? 2 : 1);
         break;
       case DateField::kYear:
         end = WriteNumber(end, static_cast<int>(parts.year()), 4);
@@ -168,7 +169,9 @@ std::optional<DateTime> ParseDateTime(const RegionalSettings& regional, std::str
   return DateTime{*date, *time};
 }
 
-Date AddDays(Date date, int dayCount) { return std::clamp(date + days{dayCount}, kFirstDate, kLastDate); }
+Date AddDays(Date date, int dayCount) {
+  return std::clamp(date + days{dayCount}, kFirstDate, kLastDate);
+}
 
 Date AddMonths(Date date, int monthCount) {
   const year_month_day from{date};
@@ -178,7 +181,9 @@ Date AddMonths(Date date, int monthCount) {
   return std::clamp(moved, kFirstDate, kLastDate);
 }
 
-bool IsLeapYear(int yearNumber) { return yearNumber % 4 == 0 && (yearNumber % 400 == 0 || yearNumber % 100 != 0); }
+bool IsLeapYear(int yearNumber) {
+  return yearNumber % 4 == 0 && (yearNumber % 400 == 0 || yearNumber % 100 != 0);
+}
 
 int DaysInMonth(int monthNumber, int yearNumber) {
   const year_month_day_last monthEnd = year{yearNumber} / static_cast<int>(monthNumber) / last;
@@ -190,8 +195,12 @@ Date LastDayOfMonth(Date date) {
   return parts.year() / parts.month() / last;
 }
 
-int DayOfMonth(Date date) { return static_cast<int>(static_cast<unsigned>(year_month_day{date}.day())); }
+int DayOfMonth(Date date) {
+  return static_cast<int>(static_cast<unsigned>(year_month_day{date}.day()));
+}
 
-int WeekdayNumber(Date date) { return static_cast<int>(std::chrono::weekday{date}.c_encoding()) + 1; }
+int WeekdayNumber(Date date) {
+  return static_cast<int>(std::chrono::weekday{date}.c_encoding()) + 1;
+}
 
 }  // namespace orlune

@@ -9,8 +9,8 @@
 
 namespace orlune {
 
-/// The first and the last day that the system knows: 1 January 100 and 31 December 9999. Arithmetic that would
-/// leave the range stays at its end.
+/// The first and the last day that the system knows: 1 January 100 and 31 December 9999. Arithmetic that
+/// would leave the range stays at its end.
 extern const Date kFirstDate;
 extern const Date kLastDate;
 
@@ -19,12 +19,12 @@ std::string FormatShortDate(const RegionalSettings& regional, Date date);
 /// The short date, a blank, and the time as hh:mm:ss.
 std::string FormatDateTime(const RegionalSettings& regional, const DateTime& dateTime);
 
-/// Reads a date in the region's own numeric order, its parts parted by any one of "/", "-" and ".", with a year of
-/// four or of two digits (00-29 are 2000s, 30-99 are 1900s), or as year-month-day with "-". Blanks around are
-/// ignored. Nothing when the text is no such date.
+/// Reads a date in the region's own numeric order, its parts parted by any one of "/", "-" and ".", with a
+/// year of four or of two digits (00-29 are 2000s, 30-99 are 1900s), or as year-month-day with "-". Blanks
+/// around are ignored. Nothing when the text is no such date.
 std::optional<Date> ParseDate(const RegionalSettings& regional, std::string_view text);
-/// Reads h:mm or hh:mm, optionally followed by :ss and by AM or PM; blanks around are ignored. Nothing when the
-/// text is no such time.
+/// Reads h:mm or hh:mm, optionally followed by :ss and by AM or PM; blanks around are ignored. Nothing when
+/// the text is no such time.
 std::optional<TimeOfDay> ParseTime(std::string_view text);
 /// Reads what `FormatDateTime` writes, or a date alone as its midnight.
 std::optional<DateTime> ParseDateTime(const RegionalSettings& regional, std::string_view text);

@@ -27,18 +27,17 @@ struct ValueSpan {
 };
 
 /// A statement in the system's SQL dialect. `Values` are the stretches of `Text` that are data, in ascending
-/// order and without overlap; whatever they hold is read as a value, never as SQL. Between apostrophes the whole
-/// stretch is part of the literal; elsewhere it is an integer, a ", "-joined list of integers, yes, no or Null,
-/// and anything else is an error.
+/// order and without overlap; whatever they hold is read as a value, never as SQL. Between apostrophes the
+/// whole stretch is part of the literal; elsewhere it is an integer, a ", "-joined list of integers, yes, no
+/// or Null, and anything else is an error.
 struct StatementText {
   std::string_view Text;
   std::span<const ValueSpan> Values;
 };
 
-/// One field of a row: Null, a yes/no, a number, a text, a date, a time of day, or a date with its time. A text is
-/// valid until the result set moves on.
-using Value =
-    std::variant<std::monostate, bool, std::int64_t, std::string_view, Date, TimeOfDay, DateTime>;
+/// One field of a row: Null, a yes/no, a number, a text, a date, a time of day, or a date with its time. A
+/// text is valid until the result set moves on.
+using Value = std::variant<std::monostate, bool, std::int64_t, std::string_view, Date, TimeOfDay, DateTime>;
 
 /// The rows of one query, read forward only. Ends with its connection at the latest.
 class ResultSet {
@@ -65,8 +64,8 @@ class Connection {
   /// Like `Execute`, but tells by false that the statement raised an error.
   virtual bool TryExecute(const StatementText& statement) = 0;
 
-  /// All statements until `Commit` happen together or, after `Rollback`, not at all. Throws DatabaseError; not
-  /// nested.
+  /// All statements until `Commit` happen together or, after `Rollback`, not at all. Throws DatabaseError;
+  /// not nested.
   virtual void Begin() = 0;
   /// The transaction is durable on return. Throws DatabaseError, and the transaction is then rolled back.
   virtual void Commit() = 0;
@@ -77,7 +76,8 @@ class Connection {
 class DatabaseDriver {
  public:
   virtual ~DatabaseDriver() = default;
-  /// A connection to the database at `path`, never null. Throws DatabaseError when it is missing or unreadable.
+  /// A connection to the database at `path`, never null. Throws DatabaseError when it is missing or
+  /// unreadable.
   virtual std::unique_ptr<Connection> Open(const std::string& path) = 0;
 };
 

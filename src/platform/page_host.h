@@ -10,8 +10,8 @@
 
 namespace orlune {
 
-/// What the browser sent, decoded: every text is valid UTF-8, and a name that was sent several times reads as its
-/// values joined by ", ". The views live as long as the request; what is absent reads as "".
+/// What the browser sent, decoded: every text is valid UTF-8, and a name that was sent several times reads as
+/// its values joined by ", ". The views live as long as the request; what is absent reads as "".
 class Request {
  public:
   virtual ~Request() = default;
@@ -48,7 +48,8 @@ class Response {
   virtual void SetCookieExpires(std::string_view cookie, Date day) = 0;
 };
 
-/// The values that the server keeps for one browser and hosting page. Requests of one session may run at once.
+/// The values that the server keeps for one browser and hosting page. Requests of one session may run at
+/// once.
 class Session {
  public:
   virtual ~Session() = default;
@@ -62,8 +63,8 @@ class Session {
 class Server {
  public:
   virtual ~Server() = default;
-  /// The file that the server would serve for `virtualPath`, read as a link of the hosting page; an empty path
-  /// when it would serve none.
+  /// The file that the server would serve for `virtualPath`, read as a link of the hosting page; an empty
+  /// path when it would serve none.
   virtual std::filesystem::path MapPath(std::string_view virtualPath) const = 0;
 };
 

@@ -12,8 +12,9 @@ struct DateNames {
   std::array<std::string, 12> LongDateMonths;     ///< as the long date inflects them
   std::array<std::string, 7> Weekdays;
   std::array<std::string, 7> AbbreviatedWeekdays;
-  /// "dddd" stands for the weekday, "mmmm" for the long date's month, "d" and "dd" for the day, "yyyy" for the
-  /// year; a text between apostrophes and every other character stand for themselves, two apostrophes for one.
+  /// "dddd" stands for the weekday, "mmmm" for the long date's month, "d" and "dd" for the day, "yyyy" for
+  /// the year; a text between apostrophes and every other character stand for themselves, two apostrophes for
+  /// one.
   std::string LongDatePattern;
 };
 

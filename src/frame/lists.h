@@ -1,0 +1,28 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orlune {
+
+/// The items of a text list, cut at every ", "; an empty text gives one empty item.
+std::vector<std::string> SplitList(std::string_view text);
+/// Whether one item of a text list equals `item` exactly.
+bool IsInList(std::string_view listText, std::string_view item);
+/// The items joined with ", ".
+std::string JoinList(std::span<const std::string> items);
+
+/// Calls `visit` with each item of a text list in order, without copying them.
+template <class Visit>
+void ForEachItem(std::string_view listText, Visit visit) {
+  for (;;) {
+    const std::size_t end = listText.find(", ");
+    visit(listText.substr(0, end));
+    if (end == std::string_view::npos) return;
+    listText.remove_prefix(end + 2);
+  }
+}
+
+}  // namespace orlune

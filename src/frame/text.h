@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orlune {
+
+/// `text` in lower case, code point by code point, whatever the region. Invalid UTF-8 stays as it is.
+std::string ToLower(std::string_view text);
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
+/// Replaces every occurrence of `from`, which is not empty.
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+}  // namespace orlune
