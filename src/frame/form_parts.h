@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "frame/html.h"
+#include "platform/civil_time.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// " CHECKED" when `a` equals `b`, else nothing.
+Markup CheckedIf(std::string_view a, std::string_view b);
+/// " SELECTED" when `value` is an item of a text list, else nothing.
+Markup SelectedIf(std::string_view listText, std::string_view value);
+/// The same for an array whose first element is never looked at.
+Markup SelectedIf(std::span<const std::string> values, std::string_view value);
+
+/// The choice list of the times of a day, `stepMinutes` apart, written by the user's clock; with `withEmpty`
+/// it begins with "- - - -". The entry of the same minute as `selected` is selected.
+Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
+                bool withEmpty);
+
+/// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
+int InputSize(const ComponentState& state, int other, int compatible);
+/// The space between the cells of a page's table.
+Markup CellSpacing(const ComponentState& state);
+
+/// The file of an event type's icon, or "cal_redind.gif" when the type or its file is unknown.
+std::string_view EventTypeIcon(const ComponentState& state, std::string_view typeName);
+
+}  // namespace orlune

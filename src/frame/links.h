@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+#include "frame/html.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The attributes that show `text` in the browser's status bar while the mouse is over a link.
+Html StatusHandler(std::string_view text);
+
+/// A button of a tool bar: an image under `ImageDir` that is a link. `text` is the image's text, shown in the
+/// status bar as well; `name` and `onClick` are left out when they are empty.
+Html ImageLink(const ComponentState& state, const Html& href, std::string_view text, Markup imageFile,
+               Markup name = "", const Html& onClick = {});
+
+}  // namespace orlune
