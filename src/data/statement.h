@@ -36,14 +36,14 @@ class SqlFormat {
   std::string_view text_;
 };
 
-/// A statement, or a piece of one, that knows which stretches of its text were spliced in as values. Fixed text
-/// comes only from literals of the source, so nothing that a person typed can become SQL.
+/// A statement, or a piece of one, that knows which stretches of its text were spliced in as values. Fixed
+/// text comes only from literals of the source, so nothing that a person typed can become SQL.
 class Statement {
  public:
   Statement() = default;
 
-  /// `format` with its places filled in order. A text or number becomes a value; a `Statement` and a `SqlLiteral`
-  /// keep what they are.
+  /// `format` with its places filled in order. A text or number becomes a value; a `Statement` and a
+  /// `SqlLiteral` keep what they are.
   template <class... Parts>
   explicit Statement(SqlFormat<sizeof...(Parts)> format, const Parts&... parts) {
     Add(format, parts...);
@@ -69,7 +69,8 @@ class Statement {
     explicit Part(std::string_view value) : text_(value), isValue_(true) {}
     explicit Part(const std::string& value) : text_(value), isValue_(true) {}
     explicit Part(const char* value) : text_(value), isValue_(true) {}
-    explicit Part(std::integral auto value) : number_(std::to_string(value)), text_(number_), isValue_(true) {}
+    explicit Part(std::integral auto value)
+        : number_(std::to_string(value)), text_(number_), isValue_(true) {}
     explicit Part(const SqlLiteral& literal) : text_(literal.Text()) {}
     explicit Part(const Statement& piece) : text_(piece.text_), values_(piece.values_) {}
     Part(const Part&) = delete;

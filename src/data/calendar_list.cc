@@ -1,0 +1,21 @@
+#include "data/calendar_list.h"
+
+#include "data/database_access.h"
+#include "data/field.h"
+#include "frame/lists.h"
+
+namespace orlune {
+
+std::vector<std::string> ViewedCalendars(Connection& database, std::string_view calName) {
+  if (!IsGroupView(calName)) return {std::string(calName)};
+  const auto rows =
+      OpenQuery(database, Statement("SELECT Calendars FROM GroupViews WHERE Name = '{}'", calName.substr(1)));
+  if (!rows->Next()) return {};
+  return SplitList(TextOf(rows->Get(rows->Column("Calendars"))));
+}
+
+Statement QuotedCalendarList(Connection& database, std::string_view calName) {
+  return QuotedList(ViewedCalendars(database, calName));
+}
+
+}  // namespace orlune

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/database.h"
+
+namespace orlune {
+
+/// What a field holds, read as one kind; Null and a value of another kind read as nothing.
+
+/// The text, or "". Valid until the result set moves on.
+std::string_view TextOf(const Value& value);
+std::optional<int> NumberOf(const Value& value);
+/// Null reads as no.
+bool YesNoOf(const Value& value);
+std::optional<Date> DateOf(const Value& value);
+std::optional<TimeOfDay> TimeOf(const Value& value);
+bool IsNull(const Value& value);
+
+}  // namespace orlune
