@@ -1,0 +1,55 @@
+#include "session/request_state.h"
+
+#include "component/component_state.h"
+#include "data/database_access.h"
+#include "frame/dates.h"
+#include "frame/texts.h"
+#include "session/session_data.h"
+
+namespace orlune {
+namespace {
+
+void StoreNavigation(ComponentState& state) {
+  const Request& request = *state.Context.Request;
+  if (const auto calendar = request.QueryParameter("cn"); !calendar.empty()) {
+    SetSessionData(state, "Calendar", calendar);
+  }
+  if (const auto date = request.QueryParameter("cd"); !date.empty()) {
+    if (ParseDate(state.Surroundings->Regional, date)) {
+      SetSessionData(state, "CurrentDate", date);
+    } else {
+      AddAlert(state, 810, {date});
+    }
+  }
+  if (const auto mode = request.QueryParameter("dm"); !mode.empty())
+    SetSessionData(state, "DisplayMode", mode);
+}
+
+bool CalendarExists(Connection& database, std::string_view calName) {
+  return NameExists(database, "Name", "Calendars", calName) ||
+         NameExists(database, "Name", "GroupViews", calName.substr(1));
+}
+
+void TakeCalendar(ComponentState& state) {
+  if (std::string stored = GetSessionData(state, "Calendar"); !stored.empty())
+    state.CalName = std::move(stored);
+  if (state.CalName.empty() || CalendarExists(*state.Database, state.CalName)) return;
+  SetSessionData(state, "Calendar", state.LoginName);
+  state.CalName = state.LoginName;
+}
+
+}  // namespace
+
+void TakeRequestState(ComponentState& state) {
+  StoreNavigation(state);
+  RefreshCookie(state, state.ExpireCookie);
+  state.LoginName = GetSessionData(state, "Login");
+  TakeCalendar(state);
+  if (const auto date = ParseDate(state.Surroundings->Regional, GetSessionData(state, "CurrentDate"))) {
+    state.CurrentDate = *date;
+  }
+  if (std::string mode = GetSessionData(state, "DisplayMode"); !mode.empty())
+    state.DisplayMode = std::move(mode);
+}
+
+}  // namespace orlune

@@ -1,0 +1,25 @@
+#include "session/rights.h"
+
+#include <algorithm>
+
+#include "component/component_state.h"
+#include "frame/text.h"
+
+namespace orlune {
+
+bool IsAdministrator(const ComponentState& state) {
+  return state.LoginName == "admin";
+}
+
+bool MayChangeEventsOf(const ComponentState& state, std::string_view owner) {
+  if (owner.empty()) return false;
+  const auto& groups = state.AdminOfGroups;
+  return std::find(groups.begin(), groups.end(), owner) != groups.end() ||
+         EqualIgnoringCase(owner, state.LoginName);
+}
+
+bool IsViewingOwnCalendar(const ComponentState& state) {
+  return !state.LoginName.empty() && EqualIgnoringCase(state.CalName, state.LoginName);
+}
+
+}  // namespace orlune
