@@ -1,0 +1,12 @@
+#pragma once
+
+namespace orlune {
+
+struct ComponentState;
+
+/// Shows one calendar or group view for one date as a day, a week or a month; an unknown view mode gives the
+/// page's frame with nothing in it. Its parameters "cn", "cd" and "dm" were taken over before. Asks for no
+/// right.
+void ShowCalendarPage(ComponentState& state);
+
+}  // namespace orlune

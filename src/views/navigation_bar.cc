@@ -1,0 +1,83 @@
+#include "views/navigation_bar.h"
+
+#include "component/component_state.h"
+#include "data/calendar_list.h"
+#include "data/database_access.h"
+#include "data/field.h"
+#include "frame/dates.h"
+#include "frame/links.h"
+#include "frame/texts.h"
+#include "session/rights.h"
+
+namespace orlune {
+namespace {
+
+Html DateLink(const ComponentState& state, Date date) {
+  return Html("{}?cd={}", Attribute(state.ScriptName),
+              Attribute(FormatShortDate(state.Surroundings->Regional, date)));
+}
+
+Html PageLink(const ComponentState& state, Markup query) {
+  return Html("{}?{}", Attribute(state.ScriptName), query);
+}
+
+Html ColourMappingLink(const ComponentState& state) {
+  const std::string_view hint = LoadText(state, 695);
+  return Html(
+      "<A HREF=\"javascript:void(0);\" "
+      "onClick=\"javascript:window.open('{}?p=p&act=gcols', '', 'width=180,height=250,left='"
+      "+(screen.availWidth-210)+',top='+(screen.availHeight-280)+"
+      "',scrollbars=1');\" TITLE=\"{}\" {}>{}</A>&nbsp;&nbsp;",
+      ScriptAttribute(state.ScriptName), Attribute(hint), StatusHandler(hint), Content(LoadText(state, 694)));
+}
+
+Html StepButtons(const ComponentState& state, ViewMode mode) {
+  const int modeIndex = static_cast<int>(mode);
+  const std::string today = FormatShortDate(state.Surroundings->Regional, state.Today);
+  Html buttons = ImageLink(state, DateLink(state, Stepped(state.CurrentDate, mode, -1)),
+                           LoadText(state, 150 + modeIndex), "cal_back.gif");
+  buttons.Add(ImageLink(state, DateLink(state, state.Today), LoadText(state, 156, {today}), "cal_today.gif"));
+  buttons.Add(ImageLink(state, DateLink(state, Stepped(state.CurrentDate, mode, 1)),
+                        LoadText(state, 153 + modeIndex), "cal_forward.gif"));
+  buttons.Add("&nbsp;&nbsp;");
+  return buttons;
+}
+
+int UnreadMessages(const ComponentState& state) {
+  const auto row = OpenQuery(
+      *state.Database,
+      Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
+                state.LoginName));
+  return row->Next() ? NumberOf(row->Get(row->Column("MsgCount"))).value_or(0) : 0;
+}
+
+Html MessageButton(const ComponentState& state) {
+  std::string text(LoadText(state, 159));
+  const int unread = UnreadMessages(state);
+  if (unread > 0) text += LoadText(state, 160, {std::to_string(unread)});
+  return ImageLink(state, PageLink(state, "p=m"), text,
+                   unread > 0 ? Markup("msg_newmail.gif") : Markup("msg_list.gif"));
+}
+
+Html FindButton(const ComponentState& state) {
+  return ImageLink(state, PageLink(state, "p=e&act=find"), LoadText(state, 158), "event_find.gif");
+}
+
+}  // namespace
+
+Html NavigationBar(const ComponentState& state, ViewMode mode) {
+  Html bar;
+  if (IsGroupView(state.CalName)) bar.Add(ColourMappingLink(state));
+  bar.Add(StepButtons(state, mode));
+  if (state.LoginName.empty()) return bar.Add(FindButton(state));
+
+  bar.Add(ImageLink(state, PageLink(state, "p=e"), LoadText(state, 157), "event_new.gif"));
+  bar.Add(FindButton(state));
+  if (!state.NoMessaging) bar.Add(MessageButton(state));
+  bar.Add(ImageLink(state, PageLink(state, "p=p"), LoadText(state, 161), "prefs.gif"));
+  if (IsAdministrator(state))
+    bar.Add(ImageLink(state, PageLink(state, "p=a"), LoadText(state, 162), "admin.gif"));
+  return bar;
+}
+
+}  // namespace orlune

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "frame/html.h"
+#include "views/view_mode.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The tool bar over a calendar: stepping through time, and the ways to events, messages, preferences and
+/// administration that are open to the user. Throws DatabaseError.
+Html NavigationBar(const ComponentState& state, ViewMode mode);
+
+}  // namespace orlune

@@ -1,0 +1,88 @@
+#include "views/selection_row.h"
+
+#include "component/component_state.h"
+#include "data/database_access.h"
+#include "data/field.h"
+#include "frame/dates.h"
+#include "frame/form_parts.h"
+#include "frame/texts.h"
+
+namespace orlune {
+namespace {
+
+Markup SelectedWhen(bool isSelected) {
+  return isSelected ? Markup(" SELECTED") : Markup("");
+}
+
+Html DateInput(const ComponentState& state) {
+  return Html("{}&nbsp;<INPUT TYPE=TEXT NAME=\"cd\" VALUE=\"{}\" SIZE={}>&nbsp;&nbsp;&nbsp;",
+              Content(LoadText(state, 201)),
+              Attribute(FormatShortDate(state.Surroundings->Regional, state.CurrentDate)),
+              InputSize(state, 18, 38));
+}
+
+void AddGroupViewOptions(Html& list, const ComponentState& state) {
+  const auto rows =
+      OpenQuery(*state.Database, Statement("SELECT Name, FriendlyName, Calendars FROM GroupViews "
+                                           "WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName",
+                                           state.LoginName));
+  const int name = rows->Column("Name");
+  const int friendlyName = rows->Column("FriendlyName");
+  while (rows->Next()) {
+    const std::string calName = "@" + std::string(TextOf(rows->Get(name)));
+    list.Add("<OPTION VALUE=\"{}\"{}>-{}-", Attribute(calName), SelectedWhen(calName == state.CalName),
+             Content(TextOf(rows->Get(friendlyName))));
+  }
+}
+
+void AddCalendarOptions(Html& list, const ComponentState& state) {
+  const auto rows = OpenQuery(*state.Database,
+                              Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
+                                        "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
+                                        state.LoginName));
+  const int nameColumn = rows->Column("Name");
+  const int friendlyName = rows->Column("FriendlyName");
+  const int isGroup = rows->Column("IsGroup");
+  while (rows->Next()) {
+    const std::string_view name = TextOf(rows->Get(nameColumn));
+    const HtmlPart label = Content(TextOf(rows->Get(friendlyName)));
+    list.Add("<OPTION VALUE=\"{}\"{}>", Attribute(name), SelectedWhen(name == state.CalName));
+    if (YesNoOf(rows->Get(isGroup))) {
+      list.Add("[{}]", label);
+    } else {
+      list.Add("{}", label);
+    }
+  }
+}
+
+Html ViewOption(const ComponentState& state, Markup value, int label) {
+  return Html("<OPTION VALUE=\"{}\"{}>{}", value, SelectedWhen(value.Text() == state.DisplayMode),
+              Content(LoadText(state, label)));
+}
+
+Html ViewList(const ComponentState& state) {
+  return Html("{}&nbsp;<SELECT NAME=\"dm\">{}{}{}</SELECT>", Content(LoadText(state, 203)),
+              ViewOption(state, "day", 204), ViewOption(state, "week", 205), ViewOption(state, "month", 206));
+}
+
+Html OkButton(const ComponentState& state) {
+  return Html(
+      "<INPUT TYPE=button VALUE=\"{}\" "
+      "onClick=\"javascript:f=document.acForm;f.action='{}?'"
+      "+f.cd.value+f.dm.options[f.dm.selectedIndex].value"
+      "+f.cn.options[f.cn.selectedIndex].value;f.submit();\">",
+      Attribute(LoadText(state, 207)), ScriptAttribute(state.ScriptName));
+}
+
+}  // namespace
+
+Html SelectionRow(const ComponentState& state, int columnCount) {
+  Html row("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(state));
+  row.Add("{}&nbsp;<SELECT NAME=\"cn\">", Content(LoadText(state, 202)));
+  AddGroupViewOptions(row, state);
+  AddCalendarOptions(row, state);
+  row.Add("</SELECT>&nbsp;&nbsp;&nbsp;{}&nbsp;&nbsp;&nbsp;{}</TD></TR>", ViewList(state), OkButton(state));
+  return row;
+}
+
+}  // namespace orlune
