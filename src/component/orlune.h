@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "component/component_state.h"
+#include "component/surroundings.h"
+#include "platform/page_host.h"
+
+namespace orlune {
+
+/// The calendar, as a hosting page uses it: created for one request, configured through its properties, given
+/// the request by `OnStartPage`, and asked to answer it by `Execute`. Used by one thread.
+class Orlune {
+ public:
+  explicit Orlune(const Surroundings& surroundings);
+
+  /// Takes over the request. Comes before `Execute`.
+  void OnStartPage(const ScriptingContext& passedScriptingContext);
+  /// Answers the request with a page or a redirect. Throws DatabaseError when a statement fails.
+  void Execute();
+  /// The session value under `strKey`: "Login", "Calendar", "CurrentDate" or "DisplayMode"; "" when there is
+  /// none.
+  std::string GetSessionData(std::string_view strKey) const;
+
+  /// "?" lets users log in with the form, "" does without a login, any other name is logged in unasked.
+  void LoginName(std::string name);
+  /// The calendar to show at first. Brackets around it are dropped; a leading "!" keeps it after a login.
+  void CalName(std::string_view name);
+  void ImageDir(std::string directory);
+  void CssDir(std::string directory);
+  void DBPath(std::string path);
+  /// Keeps the session in the cookie "OLOR" instead of the server's session.
+  void UseCookie(bool use);
+  void ExpireCookie(Date day);
+  /// A text that is no date is ignored.
+  void ExpireCookie(std::string_view day);
+  /// Where logging out leads.
+  void ExitToURL(std::string url);
+  void ShowTitle(bool show);
+  void NoMessaging(bool hide);
+  void NoLoginChange(bool hide);
+  void NoOLORLink(bool hide);
+  void DemoMode(bool demo);
+  /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none.
+  void Language(std::string_view name);
+  /// HTML written before and after the page's body, and into its head. Stands as it is given.
+  void HTMLHeader(std::string html);
+  void HTMLFooter(std::string html);
+  void HeadData(std::string html);
+
+ private:
+  void ShowPage();
+  void LoginOrLogout();
+
+  ComponentState state_;
+};
+
+}  // namespace orlune
