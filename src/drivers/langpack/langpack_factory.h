@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "platform/localiser.h"
+
+namespace orlune {
+
+/// Language packs from the files of one folder: "OLOR_Finnish.Localise" is the file
+/// "OLOR_Finnish.Localise.toml", a table of id = "text". Each is read once. May be used by several threads at
+/// once.
+class LangPackFactory : public LocaliserFactory {
+ public:
+  /// Told, with a sentence for the operator, when a pack is missing or broken.
+  using ProblemSink = std::function<void(const std::string& problem)>;
+
+  LangPackFactory(std::filesystem::path folder, ProblemSink onProblem);
+  std::shared_ptr<const Localiser> Create(std::string_view programmaticName) override;
+
+ private:
+  std::shared_ptr<const Localiser> Load(std::string_view programmaticName) const;
+
+  std::filesystem::path folder_;
+  ProblemSink onProblem_;
+  std::mutex mutex_;
+  std::map<std::string, std::shared_ptr<const Localiser>, std::less<>> packs_;
+};
+
+}  // namespace orlune

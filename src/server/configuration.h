@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "server/configuration_error.h"
+#include "server/page_properties.h"
+
+namespace orlune {
+
+/// A property that a hosting page sets, and its value: a text or a switch, as the property wants it.
+struct PropertyValue {
+  const PageProperty* Property;
+  std::variant<std::string, bool> Value;
+};
+
+struct PageConfiguration {
+  std::string Path;
+  std::string DatabaseFile;               ///< the property DBPath; "" when it is not set
+  std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
+};
+
+/// What the configuration file says; paths are absolute.
+struct Configuration {
+  std::string Listen = "127.0.0.1:8080";
+  std::filesystem::path Site = "site";
+  std::string Region = "en_US";
+  long long SessionMinutes = 60;
+  long long Threads = 0;  ///< 0: chosen from the processors
+  std::filesystem::path SecretFile = "var/secret.key";
+  std::vector<PageConfiguration> Pages;
+};
+
+/// Reads a TOML file. Throws ConfigurationError that names file, line, key and what was expected.
+Configuration LoadConfiguration(const std::filesystem::path& file);
+
+/// Throws ConfigurationError when the server cannot be run so: an unusable address, a site folder that is
+/// missing, a page without a database, or a file that the site folder would give to everybody.
+void CheckConfiguration(const Configuration& configuration);
+
+/// All settings with their types, defaults and meanings, for people.
+std::string DescribeSettings();
+
+}  // namespace orlune

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <microhttpd.h>
+
+#include "server/http_message.h"
+
+namespace orlune {
+
+/// One request on its way in. Belongs to its connection.
+class Exchange {
+ public:
+  /// `target` is the address as it was sent. A form of more than `largestBody` bytes is refused.
+  Exchange(std::string_view target, std::size_t largestBody);
+
+  bool HasBegun() const { return hasBegun_; }
+  /// Takes over what stands before the body.
+  void Begin(MHD_Connection* connection, std::string_view method);
+  /// Takes a piece of the body. One that is too large is heard out for a while, so that the browser comes to
+  /// read the refusal; false when that has been long enough.
+  bool TakeBody(std::string_view piece);
+  /// The body has ended.
+  void End();
+
+  /// The status of the refusal that the request has earned, or 0.
+  unsigned RefusalStatus() const { return refusal_; }
+  /// Whether the body that is announced is not worth hearing out.
+  bool IsHopeless() const { return isHopeless_; }
+  const RequestMessage& Message() const { return message_; }
+
+ private:
+  void CommitField();
+  static MHD_Result TakeFieldPiece(void* self, MHD_ValueKind kind, const char* name, const char* fileName,
+                                   const char* contentType, const char* encoding, const char* piece,
+                                   std::uint64_t offset, std::size_t size);
+
+  RequestMessage message_;
+  std::unique_ptr<MHD_PostProcessor, decltype(&MHD_destroy_post_processor)> formReader_;
+  std::string fieldName_;
+  std::string fieldValue_;
+  bool hasField_ = false;
+  std::size_t largestBody_;
+  std::size_t bodyBytes_ = 0;
+  unsigned refusal_ = 0;
+  bool hasBegun_ = false;
+  bool isHopeless_ = false;
+};
+
+}  // namespace orlune

@@ -1,0 +1,194 @@
+#include "server/http_host.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+#include <stdexcept>
+
+#include <microhttpd.h>
+#include <unistd.h>
+
+#include "server/connection_watch.h"
+#include "server/exchange.h"
+
+namespace orlune {
+namespace {
+
+using ResponseHandle = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_response)>;
+
+ResponseHandle MakeResponse(std::string body) {
+  auto kept = std::make_unique<std::string>(std::move(body));
+  std::string* text = kept.get();
+  ResponseHandle response(
+      MHD_create_response_from_buffer_with_free_callback_cls(
+          text->size(), text->data(),
+          [](void* owned) { std::unique_ptr<std::string>(static_cast<std::string*>(owned)); }, text),
+      &MHD_destroy_response);
+  if (response != nullptr) static_cast<void>(kept.release());
+  return response;
+}
+
+ResponseHandle MakeResponse(OpenFile file) {
+  ResponseHandle response(MHD_create_response_from_fd(file.size(), file.Release()), &MHD_destroy_response);
+  return response;
+}
+
+void AddHeader(const ResponseHandle& response, const char* name, const char* value) {
+  if (MHD_add_response_header(response.get(), name, value) != MHD_YES)
+    throw std::runtime_error("a header could not be added");
+}
+
+ResponseHandle MakeResponse(ReplyMessage reply, bool isLast) {
+  ResponseHandle response = std::visit([](auto& body) { return MakeResponse(std::move(body)); }, reply.Body);
+  if (response == nullptr) throw std::bad_alloc();
+  for (const auto& [name, value] : reply.Headers) AddHeader(response, name.c_str(), value.c_str());
+  AddHeader(response, "X-Content-Type-Options", "nosniff");
+  AddHeader(response, "X-Frame-Options", "SAMEORIGIN");
+  AddHeader(response, "Referrer-Policy", "same-origin");
+  if (isLast) AddHeader(response, "Connection", "close");
+  return response;
+}
+
+ConnectionWatch::Watched& WatchedOf(MHD_Connection* connection) {
+  const auto* context = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
+  return *static_cast<ConnectionWatch::Watched*>(context->socket_context);
+}
+
+}  // namespace
+
+class HttpHost::Daemon {
+ public:
+  Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer);
+  ~Daemon();
+  Daemon(const Daemon&) = delete;
+  Daemon& operator=(const Daemon&) = delete;
+
+ private:
+  static void* OnTarget(void* self, const char* target, MHD_Connection* connection);
+  static MHD_Result OnRequest(void* self, MHD_Connection* connection, const char* url, const char* method,
+                              const char* version, const char* body, std::size_t* bodySize, void** exchange);
+  static void OnCompleted(void* self, MHD_Connection* connection, void** exchange,
+                          MHD_RequestTerminationCode code);
+  static void OnConnection(void* self, MHD_Connection* connection, void** watched,
+                           MHD_ConnectionNotificationCode code);
+
+  MHD_Result Continue(MHD_Connection* connection, Exchange& exchange, std::string_view method,
+                      std::string_view body);
+  MHD_Result Reply(MHD_Connection* connection, const Exchange& exchange);
+  void WaitForRunningRequests();
+
+  HostLimits limits_;
+  Answerer answer_;
+  ConnectionWatch watch_;
+  std::atomic<bool> isStopping_ = false;
+  std::mutex runningMutex_;
+  std::condition_variable ended_;
+  std::size_t running_ = 0;  // requests whose exchange exists
+  MHD_Daemon* daemon_ = nullptr;
+};
+
+HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
+    : limits_(limits),
+      answer_(std::move(answer)),
+      watch_(std::min<std::chrono::milliseconds>(limits.Receiving / 4, std::chrono::seconds(1))) {
+  const int descriptor = socket.Release();
+  const unsigned connections = std::max(limits.Connections, threads);
+  daemon_ =
+      MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC, 0, nullptr, nullptr, &OnRequest, this,  //
+                       MHD_OPTION_LISTEN_SOCKET, descriptor,                                                //
+                       MHD_OPTION_THREAD_POOL_SIZE, threads,                                                //
+                       MHD_OPTION_CONNECTION_LIMIT, connections,                                            //
+                       MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(limits.Inactivity.count()),     //
+                       MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits.HeaderBytes,                              //
+                       MHD_OPTION_STRICT_FOR_CLIENT, 1,                                                     //
+                       MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                                        //
+                       MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                                     //
+                       MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END);
+  if (daemon_ != nullptr) return;
+  close(descriptor);
+  throw std::runtime_error("the HTTP server cannot be started");
+}
+
+HttpHost::Daemon::~Daemon() {
+  isStopping_ = true;
+  const int descriptor = MHD_quiesce_daemon(daemon_);
+  if (descriptor != MHD_INVALID_SOCKET) close(descriptor);
+  WaitForRunningRequests();
+  MHD_stop_daemon(daemon_);
+}
+
+void HttpHost::Daemon::WaitForRunningRequests() {
+  std::unique_lock lock(runningMutex_);
+  ended_.wait_for(lock, limits_.Stopping, [this] { return running_ == 0; });
+}
+
+void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* /*connection*/) {
+  Daemon& daemon = *static_cast<Daemon*>(self);
+  auto exchange = std::make_unique<Exchange>(target, daemon.limits_.BodyBytes);
+  const std::lock_guard lock(daemon.runningMutex_);
+  ++daemon.running_;
+  return exchange.release();
+}
+
+MHD_Result HttpHost::Daemon::OnRequest(void* self, MHD_Connection* connection, const char* /*url*/,
+                                       const char* method, const char* /*version*/, const char* body,
+                                       std::size_t* bodySize, void** exchange) {
+  try {
+    const std::string_view piece(body, *bodySize);
+    *bodySize = 0;
+    return static_cast<Daemon*>(self)->Continue(connection, *static_cast<Exchange*>(*exchange), method,
+                                                piece);
+  } catch (...) {
+    return MHD_NO;  // out of memory: the connection is closed
+  }
+}
+
+MHD_Result HttpHost::Daemon::Continue(MHD_Connection* connection, Exchange& exchange, std::string_view method,
+                                      std::string_view body) {
+  if (!exchange.HasBegun()) {
+    exchange.Begin(connection, method);
+    return exchange.IsHopeless() ? Reply(connection, exchange) : MHD_YES;
+  }
+  if (!body.empty()) return exchange.TakeBody(body) ? MHD_YES : MHD_NO;
+  exchange.End();
+  ConnectionWatch::Extend(WatchedOf(connection), limits_.Sending);
+  return Reply(connection, exchange);
+}
+
+MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection, const Exchange& exchange) {
+  const unsigned refusal = exchange.RefusalStatus();
+  ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(exchange.Message());
+  const unsigned status = reply.Status;
+  return MHD_queue_response(connection, status, MakeResponse(std::move(reply), isStopping_).get());
+}
+
+void HttpHost::Daemon::OnCompleted(void* self, MHD_Connection* connection, void** exchange,
+                                   MHD_RequestTerminationCode /*code*/) {
+  Daemon& daemon = *static_cast<Daemon*>(self);
+  std::unique_ptr<Exchange> ended(static_cast<Exchange*>(std::exchange(*exchange, nullptr)));
+  if (ended == nullptr) return;
+  ConnectionWatch::Extend(WatchedOf(connection), daemon.limits_.Inactivity + daemon.limits_.Receiving);
+  const std::lock_guard lock(daemon.runningMutex_);
+  --daemon.running_;
+  if (daemon.running_ == 0) daemon.ended_.notify_all();
+}
+
+void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** watched,
+                                    MHD_ConnectionNotificationCode code) {
+  Daemon& daemon = *static_cast<Daemon*>(self);
+  if (code == MHD_CONNECTION_NOTIFY_CLOSED) {
+    daemon.watch_.Remove(*static_cast<ConnectionWatch::Watched*>(*watched));
+    return;
+  }
+  const auto* socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD);
+  *watched = &daemon.watch_.Add(socket->connect_fd, daemon.limits_.Receiving);
+}
+
+HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
+    : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer))) {}
+
+HttpHost::~HttpHost() = default;
+
+}  // namespace orlune

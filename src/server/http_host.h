@@ -1,0 +1,41 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+#include "server/http_message.h"
+#include "server/listening_socket.h"
+
+namespace orlune {
+
+/// What the host puts up with.
+struct HostLimits {
+  unsigned Connections = 800;
+  std::chrono::seconds Inactivity{15};
+  std::chrono::milliseconds Receiving{30'000};  ///< from a request's beginning to its end
+  std::chrono::milliseconds Sending{120'000};   ///< of a whole answer, the time to make it included
+  std::chrono::milliseconds Stopping{10'000};   ///< for the requests that run when the host stops
+  std::size_t HeaderBytes = std::size_t{32} << 10U;
+  std::size_t BodyBytes = std::size_t{1} << 20U;
+};
+
+/// Speaks HTTP on a socket and has every request answered, on several threads at once. Running requests are
+/// finished before the destructor returns.
+class HttpHost {
+ public:
+  using Answerer = std::function<ReplyMessage(const RequestMessage&)>;
+
+  /// Answers from now on. `threads` is at least 1. Throws std::runtime_error.
+  HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer);
+  ~HttpHost();
+  HttpHost(const HttpHost&) = delete;
+  HttpHost& operator=(const HttpHost&) = delete;
+
+ private:
+  class Daemon;
+  std::unique_ptr<Daemon> daemon_;
+};
+
+}  // namespace orlune

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "server/named_texts.h"
+#include "server/open_file.h"
+
+namespace orlune {
+
+/// A request as it came off the wire. Path and query are still encoded; the form is decoded, valid UTF-8.
+struct RequestMessage {
+  std::string Method;
+  std::string Path;
+  std::string Query;
+  NamedTexts Headers;  ///< those of `kReadHeaders`
+  NamedTexts Form;
+};
+
+/// The headers that the server looks at.
+inline constexpr const char* kReadHeaders[] = {
+    "Host",          "Origin",         "Sec-Fetch-Site",    "Cookie",           "User-Agent",
+    "If-None-Match", "Content-Length", "If-Modified-Since", "X-Forwarded-Proto"};
+
+using Header = std::pair<std::string, std::string>;
+
+/// What is sent back. The length of the body is told by the host.
+struct ReplyMessage {
+  unsigned Status = 200;
+  std::vector<Header> Headers;
+  std::variant<std::string, OpenFile> Body;
+
+  std::size_t BodySize() const;
+};
+
+/// A short page that says why a request is not answered.
+ReplyMessage Refusal(unsigned status);
+/// Leads the browser to another address.
+ReplyMessage RedirectTo(std::string_view url);
+
+}  // namespace orlune

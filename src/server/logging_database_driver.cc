@@ -1,0 +1,16 @@
+#include "server/logging_database_driver.h"
+
+#include "server/log_text.h"
+
+namespace orlune {
+
+std::unique_ptr<Connection> LoggingDatabaseDriver::Open(const std::string& path) {
+  try {
+    return inner_.Open(path);
+  } catch (const DatabaseError& error) {
+    log_.error("cannot open database {}: {}", path, OneLine(error.what()));
+    throw;
+  }
+}
+
+}  // namespace orlune

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace orlune {
+
+/// `text` as valid UTF-8 without NUL: every byte that has no place in it becomes U+FFFD.
+std::string RepairUtf8(std::string text);
+
+}  // namespace orlune
