@@ -15,15 +15,15 @@ constexpr std::array kEngineering = std::to_array<Activity>({
     {"Freeze the radio protocol", "Deadline", 0},
     {"Interview: embedded developer", "Meeting", 60, "Candidate comes by train, please be on time.\r\nRoom: Birch."},
     {"Try the new oscilloscope", "", 45},
-    {"Field test at {client}", "Travel", 240, "Waders, spare batteries, the yellow case."},
+    {"Field test at {client}", "Travel", 240, "Waders, spare batteries, the yellow case.", false, "09:00"},
     {"Supplier call: circuit boards", "Phone Call", 30, "Ask about lead times for the \"long life\" connectors."},
     {"Write test report for {client}", "Deadline", 0},
     {"Drop test, third prototype", "", 60},
-    {"Lunch & learn: reading datasheets", "Training", 60, "Bring your own sandwich."},
+    {"Lunch & learn: reading datasheets", "Training", 60, "Bring your own sandwich.", false, "12:00"},
     {"Clean up the build server", "", 60},
     {"Data sheet corrections due", "Deadline", 0},
     {"Talk through sensor fusion with {colleague}", "Meeting", 45},
-    {"EMC pre-check", "", 180, "Test house opens at 9, ask for Ms. Sørensen."},
+    {"EMC pre-check", "", 180, "Test house opens at 9, ask for Ms. Sørensen.", false, "09:00"},
     {"Bug triage", "Meeting", 45},
     {"Release notes 3.4", "Deadline", 0},
     {"Soldering workshop", "Training", 120},
@@ -37,7 +37,7 @@ constexpr std::array kSales = std::to_array<Activity>({
     {"Offer for {client}", "Deadline", 0},
     {"Online demo for {client}", "Meeting", 60, "Show the dashboard first, hardware second."},
     {"Contract renewal {client}", "Meeting", 60},
-    {"Lunch with {client}", "Meeting", 90, "Table for four at \"Zum Anker\"."},
+    {"Lunch with {client}", "Meeting", 90, "Table for four at \"Zum Anker\".", false, "12:30"},
     {"Prepare trade fair stand", "", 90},
     {"Price talks with {client}", "Phone Call", 45, "Our floor is 8 % off, not more."},
     {"Follow up on last week's demos", "Phone Call", 60},
@@ -57,9 +57,9 @@ constexpr std::array kSales = std::to_array<Activity>({
 constexpr std::array kManagement = std::to_array<Activity>({
     {"Bank: credit line", "Meeting", 60},
     {"Budget talk with {colleague}", "Meeting", 60, "Half-year figures and what we move to next year."},
-    {"Breakfast with {client}", "Meeting", 75},
+    {"Breakfast with {client}", "Meeting", 75, "", false, "08:00"},
     {"Annual review: {colleague}", "Meeting", 60, "", true},
-    {"Auditor on site", "Meeting", 180, "Ledger, stock list, contracts over 20,000."},
+    {"Auditor on site", "Meeting", 180, "Ledger, stock list, contracts over 20,000.", false, "09:30"},
     {"Panel at the water conference", "Travel", 0, "Slides to the organisers two days ahead."},
     {"Lawyer: licence agreement", "Phone Call", 45},
     {"Walk through production", "", 60},
@@ -68,7 +68,7 @@ constexpr std::array kManagement = std::to_array<Activity>({
     {"Call {client}", "Phone Call", 30},
     {"Interview with the local paper", "Phone Call", 30, "They want to write about the river project."},
     {"Investor update due", "Deadline", 0},
-    {"Lunch with the mayor's office", "Meeting", 90},
+    {"Lunch with the mayor's office", "Meeting", 90, "", false, "12:30"},
     {"Read patent draft", "", 60},
     {"Plan the strategy day with {colleague}", "Meeting", 60},
 });
@@ -79,8 +79,8 @@ constexpr std::array kOffice = std::to_array<Activity>({
     {"Heating engineer comes", "", 60, "Key to the cellar is at the front desk."},
     {"VAT return due", "Deadline", 0},
     {"Invoices out", "Deadline", 0},
-    {"Server updates", "", 120, "Mail is away for a quarter of an hour."},
-    {"First day: new colleague", "Meeting", 120, "Desk, badge, accounts, lunch together."},
+    {"Server updates", "", 120, "Mail is away for a quarter of an hour.", false, "17:00"},
+    {"First day: new colleague", "Meeting", 120, "Desk, badge, accounts, lunch together.", false, "09:00"},
     {"Order office supplies", "", 30},
     {"Insurance call", "Phone Call", 30},
     {"Expense reports with {colleague}", "Meeting", 30},
@@ -94,40 +94,59 @@ constexpr std::array kOffice = std::to_array<Activity>({
 
 constexpr std::array kCommon = std::to_array<Activity>({
     {"Catch up with {colleague}", "Meeting", 30},
-    {"Lunch with {colleague}", "", 60, "The Thai place by the canal?"},
+    {"Lunch with {colleague}", "", 60, "The Thai place by the canal?", false, "12:00"},
     {"Quiet time, please don't book", "", 120},
-    {"Coffee with {colleague}", "", 30},
-    {"First aid course", "Training", 180},
-    {"Dentist", "Doctor", 45, "", true},
+    {"Coffee with {colleague}", "", 30, "", false, "14:30"},
+    {"First aid course", "Training", 180, "", false, "09:00"},
+    {"Dentist", "Doctor", 45, "", true, "08:15"},
     {"Eye test", "Doctor", 30, "", true},
     {"Leaving early", "", 0},
     {"Working from home", "", 0, "On the phone as usual."},
     {"Parcel: be at home until noon", "", 0, "", true},
-    {"Language class", "Training", 90},
+    {"Language class", "Training", 90, "", false, "17:00"},
     {"Hand over to {colleague}", "Meeting", 30},
-    {"School meeting", "", 60, "", true},
-    {"Car to the garage", "", 30, "Courtesy car is booked.", true},
+    {"School meeting", "", 60, "", true, "17:00"},
+    {"Car to the garage", "", 30, "Courtesy car is booked.", true, "08:00"},
     {"Travel expenses due", "Deadline", 0},
     {"Talk about next month with {colleague}", "Meeting", 45},
+    {"Tidy the desk", "", 30},
+    {"Health check-up", "Doctor", 60, "Come without breakfast.", true, "07:45"},
+    {"Visitors from {client}", "Meeting", 120, "Tour of the lab, then coffee in Birch."},
+    {"Photos for the web site", "", 30, "Blue or green shirt, no stripes."},
+    {"Security training", "Training", 60},
+    {"Farewell coffee", "Party", 45, "For our trainee, bring a card.", false, "15:00"},
+    {"Flu jab", "Doctor", 15, "", true},
+    {"Meet the new trainees", "Meeting", 45},
 });
 
-constexpr std::array kFreeTime = std::to_array<Activity>({
-    {"Cinema with {colleague}", "Party", 150},
-    {"Dinner at Mum and Dad's", "", 120, "Bring the good olive oil."},
-    {"Choir rehearsal", "", 120},
-    {"Swimming", "Sport", 60},
-    {"Climbing hall", "Sport", 120, "Rope is in the boot."},
+constexpr std::array kEvenings = std::to_array<Activity>({
+    {"Cinema with {colleague}", "Party", 150, "", false, "19:45"},
+    {"Choir rehearsal", "", 120, "", false, "19:00"},
+    {"Swimming", "Sport", 60, "", false, "18:30"},
+    {"Climbing hall", "Sport", 120, "Rope is in the boot.", false, "18:00"},
+    {"Concert: string quartet", "Party", 120, "", false, "20:00"},
+    {"Call Grandma", "Phone Call", 30, "", true, "19:00"},
+    {"Parents' evening", "", 90, "", true, "19:30"},
+    {"Friends over for dinner", "Party", 180, "{colleague} doesn't eat fish.", false, "19:00"},
+    {"Yoga", "Sport", 75, "", false, "18:15"},
+    {"Quiz night at \"The Anchor\"", "Party", 150, "", false, "20:00"},
+    {"Haircut", "", 45, "", true, "17:45"},
+    {"Tenants' meeting", "", 90, "", true, "19:00"},
+});
+
+constexpr std::array kWeekends = std::to_array<Activity>({
+    {"Lunch at Mum and Dad's", "", 120, "Bring the good olive oil.", false, "12:30"},
     {"Flea market", "", 0},
-    {"Hike round the lake", "Sport", 240, "Meet at the \"Old Ferry\" car park."},
-    {"Concert: string quartet", "Party", 120},
-    {"Call Grandma", "Phone Call", 30, "", true},
-    {"Parents' evening", "", 90, "", true},
-    {"Football tournament", "Sport", 180},
-    {"Friends over for dinner", "Party", 180, "{colleague} doesn't eat fish."},
-    {"Assemble the wardrobe", "", 120, "", true},
-    {"Yoga", "Sport", 75},
+    {"Hike round the lake", "Sport", 240, "Meet at the \"Old Ferry\" car park.", false, "10:00"},
+    {"Football tournament", "Sport", 180, "", false, "13:00"},
+    {"Assemble the wardrobe", "", 120, "", true, "14:00"},
     {"Garden day", "", 0},
-    {"Museum with the children", "", 120, "", true},
+    {"Museum with the children", "", 120, "", true, "14:30"},
+    {"Brunch with {colleague}", "Party", 120, "", false, "10:30"},
+    {"Bicycle tour", "Sport", 300, "If it stays dry.", false, "09:30"},
+    {"Weekend in the mountains", "Travel", 0},
+    {"Move house: help {colleague}", "", 0, "Van is hired, bring gloves."},
+    {"Theatre", "Party", 150, "", false, "19:30"},
 });
 
 constexpr std::array kRegulars = std::to_array<Regular>({
@@ -239,8 +258,11 @@ std::span<const Activity> ActivitiesOf(Department department) {
 std::span<const Activity> CommonActivities() {
   return kCommon;
 }
-std::span<const Activity> FreeTimeActivities() {
-  return kFreeTime;
+std::span<const Activity> EveningActivities() {
+  return kEvenings;
+}
+std::span<const Activity> WeekendActivities() {
+  return kWeekends;
 }
 std::span<const Regular> Regulars() {
   return kRegulars;

@@ -12,8 +12,9 @@ struct Activity {
   std::string_view Title;
   std::string_view EventType;
   int Minutes;  ///< 0: without a time
-  std::string_view Comments = "";
+  std::string_view Comments = {};
   bool IsPrivate = false;
+  std::string_view Begin = {};  ///< "hh:mm", or "": at any hour
 };
 
 /// A person's or group's event that repeats. Its kind of repetition follows from what is set: `Frequency` for
@@ -28,7 +29,7 @@ struct Regular {
   std::string_view Frequency;
   std::string_view Days;
   std::string_view Weekends;
-  std::string_view Comments = "";
+  std::string_view Comments = {};
   bool IsPrivate = false;
 };
 
@@ -39,9 +40,9 @@ struct Stretch {
   std::string_view EventType;
   int FirstDay;
   int Days;
-  std::string_view Begin = "";
-  std::string_view End = "";
-  std::string_view Comments = "";
+  std::string_view Begin = {};
+  std::string_view End = {};
+  std::string_view Comments = {};
 };
 
 /// A yearly event.
@@ -52,15 +53,15 @@ struct Anniversary {
   int Month;
   int Day;
   std::string_view Weekends;
-  std::string_view Comments = "";
+  std::string_view Comments = {};
 };
 
 /// What fills the working days of a department.
 std::span<const Activity> ActivitiesOf(Department department);
 /// What any of them may have besides.
 std::span<const Activity> CommonActivities();
-/// What fills evenings and weekends.
-std::span<const Activity> FreeTimeActivities();
+std::span<const Activity> EveningActivities();
+std::span<const Activity> WeekendActivities();
 
 std::span<const Regular> Regulars();
 std::span<const Stretch> Stretches();

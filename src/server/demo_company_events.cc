@@ -73,9 +73,14 @@ Date FirstOfMonth(Date day) {
   return AddDays(day, 1 - DayOfMonth(day));
 }
 
-std::string TimeText(int minutes) {
-  const auto twoDigits = [](int number) { return (number < 10 ? "0" : "") + std::to_string(number); };
-  return twoDigits(minutes / 60) + ':' + twoDigits(minutes % 60);
+/// `begin` is "hh:mm"; the end lies on the same day.
+std::string MinutesLater(std::string_view begin, int minutes) {
+  const TimeOfDay end = ParseTime(begin).value_or(TimeOfDay{0}) + std::chrono::minutes{minutes};
+  const std::chrono::hh_mm_ss time{end};
+  const auto twoDigits = [](std::int64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+  };
+  return twoDigits(time.hours().count()) + ':' + twoDigits(time.minutes().count());
 }
 
 std::string_view FirstName(const Person& person) {
@@ -91,60 +96,65 @@ class PersonalCalendar {
         dice_(seed),
         work_(ActivitiesOf(person.Department)),
         common_(CommonActivities()),
-        freeTime_(FreeTimeActivities()) {}
+        evenings_(EveningActivities()),
+        weekends_(WeekendActivities()) {}
 
   void Fill(Date first, Date last, Date vacationBegin, Date vacationEnd) {
     for (Date day = first; day <= last; day += std::chrono::days{1}) {
-      const bool isFree = IsInList(person_->Weekend, std::to_string(WeekdayNumber(day)));
       if (day >= vacationBegin && day <= vacationEnd) continue;
-      if (!isFree) FillWorkingHours(day);
-      if (dice_.Chance(isFree ? 25 : 10)) AddFreeTime(day, isFree);
+      if (IsInList(person_->Weekend, std::to_string(WeekdayNumber(day)))) {
+        if (dice_.Chance(25)) Add(weekends_, day);
+      } else {
+        FillWorkday(day);
+      }
     }
   }
 
  private:
-  void FillWorkingHours(Date day) {
-    constexpr std::array kStarts{At(8, 30), At(9, 0),   At(9, 30),  At(10, 0), At(10, 0),  At(10, 30),
-                                 At(11, 0), At(11, 30), At(12, 0),  At(13, 0), At(13, 0),  At(13, 30),
-                                 At(14, 0), At(14, 15), At(14, 30), At(15, 0), At(15, 30), At(16, 45)};
-    constexpr std::array kEventsADay{0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 2, 2, 3};
+  void FillWorkday(Date day) {
+    constexpr std::array kEventsADay{0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 2, 2, 3};
     for (int count = dice_.Pick<int>(kEventsADay); count > 0; --count) {
-      Deck& deck = dice_.Chance(70) ? work_ : common_;
-      Add(deck.Deal(dice_), day, dice_.Pick<int>(kStarts));
+      Add(dice_.Chance(75) ? work_ : common_, day);
     }
+    if (dice_.Chance(10)) Add(evenings_, day);
   }
 
-  void AddFreeTime(Date day, bool isFree) {
-    constexpr std::array kDaytime{At(9, 30), At(10, 30), At(14, 0), At(15, 0), At(16, 0)};
-    constexpr std::array kEvening{At(18, 0), At(18, 30), At(19, 0), At(19, 30)};
-    Add(freeTime_.Deal(dice_), day, isFree ? dice_.Pick<int>(kDaytime) : dice_.Pick<int>(kEvening));
-  }
-
-  void Add(const Activity& activity, Date day, int begin) {
+  void Add(Deck& deck, Date day) {
+    const Activity& activity = deck.Deal(dice_);
     const std::string_view client = dice_.Pick(Clients());
     const std::string_view colleague = FirstName(Colleague());
     const auto filled = [&](std::string_view text) {
       return ReplaceAll(ReplaceAll(text, "{client}", client), "{colleague}", colleague);
     };
-    const int end = begin + activity.Minutes;
-    const bool hasEnd = activity.Minutes > 0 && end < At(24, 0) && !dice_.Chance(8);
     EventRow row;
     row.EventName = filled(activity.Title);
     row.Owner = person_->Name;
     row.BeginDate = day;
-    if (activity.Minutes > 0) row.BeginTime = TimeText(begin);
-    if (hasEnd) row.EndTime = TimeText(end);
     row.IsPrivate = activity.IsPrivate;
     row.Comments = filled(activity.Comments);
     row.EventType = activity.EventType;
+    if (activity.Minutes > 0) SetTimes(row, activity);
     rows_->Write(row);
+  }
+
+  void SetTimes(EventRow& row, const Activity& activity) {
+    constexpr std::array<std::string_view, 18> kHours{"08:30", "09:00", "09:30", "10:00", "10:00", "10:30",
+                                                      "11:00", "11:30", "12:00", "13:00", "13:00", "13:30",
+                                                      "14:00", "14:15", "14:30", "15:00", "15:30", "16:45"};
+    row.BeginTime = activity.Begin.empty() ? dice_.Pick<std::string_view>(kHours) : activity.Begin;
+    if (!dice_.Chance(8)) row.EndTime = MinutesLater(row.BeginTime, activity.Minutes);
   }
 
   const Person& Colleague() {
     for (;;) {
       const Person& colleague = dice_.Pick<Person>(kPeople);
-      if (!colleague.IsHidden && colleague.Name != person_->Name) return colleague;
+      if (colleague.IsHidden || colleague.Name == person_->Name) continue;
+      if (!WorksInTeam() || colleague.Department == person_->Department) return colleague;
     }
+  }
+
+  bool WorksInTeam() const {
+    return person_->Department == Department::kEngineering || person_->Department == Department::kSales;
   }
 
   const RowWriter* rows_;
@@ -152,7 +162,8 @@ class PersonalCalendar {
   Dice dice_;
   Deck work_;
   Deck common_;
-  Deck freeTime_;
+  Deck evenings_;
+  Deck weekends_;
 };
 
 EventRow EveryDay(std::string_view owner, std::string_view title, Date first, Date last) {

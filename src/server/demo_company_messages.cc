@@ -74,7 +74,7 @@ constexpr std::array kMessages = std::to_array<Message>({
 struct Answer {
   std::string_view Recipient;
   std::string_view State;
-  std::string_view Comments = "";
+  std::string_view Comments = {};
 };
 
 /// An event that `Sender` suggests, `DaysAhead` of today or on the Monday after that.

@@ -1,10 +1,9 @@
 #include "server/demo_company_rows.h"
 
-#include <cstdint>
-#include <variant>
 #include <vector>
 
 #include "data/database_access.h"
+#include "data/field.h"
 #include "frame/dates.h"
 #include "frame/text.h"
 
@@ -67,8 +66,9 @@ std::string RowWriter::NewestSuggestion() const {
   const auto rows =
       OpenQuery(*database_,
                 Statement("SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC"));
-  if (!rows->Next()) throw DatabaseError("The suggestion that was just written is missing.");
-  return std::to_string(std::get<std::int64_t>(rows->Get(rows->Column("EventID"))));
+  const std::optional<int> id = rows->Next() ? NumberOf(rows->Get(rows->Column("EventID"))) : std::nullopt;
+  if (!id) throw DatabaseError("The suggestion that was just written is missing.");
+  return std::to_string(*id);
 }
 
 }  // namespace orlune::demo
