@@ -1,0 +1,62 @@
+#include "drivers/sqlite/column_declaration.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/database.h"
+
+namespace orlune::sqlite {
+
+using access_sql::ColumnType;
+
+namespace {
+
+/// The first word tells our type. "TEXT" after it keeps SQLite from storing a memo or date that looks like a
+/// number as one.
+constexpr std::array<std::pair<ColumnType, std::string_view>, 8> kDeclarations{{
+    {ColumnType::kCounter, "INTEGER PRIMARY KEY AUTOINCREMENT"},
+    {ColumnType::kLong, "LONG"},
+    {ColumnType::kYesNo, "YESNO NOT NULL DEFAULT 0"},
+    {ColumnType::kText, "TEXT"},
+    {ColumnType::kMemo, "MEMO TEXT COLLATE NOCASE"},
+    {ColumnType::kDate, "DATE TEXT"},
+    {ColumnType::kTime, "TIME TEXT"},
+    {ColumnType::kDateTime, "DATETIME TEXT"},
+}};
+
+std::string_view FirstWord(std::string_view text) {
+  return text.substr(0, text.find_first_of(" ("));
+}
+
+}  // namespace
+
+std::string Quoted(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted += '"';
+}
+
+std::string DeclareColumn(const access_sql::ColumnDefinition& definition) {
+  const auto& [name, type] = definition.Defined;
+  if (definition.IsPrimaryKey && type != ColumnType::kCounter) {
+    throw DatabaseError("the primary key " + name + " is not a counter");
+  }
+  std::string declaration = Quoted(name) + ' ';
+  for (const auto& [declaredType, text] : kDeclarations) {
+    if (declaredType == type) declaration += text;
+  }
+  if (type != ColumnType::kText) return declaration;
+  if (definition.Length > 0) declaration += '(' + std::to_string(definition.Length) + ')';
+  return declaration += " COLLATE NOCASE";
+}
+
+access_sql::ColumnType TypeOfDeclaration(std::string_view declared, bool isPrimaryKey) {
+  const std::string_view word = FirstWord(declared);
+  for (const auto& [type, text] : kDeclarations) {
+    if (!access_sql::SameName(word, FirstWord(text))) continue;
+    return type == ColumnType::kCounter && !isPrimaryKey ? ColumnType::kLong : type;
+  }
+  return ColumnType::kText;
+}
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,92 @@
+#include "drivers/sqlite/connection.h"
+
+#include <string>
+#include <utility>
+
+#include "drivers/access_sql/shape.h"
+#include "drivers/sqlite/result_sets.h"
+
+namespace orlune::sqlite {
+
+namespace {
+
+/// Runs `action` and adds the statement, without its values, to what it throws.
+template <class Action>
+auto Naming(const StatementText& statement, Action action) {
+  try {
+    return action();
+  } catch (const DatabaseError& error) {
+    throw DatabaseError(std::string(error.what()).append(" in: ").append(access_sql::MaskedText(statement)));
+  }
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool)
+    : lease_(std::make_shared<Lease>(std::move(pool))) {}
+
+std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statement) {
+  return Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
+    Current().EnsureReading();
+    const auto translated = Current().Translated(statement);
+    if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
+    RunningStatement running = Current().Start(translated, statement);
+    if (Current().IsInTransaction()) return std::make_unique<ReadRows>(std::move(running));
+    return std::make_unique<RunningRows>(lease_, std::move(running));
+  });
+}
+
+void SqliteConnection::Execute(const StatementText& statement) {
+  Naming(statement, [&] {
+    const std::string_view refusal = Write(statement);
+    if (!refusal.empty()) throw DatabaseError(std::string(refusal));
+  });
+}
+
+bool SqliteConnection::TryExecute(const StatementText& statement) {
+  try {
+    return Write(statement).empty();
+  } catch (const DatabaseError&) {
+    return false;
+  }
+}
+
+void SqliteConnection::Begin() {
+  if (Current().IsInTransaction()) throw DatabaseError("a transaction inside a transaction");
+  LeaveToOpenQueries();
+  Current().EndReading();
+  Current().BeginTransaction();
+}
+
+void SqliteConnection::Commit() {
+  if (!Current().IsInTransaction()) throw DatabaseError("there is no transaction to commit");
+  Current().Commit();
+}
+
+void SqliteConnection::Rollback() noexcept {
+  if (Current().IsInTransaction()) Current().Rollback();
+}
+
+/// Runs a statement without rows, or tells why it can only fail.
+std::string_view SqliteConnection::Write(const StatementText& statement) {
+  Current().EnsureReading();
+  auto translated = Current().Translated(statement);
+  if (!translated->Translation.Columns.empty()) throw DatabaseError("a query has rows to be read");
+  if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
+  if (LeaveToOpenQueries()) translated = Current().Translated(statement);
+  const RunningStatement running = Current().Start(translated, statement);
+  if (translated->Translation.ChangesSchema) Current().ForgetTables();
+  Current().EndReading();
+  Run(running.Handle());
+  return {};
+}
+
+/// Rows still to be read hold on to the state of the file that they were found in. It could not be written to
+/// when somebody else wrote since, so whatever follows goes to another database.
+bool SqliteConnection::LeaveToOpenQueries() {
+  const bool hasOpenQueries = lease_.use_count() > 1;
+  if (hasOpenQueries) lease_ = std::make_shared<Lease>(lease_->Origin());
+  return hasOpenQueries;
+}
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "drivers/access_sql/catalogue.h"
+#include "drivers/sqlite/handles.h"
+#include "drivers/sqlite/statement_cache.h"
+#include "platform/database.h"
+#include "platform/regional_settings.h"
+
+namespace orlune::sqlite {
+
+/// One open SQLite database, with what is remembered about it from request to request: its tables and its
+/// prepared statements. Used by one thread at a time.
+class Database {
+ public:
+  /// Opens `file`, which has to exist. `regional` has to outlive the database. Throws DatabaseError.
+  Database(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,
+           const RegionalSettings& regional);
+
+  /// Starts to read from one state of the file, unless that or a transaction is going on. Creates indexes
+  /// that the file lacks, where it can be written. Throws DatabaseError.
+  void EnsureReading();
+  void EndReading();
+
+  /// Starts a transaction, as the only writer of the file, with nothing else going on. Throws DatabaseError.
+  void BeginTransaction();
+  bool IsInTransaction() const { return state_ == State::kTransaction; }
+  /// Throws DatabaseError, with the transaction rolled back.
+  void Commit();
+  void Rollback() noexcept;
+
+  /// Ends whatever goes on. False when the database cannot be used any more.
+  bool Reset() noexcept;
+
+  /// The statement translated for the file's current tables; only while reading or in a transaction. Throws
+  /// DatabaseError.
+  std::shared_ptr<CachedStatement> Translated(const StatementText& statement);
+  /// Prepares a translated statement and gives it the values of `statement`. Throws DatabaseError.
+  RunningStatement Start(const std::shared_ptr<CachedStatement>& translated, const StatementText& statement);
+  /// Forgets the tables, after a statement that may have changed them.
+  void ForgetTables();
+
+ private:
+  enum class State { kIdle, kReading, kTransaction };
+
+  bool RefreshTables();
+  void CreateMissingIndexes();
+
+  const RegionalSettings& regional_;
+  DatabaseHandle handle_;
+  StatementHandle beginReading_;
+  StatementHandle beginTransaction_;
+  StatementHandle commit_;
+  StatementHandle schemaVersion_;
+  State state_ = State::kIdle;
+  std::optional<std::int64_t> knownVersion_;
+  access_sql::Catalogue catalogue_;
+  StatementCache cache_;
+  std::string key_;
+  std::string scratch_;
+};
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,110 @@
+#include "drivers/sqlite/handles.h"
+
+#include <string>
+#include <system_error>
+
+#include <sqlite3.h>
+
+#include "drivers/sqlite/unicode_text.h"
+#include "platform/database.h"
+
+namespace orlune::sqlite {
+
+namespace {
+
+DatabaseHandle Open(const std::filesystem::path& file, int flags) {
+  sqlite3* opened = nullptr;
+  const int result =
+      sqlite3_open_v2(file.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  DatabaseHandle database(opened);
+  if (result != SQLITE_OK) {
+    const int cause = opened == nullptr ? 0 : sqlite3_system_errno(opened);
+    throw DatabaseError("cannot open " + file.string() + ": " +
+                        (cause == 0 ? sqlite3_errstr(result) : std::generic_category().message(cause)));
+  }
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  CompareTextsAsUnicode(opened);
+  return database;
+}
+
+/// Run before anything that would change a file that is not ours.
+void RequireOurTables(sqlite3* database) {
+  const auto table =
+      Prepare(database, "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Calendars'");
+  if (!Step(table.get())) throw DatabaseError("not an Orlune database: table Calendars is missing");
+}
+
+void Configure(sqlite3* database) {
+  Run(database, "PRAGMA journal_mode = WAL");
+  Run(database, "PRAGMA synchronous = FULL");
+  Run(database, "PRAGMA cache_size = -65536");
+  Run(database, "PRAGMA temp_store = MEMORY");
+}
+
+}  // namespace
+
+void CloseDatabase::operator()(sqlite3* database) const noexcept {
+  sqlite3_close_v2(database);
+}
+
+void FinalizeStatement::operator()(sqlite3_stmt* statement) const noexcept {
+  sqlite3_finalize(statement);
+}
+
+DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout) {
+  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE);
+  sqlite3_busy_timeout(database.get(), static_cast<int>(busyTimeout.count()));
+  try {
+    RequireOurTables(database.get());
+    Configure(database.get());
+  } catch (const DatabaseError& error) {
+    throw DatabaseError("cannot open " + file.string() + ": " + error.what());
+  }
+  return database;
+}
+
+DatabaseHandle CreateEmpty(const std::filesystem::path& file) {
+  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE);
+  Configure(database.get());
+  return database;
+}
+
+void Check(sqlite3* database, int result) {
+  if (result != SQLITE_OK) throw DatabaseError(sqlite3_errmsg(database));
+}
+
+StatementHandle Prepare(sqlite3* database, std::string_view sql) {
+  sqlite3_stmt* statement = nullptr;
+  Check(database, sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()),
+                                     SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+  return StatementHandle(statement);
+}
+
+bool Step(sqlite3_stmt* statement) {
+  const int result = sqlite3_step(statement);
+  if (result == SQLITE_ROW) return true;
+  if (result == SQLITE_DONE) return false;
+  std::string cause = sqlite3_errmsg(sqlite3_db_handle(statement));
+  sqlite3_reset(statement);
+  throw DatabaseError(cause.append(" in: ").append(sqlite3_sql(statement)));
+}
+
+void Run(sqlite3_stmt* statement) {
+  while (Step(statement)) {
+  }
+  sqlite3_reset(statement);
+}
+
+void Run(sqlite3* database, const char* sql) {
+  Check(database, sqlite3_exec(database, sql, nullptr, nullptr, nullptr));
+}
+
+std::string_view ColumnText(sqlite3_stmt* statement, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+}  // namespace orlune::sqlite

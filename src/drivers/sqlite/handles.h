@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace orlune::sqlite {
+
+struct CloseDatabase {
+  void operator()(sqlite3* database) const noexcept;
+};
+using DatabaseHandle = std::unique_ptr<sqlite3, CloseDatabase>;
+
+struct FinalizeStatement {
+  void operator()(sqlite3_stmt* statement) const noexcept;
+};
+using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
+
+/// Opens the file of the system's tables: durable commits, Unicode text comparison, a large page cache.
+/// Throws DatabaseError when the file is missing, unreadable or something else; it is then left as it was.
+DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
+/// Creates `file`, which must not exist, as an empty database. Throws DatabaseError.
+DatabaseHandle CreateEmpty(const std::filesystem::path& file);
+
+/// Throws DatabaseError unless SQLite's `result` is success.
+void Check(sqlite3* database, int result);
+/// Throws DatabaseError.
+StatementHandle Prepare(sqlite3* database, std::string_view sql);
+/// Moves on to the next row and tells whether there is one. Throws DatabaseError, which names the statement
+/// but none of its parameters; the statement is then reset.
+bool Step(sqlite3_stmt* statement);
+/// Runs a statement without rows from start to end. Throws DatabaseError.
+void Run(sqlite3_stmt* statement);
+/// Runs statements without rows. Throws DatabaseError.
+void Run(sqlite3* database, const char* sql);
+/// The current row's text.
+std::string_view ColumnText(sqlite3_stmt* statement, int column);
+
+}  // namespace orlune::sqlite

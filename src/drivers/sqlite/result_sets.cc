@@ -1,0 +1,85 @@
+#include "drivers/sqlite/result_sets.h"
+
+#include <utility>
+
+#include <sqlite3.h>
+
+#include "drivers/access_sql/evaluation.h"
+
+namespace orlune::sqlite {
+
+using access_sql::ColumnType;
+
+namespace {
+
+int FindColumn(const Translation& translation, std::string_view name) {
+  for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
+    if (access_sql::SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
+  }
+  throw DatabaseError("there is no result column " + std::string(name));
+}
+
+Value ReadField(sqlite3_stmt* row, int column, ColumnType type) {
+  if (sqlite3_column_type(row, column) == SQLITE_NULL) {
+    return type == ColumnType::kYesNo ? Value(false) : Value();
+  }
+  switch (type) {
+    case ColumnType::kCounter:
+    case ColumnType::kLong:
+      return sqlite3_column_int64(row, column);
+    case ColumnType::kYesNo:
+      return sqlite3_column_int64(row, column) != 0;
+    default:
+      return access_sql::ReadStoredText(type, ColumnText(row, column));
+  }
+}
+
+}  // namespace
+
+RunningRows::RunningRows(std::shared_ptr<Lease> lease, RunningStatement running)
+    : lease_(std::move(lease)), origin_(running.Origin()), running_(std::move(running)) {}
+
+bool RunningRows::Next() {
+  if (!running_) return false;
+  if (Step(running_->Handle())) return true;
+  running_.reset();
+  lease_.reset();
+  return false;
+}
+
+int RunningRows::Column(std::string_view name) const {
+  return FindColumn(origin_->Translation, name);
+}
+
+Value RunningRows::Get(int column) const {
+  if (!running_) return {};
+  return ReadField(running_->Handle(), column,
+                   origin_->Translation.Columns[static_cast<std::size_t>(column)].Type);
+}
+
+ReadRows::ReadRows(RunningStatement running) : origin_(running.Origin()) {
+  while (Step(running.Handle())) {
+    int column = 0;
+    for (const ResultColumn& described : origin_->Translation.Columns) {
+      Value field = ReadField(running.Handle(), column++, described.Type);
+      if (auto* text = std::get_if<std::string_view>(&field)) *text = texts_.emplace_back(*text);
+      fields_.push_back(field);
+    }
+  }
+}
+
+bool ReadRows::Next() {
+  if (nextRow_ * origin_->Translation.Columns.size() >= fields_.size()) return false;
+  ++nextRow_;
+  return true;
+}
+
+int ReadRows::Column(std::string_view name) const {
+  return FindColumn(origin_->Translation, name);
+}
+
+Value ReadRows::Get(int column) const {
+  return fields_[(nextRow_ - 1) * origin_->Translation.Columns.size() + static_cast<std::size_t>(column)];
+}
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,41 @@
+#include "drivers/sqlite/sqlite_driver.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <sys/stat.h>
+
+#include "drivers/sqlite/connection.h"
+#include "drivers/sqlite/pool.h"
+
+namespace orlune {
+
+SqliteDriver::SqliteDriver(const RegionalSettings& regional, SqliteOptions options)
+    : regional_(regional), options_(options) {}
+
+SqliteDriver::~SqliteDriver() = default;
+
+std::unique_ptr<Connection> SqliteDriver::Open(const std::string& path) {
+  return std::make_unique<sqlite::SqliteConnection>(PoolOf(path));
+}
+
+SqliteDriver::FileIdentity SqliteDriver::Identify(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) {
+    throw DatabaseError("cannot open " + path + ": " + std::generic_category().message(errno));
+  }
+  return {status.st_dev, status.st_ino};
+}
+
+std::shared_ptr<sqlite::Pool> SqliteDriver::PoolOf(const std::string& path) {
+  const FileIdentity identity = Identify(path);
+  const std::lock_guard lock(mutex_);
+  OpenFile& file = files_[path];
+  if (!file.Databases || file.Identity != identity) {
+    file = {identity,
+            std::make_shared<sqlite::Pool>(path, options_.BusyTimeout, options_.MostIdle, regional_)};
+  }
+  return file.Databases;
+}
+
+}  // namespace orlune

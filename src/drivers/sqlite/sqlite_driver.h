@@ -1,0 +1,60 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "platform/database.h"
+#include "platform/regional_settings.h"
+
+namespace orlune {
+
+namespace sqlite {
+class Pool;
+}
+
+struct SqliteOptions {
+  std::chrono::milliseconds BusyTimeout{5000};  ///< how long a statement waits for another writer
+  std::size_t MostIdle = 32;                    ///< databases kept open for each file
+};
+
+/// Keeps calendars in SQLite files. What was committed survives the end of the process and loss of power.
+/// Texts compare ignoring case by Unicode's rules, under the name NOCASE: other SQLite programs can read the
+/// files, but must not write texts beyond ASCII to them.
+class SqliteDriver : public DatabaseDriver {
+ public:
+  /// Dates in statements are read as `regional` writes them; it has to outlive the driver and its
+  /// connections.
+  explicit SqliteDriver(const RegionalSettings& regional, SqliteOptions options = {});
+  ~SqliteDriver() override;
+
+  /// Never creates a file, and refuses those that are not this system's.
+  std::unique_ptr<Connection> Open(const std::string& path) override;
+
+ private:
+  /// What tells a file from another one that took its name.
+  struct FileIdentity {
+    std::uint64_t Device = 0;
+    std::uint64_t Number = 0;
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+  };
+  struct OpenFile {
+    FileIdentity Identity;
+    std::shared_ptr<sqlite::Pool> Databases;
+  };
+
+  static FileIdentity Identify(const std::string& path);
+  std::shared_ptr<sqlite::Pool> PoolOf(const std::string& path);
+
+  const RegionalSettings& regional_;
+  const SqliteOptions options_;
+  std::mutex mutex_;
+  std::map<std::string, OpenFile, std::less<>> files_;
+};
+
+}  // namespace orlune

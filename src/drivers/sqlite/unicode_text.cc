@@ -1,0 +1,202 @@
+#include "drivers/sqlite/unicode_text.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include <sqlite3.h>
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include "drivers/sqlite/handles.h"
+
+namespace orlune::sqlite {
+
+namespace {
+
+constexpr char32_t kAnyText = 0x110000;
+constexpr char32_t kAnyCodePoint = 0x110001;
+constexpr char32_t kReplacement = 0xFFFD;
+/// Marks where a code point of the original text begins among its folded ones.
+constexpr char32_t kBegins = 0x80000000;
+
+bool IsAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+char FoldAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+}
+
+/// The code points that one code point folds to.
+struct Folding {
+  std::array<char32_t, 8> CodePoints;
+  std::size_t Count = 0;
+};
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"  // in ICU's macros
+
+/// Takes one code point off the front of `text`, which is not empty; below 0 when it is not UTF-8.
+UChar32 TakeCodePoint(std::string_view& text) {
+  int32_t position = 0;
+  UChar32 codePoint = 0;
+  const auto length = static_cast<int32_t>(std::min<std::size_t>(text.size(), U8_MAX_LENGTH));
+  U8_NEXT(text.data(), position, length, codePoint);
+  text.remove_prefix(static_cast<std::size_t>(position));
+  return codePoint;
+}
+
+#pragma GCC diagnostic pop
+
+/// Takes one code point off the front of `text`, which is not empty.
+Folding TakeFolded(std::string_view& text) {
+  if (IsAscii(text.front())) {
+    const auto folded = static_cast<char32_t>(FoldAscii(text.front()));
+    text.remove_prefix(1);
+    return {{folded}, 1};
+  }
+  UChar32 codePoint = TakeCodePoint(text);
+  if (codePoint < 0) return {{kReplacement}, 1};
+
+  std::array<UChar, 2> source{};
+  int32_t sourceLength = 0;
+  U16_APPEND_UNSAFE(source.data(), sourceLength, codePoint);
+  std::array<UChar, 8> target{};
+  UErrorCode error = U_ZERO_ERROR;
+  const int32_t targetLength = u_strFoldCase(target.data(), static_cast<int32_t>(target.size()),
+                                             source.data(), sourceLength, U_FOLD_CASE_DEFAULT, &error);
+  Folding folding;
+  for (int32_t i = 0; i < targetLength;) {
+    U16_NEXT(target.data(), i, targetLength, codePoint);
+    folding.CodePoints[folding.Count++] = static_cast<char32_t>(codePoint);
+  }
+  return folding;
+}
+
+/// Gives the folded code points of a text one by one.
+class FoldedReader {
+ public:
+  explicit FoldedReader(std::string_view text) : text_(text) {}
+
+  /// The next one, or -1 at the end.
+  std::int64_t Next() {
+    if (index_ == folding_.Count) {
+      if (text_.empty()) return -1;
+      folding_ = TakeFolded(text_);
+      index_ = 0;
+    }
+    return folding_.CodePoints[index_++];
+  }
+
+ private:
+  std::string_view text_;
+  Folding folding_;
+  std::size_t index_ = 0;
+};
+
+int CompareFolded(std::string_view left, std::string_view right) {
+  FoldedReader leftReader(left);
+  FoldedReader rightReader(right);
+  while (true) {
+    const std::int64_t leftNext = leftReader.Next();
+    const std::int64_t rightNext = rightReader.Next();
+    if (leftNext != rightNext) return leftNext < rightNext ? -1 : 1;
+    if (leftNext < 0) return 0;
+  }
+}
+
+int Collate(void*, int leftLength, const void* left, int rightLength, const void* right) {
+  return CompareIgnoringCase({static_cast<const char*>(left), static_cast<std::size_t>(leftLength)},
+                             {static_cast<const char*>(right), static_cast<std::size_t>(rightLength)});
+}
+
+std::string_view TextOf(sqlite3_value* value) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL)
+    return;
+  auto* known = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
+  std::unique_ptr<LikePattern> compiled;
+  if (known == nullptr) compiled = std::make_unique<LikePattern>(TextOf(arguments[0]));
+  LikePattern& pattern = known == nullptr ? *compiled : *known;
+  sqlite3_result_int(context, pattern.Matches(TextOf(arguments[1])) ? 1 : 0);
+  if (!compiled) return;
+  sqlite3_set_auxdata(context, 0, compiled.release(), [](void* pointer) {
+    const std::unique_ptr<LikePattern> freed(static_cast<LikePattern*>(pointer));
+  });
+}
+
+}  // namespace
+
+int CompareIgnoringCase(std::string_view left, std::string_view right) {
+  const std::size_t shorter = std::min(left.size(), right.size());
+  for (std::size_t i = 0; i < shorter; ++i) {
+    if (!IsAscii(left[i]) || !IsAscii(right[i])) return CompareFolded(left.substr(i), right.substr(i));
+    const char leftFolded = FoldAscii(left[i]);
+    const char rightFolded = FoldAscii(right[i]);
+    if (leftFolded != rightFolded) return leftFolded < rightFolded ? -1 : 1;
+  }
+  if (left.size() == right.size()) return 0;
+  return left.size() < right.size() ? -1 : 1;
+}
+
+LikePattern::LikePattern(std::string_view pattern) {
+  while (!pattern.empty()) {
+    if (pattern.front() == '%' || pattern.front() == '_') {
+      pattern_ += pattern.front() == '%' ? kAnyText : kAnyCodePoint;
+      pattern.remove_prefix(1);
+      continue;
+    }
+    const Folding folding = TakeFolded(pattern);
+    pattern_.append(folding.CodePoints.data(), folding.Count);
+  }
+}
+
+bool LikePattern::Matches(std::string_view text) {
+  folded_.clear();
+  while (!text.empty()) {
+    const std::size_t begin = folded_.size();
+    const Folding folding = TakeFolded(text);
+    folded_.append(folding.CodePoints.data(), folding.Count);
+    folded_[begin] |= kBegins;
+  }
+
+  std::size_t at = 0;
+  std::size_t patternAt = 0;
+  std::size_t retryAt = 0;
+  std::size_t retryPatternAt = 0;  // just past the last "%" met, 0 for none
+  while (at < folded_.size()) {
+    const char32_t wanted = patternAt < pattern_.size() ? pattern_[patternAt] : 0;
+    if (wanted == kAnyText) {
+      retryPatternAt = ++patternAt;
+      retryAt = at;
+    } else if (wanted == kAnyCodePoint && (folded_[at] & kBegins) != 0) {
+      ++patternAt;
+      do {
+        ++at;
+      } while (at < folded_.size() && (folded_[at] & kBegins) == 0);
+    } else if (patternAt < pattern_.size() && wanted == (folded_[at] & ~kBegins)) {
+      ++patternAt;
+      ++at;
+    } else if (retryPatternAt > 0) {
+      patternAt = retryPatternAt;
+      at = ++retryAt;
+    } else {
+      return false;
+    }
+  }
+  return pattern_.find_first_not_of(kAnyText, patternAt) == std::u32string::npos;
+}
+
+void CompareTextsAsUnicode(sqlite3* database) {
+  Check(database, sqlite3_create_collation_v2(database, "NOCASE", SQLITE_UTF8, nullptr, Collate, nullptr));
+  Check(database, sqlite3_create_function_v2(database, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                             Like, nullptr, nullptr, nullptr));
+}
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+
+namespace orlune::sqlite {
+
+/// Below, at or above 0 as `left` comes before, equals or comes after `right`, both UTF-8, when their cases
+/// are folded by Unicode's rules.
+int CompareIgnoringCase(std::string_view left, std::string_view right);
+
+/// A pattern where "%" stands for any text and "_" for any one code point; everything else stands for itself,
+/// whatever its case. One object serves one thread.
+class LikePattern {
+ public:
+  explicit LikePattern(std::string_view pattern);
+  bool Matches(std::string_view text);
+
+ private:
+  std::u32string pattern_;
+  std::u32string folded_;
+};
+
+/// Makes the collation NOCASE and the operator LIKE of a database compare so. Files keep the built-in
+/// collation's name: other SQLite programs can read them, but must not write texts beyond ASCII to them,
+/// since their NOCASE orders the indexes differently.
+void CompareTextsAsUnicode(sqlite3* database);
+
+}  // namespace orlune::sqlite
