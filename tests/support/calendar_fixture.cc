@@ -1,0 +1,90 @@
+#include "support/calendar_fixture.h"
+
+#include <fstream>
+
+#include "data/field.h"
+#include "data/schema_upgrade.h"
+#include "drivers/icu/icu_regional_settings.h"
+#include "drivers/sqlite/base_schema.h"
+
+namespace orlune::testing {
+namespace {
+
+FakeHost::Fields ParseQuery(std::string_view query) {
+  FakeHost::Fields fields;
+  while (!query.empty()) {
+    const std::string_view pair = query.substr(0, query.find('&'));
+    query.remove_prefix(std::min(query.size(), pair.size() + 1));
+    const std::size_t equals = pair.find('=');
+    fields[std::string(pair.substr(0, equals))] = pair.substr(std::min(pair.size(), equals + 1));
+  }
+  return fields;
+}
+
+}  // namespace
+
+CalendarFixture::CalendarFixture()
+    : regional_(LoadRegionalSettings("en_US")),
+      driver_(regional_),
+      surroundings_{clock_, driver_, regional_, languagePacks_},
+      databaseFile_((folder_.Path() / "calendar.db").string()) {
+  host_.SiteFolder = folder_.Path();
+  std::filesystem::create_directory(folder_.Path() / "css");
+  std::ofstream(folder_.Path() / "css" / "dark.css") << "BODY {}";
+
+  CreateBaseDatabase(databaseFile_);
+  UpgradeSchema(*driver_.Open(databaseFile_));
+  Run(Statement("INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('Dark', 'dark.css')"));
+  for (const auto& [name, friendlyName] :
+       {std::pair{"default", "Everybody"}, {"sales", "Sales"}, {"staff", "Staff"}}) {
+    Run(Statement(
+        "INSERT INTO Calendars (Name, FriendlyName, IsGroup, IsHidden) VALUES ('{}', '{}', yes, no)", name,
+        friendlyName));
+  }
+  const SqlLiteral user(
+      "INSERT INTO Calendars (Name, FriendlyName, Password, MemberOfGroups, AdminOfGroups, StyleSheet, "
+      "DayBegin, "
+      "DayEnd, StartMode, ClockMode, FirstDayOfWeek, Weekend, IsHidden) VALUES ");
+  Run(Statement("{}('admin', 'Administrator', 'demo1', '', '', 1, 8, 17, 'month', 24, 2, '1, 7', yes)",
+                user));
+  Run(Statement(
+      "{}('anna', 'Anna A', 'secret', 'sales, staff', 'sales', 1, 8, 17, 'week', 24, 2, '1, 7', no)", user));
+  Run(Statement("{}('ben', 'Ben B', Null, '', '', 1, 9, 16, 'day', 12, 1, '1, 7', yes)", user));
+}
+
+const Answer& CalendarFixture::Send(const std::string& query, FakeHost::Fields form) {
+  host_.StartRequest(ParseQuery(query), std::move(form), query);
+  Orlune page(surroundings_);
+  page.DBPath(databaseFile_);
+  configure_(page);
+  page.OnStartPage(host_.Context());
+  page.Execute();
+  return host_.LastAnswer();
+}
+
+void CalendarFixture::LogIn(const std::string& name, const std::string& password) {
+  Post("p=l", {{"Name", name}, {"Passwd", password}});
+}
+
+void CalendarFixture::Run(const Statement& statement) {
+  driver_.Open(databaseFile_)->Execute(statement);
+}
+
+std::string CalendarFixture::Read(const Statement& query) {
+  const auto connection = driver_.Open(databaseFile_);
+  const auto rows = connection->Query(query);
+  if (!rows->Next()) return "(none)";
+  const Value value = rows->Get(0);
+  if (const auto number = NumberOf(value)) return std::to_string(*number);
+  if (std::holds_alternative<bool>(value)) return YesNoOf(value) ? "yes" : "no";
+  return std::string(TextOf(value));
+}
+
+int CalendarFixture::AddEvent(std::string_view owner, std::string_view name, SqlLiteral columns,
+                              SqlLiteral values) {
+  Run(Statement("INSERT INTO Events (Owner, EventName, {}) VALUES ('{}', '{}', {})", columns, owner, name,
+                values));
+  return std::stoi(Read(Statement("SELECT TOP 1 EventID FROM Events ORDER BY EventID DESC")));
+}
+
+}  // namespace orlune::testing

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "component/orlune.h"
+#include "data/statement.h"
+#include "drivers/sqlite/sqlite_driver.h"
+#include "support/fake_host.h"
+#include "support/temporary_folder.h"
+
+namespace orlune::testing {
+
+/// Always the same moment: Monday, 15 March 2004, 10:30.
+class FixedClock : public Clock {
+ public:
+  DateTime Now() const override {
+    return {std::chrono::year{2004} / 3 / 15, std::chrono::hours{10} + std::chrono::minutes{30}};
+  }
+};
+
+class NoLanguagePacks : public LocaliserFactory {
+ public:
+  std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
+};
+
+/// The component in front of a fresh database in the region en_US. The database holds the users 'admin',
+/// 'anna' (password "secret"; in the groups sales and staff; administers sales) and 'ben' (no password;
+/// hidden), and the groups 'default', 'sales' and 'staff'.
+class CalendarFixture : public ::testing::Test {
+ protected:
+  CalendarFixture();
+
+  /// Sends a request such as "p=c&dm=week"; values are taken undecoded.
+  const Answer& Get(const std::string& query = "") { return Send(query, {}); }
+  const Answer& Post(const std::string& query, FakeHost::Fields form) { return Send(query, std::move(form)); }
+  void LogIn(const std::string& name, const std::string& password);
+
+  /// Runs a statement of the dialect.
+  void Run(const Statement& statement);
+  /// The first field of the first row as text, or "(none)".
+  std::string Read(const Statement& query);
+  /// Adds an event of `owner` and returns its number. Columns and values are pieces of an INSERT.
+  int AddEvent(std::string_view owner, std::string_view name, SqlLiteral columns, SqlLiteral values);
+
+  TemporaryFolder folder_;
+  RegionalSettings regional_;
+  SqliteDriver driver_;
+  FixedClock clock_;
+  NoLanguagePacks languagePacks_;
+  Surroundings surroundings_;
+  FakeHost host_;
+  std::string databaseFile_;
+  /// How the hosting page sets the component up, beyond its database.
+  std::function<void(Orlune&)> configure_ = [](Orlune&) {};
+
+ private:
+  const Answer& Send(const std::string& query, FakeHost::Fields form);
+};
+
+}  // namespace orlune::testing
