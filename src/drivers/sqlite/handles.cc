@@ -38,7 +38,8 @@ void RequireOurTables(sqlite3* database) {
 }
 
 void Configure(sqlite3* database) {
-  Run(database, "PRAGMA journal_mode = WAL");
+  const bool isReadOnly = sqlite3_db_readonly(database, "main") == 1;
+  if (!isReadOnly) Run(database, "PRAGMA journal_mode = WAL");
   Run(database, "PRAGMA synchronous = FULL");
   Run(database, "PRAGMA cache_size = -65536");
   Run(database, "PRAGMA temp_store = MEMORY");
