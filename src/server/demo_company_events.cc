@@ -22,11 +22,6 @@ namespace {
 
 constexpr int kMonthsAround = 4;
 
-/// Minutes since midnight.
-constexpr int At(int hour, int minute) {
-  return hour * 60 + minute;
-}
-
 /// Throws the same numbers in every build: the demo is the same for everybody who makes it on one day.
 class Dice {
  public:

@@ -142,7 +142,10 @@ std::string InitDatabase(const InitOptions& options, const RegionalSettings& reg
   if (fs::exists(options.File)) {
     throw std::runtime_error("The file " + options.File.string() + " exists already; it was left as it is.");
   }
-  const std::string password = PasswordOf(options);
+  const fs::path folder = fs::absolute(options.File).parent_path();
+  if (!fs::is_directory(folder))
+    throw std::runtime_error("The folder " + folder.string() + " does not exist.");
+  std::string password = PasswordOf(options);
   try {
     UnfinishedDatabase unfinished(options.File);
     CreateBaseDatabase(unfinished.Path());
