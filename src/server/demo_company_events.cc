@@ -107,7 +107,7 @@ class PersonalCalendar {
 
  private:
   void FillWorkday(Date day) {
-    constexpr std::array kEventsADay{0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 2, 2, 3};
+    constexpr std::array kEventsADay{0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 2, 2, 2, 3};
     for (int count = dice_.Pick<int>(kEventsADay); count > 0; --count) {
       Add(dice_.Chance(75) ? work_ : common_, day);
     }
