@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <set>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "drivers/access_sql/dialect_error.h"
 #include "drivers/access_sql/evaluation.h"
@@ -33,7 +33,8 @@ TEST(DialectParser, AcceptsWhatThePagesAsk) {
       {"ALTER TABLE Calendars ADD COLUMN ClockMode LONG", {}},
       {"ALTER TABLE Events ADD COLUMN EventType TEXT (50)", {}},
       {"ALTER TABLE Calendars DROP COLUMN MondayFirst", {}},
-      {"CREATE TABLE EventTypes (TypeID COUNTER CONSTRAINT TypeID PRIMARY KEY, TypeName TEXT (50), FileName TEXT (50))",
+      {"CREATE TABLE EventTypes (TypeID COUNTER CONSTRAINT TypeID PRIMARY KEY, TypeName TEXT (50), FileName "
+       "TEXT (50))",
        {}},
       {"UPDATE Calendars SET IsHidden = no WHERE IsGroup = no AND Name <> 'admin'", {}},
       {"UPDATE Calendars SET Weekend = '1, 7'", {}},
@@ -45,13 +46,16 @@ TEST(DialectParser, AcceptsWhatThePagesAsk) {
       {"SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ('{}', '{}')", {"ann", "bob"}},
       {"SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC", {}},
       {"DELETE FROM Events WHERE (EventID IN ({}))", {"4, 9, 12"}},
-      {"SELECT * FROM Events WHERE (Owner In ('{}', '{}')) AND ((Type = 'none' AND BeginDate >= DateValue('{}') AND "
+      {"SELECT * FROM Events WHERE (Owner In ('{}', '{}')) AND ((Type = 'none' AND BeginDate >= "
+       "DateValue('{}') AND "
        "BeginDate <= DateValue('{}')) OR (Type <> 'none' AND BeginDate <= DateValue('{}') AND EndDate >= "
        "DateValue('{}'))) ORDER BY BeginTime",
        {"ann", "default", "3/1/2004", "3/31/2004", "3/31/2004", "3/1/2004"}},
       {"SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No", {"ann"}},
-      {"SELECT Name FROM Calendars WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName", {""}},
-      {"SELECT EventID FROM Events INNER JOIN Calendars ON Events.Owner = Calendars.Name WHERE ((EventName LIKE "
+      {"SELECT Name FROM Calendars WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
+       {""}},
+      {"SELECT EventID FROM Events INNER JOIN Calendars ON Events.Owner = Calendars.Name WHERE ((EventName "
+       "LIKE "
        "'%{}%') OR (Comments LIKE '%{}%')) AND (SuggestState In ('accepted', '-') OR SuggestState Is Null) ",
        {"a", "a"}},
       {"INSERT INTO Messages (Sender, Viewed, Suggestion) VALUES ('{}', no, Null)", {"ann"}},
@@ -103,7 +107,8 @@ TEST(DialectParser, RefusesEverythingElse) {
     };
     EXPECT_THROW(prepare(), DialectError) << test.Format;
   }
-  EXPECT_THROW(Parse(Spliced("SELECT Name FROM Calendars WHERE " + std::string(5000, '('), {})), DialectError);
+  EXPECT_THROW(Parse(Spliced("SELECT Name FROM Calendars WHERE " + std::string(5000, '('), {})),
+               DialectError);
 }
 
 TEST(DialectParser, TellsWhereItStopped) {
@@ -123,7 +128,8 @@ TEST(DialectParser, ReadsKeywordsInAnyCase) {
 TEST(SplicedValue, NeverChangesTheStatementItStandsIn) {
   const char* format = "SELECT Name FROM Calendars WHERE Name = '{}' AND FriendlyName LIKE '%{}_{}%'";
   const Spliced plain(format, {"a", "b", "c"});
-  for (const char* hostile : {"", "'", "''", "' OR '1'='1", "'; DELETE FROM Events; --", "/*", "\\'", "%", "{}", "\x01t"}) {
+  for (const char* hostile :
+       {"", "'", "''", "' OR '1'='1", "'; DELETE FROM Events; --", "/*", "\\'", "%", "{}", "\x01t"}) {
     const Spliced statement(format, {hostile, hostile, hostile});
     EXPECT_EQ(KeyOf(statement), KeyOf(plain)) << hostile;
     EXPECT_EQ(Parse(statement), Parse(plain)) << hostile;
@@ -132,12 +138,14 @@ TEST(SplicedValue, NeverChangesTheStatementItStandsIn) {
 
 TEST(ShapeKey, DiffersWhereATranslationWould) {
   const char* format = "UPDATE Events SET Private = {} WHERE EventID IN ({})";
-  const std::vector<Values> shapes{{"yes", "1"}, {"no", "1"}, {"Null", "1"}, {"1", "1"}, {"1", "1, 2"}, {"1, 2", "1"}};
+  const std::vector<Values> shapes{{"yes", "1"}, {"no", "1"},   {"Null", "1"},
+                                   {"1", "1"},   {"1", "1, 2"}, {"1, 2", "1"}};
   std::set<std::string> keys;
   for (const Values& values : shapes) keys.insert(KeyOf(Spliced(format, values)));
   EXPECT_EQ(keys.size(), shapes.size());
   EXPECT_EQ(KeyOf(Spliced(format, {"YES", "7, -8"})), KeyOf(Spliced(format, {"yes", "1, 2"})));
-  EXPECT_NE(KeyOf(Spliced("SELECT A FROM T WHERE A = '{}'", {"x"})), KeyOf(Spliced("SELECT A FROM T WHERE A = 'x'", {})));
+  EXPECT_NE(KeyOf(Spliced("SELECT A FROM T WHERE A = '{}'", {"x"})),
+            KeyOf(Spliced("SELECT A FROM T WHERE A = 'x'", {})));
 }
 
 TEST(MaskedText, ShowsNoValue) {
@@ -220,7 +228,8 @@ TEST(ReadStoredText, ReadsOnlyWhatIsStoredSo) {
   EXPECT_EQ(ReadStoredText(ColumnType::kDate, "2004-02-29"),
             Value(Date{std::chrono::year{2004} / std::chrono::February / 29}));
   EXPECT_EQ(ReadStoredText(ColumnType::kTime, "23:59:58"), Value(TimeOfDay{86398}));
-  for (const char* broken : {"", "2005-02-29", "2004-2-29", "2004-02-29 10:00:00", "04-02-29xx", "2004/02/29"}) {
+  for (const char* broken :
+       {"", "2005-02-29", "2004-2-29", "2004-02-29 10:00:00", "04-02-29xx", "2004/02/29"}) {
     EXPECT_EQ(ReadStoredText(ColumnType::kDate, broken), Value()) << broken;
   }
   for (const char* broken : {"", "24:00:00", "10:60:00", "10:00", "1 :00:00"}) {

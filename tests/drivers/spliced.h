@@ -11,7 +11,8 @@ namespace orlune::testing {
 /// A statement made at run time: the values take the places of "{}".
 class Spliced {
  public:
-  Spliced(std::string_view format, const std::vector<std::string>& values) {  // NOLINT(google-explicit-constructor)
+  Spliced(std::string_view format,
+          const std::vector<std::string>& values) {  // NOLINT(google-explicit-constructor)
     for (const std::string& value : values) {
       const std::size_t place = format.find("{}");
       text_ += format.substr(0, place);

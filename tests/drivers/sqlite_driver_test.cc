@@ -1,5 +1,6 @@
 #include "drivers/sqlite/sqlite_driver.h"
 
+#include <array>
 #include <atomic>
 #include <fstream>
 #include <thread>
@@ -26,6 +27,12 @@ class Unprivileged {
   const bool isRoot_ = geteuid() == 0;
 };
 
+template <class Action>
+void InFourThreads(Action action) {
+  std::array<std::jthread, 4> threads;
+  for (std::jthread& thread : threads) thread = std::jthread(action);
+}
+
 class SqliteFile : public testing::SqliteFixture {
  protected:
   Texts Names(Connection& connection) {
@@ -35,7 +42,7 @@ class SqliteFile : public testing::SqliteFixture {
   /// Why `path` cannot be opened; empty when it can.
   std::string Refusal(const std::string& path) {
     try {
-      driver_.Open(path);
+      const auto opened = driver_.Open(path);
       return "";
     } catch (const DatabaseError& error) {
       return error.what();
@@ -256,17 +263,13 @@ TEST_F(SqliteFile, FailsAWriteThatWaitedTooLongAndGoesOn) {
 
 TEST_F(SqliteFile, TakesWritesOfSeveralThreads) {
   SqliteDriver patient(regional_);
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 4; ++thread) {
-    threads.emplace_back([&] {
-      for (int i = 0; i < 10; ++i) {
-        const auto connection = patient.Open(file_);
-        Names(*connection);
-        AddCalendar(*connection, "ann");
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  InFourThreads([&] {
+    for (int i = 0; i < 10; ++i) {
+      const auto connection = patient.Open(file_);
+      Names(*connection);
+      AddCalendar(*connection, "ann");
+    }
+  });
   EXPECT_EQ(Names(*Open()).size(), 40U);
 }
 

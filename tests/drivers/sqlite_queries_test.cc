@@ -15,6 +15,17 @@ class SqliteQueries : public testing::SqliteFixture {
  protected:
   Texts Names(const StatementText& query) { return Column(*connection_, query, "Name"); }
 
+  /// How SQLite would run a query, a line for each step.
+  std::string Plan(const StatementText& query) const {
+    const auto raw = sqlite::OpenExisting(file_, {});
+    const auto translation =
+        sqlite::Translate(access_sql::Parse(query), sqlite::ReadCatalogue(raw.get()), regional_);
+    const auto step = sqlite::Prepare(raw.get(), "EXPLAIN QUERY PLAN " + translation.Sql);
+    std::string plan = translation.Sql;
+    while (sqlite::Step(step.get())) plan.append("\n").append(sqlite::ColumnText(step.get(), 3));
+    return plan;
+  }
+
   std::unique_ptr<Connection> connection_ = Open();
 };
 
@@ -195,43 +206,56 @@ TEST_F(SqliteQueries, TellWhatIsWrongWithoutShowingValues) {
 }
 
 TEST_F(SqliteQueries, OfAPageReadThroughIndexes) {
-  connection_->Execute(
-      Statement("CREATE TABLE GroupViews (GroupID COUNTER CONSTRAINT GroupID PRIMARY KEY, FriendlyName TEXT "
-                "(50), Name TEXT "
-                "(50), Owner TEXT (50))"));
+  connection_->Execute(Statement(
+      "CREATE TABLE GroupViews (GroupID COUNTER CONSTRAINT GroupID PRIMARY KEY, FriendlyName TEXT (50), "
+      "Name TEXT (50), Owner TEXT (50))"));
   connection_->Execute(Statement("ALTER TABLE Calendars ADD COLUMN IsHidden YESNO"));
   connection_ = Open();
-  const std::vector<Spliced> queries{
-      {"SELECT * FROM Events WHERE (Owner In ('{}', '{}', 'default')) AND ((Type = 'none' AND BeginDate >= "
-       "DateValue('{}') AND BeginDate <= DateValue('{}')) OR (Type <> 'none' AND BeginDate <= "
-       "DateValue('{}') AND "
-       "EndDate >= DateValue('{}'))) ORDER BY BeginTime",
-       {"a", "b", "3/1/2004", "3/31/2004", "3/31/2004", "3/1/2004"}},
-      {"SELECT Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", {"ann"}},
-      {"SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ('{}', '{}')", {"a", "b"}},
-      {"SELECT Count(MessageID) AS N FROM Messages WHERE Recipient = '{}' AND Viewed = No", {"ann"}},
-      {"SELECT Sender FROM Messages WHERE Recipient = '{}' ORDER BY SentDate", {"ann"}},
-      {"SELECT SuggestState FROM Events INNER JOIN Calendars ON Events.Owner = Calendars.Name WHERE (SuggID "
-       "= '{}')",
-       {"7"}},
-      {"SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC", {}},
-      {"SELECT FriendlyName FROM GroupViews WHERE Name = '{}'", {"team"}},
-      {"SELECT FriendlyName FROM GroupViews WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName",
-       {"a"}},
-      {"SELECT SheetFile FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = StyleSheets.SheetID "
-       "WHERE "
-       "Name = '{}'",
-       {"ann"}},
+  struct Case {
+    Spliced Query;
+    Texts Searches;
   };
-  const auto raw = sqlite::OpenExisting(file_, {});
-  const auto catalogue = sqlite::ReadCatalogue(raw.get());
-  for (const Spliced& query : queries) {
-    const std::string sql = sqlite::Translate(access_sql::Parse(query), catalogue, regional_).Sql;
-    const auto plan = sqlite::Prepare(raw.get(), "EXPLAIN QUERY PLAN " + sql);
-    while (sqlite::Step(plan.get())) {
-      const std::string_view step = sqlite::ColumnText(plan.get(), 3);
-      EXPECT_FALSE(step.starts_with("SCAN")) << step << " in " << sql;
-    }
+  const std::vector<Case> cases{
+      {{"SELECT * FROM Events WHERE (Owner In ('{}', 'default')) AND ((Type = 'none' AND BeginDate >= "
+        "DateValue('{}') "
+        "AND BeginDate <= DateValue('{}')) OR (Type <> 'none' AND BeginDate <= DateValue('{}') AND EndDate "
+        ">= "
+        "DateValue('{}'))) ORDER BY BeginTime",
+        {"ann", "3/1/2004", "3/31/2004", "3/31/2004", "3/1/2004"}},
+       {"EventsOwnerBegin (Owner=? AND BeginDate>? AND BeginDate<?)",
+        "EventsRepeating (Owner=? AND EndDate>?)"}},
+      {{"SELECT Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", {"ann"}},
+       {"CalendarsName (Name=?)"}},
+      {{"SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ('{}', '{}')", {"a", "b"}},
+       {"CalendarsName (Name=?)"}},
+      {{"SELECT Count(MessageID) AS N FROM Messages WHERE Recipient = '{}' AND Viewed = No", {"ann"}},
+       {"COVERING INDEX MessagesUnread (Recipient=? AND Viewed=?)"}},
+      {{"SELECT Sender FROM Messages WHERE Recipient = '{}' ORDER BY SentDate", {"ann"}},
+       {"MessagesSent (Recipient=?)"}},
+      {{"SELECT SuggestState FROM Events INNER JOIN Calendars ON Owner = Calendars.Name WHERE (SuggID = "
+        "'{}')",
+        {"7"}},
+       {"EventsSuggID (SuggID=?)", "CalendarsName (Name=?)"}},
+      {{"SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC", {}},
+       {"EventsSuggestState (SuggestState=?)"}},
+      {{"SELECT FriendlyName FROM GroupViews WHERE Name = '{}'", {"team"}}, {"GroupViewsName (Name=?)"}},
+      {{"SELECT Name FROM GroupViews WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName", {"ann"}},
+       {"GroupViewsOwner (Owner=?)"}},
+      {{"SELECT SheetFile FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = "
+        "StyleSheets.SheetID WHERE "
+        "Name = '{}'",
+        {"ann"}},
+       {"CalendarsName (Name=?)", "PRIMARY KEY (rowid=?)"}},
+      {{"SELECT Name, FriendlyName, IsGroup FROM Calendars WHERE (IsHidden = no OR Name = '{}') ORDER BY "
+        "IsGroup, "
+        "FriendlyName",
+        {"ann"}},
+       {"COVERING INDEX CalendarsChoice"}},
+  };
+  for (const Case& test : cases) {
+    const std::string plan = Plan(test.Query);
+    EXPECT_EQ(plan.find("SCAN Events"), std::string::npos) << plan;
+    for (const std::string& search : test.Searches) EXPECT_NE(plan.find(search), std::string::npos) << plan;
   }
 }
 

@@ -19,7 +19,7 @@ struct BaseColumn {
   std::string_view Name;
   ColumnType Type;
   int Length = 0;
-  std::string_view Default = "";  ///< in SQL
+  std::string_view Default{};  ///< in SQL
 };
 
 struct BaseTable {

@@ -222,6 +222,8 @@ void Translator::Write(const access_sql::Junction& junction, const access_sql::S
 
 void Translator::WriteLiteral(const Literal& literal, const access_sql::Column& column) {
   if (!literal.IsFixed()) {
+    // A "?" of its own for each: SQLite would pull a comparison out of the branches of an OR that share it,
+    // and then search one index with that alone instead of one for each branch.
     result_.Parameters.push_back({literal, column});
     Sql() += '?';
     return;
