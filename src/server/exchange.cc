@@ -1,13 +1,16 @@
 #include "server/exchange.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 
+#include "server/url_encoding.h"
 #include "server/utf8.h"
 
 namespace orlune {
 namespace {
 
-constexpr std::size_t kFormReaderBuffer = 4096;
+constexpr std::size_t kPartsBuffer = 4096;
 constexpr std::size_t kPatience = 8;  // how many times the largest body is heard out
 
 // A browser that takes this server for a proxy sends the whole address.
@@ -16,6 +19,13 @@ std::string_view WithoutSite(std::string_view target) {
   if (!target.starts_with(kScheme)) return target;
   const std::size_t path = target.find('/', kScheme.size());
   return path == std::string_view::npos ? "/" : target.substr(path);
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return lower;
 }
 
 std::size_t AnnouncedLength(const NamedTexts& headers) {
@@ -28,7 +38,7 @@ std::size_t AnnouncedLength(const NamedTexts& headers) {
 }  // namespace
 
 Exchange::Exchange(std::string_view target, std::size_t largestBody)
-    : formReader_(nullptr, &MHD_destroy_post_processor), largestBody_(largestBody) {
+    : partsReader_(nullptr, &MHD_destroy_post_processor), largestBody_(largestBody) {
   target = WithoutSite(target);
   const std::size_t question = target.find('?');
   message_.Path = target.substr(0, question);
@@ -45,8 +55,7 @@ void Exchange::Begin(MHD_Connection* connection, std::string_view method) {
   const std::size_t announced = AnnouncedLength(message_.Headers);
   if (announced > largestBody_) refusal_ = MHD_HTTP_CONTENT_TOO_LARGE;
   isHopeless_ = announced > kPatience * largestBody_;
-  if (method == "POST" && refusal_ == 0)
-    formReader_.reset(MHD_create_post_processor(connection, kFormReaderBuffer, &TakeFieldPiece, this));
+  if (method == "POST" && refusal_ == 0) ExpectForm(connection);
 }
 
 bool Exchange::TakeBody(std::string_view piece) {
@@ -55,17 +64,26 @@ bool Exchange::TakeBody(std::string_view piece) {
     refusal_ = MHD_HTTP_CONTENT_TOO_LARGE;
     return bodyBytes_ <= kPatience * largestBody_;
   }
-  if (formReader_ != nullptr && refusal_ == 0 &&
-      MHD_post_process(formReader_.get(), piece.data(), piece.size()) != MHD_YES)
+  if (isQueryForm_) queryForm_ += piece;
+  if (partsReader_ != nullptr && MHD_post_process(partsReader_.get(), piece.data(), piece.size()) != MHD_YES)
     refusal_ = MHD_HTTP_BAD_REQUEST;
   return true;
 }
 
 void Exchange::End() {
-  if (formReader_ == nullptr) return;
-  if (MHD_destroy_post_processor(formReader_.release()) != MHD_YES && refusal_ == 0)
-    refusal_ = MHD_HTTP_BAD_REQUEST;
+  if (refusal_ != 0) return;
+  if (isQueryForm_) message_.Form = DecodeQuery(queryForm_);
+  if (partsReader_ == nullptr) return;
+  if (MHD_destroy_post_processor(partsReader_.release()) != MHD_YES) refusal_ = MHD_HTTP_BAD_REQUEST;
   CommitField();
+}
+
+void Exchange::ExpectForm(MHD_Connection* connection) {
+  const std::string type = LowerCase(message_.Headers.Find("Content-Type"));
+  isQueryForm_ = type.starts_with("application/x-www-form-urlencoded");
+  if (!type.starts_with("multipart/form-data")) return;
+  partsReader_.reset(MHD_create_post_processor(connection, kPartsBuffer, &TakePart, this));
+  if (partsReader_ == nullptr) refusal_ = MHD_HTTP_BAD_REQUEST;
 }
 
 void Exchange::CommitField() {
@@ -74,10 +92,9 @@ void Exchange::CommitField() {
   hasField_ = false;
 }
 
-MHD_Result Exchange::TakeFieldPiece(void* self, MHD_ValueKind /*kind*/, const char* name,
-                                    const char* fileName, const char* /*contentType*/,
-                                    const char* /*encoding*/, const char* piece, std::uint64_t offset,
-                                    std::size_t size) {
+MHD_Result Exchange::TakePart(void* self, MHD_ValueKind /*kind*/, const char* name, const char* fileName,
+                              const char* /*contentType*/, const char* /*encoding*/, const char* piece,
+                              std::uint64_t offset, std::size_t size) {
   Exchange& exchange = *static_cast<Exchange*>(self);
   if (name == nullptr || fileName != nullptr) return MHD_YES;
   if (offset == 0) {

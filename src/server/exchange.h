@@ -34,13 +34,16 @@ class Exchange {
   const RequestMessage& Message() const { return message_; }
 
  private:
+  void ExpectForm(MHD_Connection* connection);
   void CommitField();
-  static MHD_Result TakeFieldPiece(void* self, MHD_ValueKind kind, const char* name, const char* fileName,
-                                   const char* contentType, const char* encoding, const char* piece,
-                                   std::uint64_t offset, std::size_t size);
+  static MHD_Result TakePart(void* self, MHD_ValueKind kind, const char* name, const char* fileName,
+                             const char* contentType, const char* encoding, const char* piece,
+                             std::uint64_t offset, std::size_t size);
 
   RequestMessage message_;
-  std::unique_ptr<MHD_PostProcessor, decltype(&MHD_destroy_post_processor)> formReader_;
+  std::unique_ptr<MHD_PostProcessor, decltype(&MHD_destroy_post_processor)> partsReader_;
+  bool isQueryForm_ = false;
+  std::string queryForm_;
   std::string fieldName_;
   std::string fieldValue_;
   bool hasField_ = false;

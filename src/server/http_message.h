@@ -22,8 +22,17 @@ struct RequestMessage {
 
 /// The headers that the server looks at.
 inline constexpr const char* kReadHeaders[] = {
-    "Host",          "Origin",         "Sec-Fetch-Site",    "Cookie",           "User-Agent",
-    "If-None-Match", "Content-Length", "If-Modified-Since", "X-Forwarded-Proto"};
+    "Host",
+    "Origin",
+    "Sec-Fetch-Site",
+    "Cookie",
+    "User-Agent",
+    "Content-Length",
+    "Content-Type",
+    "If-None-Match",
+    "If-Modified-Since",
+    "X-Forwarded-Proto",
+};
 
 using Header = std::pair<std::string, std::string>;
 

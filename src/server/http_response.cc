@@ -60,8 +60,10 @@ ReplyMessage HttpResponse::Finish() {
 HttpResponse::Draft& HttpResponse::DraftOf(std::string_view cookie) {
   const auto known = drafts_.find(cookie);
   if (known != drafts_.end()) return known->second;
-  Draft draft{{request_.CookieSubKeys(cookie), std::nullopt}, std::string(pagePath_)};
-  return drafts_.emplace(cookie, std::move(draft)).first->second;
+  Draft& draft = drafts_[std::string(cookie)];
+  draft.Contents.SubKeys = request_.CookieSubKeys(cookie);
+  draft.Path = pagePath_;
+  return draft;
 }
 
 void HttpResponse::AddCookies(ReplyMessage& reply) const {

@@ -24,7 +24,7 @@ std::string KeyOf(std::string_view pagePath, std::string_view id) {
 
 SessionStore::SessionStore(std::chrono::seconds lifetime, std::size_t capacity, TimeSource now)
     : lifetime_(lifetime),
-      shardCapacity_(std::max<std::size_t>(capacity / shards_.size(), 1)),
+      shardCapacity_(std::max<std::size_t>(capacity / kShardCount, 1)),
       now_(std::move(now)) {}
 
 std::shared_ptr<SessionValues> SessionStore::Find(std::string_view pagePath, std::string_view id) {
@@ -40,7 +40,7 @@ std::shared_ptr<SessionValues> SessionStore::Find(std::string_view pagePath, std
 }
 
 std::string SessionStore::Start(std::string_view pagePath, std::shared_ptr<SessionValues> values) {
-  const std::string id = NewIdentifier();
+  std::string id = NewIdentifier();
   std::string key = KeyOf(pagePath, id);
   Shard& shard = ShardOf(key);
   const std::lock_guard lock(shard.Mutex);

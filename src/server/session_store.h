@@ -42,6 +42,7 @@ class SessionStore {
   std::size_t size();
 
  private:
+  static constexpr std::size_t kShardCount = 16;
   struct Entry {
     std::string Key;
     std::shared_ptr<SessionValues> Values;
@@ -60,7 +61,7 @@ class SessionStore {
   std::chrono::seconds lifetime_;
   std::size_t shardCapacity_;
   TimeSource now_;
-  std::array<Shard, 16> shards_;
+  std::array<Shard, kShardCount> shards_;
 };
 
 }  // namespace orlune

@@ -91,10 +91,7 @@ std::string ResolveDots(std::string_view path) {
     }
   }
   std::string resolved;
-  for (const std::string_view name : kept) {
-    if (&name != &kept.front()) resolved += '/';
-    resolved += name;
-  }
+  for (std::size_t i = 1; i < kept.size(); ++i) resolved.append(1, '/').append(kept[i]);
   return resolved;
 }
 

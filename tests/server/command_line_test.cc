@@ -1,0 +1,171 @@
+#include <array>
+#include <csignal>
+#include <optional>
+#include <vector>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "server/http_client.h"
+#include "server/write_file.h"
+#include "support/temporary_folder.h"
+
+namespace orlune::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The program as a process of its own; ended with the object.
+class Program {
+ public:
+  explicit Program(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), ORLUNE_PROGRAM);
+    std::array<int, 2> ends;
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    process_ = fork();
+    if (process_ == 0) Become(arguments, ends[1]);
+    close(ends[1]);
+    output_ = ends[0];
+  }
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program() {
+    if (!exitCode_) {
+      kill(process_, SIGKILL);
+      ExitCode();
+    }
+    close(output_);
+  }
+
+  void Signal(int signal) const { kill(process_, signal); }
+  /// What it writes to standard output and error up to the end of a line; "" at the end.
+  std::string ReadLine() const {
+    std::string line;
+    for (char c = 0; c != '\n' && read(output_, &c, 1) == 1;) line += c;
+    return line;
+  }
+  std::string ReadAll() const {
+    std::string all;
+    for (std::string line = ReadLine(); !line.empty(); line = ReadLine()) all += line;
+    return all;
+  }
+  int ExitCode() {
+    int status = 0;
+    if (!exitCode_ && waitpid(process_, &status, 0) == process_)
+      exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return *exitCode_;
+  }
+
+ private:
+  [[noreturn]] static void Become(const std::vector<std::string>& arguments, int output) {
+    dup2(output, STDOUT_FILENO);
+    dup2(output, STDERR_FILENO);
+    std::vector<char*> pointers;
+    for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
+    execv(pointers[0], pointers.data());
+    _exit(127);
+  }
+
+  pid_t process_;
+  int output_;
+  std::optional<int> exitCode_;
+};
+
+class CommandLine : public ::testing::Test {
+ protected:
+  CommandLine() {
+    fs::create_directory(folder_.Path() / "site");
+    WriteFile(configuration_, "[[page]]\npath = \"/a.asp\"\nDBPath = \"a.db\"\n");
+  }
+  std::vector<std::string> Serve(const std::vector<std::string>& more) const {
+    std::vector<std::string> arguments{"serve", "--config", configuration_.string()};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+  }
+
+  TemporaryFolder folder_;
+  fs::path configuration_ = folder_.Path() / "orlune.toml";
+};
+
+// Reads past the log up to the line that tells the address.
+std::string AddressOf(const Program& program) {
+  constexpr std::string_view kBefore = "listening on http://";
+  for (std::string line = program.ReadLine(); !line.empty(); line = program.ReadLine()) {
+    if (line.starts_with(kBefore))
+      return line.substr(kBefore.size(), line.find('/', kBefore.size()) - kBefore.size());
+  }
+  throw std::runtime_error("the program does not listen");
+}
+
+TEST_F(CommandLine, TellsSuccessFailureAndMisuseApart) {
+  const std::string database = WriteFile(folder_.Path() / "there.db", "x").string();
+  const std::string broken = WriteFile(folder_.Path() / "broken.toml", "[server]\nport = 1\n").string();
+  const struct {
+    std::vector<std::string> Arguments;
+    int ExitCode;
+    const char* Output;
+  } cases[] = {
+      {{"--version"}, 0, "orlune 1.0.0\n"},
+      {{"--help"}, 0, "serve"},
+      {{"serve", "--help"}, 0, "NoOLORLink"},
+      {{}, 2, "ubcommand"},
+      {{"dance"}, 2, "ubcommand"},
+      {{"serve"}, 2, "--config"},
+      {{"serve", "--config", broken}, 2, "line 2: port: unknown key"},
+      {Serve({"--listen", "nowhere:1"}), 2, "cannot listen at \"nowhere:1\""},
+      {Serve({"--now", "2004-02-30T10:30:00"}), 2, "expected a time such as"},
+      {Serve({"--now", "2004-03-15"}), 2, "expected a time such as"},
+      {{"init"}, 2, "file"},
+      {{"init", database}, 1, "there.db"},
+  };
+  for (const auto& c : cases) {
+    Program program(c.Arguments);
+    const std::string output = program.ReadAll();
+    EXPECT_NE(output.find(c.Output), std::string::npos) << output;
+    EXPECT_EQ(program.ExitCode(), c.ExitCode) << output;
+  }
+}
+
+TEST_F(CommandLine, ServesADatabaseUntilItIsAskedToStop) {
+  const std::string database = (folder_.Path() / "made.db").string();
+  Program init({"init", database, "--admin-password", "secret"});
+  EXPECT_EQ(init.ExitCode(), 0) << init.ReadAll();
+  for (const int signal : {SIGTERM, SIGINT}) {
+    Program server(
+        Serve({"--listen", "127.0.0.1:0", "--database", database, "--now", "2004-03-15T10:30:00"}));
+    const std::string address = AddressOf(server);
+    EXPECT_EQ(Fetch(address, "GET /healthz").Body, "ok");
+    EXPECT_NE(Fetch(address, "GET /a.asp").Body.find("CALENDAR LOGIN"), std::string::npos);
+    const HttpAnswer login =
+        Fetch(address, "POST /a.asp?p=l", "Content-Type: application/x-www-form-urlencoded\r\n",
+              "Name=ADMIN&Passwd=secret");
+    EXPECT_EQ(login.Header("Location"), "/a.asp?p=c");
+    const std::string cookie = login.Header("Set-Cookie");
+    EXPECT_NE(
+        Fetch(address, "GET /a.asp?p=c&dm=month", "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n")
+            .Body.find("2004"),
+        std::string::npos);
+    Program second(Serve({"--listen", address}));
+    EXPECT_NE(second.ReadAll().find("the port is in use"), std::string::npos);
+    EXPECT_EQ(second.ExitCode(), 1);
+    server.Signal(signal);
+    EXPECT_EQ(server.ExitCode(), 0);
+    EXPECT_NE(server.ReadAll().find("stopped"), std::string::npos);
+  }
+}
+
+TEST_F(CommandLine, ServesWithoutADatabase) {
+  Program server(Serve({"--listen", "127.0.0.1:0"}));
+  const std::string address = AddressOf(server);
+  EXPECT_EQ(Fetch(address, "GET /healthz").Status, 503);
+  EXPECT_EQ(Fetch(address, "GET /a.asp").Body,
+            "Could not open database " + (folder_.Path() / "a.db").string() + ".");
+  server.Signal(SIGTERM);
+  EXPECT_EQ(server.ExitCode(), 0);
+}
+
+}  // namespace
+}  // namespace orlune::testing

@@ -1,0 +1,292 @@
+#include "server/http_host.h"
+
+#include <future>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "server/configuration_error.h"
+#include "server/http_client.h"
+#include "server/started_host.h"
+#include "server/write_file.h"
+
+namespace orlune::testing {
+namespace {
+
+constexpr const char* kFormType = "Content-Type: application/x-www-form-urlencoded\r\n";
+
+// "name=<value>" for the fields and parameters x and y.
+void Echo(const ScriptingContext& context) {
+  const Request& request = *context.Request;
+  std::string text;
+  for (const char* name : {"x", "y"}) {
+    text.append("q:").append(name).append("=<").append(request.QueryParameter(name)).append("> ");
+    text.append("f:").append(name).append("=<").append(request.FormField(name)).append("> ");
+  }
+  context.Response->Write(std::move(text));
+  context.Response->Write("fields=" + std::to_string(request.FormFieldCount()));
+}
+
+TEST(HttpHost, HandsTheRequestToThePage) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    context.Response->SetExpires(std::chrono::minutes(0));
+    context.Response->Write(std::string(context.Request->QueryString()) + "|" +
+                            std::string(context.Request->ServerVariable("SCRIPT_NAME")) + "|" +
+                            std::string(context.Request->ServerVariable("HTTP_USER_AGENT")) + "|" +
+                            std::string(context.Request->ServerVariable("REMOTE_ADDR")));
+  };
+  const HttpAnswer answer =
+      Fetch(host.Address(), "GET /a.asp?p=c&cd=3%2f15", "User-Agent: (compatible; \xFF)\r\n");
+  EXPECT_EQ(answer.Status, 200);
+  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|");
+  EXPECT_EQ(answer.Header("Content-Type"), "text/html; charset=utf-8");
+  EXPECT_EQ(answer.Header("Cache-Control"), "no-store");
+  EXPECT_EQ(answer.Header("X-Content-Type-Options"), "nosniff");
+  EXPECT_EQ(answer.Header("X-Frame-Options"), "SAMEORIGIN");
+  EXPECT_EQ(answer.Header("Referrer-Policy"), "same-origin");
+  EXPECT_EQ(answer.Header("Set-Cookie"), "");
+  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||");
+}
+
+TEST(HttpHost, ReadsForms) {
+  StartedHost host;
+  host.Answer = Echo;
+  const auto part = [](const std::string& about, const std::string& content) {
+    return "--bound\r\nContent-Disposition: form-data; " + about + "\r\n\r\n" + content + "\r\n";
+  };
+  const std::string multipart = part("name=\"x\"", "one") + part("name=\"x\"", "t&w%6f+\xFF") +
+                                part("name=\"y\"", "") + part("name=\"z\"; filename=\"f\"", "file");
+  constexpr const char* kMultipartType = "Content-Type: Multipart/form-data; boundary=bound\r\n";
+  const std::string large(300'000, 'z');
+  const struct {
+    const char* Name;
+    std::string Type;
+    std::string Body;
+    std::string Expected;
+  } cases[] = {
+      {"plain", kFormType, "x=a+b%26&y=2", "q:x=<q> f:x=<a b&> q:y=<> f:y=<2> fields=2"},
+      {"repeated", kFormType, "x=1&y=&x=2&x=3", "q:x=<q> f:x=<1, 2, 3> q:y=<> f:y=<> fields=2"},
+      {"empty and valueless", kFormType, "x=&y", "q:x=<q> f:x=<> q:y=<> f:y=<> fields=2"},
+      {"valueless before others", kFormType, "y&x=1&&", "q:x=<q> f:x=<1> q:y=<> f:y=<> fields=2"},
+      {"nothing", kFormType, "", "q:x=<q> f:x=<> q:y=<> f:y=<> fields=0"},
+      {"bad escapes", kFormType, "x=100%&y=%z\n1", "q:x=<q> f:x=<100%> q:y=<> f:y=<%z\n1> fields=2"},
+      {"bad UTF-8 and NUL", kFormType, "x=%C3%A4%C3&y=%00%ED%A0%80",
+       "q:x=<q> f:x=<\xC3\xA4\xEF\xBF\xBD> q:y=<> f:y=<\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD> "
+       "fields=2"},
+      {"long value", kFormType, "y=1&x=" + large, "q:x=<q> f:x=<" + large + "> q:y=<> f:y=<1> fields=2"},
+      {"multipart", kMultipartType, multipart + "--bound--\r\n",
+       "q:x=<q> f:x=<one, t&w%6f+\xEF\xBF\xBD> q:y=<> f:y=<> fields=2"},
+      {"no form", "Content-Type: text/plain\r\n", "x=1", "q:x=<q> f:x=<> q:y=<> f:y=<> fields=0"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(Fetch(host.Address(), "POST /a.asp?x=q", c.Type, c.Body).Body, c.Expected) << c.Name;
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", kMultipartType, multipart).Status, 400);
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", "Content-Type: multipart/form-data\r\n", multipart).Status,
+            400);
+}
+
+TEST(HttpHost, RefusesWhatIsTooLarge) {
+  StartedHost host;
+  host.Answer = Echo;
+  const std::string tooLarge = "x=" + std::string(std::size_t{1} << 20U, 'z');
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", kFormType, tooLarge).Status, 413);
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", kFormType, tooLarge.substr(0, tooLarge.size() - 2)).Status,
+            200);
+  const std::string chunked = "Transfer-Encoding: chunked\r\n";
+  HttpClient client(host.Address());
+  client.Send("POST /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n" + chunked + kFormType + "\r\n");
+  for (int i = 0; i < 3; ++i) client.Send("80000\r\n" + std::string(0x80000, 'z') + "\r\n");
+  client.Send("0\r\n\r\n");
+  EXPECT_EQ(client.ReadAll().substr(9, 3), "413");
+  EXPECT_EQ(
+      Fetch(host.Address(), "POST /a.asp", std::string(kFormType) + "Content-Length: 900000000\r\n").Status,
+      413);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", "X-Long: " + std::string(100'000, 'z') + "\r\n").Status / 100,
+            4);
+}
+
+TEST(HttpHost, AnswersEachAddressAndMethod) {
+  StartedHost host;
+  host.Answer = Echo;
+  WriteFile(host.Folder().Path() / "css" / "a.css", "td {}");
+  const struct {
+    const char* Request;
+    int Status;
+    const char* Header;
+    const char* Value;
+  } cases[] = {
+      {"GET /", 302, "Location", "/a.asp"},
+      {"GET /?x=1", 302, "Location", "/a.asp"},
+      {"GET /healthz", 200, "Content-Type", "text/plain"},
+      {"GET /css/a.css", 200, "Content-Length", "5"},
+      {"HEAD /css/a.css", 200, "Content-Length", "5"},
+      {"HEAD /a.asp", 200, "Content-Length", "36"},
+      {"GET /css/b.css", 404, "Content-Type", "text/html; charset=utf-8"},
+      {"GET /A.asp", 404, "Cache-Control", "no-store"},
+      {"PUT /a.asp", 405, "Allow", "GET, HEAD, POST"},
+      {"DELETE /a.asp", 405, "Allow", "GET, HEAD, POST"},
+      {"POST /css/a.css", 405, "Allow", "GET, HEAD"},
+      {"POST /healthz", 405, "Allow", "GET, HEAD"},
+  };
+  for (const auto& c : cases) {
+    const HttpAnswer answer = Fetch(host.Address(), c.Request);
+    EXPECT_EQ(answer.Status, c.Status) << c.Request;
+    EXPECT_EQ(answer.Header(c.Header), c.Value) << c.Request;
+    EXPECT_EQ(answer.Body.empty(), *c.Request == 'H' || c.Status == 302) << c.Request;
+  }
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Body, "ok");
+  host.IsHealthy = false;
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Status, 503);
+}
+
+TEST(HttpHost, RefusesChangesFromOtherSites) {
+  StartedHost host;
+  host.Answer = Echo;
+  const char* crossSite = "Sec-Fetch-Site: cross-site\r\n";
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=c", crossSite).Status, 200);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=e&act=delete", crossSite).Status, 403);
+  EXPECT_EQ(
+      Fetch(host.Address(), "POST /a.asp", std::string(kFormType) + "Origin: http://evil.example\r\n", "x=1")
+          .Status,
+      403);
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp",
+                  std::string(kFormType) + "Origin: http://" + host.Address() + "\r\n", "x=1")
+                .Status,
+            200);
+}
+
+TEST(HttpHost, HidesTheCauseOfAFailure) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    context.Response->Write("half a page");
+    throw std::runtime_error("SELECT Password\nFROM Calendars");
+  };
+  const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp");
+  EXPECT_EQ(answer.Status, 500);
+  EXPECT_EQ(answer.Body.find("SELECT"), std::string::npos);
+  EXPECT_EQ(answer.Body.find("half"), std::string::npos);
+  host.Stop();
+  EXPECT_NE(host.LogText().find("SELECT Password FROM Calendars"), std::string::npos);
+}
+
+TEST(HttpHost, RedirectsWithoutWhatWasWritten) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    context.Response->Write("page");
+    context.Response->Redirect("/a.asp?x=1\r\nSet-Cookie: y=2");
+  };
+  const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp");
+  EXPECT_EQ(answer.Status, 302);
+  EXPECT_EQ(answer.Header("Location"), "/a.asp?x=1%0D%0ASet-Cookie:%20y=2");
+  EXPECT_EQ(answer.Header("Set-Cookie"), "");
+  EXPECT_EQ(answer.Body, "");
+}
+
+TEST(HttpHost, KeepsSessionsOfTwoPagesApart) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    const std::string_view name = context.Request->QueryParameter("name");
+    if (!name.empty()) context.Session->Set("Login", name == "-" ? "" : name);
+    context.Response->Write(context.Session->Get("Login"));
+  };
+  const HttpAnswer login = Fetch(host.Address(), "GET /a.asp?name=ann", "X-Forwarded-Proto: https\r\n");
+  const std::string sent = login.Header("Set-Cookie");
+  EXPECT_EQ(sent.substr(sent.find(';')), "; Path=/a.asp; HttpOnly; SameSite=Lax; Secure");
+  const std::string cookie = "Cookie: " + sent.substr(0, sent.find(';')) + "\r\n";
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", cookie).Body, "ann");
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/b.asp", cookie).Body, "");
+  host.Elapse(std::chrono::minutes(59));
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", cookie).Header("Set-Cookie"), "");
+  host.Elapse(std::chrono::minutes(60));
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", cookie).Body, "");
+
+  const std::string again = Fetch(host.Address(), "GET /a.asp?name=ann").Header("Set-Cookie");
+  const HttpAnswer logout =
+      Fetch(host.Address(), "GET /a.asp?name=-", "Cookie: " + again.substr(0, again.find(';')) + "\r\n");
+  EXPECT_EQ(logout.Header("Set-Cookie"),
+            "orlune_session=; Path=/a.asp; Max-Age=0; Expires=Thu, 01 Jan 1970 00:00:00 GMT; HttpOnly; "
+            "SameSite=Lax");
+}
+
+TEST(HttpHost, SealsTheCookiesOfAPage) {
+  StartedHost host;
+  const Date today{std::chrono::days(12'000)};
+  host.Answer = [today](const ScriptingContext& context) {
+    const std::string_view act = context.Request->QueryParameter("do");
+    if (act == "login") context.Response->SetCookieValue("OLOR", "Login", "ann");
+    if (act == "date") context.Response->SetCookieValue("OLOR", "CurrentDate", "3/15/2004");
+    if (act == "logout") context.Response->ClearCookie("OLOR");
+    context.Response->SetCookiePath("OLOR", "/a.asp");
+    context.Response->SetCookieExpires("OLOR", act == "logout" ? today : today + std::chrono::days(1));
+    context.Response->Write(std::string(context.Request->CookieValue("OLOR", "Login")) + "," +
+                            std::string(context.Request->CookieValue("OLOR", "CurrentDate")));
+  };
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Header("Set-Cookie"), "");
+  const std::string login = Fetch(host.Address(), "GET /a.asp?do=login").Header("Set-Cookie");
+  EXPECT_EQ(login.find("ann"), std::string::npos);
+  EXPECT_NE(login.find("; Path=/a.asp; Max-Age=43200; Expires="), std::string::npos) << login;
+  const std::string cookie = "Cookie: " + login.substr(0, login.find(';')) + "\r\n";
+  const HttpAnswer date = Fetch(host.Address(), "GET /a.asp?do=date", cookie);
+  EXPECT_EQ(date.Body, "ann,");
+  const std::string second = date.Header("Set-Cookie");
+  EXPECT_EQ(
+      Fetch(host.Address(), "GET /a.asp", "Cookie: " + second.substr(0, second.find(';')) + "\r\n").Body,
+      "ann,3/15/2004");
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/b.asp", cookie).Body, ",");
+  const std::string logout = Fetch(host.Address(), "GET /a.asp?do=logout", cookie).Header("Set-Cookie");
+  EXPECT_EQ(logout.substr(0, 35), "OLOR=; Path=/a.asp; Max-Age=0; Expi") << logout;
+}
+
+TEST(HttpHost, RefusesWhatIsNotHttp) {
+  StartedHost host;
+  HttpClient client(host.Address());
+  client.Send("nonsense\r\n\r\n");
+  EXPECT_EQ(client.ReadAll().find("HTTP/1.1 200"), std::string::npos);
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Status, 200);
+}
+
+TEST(HttpHost, DropsConnectionsThatDawdle) {
+  HostLimits limits;
+  limits.Receiving = std::chrono::milliseconds(40);
+  StartedHost host(limits);
+  HttpClient silent(host.Address());
+  HttpClient slow(host.Address());
+  slow.Send(std::string("POST /a.asp HTTP/1.1\r\nHost: h\r\n") + kFormType + "Content-Length: 100\r\n\r\nx=");
+  EXPECT_EQ(silent.ReadAll(), "");
+  EXPECT_EQ(slow.ReadAll(), "");
+}
+
+TEST(HttpHost, FinishesRunningRequestsBeforeItStops) {
+  StartedHost host;
+  std::promise<void> entered;
+  std::promise<void> released;
+  host.Answer = [&entered, &released](const ScriptingContext& context) {
+    entered.set_value();
+    released.get_future().wait();
+    context.Response->Write(std::string(3'000'000, 'z'));
+  };
+  auto answer = std::async(std::launch::async, [&host] { return Fetch(host.Address(), "GET /a.asp"); });
+  entered.get_future().wait();
+  auto stopped = std::async(std::launch::async, [&host] { host.Stop(); });
+  released.set_value();
+  EXPECT_EQ(answer.get().Body.size(), 3'000'000U);
+  stopped.get();
+  EXPECT_THROW(HttpClient{host.Address()}, std::runtime_error);
+}
+
+TEST(ListeningSocket, RefusesUnusableAddresses) {
+  for (const char* address : {"", "8080", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "127.0.0.1:http",
+                              "::1:80", "localhost.example:80", "127.0.0.1:-1", ":8080"})
+    EXPECT_THROW(ListeningSocket{address}, ConfigurationError) << address;
+  const ListeningSocket first("127.0.0.1:0");
+  try {
+    const ListeningSocket second(first.Address());
+    FAIL() << "two sockets at " << first.Address();
+  } catch (const std::runtime_error& error) {
+    EXPECT_EQ(std::string(error.what()), "cannot listen at " + first.Address() + ": the port is in use");
+  }
+}
+
+}  // namespace
+}  // namespace orlune::testing
