@@ -7,7 +7,8 @@ build_packages=(
   libmicrohttpd-dev libsqlite3-dev libicu-dev libsodium-dev libtomlplusplus-dev libcli11-dev libspdlog-dev
 )
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev)
-browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation)
+browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
+  faketime:faketime)
 
 stop() {
   printf '%s\n' "$*" >&2
