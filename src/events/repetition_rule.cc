@@ -99,7 +99,7 @@ bool RepetitionRule::OccursOn(Date date) const {
 bool RepetitionRule::WeekFrequencyMatches(Date date) const {
   const int daysToFirst = (WeekdayNumber(date) - WeekdayNumber(begin_) + 7) % 7;
   const Date first = begin_ + days{daysToFirst};
-  return (date - first).count() % (7 * number_) == 0;
+  return (date - first) % std::chrono::weeks{number_} == days{0};
 }
 
 bool RepetitionRule::WeekOfMonthMatches(Date date) const {

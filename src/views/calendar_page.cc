@@ -11,7 +11,7 @@
 namespace orlune {
 namespace {
 
-constexpr std::size_t kUsualPageSize = 64 * 1024;
+constexpr std::size_t kUsualPageSize = 65536;
 
 void AddView(Html& page, const ComponentState& state) {
   const auto mode = ViewModeNamed(state.DisplayMode);
