@@ -52,8 +52,9 @@ require_packages() {
   done
 }
 
-# Configures a preset once; afterwards the build does so by itself when a CMake file changes.
+# Builds a preset and reports everything that fails, not only the first. Configures once; afterwards the build does
+# so by itself when a CMake file changes.
 build_preset() {
   [[ -f build/$1/build.ninja ]] || cmake --preset "$1" || return
-  cmake --build --preset "$1"
+  cmake --build --preset "$1" -- -k 0
 }
