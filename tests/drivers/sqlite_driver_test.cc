@@ -53,7 +53,7 @@ class SqliteFile : public testing::SqliteFixture {
 TEST_F(SqliteFile, IsNotOpenedUnlessItIsOurs) {
   const auto path = [&](const char* name) { return (folder_.Path() / name).string(); };
   std::ofstream(path("text")) << std::string(5000, 'x');
-  std::ofstream(path("empty"));
+  std::ofstream(path("empty")) << "";
   sqlite::Run(sqlite::CreateEmpty(path("foreign")).get(), "CREATE TABLE Songs (Title TEXT)");
   const std::vector<std::pair<const char*, const char*>> cases{
       {"missing", "No such file or directory"},
@@ -160,17 +160,12 @@ TEST_F(SqliteFile, AnswersUpgradeStatementsFromWhatItHas) {
 
 TEST_F(SqliteFile, TakesOneOfSeveralUpgradesAtOnce) {
   std::atomic<int> successes = 0;
-  std::vector<std::thread> threads;
   SqliteDriver patient(regional_);
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([&] {
-      const auto connection = patient.Open(file_);
-      if (connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")))
-        ++successes;
-      connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  InFourThreads([&] {
+    const auto connection = patient.Open(file_);
+    successes += connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)"));
+    connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));
+  });
   EXPECT_EQ(successes, 1);
 }
 
