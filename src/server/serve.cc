@@ -7,6 +7,7 @@
 
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
+#include <sys/resource.h>
 
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/langpack/langpack_factory.h"
@@ -63,6 +64,14 @@ unsigned ThreadCount(const Configuration& configuration) {
   return std::max(4U, 2 * std::thread::hardware_concurrency());
 }
 
+// Every connection may have a file open besides its socket.
+void RaiseFileLimit() {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_NOFILE, &limit);
+}
+
 /// The signals that end the server. Blocked from construction on, in all threads begun later, until waited
 /// for.
 class StopSignals {
@@ -87,6 +96,7 @@ class StopSignals {
 
 void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
+  RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
   const RegionalSettings regional = RegionOf(configuration);
   const auto log =

@@ -63,6 +63,7 @@ class Program {
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);
     execv(pointers[0], pointers.data());
@@ -78,7 +79,9 @@ class CommandLine : public ::testing::Test {
  protected:
   CommandLine() {
     fs::create_directory(folder_.Path() / "site");
-    WriteFile(configuration_, "[[page]]\npath = \"/a.asp\"\nDBPath = \"a.db\"\n");
+    WriteFile(
+        configuration_,
+        "[[page]]\npath = \"/a.asp\"\nDBPath = \"a.db\"\nDemoMode = true\nHeadData = \"<!--mark-->\"\n");
   }
   std::vector<std::string> Serve(const std::vector<std::string>& more) const {
     std::vector<std::string> arguments{"serve", "--config", configuration_.string()};
@@ -138,7 +141,9 @@ TEST_F(CommandLine, ServesADatabaseUntilItIsAskedToStop) {
         Serve({"--listen", "127.0.0.1:0", "--database", database, "--now", "2004-03-15T10:30:00"}));
     const std::string address = AddressOf(server);
     EXPECT_EQ(Fetch(address, "GET /healthz").Body, "ok");
-    EXPECT_NE(Fetch(address, "GET /a.asp").Body.find("CALENDAR LOGIN"), std::string::npos);
+    const std::string form = Fetch(address, "GET /a.asp").Body;
+    for (const char* text : {"CALENDAR LOGIN", "password: demo1", "<!--mark-->"})
+      EXPECT_NE(form.find(text), std::string::npos) << text;
     const HttpAnswer login =
         Fetch(address, "POST /a.asp?p=l", "Content-Type: application/x-www-form-urlencoded\r\n",
               "Name=ADMIN&Passwd=secret");

@@ -17,7 +17,7 @@ class ConfigurationFile : public ::testing::Test {
   ConfigurationFile() { fs::create_directory(folder_.Path() / "site"); }
 
   Configuration Load(std::string_view text) {
-    const Configuration configuration = LoadConfiguration(WriteFile(file_, text));
+    Configuration configuration = LoadConfiguration(WriteFile(file_, text));
     CheckConfiguration(configuration);
     return configuration;
   }
