@@ -2,16 +2,9 @@
 # Drives a real Chromium against the release executable. The closing line counts the tests.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit
-source scripts/packages.sh
+source scripts/browser.sh
 
-require_packages "${browser_test_packages[@]}"
-[[ -x build/release/orlune ]] || stop "build/release/orlune is missing; ./test builds it."
-export ORLUNE=$PWD/build/release/orlune
-
-cd tests/browser || exit
-if [[ ! -e node_modules/.package-lock.json || package-lock.json -nt node_modules/.package-lock.json ]]; then
-  npm ci --no-audit --no-fund </dev/null || stop "The packages of the browser tests could not be installed."
-fi
+prepare_browser
 
 report=$(mktemp)
 trap 'rm -f "$report"' EXIT

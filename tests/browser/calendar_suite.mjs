@@ -9,9 +9,9 @@ const kDesktop = { viewport: { width: 1280, height: 900 } };
 export const kPhone = { viewport: { width: 390, height: 844 }, isMobile: true, hasTouch: true };
 
 /**
- * Gives a test file its own server and browser. The result declares a test of it: `steps` gets a Visitor in a fresh
- * window, logged in as `user` when one is given. The test fails when the steps do, or when anything went wrong in
- * the window meanwhile.
+ * Gives a test file its own server and browser. The result declares a test of it: `steps` gets a Visitor in a
+ * fresh window, logged in as `user` when one is given. The test fails when the steps do, or when anything
+ * went wrong in the window meanwhile.
  */
 export function calendarSuite() {
   let server;

@@ -16,7 +16,8 @@ export const kNow = '2004-03-15T10:30:00';
 
 /**
  * Makes the demo company as of `now` in a folder of its own and serves it with the configuration that the
- * repository ships. Resolves to the `address` of its page once it answers; `stop()` ends it and removes the folder.
+ * repository ships. Resolves to the `address` of its page once it answers; `stop()` ends it and removes the
+ * folder.
  */
 export async function startDemoServer(now = kNow) {
   const folder = await layOutFolder(now);
@@ -40,7 +41,8 @@ export async function startDemoServer(now = kNow) {
     const address = /^listening on (\S+)$/.exec(line)?.[1];
     if (address) return { address, stop };
   }
-  throw new Error(`The server did not start:\n${log}`);
+  await stop();
+  throw new Error(`The server did not say where it listens:\n${log}`);
 }
 
 async function layOutFolder(now) {
@@ -49,6 +51,13 @@ async function layOutFolder(now) {
   await symlink(join(repository, 'site'), join(folder, 'site'));
   await mkdir(join(folder, 'var'));
   // The demo is made around the day it is made on, so that day has to be pretended.
-  await run('faketime', ['-f', `@${now.replace('T', ' ')}`, orlune, 'init', join(folder, 'var/calendar.db'), '--demo']);
+  await run('faketime', [
+    '-f',
+    `@${now.replace('T', ' ')}`,
+    orlune,
+    'init',
+    join(folder, 'var/calendar.db'),
+    '--demo',
+  ]);
   return folder;
 }

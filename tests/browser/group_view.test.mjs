@@ -19,7 +19,8 @@ visit('a group view shows every member in their own colours', { user: 'asa' }, a
     for (const { title, background, colour } of kEntries) {
       const shown = entries.filter(({ text }) => text.endsWith(title));
       assert.ok(shown.length > 0, `${title} in the ${view}`);
-      for (const entry of shown) assert.deepEqual([entry.background, entry.colour], [background, colour], title);
+      for (const entry of shown)
+        assert.deepEqual([entry.background, entry.colour], [background, colour], title);
     }
   }
 });
@@ -28,7 +29,10 @@ visit('the same entries have no colours in the calendar of one member', { user: 
   await visitor.choose({ calendar: 'Zoë Fairweather', view: 'Month' });
   const entries = await visitor.entries();
   assert.ok(entries.some(({ text }) => text.endsWith('Spanish class')));
-  assert.deepEqual(entries.filter(({ background, colour }) => background ?? colour), []);
+  assert.deepEqual(
+    entries.filter(({ background, colour }) => background ?? colour),
+    [],
+  );
 });
 
 visit('the colours of the members are offered in group views only', { user: 'asa' }, async (visitor) => {

@@ -14,7 +14,13 @@ const kRefused = [
   { what: 'an unknown name', name: 'nobody', alert: 'Incorrect username.\n', focus: 'Name' },
   { what: 'the name of a group', name: 'sales', alert: 'Incorrect username.\n', focus: 'Name' },
   { what: 'a name with quotes', name: `o'bri"en`, alert: 'Incorrect username.\n', focus: 'Name' },
-  { what: 'a wrong password', name: 'niamh', password: 'Demo1', alert: 'Incorrect password.\n', focus: 'Passwd' },
+  {
+    what: 'a wrong password',
+    name: 'niamh',
+    password: 'Demo1',
+    alert: 'Incorrect password.\n',
+    focus: 'Passwd',
+  },
 ];
 
 for (const { what, name, password = 'demo1', alert, focus } of kRefused) {

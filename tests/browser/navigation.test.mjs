@@ -10,8 +10,9 @@ const kViews = [
   { view: 'Day', captions: ['SUNDAY, MARCH 14, 2004', 'MONDAY, MARCH 15, 2004', 'TUESDAY, MARCH 16, 2004'] },
 ];
 
-for (const { view, captions: [earlier, now, later] } of kViews) {
-  visit(`${view}: the arrows page there and back again, and today leads home`, { user: 'jurgen' }, async (visitor) => {
+for (const { view, captions } of kViews) {
+  visit(`${view}: the arrows lead there and back, today leads home`, { user: 'jurgen' }, async (visitor) => {
+    const [earlier, now, later] = captions;
     const grid = visitor.page.locator('.background');
     await visitor.choose({ view });
     const before = await grid.innerText();
@@ -51,19 +52,20 @@ visit('only the day that it is looks like today', { user: 'jurgen' }, async (vis
   }
 });
 
-visit('the selection row chooses date, calendar and view, and shows them', { user: 'jurgen' }, async (visitor) => {
+const kChoices = [
+  { date: '3/31/2004', calendar: '[Engineering]', view: 'Week', caption: 'WEEK 14 - MAR/APR 2004' },
+  { date: '12/30/2004', calendar: 'Priya Raman', view: 'Week', caption: 'WEEK 53 - DEC 2004/JAN 2005' },
+  { date: '2/29/2004', calendar: "-Who's Where-", view: 'Day', caption: 'SUNDAY, FEBRUARY 29, 2004' },
+  { date: '1/31/2004', calendar: 'Jürgen Weiß', view: 'Month', caption: 'JANUARY 2004' },
+];
+
+visit('the selection row chooses what is shown, and shows it', { user: 'jurgen' }, async (visitor) => {
   const chosen = () =>
     visitor.page.evaluate(() => {
       const { cd, cn, dm } = document.forms.acForm;
       return [cd.value, cn.selectedOptions[0].text, dm.selectedOptions[0].text];
     });
-  const choices = [
-    { date: '3/31/2004', calendar: '[Engineering]', view: 'Week', caption: 'WEEK 14 - MAR/APR 2004' },
-    { date: '12/30/2004', calendar: 'Priya Raman', view: 'Week', caption: 'WEEK 53 - DEC 2004/JAN 2005' },
-    { date: '2/29/2004', calendar: "-Who's Where-", view: 'Day', caption: 'SUNDAY, FEBRUARY 29, 2004' },
-    { date: '1/31/2004', calendar: 'Jürgen Weiß', view: 'Month', caption: 'JANUARY 2004' },
-  ];
-  for (const { date, calendar, view, caption } of choices) {
+  for (const { date, calendar, view, caption } of kChoices) {
     await visitor.choose({ date, calendar, view });
     assert.equal(await visitor.caption(), caption);
     assert.equal(await visitor.calendarTitle(), calendar.replace(/^[[-]|[\]-]$/g, ''));
@@ -87,26 +89,29 @@ visit('what is no date is said so, and the date stays', { user: 'jurgen' }, asyn
   }
 });
 
-visit('the Tab key goes through the toolbar, and Enter presses a button', { user: 'admin' }, async (visitor) => {
-  const { page } = visitor;
-  const focused = () => page.evaluate(() => document.activeElement.querySelector('img')?.alt);
-  for (const button of [
-    'Previous Month',
-    'Today (3/15/2004)',
-    'Next Month',
-    'New Event',
-    'Find Event',
-    /^Message List/,
-    'Preferences',
-    'Administration',
-  ]) {
-    await page.keyboard.press('Tab');
-    const alt = await focused();
-    if (button instanceof RegExp) assert.match(alt, button);
-    else assert.equal(alt, button);
+const kToolbar = [
+  'Previous Month',
+  'Today (3/15/2004)',
+  'Next Month',
+  'New Event',
+  'Find Event',
+  'Message List',
+  'Preferences',
+  'Administration',
+];
+
+visit('Tab goes through the toolbar, Enter presses a button', { user: 'admin' }, async (visitor) => {
+  const { keyboard } = visitor.page;
+  const focused = () => visitor.page.evaluate(() => document.activeElement.querySelector('img')?.alt);
+  const passed = [];
+  while (passed.length < kToolbar.length) {
+    await keyboard.press('Tab');
+    passed.push((await focused())?.replace(/ \(\d+ New\)$/, ''));
   }
-  for (let step = 0; step < 5; ++step) await page.keyboard.press('Shift+Tab');
+  assert.deepEqual(passed, kToolbar);
+
+  while (passed.pop() !== 'Next Month') await keyboard.press('Shift+Tab');
   assert.equal(await focused(), 'Next Month');
-  await visitor.follow(() => page.keyboard.press('Enter'));
+  await visitor.follow(() => keyboard.press('Enter'));
   assert.equal(await visitor.caption(), 'APRIL 2004');
 });

@@ -60,7 +60,10 @@ for (const { user, offersHisCalendar, hasAdministration } of kOffered) {
   visit(`${user} is offered what is meant for them`, { user }, async ({ page }) => {
     const calendars = await page.locator('[name=cn] option').allTextContents();
     assert.ok(calendars.map((label) => label.trim()).includes('Grace Okafor'));
-    assert.equal(calendars.some((label) => label.includes('Walter Strand')), offersHisCalendar);
+    assert.equal(
+      calendars.some((label) => label.includes('Walter Strand')),
+      offersHisCalendar,
+    );
     assert.equal((await page.getByAltText('Administration').count()) === 1, hasAdministration);
   });
 }

@@ -48,7 +48,7 @@ export class Visitor {
     await this.follow(() => this.page.locator(`.plain a:has(img[alt^="${title}"])`).click());
   }
 
-  /** Fills the selection row with `date`, `calendar` (its label) and `view`, whichever are given, and presses OK. */
+  /** Fills in the selection row: `date`, `calendar` (its label), `view` as far as given; presses OK. */
   async choose({ date, calendar, view }) {
     if (date) await this.page.fill('[name=cd]', date);
     if (calendar) await this.page.selectOption('[name=cn]', { label: calendar });
@@ -66,8 +66,8 @@ export class Visitor {
   }
 
   /**
-   * The entries of the month or week that is shown, in the order of the page: `text` with the time in front, whether
-   * there is a link to edit the entry, and the computed colours of an entry that has some of its own.
+   * The entries of the month or week that is shown, in the order of the page: `text` with the time in front,
+   * whether there is a link to edit the entry, and the computed colours of an entry that has some of its own.
    */
   async entries() {
     return this.page.locator('td > .daynumber ~ img').evaluateAll((icons) =>
@@ -78,7 +78,10 @@ export class Visitor {
         const coloured = elements.find((element) => element.nodeName === 'FONT');
         const { backgroundColor, color } = coloured ? getComputedStyle(coloured) : {};
         return {
-          text: parts.map((part) => part.textContent).join('').trim(),
+          text: parts
+            .map((part) => part.textContent)
+            .join('')
+            .trim(),
           isEditable: parts.some((part) => part.nodeName === 'A' && part.title === 'Edit Event'),
           background: backgroundColor,
           colour: color,
@@ -99,7 +102,8 @@ export class Visitor {
       if (['error', 'warning'].includes(entry.type())) note(`console: ${entry.text()}`);
     });
     this.page.on('request', (request) => {
-      if (new URL(request.url()).origin !== new URL(this.#address).origin) note(`foreign request: ${request.url()}`);
+      if (new URL(request.url()).origin !== new URL(this.#address).origin)
+        note(`foreign request: ${request.url()}`);
     });
     this.page.on('requestfailed', (request) => note(`${request.failure().errorText}: ${request.url()}`));
     this.page.on('response', (response) => {
