@@ -27,6 +27,7 @@ export async function startDemoServer(now = kNow) {
     { stdio: ['ignore', 'pipe', 'pipe'] },
   );
   const ended = once(server, 'exit');
+  process.once('exit', () => server.kill());
   let log = '';
   server.stderr.on('data', (text) => (log += text));
 
