@@ -79,6 +79,11 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return ToLowerAscii(x) == ToLowerAscii(y); });
 }
 
+std::string_view WithoutFirstCharacter(std::string_view text) {
+  if (!text.empty() && TakeCodePoint(text) == 0) text.remove_prefix(1);
+  return text;
+}
+
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string replaced;
   replaced.reserve(text.size());

@@ -10,6 +10,9 @@ std::string ToLower(std::string_view text);
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
+/// `text` without its first code point; "" when there is none.
+std::string_view WithoutFirstCharacter(std::string_view text);
+
 /// Replaces every occurrence of `from`, which is not empty.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 

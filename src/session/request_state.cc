@@ -3,6 +3,7 @@
 #include "component/component_state.h"
 #include "data/database_access.h"
 #include "frame/dates.h"
+#include "frame/text.h"
 #include "frame/texts.h"
 #include "session/session_data.h"
 
@@ -27,7 +28,7 @@ void StoreNavigation(ComponentState& state) {
 
 bool CalendarExists(Connection& database, std::string_view calName) {
   return NameExists(database, "Name", "Calendars", calName) ||
-         NameExists(database, "Name", "GroupViews", calName.substr(1));
+         NameExists(database, "Name", "GroupViews", WithoutFirstCharacter(calName));
 }
 
 void TakeCalendar(ComponentState& state) {

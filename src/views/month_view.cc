@@ -55,8 +55,9 @@ class MonthGrid {
     return Html(
         "<TR><TD ALIGN=CENTER CLASS=\"captions\"><BR><BR>"
         "<A HREF=\"{}?dm=week&cd={}\" CLASS=\"captions\" TITLE=\"{}\" {}>{}</A><BR><BR><BR></TD>\r\n",
-        Attribute(state_.ScriptName), Attribute(FormatShortDate(state_.Surroundings->Regional, weekStart)),
-        Attribute(hint), StatusHandler(hint), number);
+        Attribute(state_.ScriptName),
+        Attribute(FormatShortDate(state_.Surroundings->Regional, AddDays(weekStart, 0))), Attribute(hint),
+        StatusHandler(hint), number);
   }
 
   void AddDayCell(Html& page, Date date) {

@@ -3,6 +3,7 @@
 #include "component/component_state.h"
 #include "events/ol_events.h"
 #include "frame/date_text.h"
+#include "frame/dates.h"
 #include "frame/form_parts.h"
 #include "frame/texts.h"
 #include "frame/week.h"
@@ -29,8 +30,9 @@ Html RangeText(const DateNames& names, Date weekStart, Date weekEnd) {
 
 Html WeekCaption(const ComponentState& state, const Week& week, Date weekStart) {
   const std::string number = std::to_string(week.WeekNumber(state.CurrentDate));
-  return Html("{} - {}", Content(LoadText(state, 200, {number})),
-              RangeText(state.Surroundings->Regional.UpperCaseNames, weekStart, weekStart + days{6}));
+  return Html(
+      "{} - {}", Content(LoadText(state, 200, {number})),
+      RangeText(state.Surroundings->Regional.UpperCaseNames, AddDays(weekStart, 0), AddDays(weekStart, 6)));
 }
 
 void AddHeaderRow(Html& page, const ComponentState& state, Date weekStart) {
@@ -44,11 +46,12 @@ void AddHeaderRow(Html& page, const ComponentState& state, Date weekStart) {
 
 void AddDayRow(Html& page, const ComponentState& state, const Week& week, Date weekStart) {
   OL_Events events(state);
-  events.GetEventsForPeriod(weekStart, weekStart + days{6});
+  events.GetEventsForPeriod(AddDays(weekStart, 0), AddDays(weekStart, 6));
   const EventEntryWriter entries(state);
 
   page.Add("<TR>");
-  for (Date date = weekStart; date < weekStart + days{7}; date += days{1}) {
+  for (int column = 0; column < 7; ++column) {
+    const Date date = AddDays(weekStart, column);
     page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(state, week, date),
              DayNumberLink(state, date));
     events.GetEventsForDay(date);

@@ -133,6 +133,8 @@ class RequestState : public CalendarFixture {
 TEST_F(RequestState, FallsBackToTheOwnCalendar) {
   Run(Statement("INSERT INTO GroupViews (Name, Calendars) VALUES ('team', 'anna, ben')"));
   EXPECT_EQ(Take("anna", {{"cn", "@team"}}).CalName, "@team");
+  EXPECT_EQ(Take("anna", {{"cn", "\u00C4team"}}).CalName, "\u00C4team")
+      << "the first character, not its first byte";
   EXPECT_EQ(Take("anna", {{"cn", "@nobody"}}).CalName, "anna");
   EXPECT_EQ(Take("anna", {{"cn", "nobody"}}).CalName, "anna");
   EXPECT_EQ(host_.Get("Calendar"), "anna");

@@ -146,6 +146,10 @@ TEST_F(Views, ShowAMonthInWholeWeeks) {
   EXPECT_EQ(weekRows("cd=8/10/2004"), 6U);
   EXPECT_EQ(weekRows("cd=12/31/9999"), 5U);
   EXPECT_EQ(weekRows("cd=1/1/0100"), 5U);
+  EXPECT_NE(Page("cd=1/1/0100").find("?dm=week&cd=1/1/0100\""), std::string::npos)
+      << "no link leaves the known dates";
+  EXPECT_NE(Page("dm=week&cd=1/1/0100").find("JAN&nbsp;0100"), std::string::npos);
+  EXPECT_NE(Page("dm=week&cd=12/31/9999").find("DEC&nbsp;9999"), std::string::npos);
 }
 
 TEST_F(Views, ShowEventsWithTheirIconsAndALinkForThoseWhoMayChangeThem) {
