@@ -1,0 +1,212 @@
+#include "calendar_file.h"
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "data/statement.h"
+#include "drivers/sqlite/sqlite_driver.h"
+#include "frame/dates.h"
+#include "server/demo_company_rows.h"
+#include "server/init.h"
+
+namespace orlune::bench {
+namespace {
+
+using demo::EventRow;
+using demo::MessageRow;
+using std::chrono::days;
+
+constexpr int kUsers = 290;
+constexpr int kVisibleUsers = 22;
+constexpr std::array<std::string_view, 8> kGroups{"sales",   "staff",   "board", "kitchen",
+                                                  "drivers", "archive", "choir", "library"};
+constexpr std::array<std::string_view, 4> kShownOwners{kUser, "sales", "staff", "default"};
+constexpr std::array<std::string_view, 5> kEventTypes{"", "Meeting", "Phone Call", "Travel", "Training"};
+constexpr int kMessages = 2000;
+constexpr int kUnreadMessages = 5;
+constexpr int kRowsPerTransaction = 50'000;
+
+const Date kFirstShownDay = kToday - days{DayOfMonth(kToday) - 1};
+const Date kLastShownDay = LastDayOfMonth(kToday);
+
+std::string Padded(int number, std::size_t digits) {
+  const std::string text = std::to_string(number);
+  return std::string(digits - std::min(digits, text.size()), '0') + text;
+}
+
+std::string UserName(int number) {
+  return "user" + Padded(number, 3);
+}
+
+/// Draws the same numbers on every machine, which the distributions of the library would not.
+class Dice {
+ public:
+  /// 0 to `sides` - 1.
+  int Roll(int sides) { return static_cast<int>(engine_() % static_cast<unsigned>(sides)); }
+
+ private:
+  std::mt19937 engine_;
+};
+
+std::string TimeText(int hour) {
+  return Padded(hour, 2) + ":30";
+}
+
+EventRow Event(std::string_view owner, const std::string& name, Date begin, int number) {
+  EventRow event;
+  event.EventName = name;
+  event.Owner = owner;
+  event.BeginDate = begin;
+  event.EventType = kEventTypes[static_cast<std::size_t>(number) % kEventTypes.size()];
+  event.Comments = "Room " + std::to_string(number % 40) + ", bring the papers of the last meeting along.";
+  if (number % 4 == 0) return event;
+  event.BeginTime = TimeText(8 + number % 9);
+  event.EndTime = TimeText(9 + number % 9);
+  return event;
+}
+
+EventRow Repeating(EventRow event, std::string_view type, Date end) {
+  event.Type = type;
+  event.EndDate = end;
+  return event;
+}
+
+EventRow OnWeekdays(EventRow event, std::string_view weekdays, Date end) {
+  event = Repeating(std::move(event), "weekday", end);
+  event.RepeatWeekday = weekdays;
+  event.RepeatFrequency = "vko_1";
+  return event;
+}
+
+/// 60 occurrences: 39 single ones, and 21 of five series.
+std::vector<EventRow> ShownEvents() {
+  std::vector<EventRow> events;
+  const auto add = [&](std::string_view owner, Date begin) -> EventRow& {
+    const int number = static_cast<int>(events.size());
+    return events.emplace_back(
+        Event(owner, std::string(kShownTitle) + std::to_string(number), begin, number));
+  };
+  const Date lastYear = kFirstShownDay - days{300};
+  const Date nextYear = kLastShownDay + days{200};
+  for (int i = 0; i < 26; ++i) add(kUser, kFirstShownDay + days{i});
+  for (int i = 0; i < 6; ++i) add("sales", kFirstShownDay + days{5 * i});
+  for (int i = 0; i < 5; ++i) add("staff", kFirstShownDay + days{6 * i});
+  for (int i = 0; i < 2; ++i) add("default", kFirstShownDay + days{15 * i});
+  EventRow& mondays = add(kUser, lastYear);
+  mondays = OnWeekdays(mondays, "2", nextYear);
+  EventRow& tuesdaysAndThursdays = add("staff", lastYear);
+  tuesdaysAndThursdays = OnWeekdays(tuesdaysAndThursdays, "3, 5", nextYear);
+  EventRow& fiveDays = add("sales", kToday);
+  fiveDays = Repeating(fiveDays, "day", kToday + days{4});
+  EventRow& payday = add("default", lastYear);
+  payday = Repeating(payday, "month", nextYear);
+  payday.RepeatDay = "25";
+  EventRow& birthday = add(kUser, AddMonths(kToday, -36));
+  birthday = Repeating(birthday, "year", nextYear);
+  return events;
+}
+
+bool TouchesShownMonth(const EventRow& event) {
+  return event.BeginDate <= kLastShownDay && event.EndDate.value_or(event.BeginDate) >= kFirstShownDay;
+}
+
+std::string AnyOwner(Dice& dice) {
+  const int number = dice.Roll(kUsers + static_cast<int>(kGroups.size()) + 1);
+  if (number < kUsers) return UserName(number);
+  if (number == kUsers) return "default";
+  return std::string(kGroups[static_cast<std::size_t>(number - kUsers - 1)]);
+}
+
+EventRow AnyEvent(Dice& dice, int number) {
+  const std::string owner = AnyOwner(dice);
+  const bool isShown = std::find(kShownOwners.begin(), kShownOwners.end(), owner) != kShownOwners.end();
+  for (;;) {
+    const Date begin = kToday + days{dice.Roll(10 * 365 + 200) - 10 * 365};
+    EventRow event = Event(owner, "Event " + std::to_string(number), begin, number);
+    if (dice.Roll(10) == 0) {
+      const std::string weekday = std::to_string(WeekdayNumber(begin));
+      event = OnWeekdays(std::move(event), weekday, begin + days{7 * (1 + dice.Roll(52))});
+    }
+    if (!isShown || !TouchesShownMonth(event)) return event;
+  }
+}
+
+void AddCalendars(Connection& database) {
+  const auto friendlyName = [](std::string_view name) { return "Calendar of " + std::string(name); };
+  for (int i = 0; i < kUsers; ++i) {
+    database.Execute(
+        Statement("INSERT INTO Calendars (Name, FriendlyName, Password, IsGroup, IsHidden, MemberOfGroups, "
+                  "ClockMode, FirstDayOfWeek, Weekend) "
+                  "VALUES ('{}', '{}', '{}', no, {}, 'sales, staff', 24, 2, '1, 7')",
+                  UserName(i), friendlyName(UserName(i)), kPassword, i < kVisibleUsers ? "no" : "yes"));
+  }
+  for (const std::string_view group : kGroups) {
+    database.Execute(Statement(
+        "INSERT INTO Calendars (Name, FriendlyName, IsGroup, IsHidden) VALUES ('{}', '{}', yes, no)", group,
+        friendlyName(group)));
+  }
+}
+
+void AddGroupViews(Connection& database) {
+  for (int i = 0; i < 40; ++i) {
+    database.Execute(Statement(
+        "INSERT INTO GroupViews (FriendlyName, Name, Owner, Calendars, BackGround, ForeGround) "
+        "VALUES ('View {}', 'view{}', '{}', 'user001, user002, user003', '#FFEEDD, , ', 'black, black, ')",
+        i, i, i == 0 ? "admin" : UserName(i / 3)));
+  }
+}
+
+void AddMessages(const demo::RowWriter& rows) {
+  for (int i = 0; i < kMessages; ++i) {
+    MessageRow message;
+    message.Sender = UserName((i + 1) % kUsers);
+    message.Recipient = UserName(i % kUsers);
+    message.SentDate = {kToday - days{i % 100}, std::chrono::hours{9}};
+    message.Subject = "Message " + std::to_string(i);
+    message.Content = "See you there.";
+    message.IsViewed = i >= kUnreadMessages * kUsers;
+    rows.Write(message);
+  }
+}
+
+/// The shown events lie apart in the file, as they do when people enter them day by day.
+void AddEvents(Connection& database, const demo::RowWriter& rows, int eventCount) {
+  const std::vector<EventRow> shown = ShownEvents();
+  const int distance = eventCount / static_cast<int>(shown.size());
+  Dice dice;
+  std::size_t nextShown = 0;
+  for (int i = 0; i < eventCount; ++i) {
+    const bool isTurn = i % distance == distance - 1 && nextShown < shown.size();
+    rows.Write(isTurn ? shown[nextShown++] : AnyEvent(dice, i));
+    if (i % kRowsPerTransaction != kRowsPerTransaction - 1) continue;
+    database.Commit();
+    database.Begin();
+  }
+}
+
+}  // namespace
+
+void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const RegionalSettings& regional) {
+  if (std::filesystem::exists(file)) return;
+  std::filesystem::create_directories(std::filesystem::absolute(file).parent_path());
+  const std::filesystem::path unfinished = file.string() + ".unfinished";
+  std::filesystem::remove(unfinished);
+  InitDatabase({unfinished, std::string(kPassword), false, kToday}, regional);
+  {
+    SqliteDriver driver(regional);
+    const auto database = driver.Open(unfinished.string());
+    const demo::RowWriter rows(*database, regional);
+    database->Begin();
+    AddCalendars(*database);
+    AddGroupViews(*database);
+    AddMessages(rows);
+    AddEvents(*database, rows, eventCount);
+    database->Commit();
+  }
+  std::filesystem::rename(unfinished, file);
+}
+
+}  // namespace orlune::bench

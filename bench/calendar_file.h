@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "platform/civil_time.h"
+#include "platform/regional_settings.h"
+
+namespace orlune::bench {
+
+/// Who looks at the page: a member of the groups sales and staff.
+inline constexpr std::string_view kUser = "user000";
+inline constexpr std::string_view kPassword = "bench";
+
+/// The day on which the page is looked at; its month is the one shown.
+inline constexpr Date kToday{std::chrono::year{2004} / 3 / 15};
+
+/// Every occurrence that the page shows begins its title so.
+inline constexpr std::string_view kShownTitle = "Shown: ";
+/// How many the page shows, whatever the size of the file.
+inline constexpr int kShownOccurrences = 60;
+
+/// Writes `file` as a company's calendar of `eventCount` events, the same on every machine, unless it exists.
+/// Each of its 300 calendars, 30 of them in the choice list, holds its share of ten years: nine events in ten
+/// happen once, the others repeat. Throws std::runtime_error.
+void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const RegionalSettings& regional);
+
+}  // namespace orlune::bench

@@ -1,0 +1,103 @@
+#!/usr/bin/env bash
+# Pages a second over loopback: the month page against a static file of the same size from the same server, and the
+# server's memory after many pages. Needs build/release/orlune and build/bench/make_calendar_file; scripts/bench.sh
+# makes both. Bounded to about two minutes.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+readonly rounds=3 seconds=5 connections=16 events=20000
+readonly few_pages=1000 many_pages=100000
+readonly user=user000 password=bench today=2004-03-15T10:00:00
+
+for program in build/release/orlune build/bench/make_calendar_file; do
+  [[ -x $program ]] || stop "$program is missing; scripts/bench.sh builds it."
+done
+
+folder=$(mktemp -d)
+server=
+cleanup() {
+  if [[ $server ]]; then kill "$server" && wait "$server" || true; fi
+  rm -rf "$folder"
+}
+trap cleanup EXIT
+
+start_server() {
+  build/bench/make_calendar_file "build/bench/calendars/$events.db" $events
+  cp "build/bench/calendars/$events.db" "$folder/calendar.db"
+  cp -r site "$folder/site"
+  cat >"$folder/orlune.toml" <<END
+[server]
+listen = "127.0.0.1:0"
+site = "site"
+secret_file = "secret.key"
+
+[[page]]
+path = "/month"
+DBPath = "calendar.db"
+ShowTitle = true
+END
+  build/release/orlune serve --config "$folder/orlune.toml" --now $today >"$folder/output" 2>"$folder/log" &
+  server=$!
+  for ((i = 0; i < 100; ++i)); do
+    address=$(sed -n 's|^listening on \(http://.*\)/month$|\1|p' "$folder/output")
+    [[ -z $address ]] || return 0
+    sleep 0.1
+  done
+  stop "The server does not start: $(<"$folder/log")"
+}
+
+log_in() {
+  curl -sS -o /dev/null -c "$folder/cookies" -d "Name=$user" -d "Passwd=$password" "$address/month?p=l"
+  cookie=$(awk '$NF != "" && !/^# / && NF >= 7 { print $6 "=" $7 }' "$folder/cookies")
+  curl -sS -H "Cookie: $cookie" -o "$folder/site/month.html" "$address/month"
+  local shown
+  shown=$(grep -o 'Shown: ' "$folder/site/month.html" | wc -l)
+  ((shown == 60)) || stop "The page shows $shown occurrences in place of 60."
+}
+
+# Requests a second of the path $1 from wrk, which has to get nothing but answers of status 200.
+throughput() {
+  wrk -t1 -c$connections -d${seconds}s -H "Cookie: $cookie" "$address$1" >"$folder/wrk"
+  ! grep -E 'Non-2xx|Socket errors' "$folder/wrk" >&2 || stop "Not every request was answered."
+  awk '/^Requests\/sec:/ { print $2 }' "$folder/wrk"
+}
+
+median() {
+  sort -n | awk '{ value[NR] = $1 } END { print value[int((NR + 1) / 2)] }'
+}
+
+# Asks for the page until wrk has counted $1 answers.
+request_pages() {
+  cat >"$folder/count.lua" <<END
+local answers = 0
+function response()
+  answers = answers + 1
+  if answers >= $1 then wrk.thread:stop() end
+end
+END
+  wrk -t1 -c$connections -d300s -s "$folder/count.lua" -H "Cookie: $cookie" "$address/month" >"$folder/wrk"
+  awk '/requests in/ { print $1 }' "$folder/wrk"
+}
+
+resident_kib() {
+  awk '/^VmRSS:/ { print $2 }' "/proc/$server/status"
+}
+
+start_server
+log_in
+for pages in $few_pages $((many_pages - few_pages)); do
+  answered=$(request_pages "$pages")
+  echo "resident after $answered more pages: $(resident_kib) KiB"
+done
+
+for ((round = 0; round < rounds; ++round)); do
+  throughput /month.html >>"$folder/files"
+  throughput /month >>"$folder/pages"
+done
+files=$(median <"$folder/files")
+pages=$(median <"$folder/pages")
+echo "bytes: $(stat -c %s "$folder/site/month.html")"
+echo "static files a second: $files"
+echo "month pages a second: $pages"
+awk -v files="$files" -v pages="$pages" 'BEGIN { printf "month pages to static files: 1 : %.2f\n", files / pages }'

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds and runs the benchmarks; docs/performance.md tells what they measure. Arguments go on to Google Benchmark,
+# for example: scripts/bench.sh --benchmark_filter=/20000
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+require_packages "${build_packages[@]}" libbenchmark-dev wrk:wrk curl:curl
+build_preset bench || stop "The build of the benchmarks failed."
+build_preset release || stop "The build failed."
+
+build/bench/month_page_benchmark --benchmark_enable_random_interleaving=true "$@"
+bench/load.sh
