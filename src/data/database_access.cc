@@ -53,6 +53,10 @@ Statement SqlValue(std::optional<std::string_view> value) {
   return Statement("'{}'", *value);
 }
 
+Statement SqlText(std::string_view text) {
+  return text.empty() ? Statement("Null") : Statement("'{}'", text);
+}
+
 Statement BuildSql(SqlMode mode, SqlLiteral table, std::span<const ColumnValue> pairs,
                    const Statement& where) {
   Statement columns;

@@ -27,6 +27,9 @@ void ExecuteQuiet(Connection& database, const Statement& sql, bool& failed);
 /// yes, no or Null stands as it is; every other text is quoted, star included.
 Statement SqlValue(std::optional<std::string_view> value);
 
+/// The SQL of a text that a person typed: Null for "", otherwise quoted, whatever it begins with.
+Statement SqlText(std::string_view text);
+
 struct ColumnValue {
   SqlLiteral Column;
   Statement Value;  ///< as from `SqlValue`
