@@ -31,18 +31,19 @@ int ColumnCount(std::span<const OL_Event* const> events, DisplayedHours hours) {
 std::optional<int> SpanInRow(const OL_Event& event, int hour, int firstHour) {
   if (!event.BeginTime) return std::nullopt;
   const int begin = HourOf(*event.BeginTime);
-  if (begin == hour) return event.EndTime ? std::max(0, HourOf(*event.EndTime) - begin) : 1;
+  if (begin == hour) return event.EndTime ? HourOf(*event.EndTime) - begin : 1;
   const bool reachesFirstRow =
       hour == firstHour && begin < hour && event.EndTime && HourOf(*event.EndTime) > firstHour;
   return reachesFirstRow ? std::optional(HourOf(*event.EndTime) - firstHour) : std::nullopt;
 }
 
 void ColumnTable::Allocate(int span) {
+  const int rows = std::max(0, span);
   const auto free = std::find(remainingRows_.begin(), remainingRows_.end(), 0);
   if (free != remainingRows_.end()) {
-    *free = span;
+    *free = rows;
   } else {
-    remainingRows_.push_back(span);
+    remainingRows_.push_back(rows);
   }
 }
 

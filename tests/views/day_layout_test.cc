@@ -28,7 +28,7 @@ TEST(DayLayout, GivesEachEventItsRowAndSpan) {
   const std::vector<Case> cases{
       {900, 1100, 9, 2, "9 10"}, {930, 1015, 9, 1, "9"},   {900, 945, 9, 0, "9"}, {900, -1, 9, 1, "9"},
       {600, 1000, 8, 2, "8 9"},  {600, 800, -1, 0, ""},    {600, -1, -1, 0, ""},  {1800, 1900, -1, 0, ""},
-      {-1, -1, -1, 0, ""},       {1000, 900, 10, 0, "10"}, {815, 830, 8, 0, "8"}, {1700, 2000, 17, 3, "17"},
+      {-1, -1, -1, 0, ""},       {1000, 900, 10, -1, "10"}, {815, 830, 8, 0, "8"}, {1700, 2000, 17, 3, "17"},
   };
   for (const Case& c : cases) {
     const OL_Event event = Timed(c.Begin, c.End);
@@ -65,6 +65,7 @@ TEST(ColumnTable, FillsFromTheLeftAndGrowsWhenItMust) {
   columns.EndRow();
   EXPECT_EQ(columns.FreeRuns(), (Runs{1, 2}));
   columns.Allocate(0);
+  columns.Allocate(-1);
   EXPECT_EQ(columns.FreeRuns(), (Runs{1, 2})) << "an event without rows leaves its column free";
   for (int i = 0; i < 3; ++i) columns.Allocate(5);
   EXPECT_EQ(columns.FreeRuns(), Runs{});
