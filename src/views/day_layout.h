@@ -23,8 +23,8 @@ int Occupancy(std::span<const OL_Event* const> events, int hour);
 int ColumnCount(std::span<const OL_Event* const> events, DisplayedHours hours);
 
 /// The number of hour rows that an occurrence covers, given in the row where its cell belongs and nothing in
-/// every other row. An occurrence that ends within its first hour covers 0, one that ends before it begins fewer;
-/// one that began before the first displayed hour belongs there.
+/// every other row. An occurrence that ends within its first hour covers 0, one that ends before it begins
+/// fewer; one that began before the first displayed hour belongs there.
 std::optional<int> SpanInRow(const OL_Event& event, int hour, int firstHour);
 
 /// The event columns of a day view while its rows are written from the top: how many more rows each is taken.

@@ -1,4 +1,5 @@
-// Runs a fuzz target over the files of a seed folder and over inputs made from them: `target COUNT SEED_FOLDER`.
+// Runs a fuzz target over the files of a seed folder and over inputs made from them: `target COUNT
+// SEED_FOLDER`.
 
 #include <algorithm>
 #include <cstdint>
