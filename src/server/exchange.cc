@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cstring>
 
+#include "server/body_length.h"
 #include "server/url_encoding.h"
 #include "server/utf8.h"
 
@@ -11,6 +13,10 @@ namespace orlune {
 namespace {
 
 constexpr std::size_t kPartsBuffer = 4096;
+// The library keeps what it parses in a fixed space, `HostLimits::HeaderBytes`, and is lost where an
+// address overflows it.
+constexpr std::size_t kLongestTarget = 8192;
+constexpr std::ptrdiff_t kMostParameters = 250;
 constexpr std::size_t kPatience = 8;  // how many times the largest body is heard out
 
 // A browser that takes this server for a proxy sends the whole address.
@@ -28,6 +34,14 @@ std::string LowerCase(std::string_view text) {
   return lower;
 }
 
+bool IsTooLong(std::string_view target) {
+  return target.size() > kLongestTarget || std::count(target.begin(), target.end(), '&') >= kMostParameters;
+}
+
+bool IsControl(char c) {
+  return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
 std::size_t AnnouncedLength(const NamedTexts& headers) {
   const std::string_view text = headers.Find("Content-Length");
   std::size_t length = 0;
@@ -37,24 +51,32 @@ std::size_t AnnouncedLength(const NamedTexts& headers) {
 
 }  // namespace
 
-Exchange::Exchange(std::string_view target, std::size_t largestBody)
-    : partsReader_(nullptr, &MHD_destroy_post_processor), largestBody_(largestBody) {
-  target = WithoutSite(target);
-  const std::size_t question = target.find('?');
-  message_.Path = target.substr(0, question);
-  if (question != std::string_view::npos) message_.Query = target.substr(question + 1);
+Exchange::Exchange(const char* target, std::size_t largestBody)
+    : targetEnd_(target + std::strlen(target)),
+      partsReader_(nullptr, &MHD_destroy_post_processor),
+      largestBody_(largestBody) {
+  const std::string_view sent(target, targetEnd_);
+  if (IsTooLong(sent)) RefuseHopeless(MHD_HTTP_URI_TOO_LONG);
+  if (std::any_of(sent.begin(), sent.end(), IsControl)) Refuse(MHD_HTTP_BAD_REQUEST);
+  const std::string_view local = WithoutSite(sent);
+  const std::size_t question = local.find('?');
+  message_.Path = local.substr(0, question);
+  if (question != std::string_view::npos) message_.Query = local.substr(question + 1);
 }
 
-void Exchange::Begin(MHD_Connection* connection, std::string_view method) {
+void Exchange::Begin(MHD_Connection* connection, std::string_view method, const char* version) {
   hasBegun_ = true;
   message_.Method = method;
+  const bool hasNul = version != targetEnd_ + 1;
+  if (hasNul) Refuse(MHD_HTTP_BAD_REQUEST);
+  if (!HasClearLength(connection)) RefuseHopeless(MHD_HTTP_BAD_REQUEST);
   for (const char* name : kReadHeaders) {
     const char* value = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
     if (value != nullptr) message_.Headers.Set(name, value);
   }
   const std::size_t announced = AnnouncedLength(message_.Headers);
-  if (announced > largestBody_) refusal_ = MHD_HTTP_CONTENT_TOO_LARGE;
-  isHopeless_ = announced > kPatience * largestBody_;
+  if (announced > largestBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
+  if (announced > kPatience * largestBody_) RefuseHopeless(MHD_HTTP_CONTENT_TOO_LARGE);
   if (method == "POST" && refusal_ == 0) ExpectForm(connection);
 }
 
@@ -76,6 +98,11 @@ void Exchange::End() {
   if (partsReader_ == nullptr) return;
   if (MHD_destroy_post_processor(partsReader_.release()) != MHD_YES) refusal_ = MHD_HTTP_BAD_REQUEST;
   CommitField();
+}
+
+void Exchange::RefuseHopeless(unsigned status) {
+  Refuse(status);
+  isHopeless_ = true;
 }
 
 void Exchange::ExpectForm(MHD_Connection* connection) {

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include <microhttpd.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "server/connection_watch.h"
@@ -51,9 +52,26 @@ ResponseHandle MakeResponse(ReplyMessage reply, bool isLast) {
   return response;
 }
 
-ConnectionWatch::Watched& WatchedOf(MHD_Connection* connection) {
+/// What belongs to one connection.
+struct Client {
+  ConnectionWatch::Watched& Watched;
+  std::unique_ptr<Exchange> Current;  ///< null between two requests
+};
+
+Client& ClientOf(MHD_Connection* connection) {
   const auto* context = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
-  return *static_cast<ConnectionWatch::Watched*>(context->socket_context);
+  return *static_cast<Client*>(context->socket_context);
+}
+
+// For a request that the library cannot read to its end: answers past the library and hangs up.
+void RefuseAtOnce(int socket, unsigned status) {
+  const ReplyMessage reply = Refusal(status);
+  std::string text = "HTTP/1.1 " + std::to_string(status) + " " + MHD_get_reason_phrase_for(status) + "\r\n";
+  for (const auto& [name, value] : reply.Headers) text.append(name).append(": ").append(value).append("\r\n");
+  text.append("Content-Length: ").append(std::to_string(reply.BodySize()));
+  text.append("\r\nConnection: close\r\n\r\n").append(std::get<std::string>(reply.Body));
+  static_cast<void>(send(socket, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
+  shutdown(socket, SHUT_RDWR);
 }
 
 }  // namespace
@@ -65,27 +83,31 @@ class HttpHost::Daemon {
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
 
+  std::size_t RunningRequests() const;
+
  private:
   static void* OnTarget(void* self, const char* target, MHD_Connection* connection);
   static MHD_Result OnRequest(void* self, MHD_Connection* connection, const char* url, const char* method,
-                              const char* version, const char* body, std::size_t* bodySize, void** exchange);
-  static void OnCompleted(void* self, MHD_Connection* connection, void** exchange,
+                              const char* version, const char* body, std::size_t* bodySize, void** context);
+  static void OnCompleted(void* self, MHD_Connection* connection, void** context,
                           MHD_RequestTerminationCode code);
-  static void OnConnection(void* self, MHD_Connection* connection, void** watched,
+  static void OnConnection(void* self, MHD_Connection* connection, void** client,
                            MHD_ConnectionNotificationCode code);
 
-  MHD_Result Continue(MHD_Connection* connection, Exchange& exchange, std::string_view method,
-                      std::string_view body);
+  MHD_Result Begin(MHD_Connection* connection, Exchange& exchange, std::string_view method,
+                   const char* version);
+  MHD_Result Continue(MHD_Connection* connection, Exchange& exchange, std::string_view body);
   MHD_Result Reply(MHD_Connection* connection, const Exchange& exchange);
+  void EndExchange(Client& client);
   void WaitForRunningRequests();
 
   HostLimits limits_;
   Answerer answer_;
   ConnectionWatch watch_;
   std::atomic<bool> isStopping_ = false;
-  std::mutex runningMutex_;
+  mutable std::mutex runningMutex_;
   std::condition_variable ended_;
-  std::size_t running_ = 0;  // requests whose exchange exists
+  std::size_t running_ = 0;  // exchanges that have begun
   MHD_Daemon* daemon_ = nullptr;
 };
 
@@ -124,36 +146,49 @@ void HttpHost::Daemon::WaitForRunningRequests() {
   ended_.wait_for(lock, limits_.Stopping, [this] { return running_ == 0; });
 }
 
-void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* /*connection*/) {
-  Daemon& daemon = *static_cast<Daemon*>(self);
-  auto exchange = std::make_unique<Exchange>(target, daemon.limits_.BodyBytes);
-  const std::lock_guard lock(daemon.runningMutex_);
-  ++daemon.running_;
-  return exchange.release();
+std::size_t HttpHost::Daemon::RunningRequests() const {
+  const std::lock_guard lock(runningMutex_);
+  return running_;
+}
+
+void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* connection) {
+  Client& client = ClientOf(connection);
+  client.Current = std::make_unique<Exchange>(target == nullptr ? "" : target,
+                                              static_cast<Daemon*>(self)->limits_.BodyBytes);
+  if (client.Current->IsHopeless()) RefuseAtOnce(client.Watched.Socket, client.Current->RefusalStatus());
+  return nullptr;
 }
 
 MHD_Result HttpHost::Daemon::OnRequest(void* self, MHD_Connection* connection, const char* /*url*/,
-                                       const char* method, const char* /*version*/, const char* body,
-                                       std::size_t* bodySize, void** exchange) {
+                                       const char* method, const char* version, const char* body,
+                                       std::size_t* bodySize, void** /*context*/) {
   try {
+    Exchange& exchange = *ClientOf(connection).Current;
+    Daemon& daemon = *static_cast<Daemon*>(self);
+    if (!exchange.HasBegun()) return daemon.Begin(connection, exchange, method, version);
     const std::string_view piece(body, *bodySize);
     *bodySize = 0;
-    return static_cast<Daemon*>(self)->Continue(connection, *static_cast<Exchange*>(*exchange), method,
-                                                piece);
+    return daemon.Continue(connection, exchange, piece);
   } catch (...) {
     return MHD_NO;  // out of memory: the connection is closed
   }
 }
 
-MHD_Result HttpHost::Daemon::Continue(MHD_Connection* connection, Exchange& exchange, std::string_view method,
-                                      std::string_view body) {
-  if (!exchange.HasBegun()) {
-    exchange.Begin(connection, method);
-    return exchange.IsHopeless() ? Reply(connection, exchange) : MHD_YES;
+MHD_Result HttpHost::Daemon::Begin(MHD_Connection* connection, Exchange& exchange, std::string_view method,
+                                   const char* version) {
+  if (exchange.IsHopeless()) return MHD_NO;
+  {
+    const std::lock_guard lock(runningMutex_);
+    ++running_;
   }
+  exchange.Begin(connection, method, version);
+  return exchange.IsHopeless() ? Reply(connection, exchange) : MHD_YES;
+}
+
+MHD_Result HttpHost::Daemon::Continue(MHD_Connection* connection, Exchange& exchange, std::string_view body) {
   if (!body.empty()) return exchange.TakeBody(body) ? MHD_YES : MHD_NO;
   exchange.End();
-  ConnectionWatch::Extend(WatchedOf(connection), limits_.Sending);
+  ConnectionWatch::Extend(ClientOf(connection).Watched, limits_.Sending);
   return Reply(connection, exchange);
 }
 
@@ -161,34 +196,47 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection, const Exchange& e
   const unsigned refusal = exchange.RefusalStatus();
   ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(exchange.Message());
   const unsigned status = reply.Status;
-  return MHD_queue_response(connection, status, MakeResponse(std::move(reply), isStopping_).get());
+  return MHD_queue_response(connection, status,
+                            MakeResponse(std::move(reply), isStopping_ || exchange.IsHopeless()).get());
 }
 
-void HttpHost::Daemon::OnCompleted(void* self, MHD_Connection* connection, void** exchange,
+void HttpHost::Daemon::OnCompleted(void* self, MHD_Connection* connection, void** /*context*/,
                                    MHD_RequestTerminationCode /*code*/) {
   Daemon& daemon = *static_cast<Daemon*>(self);
-  std::unique_ptr<Exchange> ended(static_cast<Exchange*>(std::exchange(*exchange, nullptr)));
-  if (ended == nullptr) return;
-  ConnectionWatch::Extend(WatchedOf(connection), daemon.limits_.Inactivity + daemon.limits_.Receiving);
-  const std::lock_guard lock(daemon.runningMutex_);
-  --daemon.running_;
-  if (daemon.running_ == 0) daemon.ended_.notify_all();
+  Client& client = ClientOf(connection);
+  ConnectionWatch::Extend(client.Watched, daemon.limits_.Inactivity + daemon.limits_.Receiving);
+  daemon.EndExchange(client);
 }
 
-void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** watched,
+void HttpHost::Daemon::EndExchange(Client& client) {
+  const std::unique_ptr<Exchange> ended = std::exchange(client.Current, nullptr);
+  if (ended == nullptr || !ended->HasBegun()) return;
+  const std::lock_guard lock(runningMutex_);
+  --running_;
+  if (running_ == 0) ended_.notify_all();
+}
+
+void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** client,
                                     MHD_ConnectionNotificationCode code) {
   Daemon& daemon = *static_cast<Daemon*>(self);
   if (code == MHD_CONNECTION_NOTIFY_CLOSED) {
-    daemon.watch_.Remove(*static_cast<ConnectionWatch::Watched*>(*watched));
+    const std::unique_ptr<Client> gone(static_cast<Client*>(*client));
+    daemon.EndExchange(*gone);
+    daemon.watch_.Remove(gone->Watched);
     return;
   }
   const auto* socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD);
-  *watched = &daemon.watch_.Add(socket->connect_fd, daemon.limits_.Receiving);
+  ConnectionWatch::Watched& watched = daemon.watch_.Add(socket->connect_fd, daemon.limits_.Receiving);
+  *client = std::make_unique<Client>(Client{watched, nullptr}).release();
 }
 
 HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
     : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer))) {}
 
 HttpHost::~HttpHost() = default;
+
+std::size_t HttpHost::RunningRequests() const {
+  return daemon_->RunningRequests();
+}
 
 }  // namespace orlune

@@ -33,6 +33,9 @@ class HttpHost {
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;
 
+  /// How many requests are being received or answered, from their headers' end on.
+  std::size_t RunningRequests() const;
+
  private:
   class Daemon;
   std::unique_ptr<Daemon> daemon_;

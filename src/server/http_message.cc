@@ -17,6 +17,7 @@ constexpr Reason kReasons[] = {
     {404, "Not Found", "There is nothing at this address."},
     {405, "Method Not Allowed", "This address does not answer requests of this kind."},
     {413, "Content Too Large", "What was sent is too large."},
+    {414, "URI Too Long", "The address is too long."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
     {503, "Service Unavailable", "The database cannot be opened."},
 };

@@ -47,6 +47,7 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   EXPECT_EQ(answer.Header("Referrer-Policy"), "same-origin");
   EXPECT_EQ(answer.Header("Set-Cookie"), "");
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||");
+  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
 }
 
 TEST(HttpHost, ReadsForms) {
@@ -77,6 +78,14 @@ TEST(HttpHost, ReadsForms) {
       {"long value", kFormType, "y=1&x=" + large, "q:x=<q> f:x=<" + large + "> q:y=<> f:y=<1> fields=2"},
       {"multipart", kMultipartType, multipart + "--bound--\r\n",
        "q:x=<q> f:x=<one, t&w%6f+\xEF\xBF\xBD> q:y=<> f:y=<> fields=2"},
+      {"raw equals sign", kFormType, "x=a=b==&y==", "q:x=<q> f:x=<a=b==> q:y=<> f:y=<=> fields=2"},
+      {"nameless", kFormType, "=1&x=2", "q:x=<q> f:x=<2> q:y=<> f:y=<> fields=2"},
+      {"raw NUL", kFormType, std::string("x=a\0b&y=1", 9),
+       "q:x=<q> f:x=<a\xEF\xBF\xBD"
+       "b> q:y=<> f:y=<1> fields=2"},
+      {"raw NUL in a part", kMultipartType, part("name=\"x\"", std::string("a\0b", 3)) + "--bound--\r\n",
+       "q:x=<q> f:x=<a\xEF\xBF\xBD"
+       "b> q:y=<> f:y=<> fields=1"},
       {"no form", "Content-Type: text/plain\r\n", "x=1", "q:x=<q> f:x=<> q:y=<> f:y=<> fields=0"},
   };
   for (const auto& c : cases)
@@ -104,6 +113,62 @@ TEST(HttpHost, RefusesWhatIsTooLarge) {
       413);
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", "X-Long: " + std::string(100'000, 'z') + "\r\n").Status / 100,
             4);
+}
+
+TEST(HttpHost, RefusesAddressesThatAreTooLong) {
+  StartedHost host;
+  host.Answer = Echo;
+  const auto parameters = [](int count) {
+    std::string query = "GET /a.asp?x=1";
+    for (int i = 1; i < count; ++i) query += "&a";
+    return query;
+  };
+  const std::string longValue = "GET /a.asp?x=1&y=" + std::string(8000, 'z');
+  const std::string cookie = "Cookie: c=" + std::string(7000, 'c') + "\r\n";
+  EXPECT_EQ(Fetch(host.Address(), parameters(250), cookie).Status, 200);
+  EXPECT_EQ(Fetch(host.Address(), longValue + parameters(240).substr(14, 160), cookie).Status, 200);
+  for (const std::string& target : {parameters(251), parameters(500), parameters(1000), parameters(3000),
+                                    "GET /a.asp?" + std::string(600, '&'), longValue + std::string(200, 'z'),
+                                    parameters(20'000), "GET /" + std::string(100'000, 'z')})
+    EXPECT_EQ(Fetch(host.Address(), target).Status, 414) << target.size();
+  EXPECT_EQ(host.RunningRequests(), 0U);
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Status, 200);
+}
+
+TEST(HttpHost, RefusesWhatCouldBeReadInTwoWays) {
+  StartedHost host;
+  host.Answer = Echo;
+  const struct {
+    const char* Name;
+    std::string Target;
+    std::string Headers;
+    int Status;
+    int Answers;
+  } cases[] = {
+      {"chunked", "/a.asp", "Transfer-Encoding: Chunked\r\n", 200, 2},
+      {"the same length twice", "/a.asp", "Content-Length: 5\r\nContent-Length: 5\r\n", 200, 2},
+      {"two lengths", "/a.asp", "Content-Length: 5\r\nContent-Length: 3\r\n", 400, 1},
+      {"length and encoding", "/a.asp", "Content-Length: 5\r\nTransfer-Encoding: chunked\r\n", 400, 1},
+      {"encoding and length", "/a.asp", "transfer-encoding: chunked\r\ncontent-length: 5\r\n", 400, 1},
+      {"unknown encoding", "/a.asp", "Transfer-Encoding: gzip, chunked\r\n", 400, 1},
+      {"two encodings", "/a.asp", "Transfer-Encoding: chunked\r\nTransfer-Encoding: chunked\r\n", 400, 1},
+      {"blank before the colon", "/a.asp", "Content-Length: 5\r\nTransfer-Encoding : chunked\r\n", 400, 1},
+      {"NUL in the query", std::string("/a.asp?x=\0y", 11), "Content-Length: 5\r\n", 400, 2},
+      {"NUL in the path", std::string("/a.asp\0?x=y", 11), "Content-Length: 5\r\n", 400, 2},
+      {"control character", "/a.asp?x=\x01", "Content-Length: 5\r\n", 400, 2},
+      {"tab", "/a.asp?x=\ty", "Content-Length: 5\r\n", 400, 2},
+      {"delete", "/a.asp?x=\x7F", "Content-Length: 5\r\n", 400, 2},
+  };
+  for (const auto& c : cases) {
+    HttpClient client(host.Address());
+    client.Send("POST " + c.Target + " HTTP/1.1\r\nHost: h\r\n" + c.Headers + "\r\n0\r\n\r\n");
+    client.Send("GET /smuggled HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
+    const std::string answers = client.ReadAll();
+    EXPECT_EQ(answers.substr(0, 12), "HTTP/1.1 " + std::to_string(c.Status)) << c.Name << answers;
+    int count = 0;
+    for (std::size_t i = 0; (i = answers.find("HTTP/1.1 ", i)) != std::string::npos; ++i) ++count;
+    EXPECT_EQ(count, c.Answers) << c.Name << answers;
+  }
 }
 
 TEST(HttpHost, AnswersEachAddressAndMethod) {

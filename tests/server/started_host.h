@@ -39,6 +39,7 @@ class StartedHost {
   const TemporaryFolder& Folder() const { return folder_; }
   std::string LogText() const { return logText_.str(); }
   void Elapse(std::chrono::minutes time) { steadyNow_ += time; }
+  std::size_t RunningRequests() const { return host_->RunningRequests(); }
   void Stop() { host_ = nullptr; }
 
   Page Answer = [](const ScriptingContext&) {};
