@@ -122,6 +122,7 @@ HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLim
                        MHD_OPTION_LISTEN_SOCKET, descriptor,                                                //
                        MHD_OPTION_THREAD_POOL_SIZE, threads,                                                //
                        MHD_OPTION_CONNECTION_LIMIT, connections,                                            //
+                       MHD_OPTION_PER_IP_CONNECTION_LIMIT, limits.ConnectionsOfOneAddress,                  //
                        MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(limits.Inactivity.count()),     //
                        MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits.HeaderBytes,                              //
                        MHD_OPTION_STRICT_FOR_CLIENT, 1,                                                     //

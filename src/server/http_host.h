@@ -13,6 +13,7 @@ namespace orlune {
 /// What the host puts up with.
 struct HostLimits {
   unsigned Connections = 800;
+  unsigned ConnectionsOfOneAddress = 400;  ///< enough for a proxy, which has the only address
   std::chrono::seconds Inactivity{15};
   std::chrono::milliseconds Receiving{30'000};  ///< from a request's beginning to its end
   std::chrono::milliseconds Sending{120'000};   ///< of a whole answer, the time to make it included

@@ -322,6 +322,18 @@ TEST(HttpHost, DropsConnectionsThatDawdle) {
   EXPECT_EQ(slow.ReadAll(), "");
 }
 
+TEST(HttpHost, BoundsTheConnectionsOfOneAddress) {
+  HostLimits limits;
+  limits.ConnectionsOfOneAddress = 2;
+  StartedHost host(limits);
+  HttpClient first(host.Address());
+  HttpClient second(host.Address());
+  HttpClient third(host.Address());
+  EXPECT_EQ(third.ReadAll(), "");
+  first.Send("GET /healthz HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
+  EXPECT_EQ(first.ReadAll().substr(0, 12), "HTTP/1.1 200");
+}
+
 TEST(HttpHost, FinishesRunningRequestsBeforeItStops) {
   StartedHost host;
   std::promise<void> entered;
