@@ -24,7 +24,7 @@ constexpr PageProperty kProperties[] = {
      "keep the login in a sealed cookie, not on the server"},
     {"ExpireCookie", kName<&Orlune::ExpireCookie>, "tomorrow", "the date on which that cookie expires"},
     {"ExitToURL", kText<&Orlune::ExitToURL>, "\"\"", "where logging out leads"},
-    {"ShowTitle", kSwitch<&Orlune::ShowTitle>, "false", "show the title bar over the calendar"},
+    {"ShowTitle", kSwitch<&Orlune::ShowTitle>, "false", "show the calendar's name above it"},
     {"NoMessaging", kSwitch<&Orlune::NoMessaging>, "false", "hide the messages"},
     {"NoLoginChange", kSwitch<&Orlune::NoLoginChange>, "false", "hide the change of the password"},
     {"NoOLORLink", kSwitch<&Orlune::NoOLORLink>, "false", "hide the link to the product's home page"},
