@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include <sodium.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "data/database_access.h"
@@ -46,6 +47,18 @@ constexpr std::array<NamedFile, 10> kEventTypes{{
     {"Sport", "type_sport.gif"},
     {"Doctor", "type_doctor.gif"},
 }};
+
+/// As long as it lives, the process makes files that nobody but their owner reads.
+class PrivateFiles {
+ public:
+  PrivateFiles() : before_(umask(S_IRWXG | S_IRWXO)) {}
+  PrivateFiles(const PrivateFiles&) = delete;
+  PrivateFiles& operator=(const PrivateFiles&) = delete;
+  ~PrivateFiles() { umask(before_); }
+
+ private:
+  mode_t before_;
+};
 
 /// The file while it is being written: under a name of its own, and removed unless it was finished.
 class UnfinishedDatabase {
@@ -147,6 +160,7 @@ std::string InitDatabase(const InitOptions& options, const RegionalSettings& reg
     throw std::runtime_error("The folder " + folder.string() + " does not exist.");
   std::string password = PasswordOf(options);
   try {
+    const PrivateFiles privateFiles;
     UnfinishedDatabase unfinished(options.File);
     CreateBaseDatabase(unfinished.Path());
     Fill(unfinished.Path(), options, password, regional);

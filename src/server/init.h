@@ -18,8 +18,9 @@ struct InitOptions {
 };
 
 /// Writes the database `options.File`: tables, the account "admin", the group "default", colour schemes and
-/// event types. Returns the password of "admin". Throws std::runtime_error with a sentence for the operator,
-/// and then leaves no file behind; a file that exists is never touched.
+/// event types. Only its owner may read it, as it holds passwords. Returns the password of "admin". Throws
+/// std::runtime_error with a sentence for the operator, and then leaves no file behind; a file that exists is
+/// never touched.
 std::string InitDatabase(const InitOptions& options, const RegionalSettings& regional);
 
 }  // namespace orlune

@@ -97,6 +97,19 @@ TEST_F(InitDatabaseTest, PasswordIsTheOneGivenOrANewOneEachTime) {
             0);
 }
 
+TEST_F(InitDatabaseTest, NobodyButTheOwnerMayReadTheFiles) {
+  using std::filesystem::perms;
+  Init(year{2004} / 3 / 15, false);
+  const auto database = driver_.Open(File().string());
+  database->Execute(Statement("UPDATE Calendars SET FriendlyName = 'x' WHERE Name = 'admin'"));
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+    ++files;
+    EXPECT_EQ(entry.status().permissions(), perms::owner_read | perms::owner_write) << entry.path();
+  }
+  EXPECT_EQ(files, 3);
+}
+
 TEST_F(InitDatabaseTest, NeverTouchesAFileThatExists) {
   std::ofstream(File()) << "precious";
   EXPECT_THROW(Init(year{2004} / 3 / 15, false), std::runtime_error);
