@@ -113,6 +113,7 @@ std::string Reader::Path(std::string_view key, const toml::node& node) const {
 }
 
 Configuration Reader::Read(const toml::table& root) {
+  result_.DatabaseFolder = folder_;
   result_.Site = folder_ / result_.Site;
   result_.SecretFile = folder_ / result_.SecretFile;
   for (const auto& [key, node] : root) {
@@ -186,7 +187,8 @@ void Reader::ReadPageKey(PageConfiguration& page, std::string_view key, const to
   if (property == properties.end())
     Refuse(where, key, "unknown key in [[page]]; expected path or one of " + NamesOf(properties));
   if (key == "DBPath") {
-    page.DatabaseFile = Path(key, node);
+    page.DBPath = Text(key, node);
+    if (page.DBPath.empty()) Refuse(node.source(), key, "expected a path");
   } else if (std::holds_alternative<PageProperty::SwitchSetter>(property->Set)) {
     page.Properties.push_back({&*property, Switch(key, node)});
   } else {
@@ -240,9 +242,13 @@ void CheckConfiguration(const Configuration& configuration) {
   };
   refuseBelowSite(configuration.SecretFile);
   for (const PageConfiguration& page : configuration.Pages) {
-    if (page.DatabaseFile.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
-    refuseBelowSite(page.DatabaseFile);
+    if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
+    refuseBelowSite(DatabaseFile(configuration, page));
   }
+}
+
+fs::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page) {
+  return (configuration.DatabaseFolder / page.DBPath).lexically_normal();
 }
 
 std::string DescribeSettings() {

@@ -18,11 +18,11 @@ struct PropertyValue {
 
 struct PageConfiguration {
   std::string Path;
-  std::string DatabaseFile;               ///< the property DBPath; "" when it is not set
+  std::string DBPath;                     ///< as it is configured; "" when it is not set
   std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
 };
 
-/// What the configuration file says; paths are absolute.
+/// What the configuration file says; the paths of the server are absolute.
 struct Configuration {
   std::string Listen = "127.0.0.1:8080";
   std::filesystem::path Site = "site";
@@ -30,6 +30,7 @@ struct Configuration {
   long long SessionMinutes = 60;
   long long Threads = 0;  ///< 0: chosen from the processors
   std::filesystem::path SecretFile = "var/secret.key";
+  std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 
@@ -39,6 +40,9 @@ Configuration LoadConfiguration(const std::filesystem::path& file);
 /// Throws ConfigurationError when the server cannot be run so: an unusable address, a site folder that is
 /// missing, a page without a database, or a file that the site folder would give to everybody.
 void CheckConfiguration(const Configuration& configuration);
+
+/// The database file of a page, absolute.
+std::filesystem::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page);
 
 /// All settings with their types, defaults and meanings, for people.
 std::string DescribeSettings();

@@ -20,7 +20,7 @@ HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroun
   return {std::move(path),
           [configuration = std::move(configuration), surroundings](const ScriptingContext& context) {
             Orlune page(surroundings);
-            page.DBPath(configuration.DatabaseFile);
+            page.DBPath(configuration.DBPath);
             for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();

@@ -18,6 +18,7 @@
 #include "server/log_text.h"
 #include "server/logging_database_driver.h"
 #include "server/page_runner.h"
+#include "server/relative_database_driver.h"
 #include "server/website.h"
 
 namespace orlune {
@@ -29,8 +30,8 @@ Configuration ReadConfiguration(const ServeOptions& options) {
   Configuration configuration = LoadConfiguration(options.ConfigurationFile);
   if (options.Listen) configuration.Listen = *options.Listen;
   if (options.Database) {
-    for (PageConfiguration& page : configuration.Pages)
-      page.DatabaseFile = std::filesystem::absolute(*options.Database).string();
+    configuration.DatabaseFolder = std::filesystem::current_path();
+    for (PageConfiguration& page : configuration.Pages) page.DBPath = *options.Database;
   }
   CheckConfiguration(configuration);
   return configuration;
@@ -51,7 +52,7 @@ std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
 
 bool OpenAll(const Configuration& configuration, DatabaseDriver& driver) {
   try {
-    for (const PageConfiguration& page : configuration.Pages) driver.Open(page.DatabaseFile);
+    for (const PageConfiguration& page : configuration.Pages) driver.Open(page.DBPath);
     return true;
   } catch (const DatabaseError&) {
     return false;
@@ -103,7 +104,8 @@ void Serve(const ServeOptions& options) {
       std::make_shared<spdlog::logger>("orlune", std::make_shared<spdlog::sinks::stderr_sink_mt>());
   const std::unique_ptr<Clock> clock = MakeClock(options);
   SqliteDriver sqlite(regional);
-  LoggingDatabaseDriver databases(sqlite, *log);
+  LoggingDatabaseDriver logging(sqlite, *log);
+  RelativeDatabaseDriver databases(logging, configuration.DatabaseFolder);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   const Surroundings surroundings{*clock, databases, regional, localisers};

@@ -50,7 +50,8 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_EQ(configuration.Threads, 3);
   EXPECT_EQ(configuration.SecretFile, "/run/orlune.key");
   ASSERT_EQ(configuration.Pages.size(), 2U);
-  EXPECT_EQ(configuration.Pages[0].DatabaseFile, (folder_.Path().parent_path() / "a.db").string());
+  EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[0]), folder_.Path().parent_path() / "a.db");
+  EXPECT_EQ(configuration.Pages[0].DBPath, "../a.db");
   ASSERT_EQ(configuration.Pages[0].Properties.size(), 3U);
   for (const PropertyValue& value : configuration.Pages[0].Properties) {
     const bool isText = std::holds_alternative<std::string>(value.Value);
@@ -58,7 +59,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
     EXPECT_EQ(value.Property->Name == "ShowTitle", !isText && std::get<bool>(value.Value));
   }
   EXPECT_EQ(configuration.Pages[1].Path, "/team/b.asp");
-  EXPECT_EQ(configuration.Pages[1].DatabaseFile, "/b.db");
+  EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[1]), "/b.db");
 }
 
 TEST_F(ConfigurationFile, NeedsOnlyAPage) {
