@@ -203,6 +203,9 @@ std::string Reader::PagePath(const toml::node& node) const {
       path.find_first_not_of(kAllowed) != std::string::npos)
     Refuse(node.source(), "path",
            "expected a path that begins with \"/\" and holds letters, digits and / . _ ~ - only");
+  if (const fs::path names(path); std::any_of(
+          names.begin(), names.end(), [](const fs::path& name) { return name == "." || name == ".."; }))
+    Refuse(node.source(), "path", "expected a path without . and .. between its slashes");
   if (path == "/healthz")
     Refuse(node.source(), "path", "expected another path than /healthz, which tells the server's health");
   return path;
