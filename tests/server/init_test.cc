@@ -123,8 +123,8 @@ TEST_F(InitDatabaseTest, LeavesNothingBehindWhenItFails) {
   }
   EXPECT_THROW(InitDatabase({folder_.Path() / "missing" / "calendar.db", {}, false, {}}, regional_),
                std::runtime_error);
-  // Dates written in this order cannot be read back, so the demo fails half way.
-  regional_.ShortDateOrder = {DateField::kYear, DateField::kYear, DateField::kYear};
+  // Dates parted so cannot be read back, and the demo fails half way.
+  regional_.ShortDateSeparator = 'x';
   EXPECT_THROW(Init(year{2004} / 3 / 15, true), std::runtime_error);
   EXPECT_TRUE(FolderIsEmpty());
 }
