@@ -29,12 +29,30 @@ bool BeginsHarmlessTag(std::string_view text) {
   });
 }
 
+/// A set of characters, looked up in one step for each character of a text.
+class CharacterSet {
+ public:
+  explicit constexpr CharacterSet(std::string_view members) {
+    for (const char c : members) isMember_[static_cast<unsigned char>(c)] = true;
+  }
+
+  std::size_t FindIn(std::string_view text) const {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      if (isMember_[static_cast<unsigned char>(text[at])]) return at;
+    }
+    return std::string_view::npos;
+  }
+
+ private:
+  std::array<bool, 256> isMember_{};
+};
+
 /// Appends `text`, with every character of `special` appended by `replace(rest)` instead, where `rest` begins
 /// with that character; it returns how many characters it has dealt with.
 template <class Replace>
-void AppendReplacing(std::string& html, std::string_view text, std::string_view special, Replace replace) {
+void AppendReplacing(std::string& html, std::string_view text, const CharacterSet& special, Replace replace) {
   for (;;) {
-    const std::size_t at = text.find_first_of(special);
+    const std::size_t at = special.FindIn(text);
     html += text.substr(0, at);
     if (at == std::string_view::npos) return;
     text.remove_prefix(at);
@@ -43,14 +61,16 @@ void AppendReplacing(std::string& html, std::string_view text, std::string_view 
 }
 
 void AppendContent(std::string& html, std::string_view text) {
-  AppendReplacing(html, text, "<", [&](std::string_view rest) {
+  static constexpr CharacterSet kSpecial("<");
+  AppendReplacing(html, text, kSpecial, [&](std::string_view rest) {
     html += BeginsHarmlessTag(rest) ? "<" : "&lt;";
     return std::size_t{1};
   });
 }
 
 void AppendAttribute(std::string& html, std::string_view text) {
-  AppendReplacing(html, text, "\"", [&](std::string_view) {
+  static constexpr CharacterSet kSpecial("\"");
+  AppendReplacing(html, text, kSpecial, [&](std::string_view) {
     html += "&quot;";
     return std::size_t{1};
   });
@@ -96,7 +116,10 @@ std::size_t AppendScriptCharacter(std::string& html, std::string_view rest) {
   return 1;
 }
 
-void AppendScript(std::string& html, std::string_view text, std::string_view special) {
+constexpr CharacterSet kScriptSpecial("\\'<\r\n\xE2");
+constexpr CharacterSet kScriptAttributeSpecial("\\'<\r\n\xE2\"&");
+
+void AppendScript(std::string& html, std::string_view text, const CharacterSet& special) {
   AppendReplacing(html, text, special,
                   [&](std::string_view rest) { return AppendScriptCharacter(html, rest); });
 }
@@ -125,10 +148,10 @@ void HtmlPart::AppendTo(std::string& html) const {
       AppendAttribute(html, text_);
       break;
     case Kind::kScript:
-      AppendScript(html, text_, "\\'<\r\n\xE2");
+      AppendScript(html, text_, kScriptSpecial);
       break;
     case Kind::kScriptAttribute:
-      AppendScript(html, text_, "\\'<\r\n\xE2\"&");
+      AppendScript(html, text_, kScriptAttributeSpecial);
       break;
   }
 }
