@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/format_literal.h"
 #include "platform/database.h"
 
 namespace orlune {
@@ -15,21 +16,6 @@ namespace orlune {
 class SqlLiteral {
  public:
   consteval SqlLiteral(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor)
-  std::string_view Text() const { return text_; }
-
- private:
-  std::string_view text_;
-};
-
-/// Fixed text with `count` places "{}" for spliced-in parts; another number of places does not compile.
-template <std::size_t count>
-class SqlFormat {
- public:
-  consteval SqlFormat(const char* text) : text_(text) {  // NOLINT(google-explicit-constructor)
-    std::size_t places = 0;
-    for (std::size_t i = 0; i + 1 < text_.size(); ++i) places += text_[i] == '{' && text_[i + 1] == '}';
-    if (places != count) throw "the number of {} differs from the number of parts";
-  }
   std::string_view Text() const { return text_; }
 
  private:
@@ -45,12 +31,12 @@ class Statement {
   /// `format` with its places filled in order. A text or number becomes a value; a `Statement` and a
   /// `SqlLiteral` keep what they are.
   template <class... Parts>
-  explicit Statement(SqlFormat<sizeof...(Parts)> format, const Parts&... parts) {
+  explicit Statement(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
     Add(format, parts...);
   }
 
   template <class... Parts>
-  Statement& Add(SqlFormat<sizeof...(Parts)> format, const Parts&... parts) {
+  Statement& Add(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
     const std::array<Part, sizeof...(Parts)> filling{Part(parts)...};
     AddFormatted(format.Text(), filling);
     return *this;

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "frame/format_literal.h"
+
 namespace orlune {
 
 class Html;
@@ -16,21 +18,6 @@ class Html;
 class Markup {
  public:
   consteval Markup(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor)
-  std::string_view Text() const { return text_; }
-
- private:
-  std::string_view text_;
-};
-
-/// Markup with `count` places "{}"; another number of places does not compile.
-template <std::size_t count>
-class HtmlFormat {
- public:
-  consteval HtmlFormat(const char* text) : text_(text) {  // NOLINT(google-explicit-constructor)
-    std::size_t places = 0;
-    for (std::size_t i = 0; i + 1 < text_.size(); ++i) places += text_[i] == '{' && text_[i + 1] == '}';
-    if (places != count) throw "the number of {} differs from the number of parts";
-  }
   std::string_view Text() const { return text_; }
 
  private:
@@ -84,12 +71,12 @@ class Html {
  public:
   Html() = default;
   template <class... Parts>
-  explicit Html(HtmlFormat<sizeof...(Parts)> format, const Parts&... parts) {
+  explicit Html(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
     Add(format, parts...);
   }
 
   template <class... Parts>
-  Html& Add(HtmlFormat<sizeof...(Parts)> format, const Parts&... parts) {
+  Html& Add(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
     const std::array<HtmlPart, sizeof...(Parts)> filling{HtmlPart(parts)...};
     AddFormatted(format.Text(), filling);
     return *this;
