@@ -8,18 +8,21 @@
 
 namespace orlune {
 
+Markup SelectedWhen(bool isSelected) {
+  return isSelected ? Markup(" SELECTED") : Markup("");
+}
+
 Markup CheckedIf(std::string_view a, std::string_view b) {
   return a == b ? Markup(" CHECKED") : Markup("");
 }
 
 Markup SelectedIf(std::string_view listText, std::string_view value) {
-  return IsInList(listText, value) ? Markup(" SELECTED") : Markup("");
+  return SelectedWhen(IsInList(listText, value));
 }
 
 Markup SelectedIf(std::span<const std::string> values, std::string_view value) {
   const auto searched = values.empty() ? values : values.subspan(1);
-  const bool found = std::find(searched.begin(), searched.end(), value) != searched.end();
-  return found ? Markup(" SELECTED") : Markup("");
+  return SelectedWhen(std::find(searched.begin(), searched.end(), value) != searched.end());
 }
 
 Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
@@ -29,11 +32,17 @@ Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDa
   if (withEmpty) list.Add("<OPTION>- - - -\r\n");
   for (minutes time{0}; time < minutes{24 * 60}; time += minutes{stepMinutes}) {
     const bool isSelected = selected && std::chrono::floor<minutes>(*selected) == time;
-    list.Add("<OPTION{}>{}\r\n", isSelected ? Markup(" SELECTED") : Markup(""),
-             Content(FormatTime(state.TimeFormat, time)));
+    list.Add("<OPTION{}>{}\r\n", SelectedWhen(isSelected), Content(FormatTime(state.TimeFormat, time)));
   }
   list.Add("</SELECT>");
   return list;
+}
+
+Html ActionButton(const ComponentState& state, std::string_view label, const Html& query) {
+  return Html(
+      "<INPUT TYPE=button VALUE=\"{}\" "
+      "onClick=\"javascript:document.acForm.action='{}?{}';document.acForm.submit();\">",
+      Attribute(label), ScriptAttribute(state.ScriptName), query);
 }
 
 int InputSize(const ComponentState& state, int other, int compatible) {

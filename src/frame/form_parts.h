@@ -12,6 +12,8 @@ namespace orlune {
 
 struct ComponentState;
 
+/// " SELECTED" or nothing.
+Markup SelectedWhen(bool isSelected);
 /// " CHECKED" when `a` equals `b`, else nothing.
 Markup CheckedIf(std::string_view a, std::string_view b);
 /// " SELECTED" when `value` is an item of a text list, else nothing.
@@ -23,6 +25,9 @@ Markup SelectedIf(std::span<const std::string> values, std::string_view value);
 /// it begins with "- - - -". The entry of the same minute as `selected` is selected.
 Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
                 bool withEmpty);
+
+/// A button that sends the page's form to the query `query` of the script.
+Html ActionButton(const ComponentState& state, std::string_view label, const Html& query);
 
 /// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
 int InputSize(const ComponentState& state, int other, int compatible);

@@ -1,6 +1,7 @@
 #include "frame/links.h"
 
 #include "component/component_state.h"
+#include "frame/texts.h"
 
 namespace orlune {
 
@@ -9,6 +10,14 @@ Html StatusHandler(std::string_view text) {
       "onMouseOver=\"javascript:window.status='{}'; return true;\" "
       "onMouseOut=\"javascript:window.status=''; return true;\"",
       ScriptAttribute(text));
+}
+
+Html PageLink(const ComponentState& state, Markup query) {
+  return Html("{}?{}", Attribute(state.ScriptName), query);
+}
+
+Html PageButton(const ComponentState& state, Markup query, int text, Markup imageFile) {
+  return ImageLink(state, PageLink(state, query), LoadText(state, text), imageFile);
 }
 
 Html ImageLink(const ComponentState& state, const Html& href, std::string_view text, Markup imageFile,

@@ -17,10 +17,6 @@ Html DateLink(const ComponentState& state, Date date) {
               Attribute(FormatShortDate(state.Surroundings->Regional, date)));
 }
 
-Html PageLink(const ComponentState& state, Markup query) {
-  return Html("{}?{}", Attribute(state.ScriptName), query);
-}
-
 Html ColourMappingLink(const ComponentState& state) {
   const std::string_view hint = LoadText(state, 695);
   return Html(
@@ -60,7 +56,7 @@ Html MessageButton(const ComponentState& state) {
 }
 
 Html FindButton(const ComponentState& state) {
-  return ImageLink(state, PageLink(state, "p=e&act=find"), LoadText(state, 158), "event_find.gif");
+  return PageButton(state, "p=e&act=find", 158, "event_find.gif");
 }
 
 }  // namespace
@@ -71,12 +67,11 @@ Html NavigationBar(const ComponentState& state, ViewMode mode) {
   bar.Add(StepButtons(state, mode));
   if (state.LoginName.empty()) return bar.Add(FindButton(state));
 
-  bar.Add(ImageLink(state, PageLink(state, "p=e"), LoadText(state, 157), "event_new.gif"));
+  bar.Add(PageButton(state, "p=e", 157, "event_new.gif"));
   bar.Add(FindButton(state));
   if (!state.NoMessaging) bar.Add(MessageButton(state));
-  bar.Add(ImageLink(state, PageLink(state, "p=p"), LoadText(state, 161), "prefs.gif"));
-  if (IsAdministrator(state))
-    bar.Add(ImageLink(state, PageLink(state, "p=a"), LoadText(state, 162), "admin.gif"));
+  bar.Add(PageButton(state, "p=p", 161, "prefs.gif"));
+  if (IsAdministrator(state)) bar.Add(PageButton(state, "p=a", 162, "admin.gif"));
   return bar;
 }
 

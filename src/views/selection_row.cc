@@ -1,6 +1,7 @@
 #include "views/selection_row.h"
 
 #include "component/component_state.h"
+#include "data/calendar_options.h"
 #include "data/database_access.h"
 #include "data/field.h"
 #include "frame/dates.h"
@@ -9,10 +10,6 @@
 
 namespace orlune {
 namespace {
-
-Markup SelectedWhen(bool isSelected) {
-  return isSelected ? Markup(" SELECTED") : Markup("");
-}
 
 Html DateInput(const ComponentState& state) {
   return Html("{}&nbsp;<INPUT TYPE=TEXT NAME=\"cd\" VALUE=\"{}\" SIZE={}>&nbsp;&nbsp;&nbsp;",
@@ -40,19 +37,7 @@ void AddCalendarOptions(Html& list, const ComponentState& state) {
                               Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
                                         "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
                                         state.LoginName));
-  const int nameColumn = rows->Column("Name");
-  const int friendlyName = rows->Column("FriendlyName");
-  const int isGroup = rows->Column("IsGroup");
-  while (rows->Next()) {
-    const std::string_view name = TextOf(rows->Get(nameColumn));
-    const HtmlPart label = Content(TextOf(rows->Get(friendlyName)));
-    list.Add("<OPTION VALUE=\"{}\"{}>", Attribute(name), SelectedWhen(name == state.CalName));
-    if (YesNoOf(rows->Get(isGroup))) {
-      list.Add("[{}]", label);
-    } else {
-      list.Add("{}", label);
-    }
-  }
+  AddCalendarOptions(list, *rows, [&](std::string_view name) { return name == state.CalName; });
 }
 
 Html ViewOption(const ComponentState& state, Markup value, int label) {
