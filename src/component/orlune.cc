@@ -3,11 +3,13 @@
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
 #include "frame/dates.h"
+#include "messages/messages_page.h"
 #include "session/login.h"
 #include "session/request_state.h"
 #include "session/session_data.h"
 #include "session/settings.h"
 #include "views/calendar_page.h"
+#include "views/date_picker.h"
 
 namespace orlune {
 namespace {
@@ -118,6 +120,8 @@ void Orlune::Execute() {
 
 void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
+  if (state_.PageName == "m") ShowMessagesPage(state_);
+  if (state_.PageName == "s") ShowDatePicker(state_);
 }
 
 void Orlune::LoginOrLogout() {
