@@ -2,6 +2,7 @@
 
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
+#include "eventpages/event_page.h"
 #include "frame/dates.h"
 #include "messages/messages_page.h"
 #include "session/login.h"
@@ -120,6 +121,7 @@ void Orlune::Execute() {
 
 void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
+  if (state_.PageName == "e") ShowEventPage(state_);
   if (state_.PageName == "m") ShowMessagesPage(state_);
   if (state_.PageName == "s") ShowDatePicker(state_);
 }
