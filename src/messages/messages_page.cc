@@ -48,11 +48,11 @@ void ShowMessagesPage(ComponentState& state) {
   if (!isKnown) return ShowMessageList(state);
   if (state.LoginName.empty()) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
 
-  if (action == "view") ShowMessage(state, message.Msg);
-  if (action == "new") ShowMessageForm(state, message);
-  if (action == "del") Delete(state, message);
-  if (action == "send") Send(state, std::move(message));
-  if (action == "reply") ShowReplyForm(state, message.Msg);
+  if (action == "view") return ShowMessage(state, message.Msg);
+  if (action == "new") return ShowMessageForm(state, message);
+  if (action == "del") return Delete(state, message);
+  if (action == "reply") return ShowReplyForm(state, message.Msg);
+  Send(state, std::move(message));
 }
 
 }  // namespace orlune
