@@ -24,20 +24,20 @@ std::int64_t ReadField(sqlite3_stmt* row, int column) {
 }  // namespace
 
 BareStatements::BareStatements(const std::filesystem::path& file, const RegionalSettings& regional,
-                               const std::vector<RecordedQuery>& queries)
+                               const std::vector<RecordedStatement>& statements)
     : database_(sqlite::OpenExisting(file, kBusyTimeout)),
       begin_(sqlite::Prepare(database_.get(), "BEGIN DEFERRED")),
       commit_(sqlite::Prepare(database_.get(), "COMMIT")) {
   sqlite::Database translator(file, kBusyTimeout, regional);
   translator.EnsureReading();
   std::string scratch;
-  for (const RecordedQuery& query : queries) {
-    const sqlite::Translation& translation = translator.Translated(query)->Translation;
+  for (const RecordedStatement& statement : statements) {
+    const sqlite::Translation& translation = translator.Translated(statement)->Translation;
     Prepared& added = statements_.emplace_back();
     added.Handle = sqlite::Prepare(database_.get(), translation.Sql);
     for (const sqlite::Parameter& parameter : translation.Parameters) {
       const access_sql::StoredValue value =
-          access_sql::Evaluate(parameter.Source, parameter.Target, query, regional, scratch);
+          access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch);
       if (const auto* text = std::get_if<std::string_view>(&value)) {
         added.Values.emplace_back(std::string(*text));
       } else if (const auto* number = std::get_if<std::int64_t>(&value)) {

@@ -9,19 +9,19 @@
 
 #include "drivers/sqlite/handles.h"
 #include "platform/regional_settings.h"
-#include "query_recorder.h"
+#include "statement_recorder.h"
 
 namespace orlune::bench {
 
-/// The least that a page's queries can cost: the SQL that the driver makes of them, prepared once on a
+/// The least that a request's statements can cost: the SQL that the driver makes of them, prepared once on a
 /// database that is opened as the driver opens it. Used by one thread.
 class BareStatements {
  public:
   /// Throws DatabaseError.
   BareStatements(const std::filesystem::path& file, const RegionalSettings& regional,
-                 const std::vector<RecordedQuery>& queries);
+                 const std::vector<RecordedStatement>& statements);
 
-  /// Gives all statements their values and reads every column of their rows, in one read transaction. Returns
+  /// Gives all statements their values and reads every column of their rows, in one transaction. Returns
   /// how many rows there were. Throws DatabaseError.
   std::size_t Run();
 

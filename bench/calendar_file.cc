@@ -209,4 +209,22 @@ void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const R
   std::filesystem::rename(unfinished, file);
 }
 
+void AddReceivedMessages(const std::filesystem::path& file, int count, const RegionalSettings& regional) {
+  SqliteDriver driver(regional);
+  const auto database = driver.Open(file.string());
+  const demo::RowWriter rows(*database, regional);
+  database->Begin();
+  for (int i = 0; i < count; ++i) {
+    MessageRow message;
+    message.Sender = UserName(1 + i % (kUsers - 1));
+    message.Recipient = kUser;
+    message.SentDate = {kToday - days{i % 1000}, std::chrono::minutes{i % 1440}};
+    message.Subject = "Minutes of meeting " + std::to_string(i);
+    message.Content = "See you there.";
+    message.IsViewed = i % 20 != 0;
+    rows.Write(message);
+  }
+  database->Commit();
+}
+
 }  // namespace orlune::bench

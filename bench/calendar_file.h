@@ -25,4 +25,7 @@ inline constexpr int kShownOccurrences = 60;
 /// happen once, the others repeat. Throws std::runtime_error.
 void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const RegionalSettings& regional);
 
+/// Gives `kUser` `count` messages of all the other users. Throws DatabaseError.
+void AddReceivedMessages(const std::filesystem::path& file, int count, const RegionalSettings& regional);
+
 }  // namespace orlune::bench

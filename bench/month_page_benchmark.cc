@@ -5,8 +5,8 @@
 #include "bare_statements.h"
 #include "calendar_file.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "month_page.h"
 #include "ratio_reporter.h"
+#include "visitor.h"
 
 namespace orlune::bench {
 namespace {
@@ -25,11 +25,15 @@ class Setting {
   explicit Setting(const benchmark::State& state)
       : Regional(LoadRegionalSettings("en_US")),
         File(PreparedFile(static_cast<int>(state.range(0)), Regional)),
-        Page(File, Regional) {}
+        User(File, Regional) {
+    const int shown = CountOf(User.Ask({}).Body, kShownTitle);
+    if (shown != kShownOccurrences)
+      throw std::runtime_error("the page shows " + std::to_string(shown) + " occurrences");
+  }
 
   const RegionalSettings Regional;
   const std::filesystem::path File;
-  MonthPage Page;
+  Visitor User;
 };
 
 template <class Action>
@@ -40,13 +44,13 @@ void Measure(benchmark::State& state, Action action) {
 
 void RenderMonthPage(benchmark::State& state) {
   Setting setting(state);
-  Measure(state, [&] { benchmark::DoNotOptimize(setting.Page.Render().data()); });
-  state.counters["bytes"] = static_cast<double>(setting.Page.Render().size());
+  Measure(state, [&] { benchmark::DoNotOptimize(setting.User.Ask({}).Body.data()); });
+  state.counters["bytes"] = static_cast<double>(setting.User.Ask({}).Body.size());
 }
 
 void RunBareStatements(benchmark::State& state) {
   Setting setting(state);
-  const auto queries = setting.Page.Queries();
+  const auto queries = setting.User.Statements({});
   BareStatements statements(setting.File, setting.Regional, queries);
   Measure(state, [&] { benchmark::DoNotOptimize(statements.Run()); });
   state.counters["queries"] = static_cast<double>(queries.size());

@@ -9,5 +9,7 @@ require_packages "${build_packages[@]}" libbenchmark-dev wrk:wrk curl:curl
 build_preset bench || stop "The build of the benchmarks failed."
 build_preset release || stop "The build failed."
 
-build/bench/month_page_benchmark --benchmark_enable_random_interleaving=true "$@"
+for pages in month_page working_pages; do
+  "build/bench/${pages}_benchmark" --benchmark_enable_random_interleaving=true "$@"
+done
 bench/load.sh

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "component/orlune.h"
+#include "drivers/sqlite/sqlite_driver.h"
+#include "server/clocks.h"
+#include "statement_recorder.h"
+#include "support/fake_host.h"
+
+namespace orlune::bench {
+
+class NoLanguagePacks : public LocaliserFactory {
+ public:
+  std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
+};
+
+/// What a browser asks for, decoded.
+struct PageRequest {
+  testing::FakeHost::Fields Query;
+  testing::FakeHost::Fields Form;
+};
+
+/// A logged-in user in front of a file from `MakeCalendarFile`, without a network. Used by one thread.
+class Visitor {
+ public:
+  /// Logs in.
+  Visitor(const std::filesystem::path& databaseFile, const RegionalSettings& regional);
+
+  /// What one request is answered with; valid until the next one.
+  const testing::Answer& Ask(const PageRequest& request) { return Answer(driver_, request); }
+  /// The statements that one request sends, in their order.
+  std::vector<RecordedStatement> Statements(const PageRequest& request);
+
+ private:
+  const testing::Answer& Answer(DatabaseDriver& databases, PageRequest request);
+
+  const std::string databaseFile_;
+  const RegionalSettings& regional_;
+  const FixedClock clock_;
+  NoLanguagePacks languagePacks_;
+  SqliteDriver driver_;
+  testing::FakeHost host_;
+};
+
+/// How often `sought` stands in `text`.
+int CountOf(std::string_view text, std::string_view sought);
+
+}  // namespace orlune::bench
