@@ -5,6 +5,7 @@
 #include "eventpages/event_page.h"
 #include "frame/dates.h"
 #include "messages/messages_page.h"
+#include "preferences/preferences_page.h"
 #include "session/login.h"
 #include "session/request_state.h"
 #include "session/session_data.h"
@@ -123,6 +124,7 @@ void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
   if (state_.PageName == "e") ShowEventPage(state_);
   if (state_.PageName == "m") ShowMessagesPage(state_);
+  if (state_.PageName == "p") ShowPreferencesPage(state_);
   if (state_.PageName == "s") ShowDatePicker(state_);
 }
 

@@ -1,7 +1,6 @@
 #include "eventpages/event_draft.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "component/component_state.h"
 #include "data/database_access.h"
@@ -9,6 +8,7 @@
 #include "frame/date_text.h"
 #include "frame/dates.h"
 #include "frame/lists.h"
+#include "frame/text.h"
 
 namespace orlune {
 namespace {
@@ -23,10 +23,8 @@ std::string ChosenKind(std::string_view posted) {
 }  // namespace
 
 std::optional<int> EventNumber(std::string_view text) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end != text.data() + text.size() || number <= 0) return std::nullopt;
-  return number;
+  const auto number = WholeNumber(text);
+  return number && *number > 0 ? number : std::nullopt;
 }
 
 std::optional<std::string> EventNumbers(std::string_view text) {

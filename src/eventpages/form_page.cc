@@ -5,6 +5,7 @@
 #include "frame/links.h"
 #include "frame/page_frame.h"
 #include "frame/texts.h"
+#include "session/rights.h"
 
 namespace orlune {
 
@@ -12,10 +13,7 @@ Html FormPageOpen(const ComponentState& state, const Html& action, int caption, 
   Html page = PageHead(state, state.ProductTitle);
   page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">", Attribute(state.ScriptName), action);
   page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, caption))), toolbar));
-  return page.Add(
-      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
-      "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>\r\n",
-      CellSpacing(state));
+  return page.Add(FormTableOpen(state));
 }
 
 Html FormPageClose(const ComponentState& state, const Html& buttons) {
@@ -61,7 +59,7 @@ Html EventToolbar(const ComponentState& state) {
 
 Html SearchToolbar(const ComponentState& state) {
   Html buttons = PageButton(state, "p=c", 163, "cal.gif");
-  if (!state.LoginName.empty()) buttons.Add(PageButton(state, "p=e", 157, "event_new.gif"));
+  if (IsLoggedIn(state)) buttons.Add(PageButton(state, "p=e", 157, "event_new.gif"));
   return buttons;
 }
 

@@ -17,6 +17,7 @@
 #include "frame/texts.h"
 #include "messages/message_sending.h"
 #include "messages/recipients.h"
+#include "session/rights.h"
 
 namespace orlune {
 namespace {
@@ -132,13 +133,13 @@ bool SendSuggestion(ComponentState& state, const EventDraft& draft,
 }
 
 void AnswerSuggestion(ComponentState& state, int eventId, std::string_view answer) {
-  if (state.LoginName.empty()) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
+  if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
   SetSuggestState(*state.Database, std::to_string(eventId), state.LoginName, answer);
   ShowReplyForm(state, eventId, answer);
 }
 
 void NotifySender(ComponentState& state) {
-  if (state.LoginName.empty()) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
+  if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
   const Request& request = *state.Context.Request;
   const auto event = FindSuggestedEvent(state, request.QueryParameter("id"));
   if (!event) return WritePage(state, ErrorPage(state, LoadText(state, 821)));

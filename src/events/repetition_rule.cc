@@ -1,11 +1,11 @@
 #include "events/repetition_rule.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "frame/dates.h"
 #include "frame/lists.h"
+#include "frame/text.h"
 
 namespace orlune {
 
@@ -14,13 +14,6 @@ using std::chrono::months;
 using std::chrono::year_month_day;
 
 namespace {
-
-std::optional<int> WholeNumber(std::string_view text) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-  return number;
-}
 
 /// The number that ends a frequency such as "vko_2", when it is `prefix` and one of 1 to `most`; else 0.
 int FrequencyNumber(std::string_view frequency, std::string_view prefix, int most) {

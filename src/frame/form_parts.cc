@@ -38,6 +38,11 @@ Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDa
   return list;
 }
 
+Html TextInput(const ComponentState& state, Markup name, std::string_view value) {
+  return Html("<INPUT TYPE=text NAME=\"{}\" VALUE=\"{}\" SIZE={}>", name, Attribute(value),
+              InputSize(state, 18, 38));
+}
+
 Html ActionButton(const ComponentState& state, std::string_view label, const Html& query) {
   return Html(
       "<INPUT TYPE=button VALUE=\"{}\" "
@@ -47,6 +52,13 @@ Html ActionButton(const ComponentState& state, std::string_view label, const Htm
 
 int InputSize(const ComponentState& state, int other, int compatible) {
   return state.IsCompatibleBrowser ? compatible : other;
+}
+
+Html FormTableOpen(const ComponentState& state) {
+  return Html(
+      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
+      "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>",
+      CellSpacing(state));
 }
 
 Markup CellSpacing(const ComponentState& state) {

@@ -26,11 +26,16 @@ Markup SelectedIf(std::span<const std::string> values, std::string_view value);
 Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
                 bool withEmpty);
 
+/// A text field that shows `value`.
+Html TextInput(const ComponentState& state, Markup name, std::string_view value);
+
 /// A button that sends the page's form to the query `query` of the script.
 Html ActionButton(const ComponentState& state, std::string_view label, const Html& query);
 
 /// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
 int InputSize(const ComponentState& state, int other, int compatible);
+/// Opens a form's outer table and in its only cell the table of the form's rows.
+Html FormTableOpen(const ComponentState& state);
 /// The space between the cells of a page's table.
 Markup CellSpacing(const ComponentState& state);
 

@@ -1,6 +1,7 @@
 #include "frame/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <locale>
 
 namespace orlune {
@@ -96,6 +97,13 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     text.remove_prefix(at + from.size());
   }
   return replaced.append(text);
+}
+
+std::optional<int> WholeNumber(std::string_view text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
 }
 
 }  // namespace orlune

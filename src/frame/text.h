@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,5 +19,8 @@ std::string_view WithoutFirstCharacter(std::string_view text);
 
 /// Replaces every occurrence of `from`, which is not empty.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+/// The whole number that is all of `text`; nothing when the text is anything else.
+std::optional<int> WholeNumber(std::string_view text);
 
 }  // namespace orlune

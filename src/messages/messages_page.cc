@@ -9,6 +9,7 @@
 #include "messages/message_sending.h"
 #include "messages/message_view.h"
 #include "messages/recipients.h"
+#include "session/rights.h"
 
 namespace orlune {
 namespace {
@@ -46,7 +47,7 @@ void ShowMessagesPage(ComponentState& state) {
   const bool isKnown =
       action == "view" || action == "new" || action == "del" || action == "send" || action == "reply";
   if (!isKnown) return ShowMessageList(state);
-  if (state.LoginName.empty()) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
+  if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
 
   if (action == "view") return ShowMessage(state, message.Msg);
   if (action == "new") return ShowMessageForm(state, message);

@@ -36,10 +36,7 @@ void ShowLoginForm(ComponentState& state, Markup focusField) {
       PageHead(state, state.ProductTitle, Html("javascript:document.forms[0].{}.focus();", focusField));
   page.Add("<FORM METHOD=post ACTION=\"{}?p=l\">", Attribute(state.ScriptName));
   page.Add(TitleBarOpen("", Html("{}", Content(LoadText(state, 100))), {}));
-  page.Add(
-      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
-      "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>",
-      CellSpacing(state));
+  page.Add(FormTableOpen(state));
   page.Add(NameRow(state));
   page.Add(PasswordRow(state));
   page.Add("</TABLE></TD></TR>");

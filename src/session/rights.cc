@@ -7,6 +7,10 @@
 
 namespace orlune {
 
+bool IsLoggedIn(const ComponentState& state) {
+  return !state.LoginName.empty();
+}
+
 bool IsAdministrator(const ComponentState& state) {
   return state.LoginName == "admin";
 }
@@ -19,7 +23,7 @@ bool MayChangeEventsOf(const ComponentState& state, std::string_view owner) {
 }
 
 bool IsViewingOwnCalendar(const ComponentState& state) {
-  return !state.LoginName.empty() && EqualIgnoringCase(state.CalName, state.LoginName);
+  return IsLoggedIn(state) && EqualIgnoringCase(state.CalName, state.LoginName);
 }
 
 }  // namespace orlune

@@ -6,6 +6,8 @@ namespace orlune {
 
 struct ComponentState;
 
+/// Whether the request has a user at all.
+bool IsLoggedIn(const ComponentState& state);
 /// Whether the user is the administrator.
 bool IsAdministrator(const ComponentState& state);
 /// Whether the user may change an event of the calendar `owner`: it is the user's own, compared ignoring

@@ -26,4 +26,12 @@ std::string AlertOf(const std::string& page) {
   return alert.empty() ? "" : alert.substr(kOpen.size(), alert.size() - kOpen.size() - kClose.size());
 }
 
+std::string FooterOfAnna() {
+  return "</TD></TR>\r\n<TR CLASS=\"plain\"><TD><A HREF=\"https://orlune.example/\" "
+         "STYLE=\"text-decoration:none; font-size: 8pt\" TARGET=\"_new\" TITLE=\"Go To Orlune Site\" " +
+         Status("Go To Orlune Site") +
+         ">Orlune v1.0.0</A></TD><TD ALIGN=RIGHT><A HREF=\"/cal.asp?p=l\" TITLE=\"End Session\" " +
+         Status("End Session") + ">Logout anna</A></TD></TR></TABLE>\r\n";
+}
+
 }  // namespace orlune::testing

@@ -17,4 +17,7 @@ std::string Button(std::string_view query, std::string_view text, std::string_vi
 /// The text that a page alerts, as it stands in its script; "" when it alerts nothing.
 std::string AlertOf(const std::string& page);
 
+/// The row under a page's content, for the user anna.
+std::string FooterOfAnna();
+
 }  // namespace orlune::testing

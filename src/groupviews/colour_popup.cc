@@ -1,0 +1,44 @@
+#include "groupviews/colour_popup.h"
+
+#include "component/component_state.h"
+#include "data/calendar_list.h"
+#include "data/database_access.h"
+#include "data/field.h"
+#include "events/group_data.h"
+#include "frame/page_frame.h"
+#include "frame/texts.h"
+
+namespace orlune {
+namespace {
+
+/// The name that a calendar is shown under; its internal name when it is gone.
+std::string MemberLabel(Connection& database, std::string_view name) {
+  const auto row =
+      OpenQuery(database, Statement("SELECT FriendlyName FROM Calendars WHERE Name = '{}'", name));
+  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName"))) : name);
+}
+
+HtmlPart Colour(std::string_view text) {
+  return Attribute(IsColour(text) ? text : std::string_view());
+}
+
+void AddMemberLines(Html& page, const ComponentState& state) {
+  if (!IsGroupView(state.CalName)) return;
+  const GroupData group = GetGroupData(*state.Database, state.CalName.substr(1));
+  for (const std::string& member : group.Calendars) {
+    if (member.empty()) continue;
+    page.Add("<P ALIGN=CENTER STYLE=\"background:{}; color:{}\">{}", Colour(group.BackGroundOf(member)),
+             Colour(group.ForeGroundOf(member)), Content(MemberLabel(*state.Database, member)));
+  }
+}
+
+}  // namespace
+
+void ShowColourPopup(ComponentState& state) {
+  Html page = PageHead(state, LoadText(state, 694));
+  AddMemberLines(page, state);
+  page.Add(PageFoot(state));
+  WritePage(state, std::move(page));
+}
+
+}  // namespace orlune
