@@ -1,5 +1,6 @@
 #include "component/orlune.h"
 
+#include "admin/admin_page.h"
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
 #include "frame/dates.h"
@@ -118,6 +119,7 @@ void Orlune::Execute() {
 
 void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
+  if (state_.PageName == "a") ShowAdminPage(state_);
 }
 
 void Orlune::LoginOrLogout() {

@@ -45,6 +45,11 @@ Html ActionButton(const ComponentState& state, std::string_view label, const Htm
       Attribute(label), ScriptAttribute(state.ScriptName), query);
 }
 
+Html TextInput(const ComponentState& state, Markup name, std::string_view value) {
+  return Html("<INPUT TYPE=text NAME=\"{}\" VALUE=\"{}\" SIZE={}>", name, Attribute(value),
+              InputSize(state, 18, 38));
+}
+
 int InputSize(const ComponentState& state, int other, int compatible) {
   return state.IsCompatibleBrowser ? compatible : other;
 }

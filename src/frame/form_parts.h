@@ -29,6 +29,9 @@ Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDa
 /// A button that sends the page's form to the query `query` of the script.
 Html ActionButton(const ComponentState& state, std::string_view label, const Html& query);
 
+/// A text field with `value` in it.
+Html TextInput(const ComponentState& state, Markup name, std::string_view value);
+
 /// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
 int InputSize(const ComponentState& state, int other, int compatible);
 /// The space between the cells of a page's table.
