@@ -73,7 +73,7 @@ TEST_F(AdminChanges, NewUsersGetTheirPreferences) {
   EXPECT_EQ(ColumnOf("annie", "Password"), "*12");
   EXPECT_EQ(ColumnOf("annie", "IsHidden"), "no");
   EXPECT_EQ(ColumnOf("annie", "IsGroup"), "no");
-  EXPECT_EQ(ListsOf("annie"), "sales, , sales, nowhere|");
+  EXPECT_EQ(ListsOf("annie"), "sales, , sales, nowhere|Null");
   EXPECT_EQ(ColumnOf("annie", "ClockMode"), "24");
   EXPECT_EQ(ColumnOf("annie", "FirstDayOfWeek"), "2");
   EXPECT_EQ(ColumnOf("annie", "Weekend"), "1, 7");
@@ -109,7 +109,7 @@ TEST_F(AdminChanges, DeletedUsersLeaveNothingButWhatTheySent) {
   EXPECT_EQ(Read(Statement("SELECT Name FROM GroupViews WHERE Owner = 'anna'")), "(none)");
   EXPECT_EQ(ViewLists("first"), "annabel, joanna|#2, #3|#5, #6|");
   EXPECT_EQ(ViewLists("last"), "ben|, blue|green|");
-  EXPECT_EQ(ViewLists("alone"), "|||");
+  EXPECT_EQ(ViewLists("alone"), "Null|Null|Null|");
   EXPECT_EQ(ViewLists("near"), "annabel, joanna|#1|#2|");
   EXPECT_EQ(Read(Statement("SELECT Sender FROM Messages")), "anna");
   EXPECT_EQ(Read(Statement("SELECT Count(MessageID) AS N FROM Messages")), "1");
@@ -148,14 +148,14 @@ TEST_F(AdminChanges, GroupsBringTheListsOfUsersIntoLine) {
   Act("gm_save", form);
   EXPECT_EQ(ColumnOf("trade", "Name"), "Trade");
   EXPECT_EQ(ListsOf("anna"), "salesmen, staff|Trade");
-  EXPECT_EQ(ListsOf("ben"), "|presales, Trade");
+  EXPECT_EQ(ListsOf("ben"), "Null|presales, Trade");
   EXPECT_EQ(Count(Statement("Events WHERE Owner = 'Trade'")), 1);
   EXPECT_EQ(ViewLists("team"), "Trade, presales|||");
 
   Act("gm_delete", {{"id", form["id"]}});
   EXPECT_EQ(IdOf("trade"), "(none)");
-  EXPECT_EQ(ListsOf("anna"), "salesmen, staff|");
-  EXPECT_EQ(ListsOf("ben"), "|presales");
+  EXPECT_EQ(ListsOf("anna"), "salesmen, staff|Null");
+  EXPECT_EQ(ListsOf("ben"), "Null|presales");
   EXPECT_EQ(Count(Statement("Events")), 0);
   EXPECT_EQ(ViewLists("team"), "Trade, presales|||");
 }
@@ -178,7 +178,7 @@ TEST_F(AdminChanges, ProtectedRecordsKeepTheirNames) {
   SaveUser(IdOf("admin"), "boss");
   EXPECT_EQ(ColumnOf("admin", "FriendlyName"), "Ann O&#39;Dea");
   EXPECT_EQ(ColumnOf("admin", "Password"), "demo1");
-  EXPECT_EQ(ListsOf("admin"), "|");
+  EXPECT_EQ(ListsOf("admin"), "Null|Null");
   EXPECT_EQ(IdOf("boss"), "(none)");
   Act("gm_save", {{"id", IdOf("default")}, {"name", "All"}, {"intname", "all"}, {"memberships", "ben"}});
   EXPECT_EQ(ColumnOf("default", "FriendlyName"), "All");

@@ -1,17 +1,8 @@
 #include "support/calendar_fixture.h"
+#include "support/page_text.h"
 
 namespace orlune::testing {
 namespace {
-
-std::string Status(const std::string& text) {
-  return "onMouseOver=\"javascript:window.status='" + text +
-         "'; return true;\" onMouseOut=\"javascript:window.status=''; return true;\"";
-}
-
-std::string MenuButton(const std::string& query, const std::string& text, const std::string& image) {
-  return "<A HREF=\"/cal.asp?" + query + "\" " + Status(text) + "><IMG SRC=\"images/" + image + "\" ALT=\"" +
-         text + "\" BORDER=0 ALIGN=ABSMIDDLE></A>\r\n";
-}
 
 std::string FormButton(const std::string& label, const std::string& action) {
   return "<INPUT TYPE=button VALUE=\"" + label +
@@ -19,11 +10,11 @@ std::string FormButton(const std::string& label, const std::string& action) {
          "';document.acForm.submit();\">";
 }
 
-const std::string kCalendarButton = MenuButton("p=c", "View Calendar", "cal.gif");
-const std::string kUserButton = MenuButton("p=a&act=um_list", "User Manager", "admin_um.gif");
-const std::string kGroupButton = MenuButton("p=a&act=gm_list", "Group Manager", "admin_gm.gif");
-const std::string kSchemeButton = MenuButton("p=a&act=cm_list", "Colour Scheme Manager", "admin_cm.gif");
-const std::string kTypeButton = MenuButton("p=a&act=tm_list", "Event Type Manager", "admin_tm.gif");
+const std::string kCalendarButton = Button("p=c", "View Calendar", "cal.gif");
+const std::string kUserButton = Button("p=a&act=um_list", "User Manager", "admin_um.gif");
+const std::string kGroupButton = Button("p=a&act=gm_list", "Group Manager", "admin_gm.gif");
+const std::string kSchemeButton = Button("p=a&act=cm_list", "Colour Scheme Manager", "admin_cm.gif");
+const std::string kTypeButton = Button("p=a&act=tm_list", "Event Type Manager", "admin_tm.gif");
 
 /// A manager's whole page for the admin.
 std::string Page(const std::string& prefix, const std::string& menu, const std::string& title,
@@ -297,9 +288,7 @@ TEST_F(AdminPages, RefuseWhatCannotBeSavedInOneAlert) {
   const std::string before = rows();
   for (const Case& refused : cases) {
     const Answer& answer = Post(std::string("p=a&cd=nonsense&act=") + refused.Action, refused.Form);
-    EXPECT_NE(answer.Body.find("alert('" + std::string(refused.Alert) + "');"), std::string::npos)
-        << refused.Action << " " << refused.Alert << "\n"
-        << answer.Body.substr(answer.Body.find("</FORM>"));
+    EXPECT_EQ(AlertOf(answer.Body), refused.Alert) << refused.Action;
     EXPECT_EQ(answer.RedirectedTo, "");
   }
   EXPECT_EQ(rows(), before);

@@ -6,6 +6,8 @@
 #include "data/schema_upgrade.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/sqlite/base_schema.h"
+#include "frame/date_text.h"
+#include "frame/dates.h"
 
 namespace orlune::testing {
 namespace {
@@ -19,6 +21,22 @@ FakeHost::Fields ParseQuery(std::string_view query) {
     fields[std::string(pair.substr(0, equals))] = pair.substr(std::min(pair.size(), equals + 1));
   }
   return fields;
+}
+
+std::string IsoDate(Date date) {
+  RegionalSettings iso{};
+  iso.ShortDateOrder = {DateField::kYear, DateField::kMonth, DateField::kDay};
+  iso.ShortDateSeparator = '-';
+  iso.PadsDay = iso.PadsMonth = true;
+  return FormatShortDate(iso, date);
+}
+
+std::string FieldText(const Value& value) {
+  if (const auto number = NumberOf(value)) return std::to_string(*number);
+  if (const auto date = DateOf(value)) return IsoDate(*date);
+  if (const auto time = TimeOf(value)) return FormatTime("Hh:Nn", *time);
+  if (std::holds_alternative<bool>(value)) return YesNoOf(value) ? "yes" : "no";
+  return IsNull(value) ? "Null" : std::string(TextOf(value));
 }
 
 }  // namespace
@@ -73,11 +91,22 @@ void CalendarFixture::Run(const Statement& statement) {
 std::string CalendarFixture::Read(const Statement& query) {
   const auto connection = driver_.Open(databaseFile_);
   const auto rows = connection->Query(query);
-  if (!rows->Next()) return "(none)";
-  const Value value = rows->Get(0);
-  if (const auto number = NumberOf(value)) return std::to_string(*number);
-  if (std::holds_alternative<bool>(value)) return YesNoOf(value) ? "yes" : "no";
-  return std::string(TextOf(value));
+  return rows->Next() ? FieldText(rows->Get(0)) : "(none)";
+}
+
+std::vector<std::string> CalendarFixture::ReadRows(const Statement& query,
+                                                   const std::vector<std::string>& columns) {
+  const auto connection = driver_.Open(databaseFile_);
+  const auto rows = connection->Query(query);
+  std::vector<std::string> texts;
+  while (rows->Next()) {
+    std::string& row = texts.emplace_back();
+    for (const std::string& column : columns) {
+      if (!row.empty()) row += "|";
+      row += FieldText(rows->Get(rows->Column(column)));
+    }
+  }
+  return texts;
 }
 
 int CalendarFixture::AddEvent(std::string_view owner, std::string_view name, SqlLiteral columns,

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,8 @@ class CalendarFixture : public ::testing::Test {
   void Run(const Statement& statement);
   /// The first field of the first row as text, or "(none)".
   std::string Read(const Statement& query);
+  /// The rows of a query, each with its fields as texts joined with "|".
+  std::vector<std::string> ReadRows(const Statement& query, const std::vector<std::string>& columns);
   /// Adds an event of `owner` and returns its number. Columns and values are pieces of an INSERT.
   int AddEvent(std::string_view owner, std::string_view name, SqlLiteral columns, SqlLiteral values);
 
