@@ -58,6 +58,14 @@ std::optional<std::int64_t> KeyOf(std::string_view text) {
   return key;
 }
 
+void ValidateName(ComponentState& state, std::string_view name) {
+  if (name.empty()) {
+    AddAlert(state, 851);
+  } else if (name.find('"') != std::string_view::npos) {
+    AddAlert(state, 852);
+  }
+}
+
 bool IsProtected(std::string_view name) {
   return name == "admin" || name == "default" || name == "default.css";
 }
@@ -125,6 +133,7 @@ bool AdminPage::Store() {
   if (!LoadRecord()) return true;
   manager_->ReadForm(state_, record_);
   state_.AlertText.clear();
+  ValidateName(state_, record_.Name);
   manager_->Validate(state_, record_);
   if (!state_.AlertText.empty()) return false;
 

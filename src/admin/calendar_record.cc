@@ -6,7 +6,6 @@
 #include "component/component_state.h"
 #include "data/field.h"
 #include "frame/lists.h"
-#include "frame/texts.h"
 
 namespace orlune {
 namespace {
@@ -48,14 +47,6 @@ bool LoadCalendar(const ComponentState& state, AdminState& record, SqlLiteral is
 std::string_view PostedHide(const ComponentState& state, std::string_view otherwise) {
   const std::string_view hide = state.Context.Request->FormField("hide");
   return hide == "yes" || hide == "no" ? hide : otherwise;
-}
-
-void ValidateName(ComponentState& state, const AdminState& record) {
-  if (record.Name.empty()) {
-    AddAlert(state, 851);
-  } else if (record.Name.find('"') != std::string::npos) {
-    AddAlert(state, 852);
-  }
 }
 
 bool IsAlphanumeric(std::string_view name) {

@@ -18,8 +18,6 @@ bool LoadCalendar(const ComponentState& state, AdminState& record, SqlLiteral is
 /// Whether the calendar is hidden by the posted form: "yes" or "no", or `otherwise` when it tells neither.
 std::string_view PostedHide(const ComponentState& state, std::string_view otherwise);
 
-/// Appends that the display name is missing or holds quotes.
-void ValidateName(ComponentState& state, const AdminState& record);
 /// Whether `name` holds nothing but unaccented letters and digits.
 bool IsAlphanumeric(std::string_view name);
 /// Whether another calendar than the record's has its internal name.

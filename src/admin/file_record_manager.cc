@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "admin/calendar_record.h"
 #include "admin/field_rows.h"
 #include "component/component_state.h"
 #include "data/field.h"
@@ -59,7 +58,6 @@ Html FileRecordManager::FieldRows(const ComponentState& state, const AdminState&
 }
 
 void FileRecordManager::Validate(ComponentState& state, const AdminState& record) const {
-  ValidateName(state, record);
   if (record.IntName.empty()) AddAlert(state, 853);
 }
 

@@ -146,7 +146,6 @@ Html GroupManager::FieldRows(const ComponentState& state, const AdminState& reco
 /// The form never changes a group's internal name. A request that does may give it no name that another
 /// calendar has or that pages cannot address.
 void GroupManager::Validate(ComponentState& state, const AdminState& record) const {
-  ValidateName(state, record);
   if (record.Id.empty() || record.IntName == record.StoredIntName) return;
   if (!IsAlphanumeric(record.IntName)) {
     AddAlert(state, 860);

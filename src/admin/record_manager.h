@@ -35,7 +35,7 @@ class RecordManager {
   virtual void ReadForm(const ComponentState& state, AdminState& record) const = 0;
   /// The rows of the form below the list of records.
   virtual Html FieldRows(const ComponentState& state, const AdminState& record) const = 0;
-  /// Appends what is wrong with `record` to the request's errors.
+  /// Appends what is wrong with `record`, beyond its display name, to the request's errors.
   virtual void Validate(ComponentState& state, const AdminState& record) const = 0;
   /// The columns to write, for a new record with the defaults of those that are not on the form.
   virtual std::vector<ColumnValue> Columns(const AdminState& record) const = 0;

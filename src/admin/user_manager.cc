@@ -165,7 +165,6 @@ Html UserManager::FieldRows(const ComponentState& state, const AdminState& recor
 }
 
 void UserManager::Validate(ComponentState& state, const AdminState& record) const {
-  ValidateName(state, record);
   ValidateLoginName(state, record);
   ValidatePassword(state, record);
 }
