@@ -1,5 +1,6 @@
 #include "component/orlune.h"
 
+#include "admin/admin_page.h"
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
 #include "eventpages/event_page.h"
@@ -122,6 +123,7 @@ void Orlune::Execute() {
 
 void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
+  if (state_.PageName == "a") ShowAdminPage(state_);
   if (state_.PageName == "e") ShowEventPage(state_);
   if (state_.PageName == "m") ShowMessagesPage(state_);
   if (state_.PageName == "p") ShowPreferencesPage(state_);

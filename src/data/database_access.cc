@@ -9,10 +9,6 @@
 namespace orlune {
 namespace {
 
-bool IsDigits(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 bool IsNumber(std::string_view text) {
   return IsDigits(text.starts_with('-') ? text.substr(1) : text);
 }

@@ -1,5 +1,7 @@
 #include "frame/lists.h"
 
+#include "frame/text.h"
+
 namespace orlune {
 
 std::vector<std::string> SplitList(std::string_view text) {
@@ -21,6 +23,32 @@ std::string JoinList(std::span<const std::string> items) {
     joined += item;
   }
   return joined;
+}
+
+bool IsNameInList(std::string_view listText, std::string_view name) {
+  bool found = false;
+  ForEachItem(listText, [&](std::string_view item) { found = found || EqualIgnoringCase(item, name); });
+  return found;
+}
+
+std::string AppendToList(std::string_view listText, std::string_view item) {
+  std::string list(listText);
+  if (!list.empty()) list += ", ";
+  return list.append(item);
+}
+
+std::string RemoveFromList(std::string_view listText, std::string_view name) {
+  std::vector<std::string> items = SplitList(listText);
+  std::erase_if(items, [&](const std::string& item) { return EqualIgnoringCase(item, name); });
+  return JoinList(items);
+}
+
+std::string ReplaceInList(std::string_view listText, std::string_view name, std::string_view newName) {
+  std::vector<std::string> items = SplitList(listText);
+  for (std::string& item : items) {
+    if (EqualIgnoringCase(item, name)) item = newName;
+  }
+  return JoinList(items);
 }
 
 }  // namespace orlune

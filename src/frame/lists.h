@@ -14,6 +14,15 @@ bool IsInList(std::string_view listText, std::string_view item);
 /// The items joined with ", ".
 std::string JoinList(std::span<const std::string> items);
 
+/// The same, compared ignoring case, as the names of calendars are.
+bool IsNameInList(std::string_view listText, std::string_view name);
+/// A text list with `item` as its last item; an empty list becomes that item.
+std::string AppendToList(std::string_view listText, std::string_view item);
+/// A text list without the items that equal `name`, ignoring case.
+std::string RemoveFromList(std::string_view listText, std::string_view name);
+/// A text list with `newName` in place of each item that equals `name`, ignoring case.
+std::string ReplaceInList(std::string_view listText, std::string_view name, std::string_view newName);
+
 /// Calls `visit` with each item of a text list in order, without copying them.
 template <class Visit>
 void ForEachItem(std::string_view listText, Visit visit) {

@@ -73,6 +73,10 @@ std::string ToLower(std::string_view text) {
   return lower;
 }
 
+bool IsDigits(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   if (a == b) return true;
   if (!IsAscii(a) || !IsAscii(b)) return ToLower(a) == ToLower(b);

@@ -9,6 +9,9 @@ namespace orlune {
 /// `text` in lower case, code point by code point, whatever the region. Invalid UTF-8 stays as it is.
 std::string ToLower(std::string_view text);
 
+/// Whether `text` is one or more of the digits 0 to 9 and nothing else.
+bool IsDigits(std::string_view text);
+
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
 /// The first code point of `text`; "" when there is none.

@@ -19,8 +19,9 @@ struct Index {
   std::string_view Where;
 };
 
-/// The queries of one page, whatever the number of rows, read through these.
-constexpr std::array<Index, 10> kIndexes{{
+/// The queries of one page, whatever the number of rows, read through these, and so does what renaming a user
+/// changes.
+constexpr std::array<Index, 11> kIndexes{{
     {"CalendarsName", "Calendars", {"Name"}, ""},
     {"CalendarsChoice", "Calendars", {"IsGroup", "FriendlyName", "Name", "IsHidden"}, ""},
     {"EventsOwnerBegin", "Events", {"Owner", "BeginDate"}, ""},
@@ -29,6 +30,7 @@ constexpr std::array<Index, 10> kIndexes{{
     {"EventsSuggestState", "Events", {"SuggestState"}, "SuggestState IS NOT NULL"},
     {"MessagesUnread", "Messages", {"Recipient", "Viewed"}, ""},
     {"MessagesSent", "Messages", {"Recipient", "SentDate"}, ""},
+    {"MessagesSender", "Messages", {"Sender"}, ""},
     {"GroupViewsName", "GroupViews", {"Name"}, ""},
     {"GroupViewsOwner", "GroupViews", {"Owner", "FriendlyName"}, ""},
 }};
