@@ -2,12 +2,15 @@
 
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
+#include "eventpages/event_page.h"
 #include "frame/dates.h"
+#include "messages/messages_page.h"
 #include "session/login.h"
 #include "session/request_state.h"
 #include "session/session_data.h"
 #include "session/settings.h"
 #include "views/calendar_page.h"
+#include "views/date_picker.h"
 
 namespace orlune {
 namespace {
@@ -118,6 +121,9 @@ void Orlune::Execute() {
 
 void Orlune::ShowPage() {
   if (state_.PageName == "c") ShowCalendarPage(state_);
+  if (state_.PageName == "e") ShowEventPage(state_);
+  if (state_.PageName == "m") ShowMessagesPage(state_);
+  if (state_.PageName == "s") ShowDatePicker(state_);
 }
 
 void Orlune::LoginOrLogout() {

@@ -34,6 +34,9 @@ std::optional<Date> DateOf(const Value& value) {
 std::optional<TimeOfDay> TimeOf(const Value& value) {
   return As<TimeOfDay>(value);
 }
+std::optional<DateTime> DateTimeOf(const Value& value) {
+  return As<DateTime>(value);
+}
 bool IsNull(const Value& value) {
   return std::holds_alternative<std::monostate>(value);
 }

@@ -16,6 +16,7 @@ std::optional<int> NumberOf(const Value& value);
 bool YesNoOf(const Value& value);
 std::optional<Date> DateOf(const Value& value);
 std::optional<TimeOfDay> TimeOf(const Value& value);
+std::optional<DateTime> DateTimeOf(const Value& value);
 bool IsNull(const Value& value);
 
 }  // namespace orlune

@@ -66,11 +66,19 @@ std::string FormatLongDate(const DateNames& names, Date date) {
 }
 
 std::string FormatMonthAndYear(const DateNames& names, Date date) {
-  return names.Months[MonthIndex(date)] + ' ' + FormatYear(date);
+  return MonthName(names, date) + ' ' + FormatYear(date);
 }
 
 const std::string& WeekdayName(const DateNames& names, Date date) {
   return names.Weekdays[static_cast<std::size_t>(WeekdayNumber(date) - 1)];
+}
+
+const std::string& AbbreviatedWeekdayName(const DateNames& names, Date date) {
+  return names.AbbreviatedWeekdays[static_cast<std::size_t>(WeekdayNumber(date) - 1)];
+}
+
+const std::string& MonthName(const DateNames& names, Date date) {
+  return names.Months[MonthIndex(date)];
 }
 
 const std::string& AbbreviatedMonthName(const DateNames& names, Date date) {

@@ -13,6 +13,9 @@ std::string FormatLongDate(const DateNames& names, Date date);
 /// The month, standing alone, a blank, and the year.
 std::string FormatMonthAndYear(const DateNames& names, Date date);
 const std::string& WeekdayName(const DateNames& names, Date date);
+const std::string& AbbreviatedWeekdayName(const DateNames& names, Date date);
+/// The month, standing alone.
+const std::string& MonthName(const DateNames& names, Date date);
 const std::string& AbbreviatedMonthName(const DateNames& names, Date date);
 int YearNumber(Date date);
 /// The year in four digits.

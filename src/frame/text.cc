@@ -84,6 +84,10 @@ std::string_view WithoutFirstCharacter(std::string_view text) {
   return text;
 }
 
+std::string_view FirstCharacter(std::string_view text) {
+  return text.substr(0, text.size() - WithoutFirstCharacter(text).size());
+}
+
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string replaced;
   replaced.reserve(text.size());

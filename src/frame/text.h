@@ -10,6 +10,9 @@ std::string ToLower(std::string_view text);
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
+/// The first code point of `text`; "" when there is none.
+std::string_view FirstCharacter(std::string_view text);
+
 /// `text` without its first code point; "" when there is none.
 std::string_view WithoutFirstCharacter(std::string_view text);
 

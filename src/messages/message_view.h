@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace orlune {
+
+struct ComponentState;
+
+/// One message, whose number is `msg`; counts as read from now on. Throws DatabaseError, also when there is
+/// no such message.
+void ShowMessage(ComponentState& state, std::string_view msg);
+
+}  // namespace orlune
