@@ -52,6 +52,7 @@ EventDraft PostedDraft(const ComponentState& state, const std::optional<OL_Event
     return std::string(state.Context.Request->FormField(name));
   };
   EventDraft draft;
+  draft.IsTyped = true;
   OL_Event& event = draft.Event;
   if (stored) {
     event.EventID = stored->EventID;
@@ -81,6 +82,7 @@ EventDraft StoredDraft(const ComponentState& state, const OL_Event& stored) {
     return time ? FormatTime(state.TimeFormat, *time) : "";
   };
   EventDraft draft{.Event = stored,
+                   .IsTyped = false,
                    .BeginDate = FormatShortDate(regional, stored.BeginDate),
                    .EndDate = stored.Type == "none" ? "" : FormatShortDate(regional, stored.EndDate),
                    .BeginTime = timeText(stored.BeginTime),

@@ -14,6 +14,7 @@ struct ComponentState;
 /// lost before they are checked; those of `Event` do not count.
 struct EventDraft {
   OL_Event Event;
+  bool IsTyped = false;  ///< title and comments are as typed, not yet as they are stored
   std::string BeginDate;
   std::string EndDate;
   std::string BeginTime;  ///< "" or "- - - -" for none

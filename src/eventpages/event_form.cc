@@ -18,10 +18,14 @@
 namespace orlune {
 namespace {
 
-Html TitleRow(const ComponentState& state, const OL_Event& event) {
+std::string ShownText(const EventDraft& draft, const std::string& text) {
+  return draft.IsTyped ? WithReferencesShown(text) : text;
+}
+
+Html TitleRow(const ComponentState& state, const EventDraft& draft) {
   return FieldRow(state, 301, "title",
                   Html("<INPUT TYPE=text NAME=\"title\" ID=\"title\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(event.EventName), InputSize(state, 18, 38)));
+                       Attribute(ShownText(draft, draft.Event.EventName)), InputSize(state, 18, 38)));
 }
 
 /// Choosing another kind sends the form, which comes back with the rows of that kind.
@@ -56,10 +60,10 @@ Html TypeRow(const ComponentState& state, const OL_Event& event) {
   return GroupRow(state, 336, radios);
 }
 
-Html CommentsRow(const ComponentState& state, const OL_Event& event) {
+Html CommentsRow(const ComponentState& state, const EventDraft& draft) {
   return FieldRow(state, 312, "addinfo",
                   Html("<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=35 ROWS=9>{}</TEXTAREA>",
-                       Content(event.Comments)));
+                       TextAreaContent(ShownText(draft, draft.Event.Comments))));
 }
 
 Html RecipientsRow(const ComponentState& state, const std::vector<std::string>& recipients) {
@@ -146,12 +150,12 @@ void ShowForm(ComponentState& state, const EventDraft& draft, const std::vector<
   const OL_Event& event = draft.Event;
   const bool isSending = recipients != nullptr;
   Html page = FormPageOpen(state, Html("p=e"), 300, EventToolbar(state));
-  page.Add(TitleRow(state, event));
+  page.Add(TitleRow(state, draft));
   page.Add(KindRow(state, event, isSending));
   page.Add(BeginRow(state, draft));
   if (event.Type != "none") page.Add(FieldRow(state, 311, "date2", DateInput(state, 2, draft.EndDate)));
   page.Add(TypeRow(state, event));
-  page.Add(CommentsRow(state, event));
+  page.Add(CommentsRow(state, draft));
   AddRepetitionRows(page, state, event);
   if (isSending) page.Add(RecipientsRow(state, *recipients));
   page.Add(StatusRow(state, event));

@@ -8,6 +8,7 @@
 #include "frame/dates.h"
 #include "frame/form_parts.h"
 #include "frame/page_frame.h"
+#include "frame/text.h"
 #include "frame/texts.h"
 
 namespace orlune {
@@ -16,7 +17,7 @@ namespace {
 Html TextRow(const ComponentState& state, const EventSearch& search) {
   return FieldRow(state, 401, "search",
                   Html("<INPUT TYPE=text NAME=\"search\" ID=\"search\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(search.Text), InputSize(state, 18, 38)));
+                       Attribute(WithReferencesShown(search.Text)), InputSize(state, 18, 38)));
 }
 
 Html CalendarRow(const ComponentState& state, const EventSearch& search) {
@@ -39,9 +40,11 @@ Html KindRow(const ComponentState& state, const EventSearch& search) {
 }
 
 Html StartDateRow(const ComponentState& state, const EventSearch& search) {
-  const std::string shown = FormatShortDate(state.Surroundings->Regional, state.CurrentDate);
+  const bool isFirstShow = state.Context.Request->FormFieldCount() == 0;
   return FieldRow(state, 405, "date1",
-                  DateInput(state, 1, search.StartDate.empty() ? shown : search.StartDate));
+                  DateInput(state, 1,
+                            isFirstShow ? FormatShortDate(state.Surroundings->Regional, state.CurrentDate)
+                                        : search.StartDate));
 }
 
 }  // namespace

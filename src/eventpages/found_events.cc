@@ -13,15 +13,18 @@
 #include "frame/form_parts.h"
 #include "frame/links.h"
 #include "frame/page_frame.h"
+#include "frame/text.h"
 #include "frame/texts.h"
 #include "session/rights.h"
 
 namespace orlune {
 namespace {
 
-/// Far more than anybody looks through. Past it a hit shows only its first occurrence, so that events of many
-/// centuries cannot exhaust the server.
-constexpr std::size_t kMostDatesOnPage = 250000;
+/// The days that are listed at most, of an event (54 years of days) and on a page. Past the latter a hit
+/// shows only its first day. Nobody looks through as many, and events of many centuries cannot exhaust the
+/// server.
+constexpr std::size_t kMostDatesOfEvent = 20'000;
+constexpr std::size_t kMostDatesOnPage = 1'000'000;
 
 std::optional<OL_Event> ReadOccurrenceRule(const ComponentState& state, int id) {
   const auto row =
@@ -89,7 +92,8 @@ class HitList {
   void AddOccurrences(Html& page, int id, std::string_view owner) {
     const auto event = ReadOccurrenceRule(state_, id);
     const auto dates =
-        event ? OccurrenceDates(*event, week_, std::max<std::size_t>(datesLeft_, 1)) : std::vector<Date>();
+        event ? OccurrenceDates(*event, week_, std::clamp<std::size_t>(datesLeft_, 1, kMostDatesOfEvent))
+              : std::vector<Date>();
     datesLeft_ -= std::min(datesLeft_, dates.size());
     if (dates.empty()) {
       page.Add("{}", Content(LoadText(state_, 437)));
@@ -127,8 +131,8 @@ Html HiddenSearch(const EventSearch& search) {
   return Html(
       "<INPUT TYPE=hidden NAME=\"search\" VALUE=\"{}\"><INPUT TYPE=hidden NAME=\"cal\" VALUE=\"{}\">"
       "<INPUT TYPE=hidden NAME=\"type\" VALUE=\"{}\"><INPUT TYPE=hidden NAME=\"date1\" VALUE=\"{}\">",
-      Attribute(search.Text), Attribute(search.Calendar), Attribute(search.Kind),
-      Attribute(search.StartDate));
+      Attribute(WithReferencesShown(search.Text)), Attribute(WithReferencesShown(search.Calendar)),
+      Attribute(search.Kind), Attribute(search.StartDate));
 }
 
 Html LastRow(const ComponentState& state, bool hasHits) {

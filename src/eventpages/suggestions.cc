@@ -89,6 +89,15 @@ std::optional<SuggestedEvent> FindSuggestedEvent(const ComponentState& state, st
                         std::string(TextOf(row->Get(row->Column("Owner"))))};
 }
 
+/// Whether the event was suggested to the user, or is the user's own.
+bool IsConcerned(const ComponentState& state, std::string_view id, std::string_view owner) {
+  if (MayChangeEventsOf(state, owner)) return true;
+  const auto copy = OpenQuery(
+      *state.Database,
+      Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')", id, state.LoginName));
+  return copy->Next();
+}
+
 std::string_view AnswerWord(const ComponentState& state, std::string_view answer) {
   return LoadText(state, answer == "accepted" ? 333 : 334);
 }
@@ -141,8 +150,10 @@ void AnswerSuggestion(ComponentState& state, int eventId, std::string_view answe
 void NotifySender(ComponentState& state) {
   if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
   const Request& request = *state.Context.Request;
-  const auto event = FindSuggestedEvent(state, request.QueryParameter("id"));
+  const std::string_view id = request.QueryParameter("id");
+  const auto event = FindSuggestedEvent(state, id);
   if (!event) return WritePage(state, ErrorPage(state, LoadText(state, 821)));
+  if (!IsConcerned(state, id, event->Owner)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
 
   const std::string_view note = request.FormField("addinfo");
   const std::string subject =

@@ -21,7 +21,7 @@ bool SendSuggestion(ComponentState& state, const EventDraft& draft,
 void AnswerSuggestion(ComponentState& state, int eventId, std::string_view answer);
 
 /// Sends that note. Reads the query parameter "id" and the form fields "suggstate" and "addinfo". Asks for
-/// somebody who is logged in. Throws DatabaseError.
+/// somebody whom the event was suggested to. Throws DatabaseError.
 void NotifySender(ComponentState& state);
 
 }  // namespace orlune

@@ -21,11 +21,11 @@ Statement TimeValue(std::optional<TimeOfDay> time) {
 
 std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const OL_Event& event) {
   std::vector<ColumnValue> columns{
-      {"SuggID", SqlValue(event.SuggID)},
-      {"SuggestState", SqlValue(event.SuggestState)},
+      {"SuggID", SqlText(event.SuggID)},
+      {"SuggestState", SqlText(event.SuggestState)},
       {"EventName", QuoteFreeText(event.EventName)},
       {"Owner", SqlText(event.Owner)},
-      {"Type", SqlValue(event.Type)},
+      {"Type", SqlText(event.Type)},
       {"Private", SqlValue(event.Private ? "*yes" : "*no")},
       {"BeginDate", SqlText(FormatShortDate(regional, event.BeginDate))},
       {"BeginTime", TimeValue(event.BeginTime)},
@@ -36,11 +36,11 @@ std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const O
   if (event.Type == "none") return columns;
   columns.push_back({"EndDate", SqlText(FormatShortDate(regional, event.EndDate))});
   if (event.Type == "weekday") {
-    columns.push_back({"RepeatWeekday", SqlValue(event.RepeatWeekday)});
-    columns.push_back({"RepeatFrequency", SqlValue(event.RepeatFrequency)});
+    columns.push_back({"RepeatWeekday", SqlText(event.RepeatWeekday)});
+    columns.push_back({"RepeatFrequency", SqlText(event.RepeatFrequency)});
   } else if (event.Type != "day") {
-    columns.push_back({"RepeatDay", SqlValue(event.RepeatDay)});
-    columns.push_back({"RepeatWeekends", SqlValue(event.RepeatWeekends)});
+    columns.push_back({"RepeatDay", SqlText(event.RepeatDay)});
+    columns.push_back({"RepeatWeekends", SqlText(event.RepeatWeekends)});
   }
   return columns;
 }

@@ -43,6 +43,11 @@ Html TextInput(const ComponentState& state, Markup name, std::string_view value)
               InputSize(state, 18, 38));
 }
 
+Html TextAreaContent(std::string_view text) {
+  const bool beginsWithLineEnd = text.starts_with('\r') || text.starts_with('\n');
+  return Html("{}{}", beginsWithLineEnd ? Markup("\r\n") : Markup(""), Content(text));
+}
+
 Html ActionButton(const ComponentState& state, std::string_view label, const Html& query) {
   return Html(
       "<INPUT TYPE=button VALUE=\"{}\" "

@@ -93,6 +93,18 @@ std::string_view FirstCharacter(std::string_view text) {
   return text.substr(0, text.size() - WithoutFirstCharacter(text).size());
 }
 
+std::string WithReferencesShown(std::string_view text) {
+  std::string shown;
+  shown.reserve(text.size());
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    shown += text[at];
+    const char next = at + 1 < text.size() ? text[at + 1] : ' ';
+    const bool mayBeReference = next == '#' || (next >= 'A' && next <= 'Z') || (next >= 'a' && next <= 'z');
+    if (text[at] == '&' && mayBeReference) shown += "amp;";
+  }
+  return shown;
+}
+
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string replaced;
   replaced.reserve(text.size());

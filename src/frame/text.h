@@ -23,6 +23,9 @@ std::string_view WithoutFirstCharacter(std::string_view text);
 /// Replaces every occurrence of `from`, which is not empty.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
+/// `text` with its "&" written so that a page shows what looks like a character reference as it stands.
+std::string WithReferencesShown(std::string_view text);
+
 /// The whole number that is all of `text`; nothing when the text is anything else.
 std::optional<int> WholeNumber(std::string_view text);
 

@@ -37,7 +37,7 @@ Html TextRow(const ComponentState& state, const MessageState& message) {
   return Html(
       "<TR><TD>{}</TD>\r\n<TD ALIGN=RIGHT>"
       "<TEXTAREA COLS=40 ROWS=12 WRAP=soft NAME=\"Sisalto\">{}</TEXTAREA></TD></TR>",
-      RecipientList(state, message), Content(message.Content));
+      RecipientList(state, message), TextAreaContent(message.Content));
 }
 
 Html SendRow(const ComponentState& state) {
@@ -49,7 +49,7 @@ Html SendRow(const ComponentState& state) {
 
 void ShowMessageForm(ComponentState& state, const MessageState& message) {
   Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">", Attribute(state.ScriptName));
+  page.Add("<FORM method=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">", Attribute(state.ScriptName));
   page.Add(TitleBarOpen("", Html("{}", Content(LoadText(state, 570))), MessageToolbar(state)));
   page.Add(
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"

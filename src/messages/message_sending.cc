@@ -38,7 +38,10 @@ void StoreCopies(const ComponentState& state, const MessageState& message) {
 bool Check(ComponentState& state, const MessageState& message) {
   state.AlertText += ValidateMessage(state, message);
   if (state.AlertText.empty()) return true;
-  ShowMessageForm(state, message);
+  MessageState shown = message;
+  shown.Subject = WithReferencesShown(message.Subject);
+  shown.Content = WithReferencesShown(message.Content);
+  ShowMessageForm(state, shown);
   return false;
 }
 

@@ -9,6 +9,9 @@ namespace {
 
 constexpr std::string_view kMark = "&gt; ";
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kReferenceCharacters =
+    "&#0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+constexpr std::size_t kLongestReference = 10;
 constexpr int kMarkLength = 5;
 constexpr int kLineLength = 35;
 
@@ -43,9 +46,20 @@ class Quoter {
       EndLine(*lastSpace_);
       StartLine(*lastSpace_ + 1, sinceSpace_);
     } else if (length_ >= kLineLength && !text_.substr(at_).starts_with(kLineEnd)) {
-      EndLine(at_);
-      StartLine(at_, 1);
+      const std::size_t end = BreakWithinWord();
+      EndLine(end);
+      StartLine(end, static_cast<int>(at_ - end) + 1);
     }
+  }
+
+  /// The current character, or the beginning of the character reference that it is part of.
+  std::size_t BreakWithinWord() const {
+    const std::string_view line = text_.substr(lineBegin_, at_ - lineBegin_);
+    const std::size_t reference = line.rfind('&');
+    const bool isInside = reference != std::string_view::npos && reference > 0 &&
+                          line.size() - reference < kLongestReference &&
+                          line.find_first_not_of(kReferenceCharacters, reference) == std::string_view::npos;
+    return isInside ? lineBegin_ + reference : at_;
   }
 
   void EndLine(std::size_t end) {

@@ -126,10 +126,10 @@ TEST_F(EventPage, SaysEverythingThatIsWrongAtOnce) {
 }
 
 TEST_F(EventPage, KeepsWhatWasTyped) {
-  const std::string page = Post("p=e", Kind("month", {{"title", "\"a\" </TITLE>"},
+  const std::string page = Post("p=e", Kind("month", {{"title", "\"a\" </TITLE>&lt;"},
                                                       {"date1", "soon"},
                                                       {"time1", "14:30"},
-                                                      {"addinfo", "</TEXTAREA> & \"b\""},
+                                                      {"addinfo", "\r\n</TEXTAREA> & \"b\""},
                                                       {"repday", "1, 31"},
                                                       {"repweekends", "vkl_ma"},
                                                       {"type", "Meeting"},
@@ -139,11 +139,11 @@ TEST_F(EventPage, KeepsWhatWasTyped) {
                                                       {"frequency", "vko_2"}}))
                                .Body;
   EXPECT_EQ(AlertOf(page), "");
-  EXPECT_EQ(
-      RowOf(page, "Event Title:"),
-      "<TD><INPUT TYPE=text NAME=\"title\" ID=\"title\" VALUE=\"&quot;a&quot; </TITLE>\" SIZE=18></TD></TR>");
+  EXPECT_EQ(RowOf(page, "Event Title:"),
+            "<TD><INPUT TYPE=text NAME=\"title\" ID=\"title\" VALUE=\"&quot;a&quot; </TITLE>&amp;lt;\" "
+            "SIZE=18></TD></TR>");
   EXPECT_EQ(RowOf(page, "Comments:"),
-            "<TD><TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=35 ROWS=9>&lt;/TEXTAREA> & "
+            "<TD><TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=35 ROWS=9>\r\n\r\n&lt;/TEXTAREA> & "
             "\"b\"</TEXTAREA></TD></TR>");
   EXPECT_NE(RowOf(page, "Date:")
                 .find("VALUE=\"soon\" SIZE=18> <A HREF=\"javascript:void(0);\" NAME=\"pick1\" "

@@ -116,6 +116,10 @@ TEST_F(Suggestions, AreAnsweredWithANote) {
                {"Recipient", "Subject", "Content", "Suggestion"}),
       (Rows{"anna|I have accepted event &#39;it&#39;s&#39;|It&#39;s fine|Null",
             "anna|I have declined event &#39;it&#39;s&#39;|(No further information was provided)|Null"}));
+  AddEvent("admin", "secret", "Type, BeginDate, Private", "'none', '3/15/2004', yes");
+  EXPECT_NE(
+      Post("p=e&act=notify&id=3", {{"suggstate", "accepted"}}).Body.find("You don't have rights for this."),
+      std::string::npos);
 }
 
 }  // namespace

@@ -208,7 +208,7 @@ TEST_F(GroupViews, HaveInternalNamesOfTheirOwn) {
     EXPECT_NE(Row(name.Stored).find("|anna|Another|anna|"), std::string::npos) << name.Stored;
   }
   Post("p=p&act=gsave", {{"id", "1"}, {"name", "T"}, {"intname", "all"}, {"cals", "anna"}});
-  EXPECT_EQ(Row("team"), "1|anna|T|anna|||");
+  EXPECT_EQ(Row("team"), "1|anna|T|anna|Null|Null|");
   EXPECT_EQ(Row("all"), "2|admin|All|sales|||");
 }
 

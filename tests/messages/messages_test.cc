@@ -139,8 +139,8 @@ TEST_F(Messages, ComeBackWithWhatIsMissing) {
   const std::string page =
       Post("p=m&act=send", {{"Vastaanottaja", "ben, staff"}, {"Otsikko", "\"a\""}, {"Sisalto", ""}}).Body;
   EXPECT_EQ(AlertOf(page), "No message.\\n");
-  EXPECT_EQ(Cut(page, "<FORM METHOD", "</TEXTAREA>").substr(0, 70),
-            "<FORM METHOD=POST action=\"/cal.asp?p=m&act=send\" NAME=\"acForm\"><TABLE ");
+  EXPECT_EQ(Cut(page, "<FORM method", "</TEXTAREA>").substr(0, 70),
+            "<FORM method=POST action=\"/cal.asp?p=m&act=send\" NAME=\"acForm\"><TABLE ");
   EXPECT_EQ(
       Cut(page, "<TABLE WIDTH=100% CELLPADDING", "</TEXTAREA>"),
       "<TABLE WIDTH=100% CELLPADDING=5><TR><TD>Recipient(s)</TD><TD ALIGN=RIGHT>Subject: "

@@ -27,6 +27,8 @@ TEST(Quoting, MarksAndWrapsLines) {
        "aaaaaaaaaaaaaaaaaaaaaaaa bbbbbb cccccc dddddd eeeeee f",
        "&gt; aaaaaaaaaaaaaaaaaaaaaaaa\r\n&gt; bbbbbb cccccc dddddd eeeeee f"},
       {"a word too long for a line breaks inside", thirty, "&gt; " + std::string(29, 'x') + "\r\n&gt; x"},
+      {"a character reference stays whole", std::string(27, 'x') + "&#39;s",
+       "&gt; " + std::string(27, 'x') + "\r\n&gt; &#39;s"},
       {"a word that just fits keeps its end of line", std::string(29, 'x') + "\r\ny",
        "&gt; " + std::string(29, 'x') + "\r\n&gt; y"},
       {"characters count, not bytes", "ääää ääää ääää ääää ääää ääää 😀😀😀😀",
