@@ -4,12 +4,12 @@ import { calendarSuite } from './calendar_suite.mjs';
 
 const visit = calendarSuite();
 
-const kHit = 'tr:has(> td > input[name="id"])';
+const kHit = '//tr[td/input[@name="id"]]';
 
-/** The list of found events: `title` with its owner, `time`, the `days` on which each occurs. */
+/** The first twenty found events: `title` with its owner, `time`, the `days` on which each occurs. */
 async function hitsOf({ page }) {
   return page.locator(kHit).evaluateAll((rows) =>
-    rows.map(({ cells: [title, time, occurrences] }) => ({
+    rows.slice(0, 20).map(({ cells: [title, time, occurrences] }) => ({
       title: title.innerText,
       time: time.innerText.trim(),
       days: [...occurrences.querySelectorAll('option')].map(({ text }) => text),
@@ -107,6 +107,14 @@ visit('a search from what is no date comes back as it was', { user: 'asa' }, asy
   await search(visitor, fields);
   assert.deepEqual(visitor.takeAlerts(), ['The start date is not a valid date.\n']);
   assert.deepEqual(await visitor.filledIn(), fields);
+});
+
+visit('a suggestion is found where it is in a calendar', { user: 'noor' }, async (visitor) => {
+  await search(visitor, { search: 'Joint visit' });
+  assert.deepEqual(
+    (await hitsOf(visitor)).map(({ title }) => title),
+    ['Zoë Fairweather', 'Åsa Lindqvist'].map((owner) => `Joint visit to Nordvik Waterworks (${owner})`),
+  );
 });
 
 visit('private events of others are found without their titles', { user: 'noor' }, async (visitor) => {
