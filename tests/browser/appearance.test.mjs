@@ -42,7 +42,7 @@ visit('the login fits a phone', { window: kPhone }, async (visitor) => {
   await assertFitsPhone(visitor, 'login');
 });
 
-/** The texts with a contrast of less than 4.5, with their colours; grounds of several colours are left out. */
+/** The texts with a contrast of less than 4.5; grounds of several colours are left out. */
 const faintTexts = ({ page }) =>
   page.evaluate(() => {
     const channels = (colour) => colour.match(/[\d.]+/g).map(Number);
