@@ -10,6 +10,7 @@ const kSchemes = [
   { user: 'ines', sheet: 'contrast.css' },
   { user: 'tomas', sheet: 'nineties.css' },
 ];
+const kPopup = { viewport: { width: 180, height: 180 } };
 const kPages = ['?p=c&dm=month', '?p=c&dm=week', '?p=c&dm=day', '?p=c&dm=day&cn=@engineeringteam'];
 
 visit('every colour scheme is a look of its own, and all its images load', {}, async (visitor) => {
@@ -41,7 +42,88 @@ visit('the login fits a phone', { window: kPhone }, async (visitor) => {
   await assertFitsPhone(visitor, 'login');
 });
 
+/** The texts with a contrast of less than 4.5; grounds of several colours are left out. */
+const faintTexts = ({ page }) =>
+  page.evaluate(() => {
+    const channels = (colour) => colour.match(/[\d.]+/g).map(Number);
+    const light = (colour) => {
+      const [red, green, blue] = channels(colour).map((channel) => {
+        const part = channel / 255;
+        return part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4;
+      });
+      return 0.2126 * red + 0.7152 * green + 0.0722 * blue + 0.05;
+    };
+    const groundOf = (element) => {
+      const { backgroundColor, backgroundImage } = getComputedStyle(element);
+      if (backgroundImage !== 'none') return undefined;
+      if (channels(backgroundColor)[3] !== 0) return backgroundColor;
+      return element.parentElement ? groundOf(element.parentElement) : 'rgb(255, 255, 255)';
+    };
+    const texts = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
+    const shown = new Set(document.querySelectorAll('[type=button], [type=submit], [type=text], textarea'));
+    while (texts.nextNode()) if (texts.currentNode.data.trim()) shown.add(texts.currentNode.parentElement);
+    return [...shown]
+      .filter((element) => element.checkVisibility() && element.nodeName !== 'OPTION')
+      .map((element) => ({ element, ground: groundOf(element), colour: getComputedStyle(element).color }))
+      .filter(({ ground, colour }) => {
+        const [less, more] = [light(ground ?? colour), light(colour)].sort((one, other) => one - other);
+        return ground && more / less < 4.5;
+      })
+      .map(({ element, ground, colour }) => `${element.value ?? element.innerText}: ${colour} on ${ground}`);
+  });
+
+const asKind = (kind) => async (visitor) => {
+  await visitor.open('?p=e');
+  await visitor.fillIn({ reptype: kind });
+};
+
+const kForms = {
+  'a single event': (visitor) => visitor.open('?p=e'),
+  'a daily event': asKind('Daily'),
+  'an event on weekdays': asKind('By Weekday'),
+  'a monthly event': asKind('Monthly'),
+  'a yearly event': asKind('Yearly'),
+  'the recipients of a suggestion': (visitor) => visitor.open('?p=e&act=sendform'),
+  'the answer to a suggestion': async (visitor) => {
+    await visitor.open('?p=c&dm=month');
+    const event = await visitor.page.getByTitle('Edit Event').first().evaluate(({ search }) => search);
+    await visitor.open(`${event}&act=accepted`);
+  },
+  'the search': (visitor) => visitor.open('?p=e&act=find'),
+  'found events': async (visitor) => {
+    await visitor.open('?p=e&act=find');
+    await visitor.fillIn({ search: 'Nordvik', date1: '3/1/2004' });
+    await visitor.press('Find Events');
+  },
+  'no found event': async (visitor) => {
+    await visitor.open('?p=e&act=find');
+    await visitor.fillIn({ search: 'no such event' });
+    await visitor.press('Find Events');
+  },
+  'the messages': (visitor) => visitor.open('?p=m'),
+  'a message': (visitor) => visitor.openMessage('Thank you'),
+  'a new message': (visitor) => visitor.open('?p=m&act=new'),
+};
+
 for (const { user, sheet } of kSchemes) {
+  visit(`every form is readable on a phone with ${sheet}`, { user, window: kPhone }, async (visitor) => {
+    for (const [name, show] of Object.entries(kForms)) {
+      await show(visitor);
+      await assertFitsPhone(visitor, name);
+      assert.deepEqual(await faintTexts(visitor), [], name);
+    }
+  });
+
+  visit(`the popup shows six weeks with ${sheet}`, { user, window: kPopup }, async (visitor) => {
+    await visitor.open('?p=s&sd=5/1/2004');
+    const size = await visitor.page.evaluate(() => {
+      const { scrollWidth, scrollHeight } = document.scrollingElement;
+      return [scrollWidth, scrollHeight];
+    });
+    assert.deepEqual(size, [180, 180]);
+    assert.deepEqual(await faintTexts(visitor), []);
+  });
+
   visit(`every view fits a phone with ${sheet}`, { user, window: kPhone }, async (visitor) => {
     for (const query of kPages) {
       await visitor.open(query);

@@ -10,7 +10,8 @@ export class Visitor {
     this.page = page;
     this.#address = address;
     page.setDefaultTimeout(kPatience);
-    this.#watch();
+    this.#watch(page);
+    page.on('popup', (popup) => this.#watch(popup));
   }
 
   /** What went wrong so far: script errors, failed or foreign requests, alerts that nobody took. */
@@ -67,7 +68,8 @@ export class Visitor {
 
   /**
    * The entries of the month or week that is shown, in the order of the page: `text` with the time in front,
-   * whether there is a link to edit the entry, and the computed colours of an entry that has some of its own.
+   * the `day` of the month, whether there is a link to edit the entry, and the computed colours of an entry
+   * that has some of its own.
    */
   async entries() {
     return this.page.locator('td > .daynumber ~ img').evaluateAll((icons) =>
@@ -82,6 +84,7 @@ export class Visitor {
             .map((part) => part.textContent)
             .join('')
             .trim(),
+          day: parseInt(icon.parentElement.querySelector('.daynumber').textContent, 10),
           isEditable: parts.some((part) => part.nodeName === 'A' && part.title === 'Edit Event'),
           background: backgroundColor,
           colour: color,
@@ -90,26 +93,124 @@ export class Visitor {
     );
   }
 
+  /** The days of the month that is shown on which `title` stands. */
+  async daysOf(title) {
+    const entries = await this.entries();
+    return entries.filter(({ text }) => text.endsWith(title)).map(({ day }) => day);
+  }
+
+  /** Opens the first entry called `title` of the view that is shown. */
+  async openEntry(title) {
+    await this.follow(() => this.page.getByTitle('Edit Event').filter({ hasText: title }).first().click());
+  }
+
+  /**
+   * Fills in the form that is shown. Keys are names of fields; a value is the text to type, the label to
+   * choose or a list of labels, or whether to tick. A choice that sends the form is followed to its page.
+   */
+  async fillIn(values) {
+    for (const [name, value] of Object.entries(values)) {
+      const field = this.page.locator(`[name="${name}"]:not([type=hidden])`);
+      const { type, sendsForm } = await field
+        .first()
+        .evaluate((element) => ({ type: element.type, sendsForm: Boolean(element.onchange) }));
+      const choose = () => field.selectOption([value].flat().map((label) => ({ label })));
+      if (type === 'radio') await this.page.getByRole('radio', { name: value, exact: true }).check();
+      else if (type === 'checkbox') await field.setChecked(value);
+      else if (!type.startsWith('select')) await field.fill(value);
+      else if (sendsForm) await this.follow(choose);
+      else await choose();
+    }
+  }
+
+  /** What the form that is shown holds, in the manner of `fillIn`. Lists of several choices are arrays. */
+  async filledIn() {
+    return this.page.evaluate(() => {
+      const valueOf = (field) => {
+        if (field.type === 'radio') return field.parentElement.title || field.parentElement.textContent;
+        if (field.type === 'checkbox') return field.checked;
+        if (!field.type.startsWith('select')) return field.value;
+        const labels = [...field.selectedOptions].map(({ text }) => text);
+        return field.multiple ? labels : labels.join();
+      };
+      const isShown = ({ type, checked }) =>
+        !['hidden', 'button', 'submit'].includes(type) && (type !== 'radio' || checked);
+      const fields = [...document.forms.acForm.elements].filter(isShown);
+      return Object.fromEntries(fields.map((field) => [field.name, valueOf(field)]));
+    });
+  }
+
+  /** Presses the button of a form, and waits for the page that comes. */
+  async press(label) {
+    await this.follow(() => this.page.getByRole('button', { name: label, exact: true }).click());
+  }
+
+  async createEvent(values) {
+    await this.open('?p=e');
+    await this.fillIn(values);
+    await this.press('Save');
+  }
+
+  /** Opens the popup of date field `number`, goes on by `months` and takes `day`, which closes the popup. */
+  async pickDate(number, { months = 0, day }) {
+    const [popup] = await Promise.all([
+      this.page.waitForEvent('popup'),
+      this.page.click(`[name=pick${number}]`),
+    ]);
+    await popup.waitForLoadState();
+    for (; months > 0; --months)
+      await Promise.all([popup.waitForEvent('load'), popup.getByTitle('Next Month').click()]);
+    await Promise.all([
+      popup.waitForEvent('close'),
+      popup.getByRole('link', { name: String(day), exact: true }).click(),
+    ]);
+  }
+
+  /** How many new messages the calendar announces. */
+  async newMessages() {
+    await this.open('?p=c');
+    const hint = await this.page.locator('img[alt^="Message List"]').getAttribute('alt');
+    return Number(/\((\d+) New\)$/.exec(hint)?.[1] ?? 0);
+  }
+
+  /** The list of messages, oldest first. */
+  async messages() {
+    await this.open('?p=m');
+    return this.page.locator('tr:has(> td > img)').evaluateAll((rows) =>
+      rows.map(({ cells: [icon, sender, subject] }) => ({
+        sender: sender.innerText,
+        subject: subject.innerText,
+        isNew: icon.firstChild.src.endsWith('msg_newmail.gif'),
+      })),
+    );
+  }
+
+  /** Opens the newest message with this subject. */
+  async openMessage(subject) {
+    await this.open('?p=m');
+    await this.follow(() => this.page.getByRole('link', { name: subject, exact: true }).last().click());
+  }
+
   /** Resolves once the cursor stands in the field `name`. */
   async waitForFocus(name) {
     await this.page.waitForFunction((expected) => document.activeElement?.name === expected, name);
   }
 
-  #watch() {
+  #watch(page) {
     const note = (fault) => this.#faults.push(fault);
-    this.page.on('pageerror', (error) => note(`script error: ${error.message}`));
-    this.page.on('console', (entry) => {
+    page.on('pageerror', (error) => note(`script error: ${error.message}`));
+    page.on('console', (entry) => {
       if (['error', 'warning'].includes(entry.type())) note(`console: ${entry.text()}`);
     });
-    this.page.on('request', (request) => {
+    page.on('request', (request) => {
       if (new URL(request.url()).origin !== new URL(this.#address).origin)
         note(`foreign request: ${request.url()}`);
     });
-    this.page.on('requestfailed', (request) => note(`${request.failure().errorText}: ${request.url()}`));
-    this.page.on('response', (response) => {
+    page.on('requestfailed', (request) => note(`${request.failure().errorText}: ${request.url()}`));
+    page.on('response', (response) => {
       if (response.status() >= 400) note(`${response.status()}: ${response.url()}`);
     });
-    this.page.on('dialog', async (dialog) => {
+    page.on('dialog', async (dialog) => {
       this.#alerts.push(dialog.message());
       await dialog.accept();
     });

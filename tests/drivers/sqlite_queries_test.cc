@@ -147,6 +147,10 @@ TEST_F(SqliteQueries, CompareAndSearchByUnicodesRules) {
       {"", "LIKE", "_", false},
       {"ab", "LIKE", "%a_%b%", false},
       {"aaab", "LIKE", "a%%b", true},
+      {"The Lunch", "LIKE", "%e lUN%", true},
+      {"The Lunch", "LIKE", "%lunches%", false},
+      {"The Lunch", "LIKE", "%%", true},
+      {"Ein Ku\u017f\u017f", "LIKE", "%kuss%", true},
       {"\xFFz", "LIKE", "_z", true},
       {"ann", "<>", "ANN", false},
   };

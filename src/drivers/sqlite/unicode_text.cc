@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <memory>
 
 #include <sqlite3.h>
@@ -22,8 +23,13 @@ constexpr char32_t kReplacement = 0xFFFD;
 /// Marks where a code point of the original text begins among its folded ones.
 constexpr char32_t kBegins = 0x80000000;
 
+constexpr std::size_t kLongestPattern = 1000;
+
 bool IsAscii(char c) {
   return static_cast<unsigned char>(c) < 0x80;
+}
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return IsAscii(c); });
 }
 char FoldAscii(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
@@ -146,6 +152,13 @@ int CompareIgnoringCase(std::string_view left, std::string_view right) {
 }
 
 LikePattern::LikePattern(std::string_view pattern) {
+  if (pattern.size() >= 2 && pattern.front() == '%' && pattern.back() == '%') {
+    const std::string_view inner = pattern.substr(1, pattern.size() - 2);
+    if (IsAscii(inner) && inner.find_first_of("%_") == std::string_view::npos) {
+      sought_.emplace(inner);
+      std::transform(inner.begin(), inner.end(), sought_->begin(), FoldAscii);
+    }
+  }
   while (!pattern.empty()) {
     if (pattern.front() == '%' || pattern.front() == '_') {
       pattern_ += pattern.front() == '%' ? kAnyText : kAnyCodePoint;
@@ -158,6 +171,17 @@ LikePattern::LikePattern(std::string_view pattern) {
 }
 
 bool LikePattern::Matches(std::string_view text) {
+  if (pattern_.size() > kLongestPattern) return false;
+  return sought_ && IsAscii(text) ? ContainsSought(text) : MatchesFolded(text);
+}
+
+bool LikePattern::ContainsSought(std::string_view asciiText) {
+  lowered_.resize(asciiText.size());
+  std::transform(asciiText.begin(), asciiText.end(), lowered_.begin(), FoldAscii);
+  return memmem(lowered_.data(), lowered_.size(), sought_->data(), sought_->size()) != nullptr;
+}
+
+bool LikePattern::MatchesFolded(std::string_view text) {
   folded_.clear();
   while (!text.empty()) {
     const std::size_t begin = folded_.size();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,13 +13,19 @@ namespace orlune::sqlite {
 int CompareIgnoringCase(std::string_view left, std::string_view right);
 
 /// A pattern where "%" stands for any text and "_" for any one code point; everything else stands for itself,
-/// whatever its case. One object serves one thread.
+/// whatever its case. A pattern of more than 1,000 code points matches nothing, since matching takes as long
+/// as pattern times text. One object serves one thread.
 class LikePattern {
  public:
   explicit LikePattern(std::string_view pattern);
   bool Matches(std::string_view text);
 
  private:
+  bool ContainsSought(std::string_view asciiText);
+  bool MatchesFolded(std::string_view text);
+
+  std::optional<std::string> sought_;  ///< set when the pattern is an ASCII text between two "%"
+  std::string lowered_;
   std::u32string pattern_;
   std::u32string folded_;
 };
