@@ -30,34 +30,35 @@ const kPictures = [
 ];
 
 async function fillWeekdayEvent(visitor) {
-  const { page } = visitor;
-  await page.fill('[name=title]', 'Reading circle');
-  await page.fill('[name=addinfo]', 'Chapters are in the folder of the lab.');
-  await visitor.follow(() => page.selectOption('[name=reptype]', 'weekday'));
-  await page.selectOption('[name=time1]', '16:00');
-  await page.selectOption('[name=time2]', '17:00');
-  await page.fill('[name=date2]', '12/17/2004');
-  await page.check('[name=type][value=Training]');
-  await page.selectOption('[name=repweekday]', ['3', '5']);
-  await page.selectOption('[name=frequency]', 'vko_2');
-  await page.selectOption('[name=calendar]', 'engineering');
+  await visitor.fillIn({
+    title: 'Reading circle',
+    addinfo: 'Chapters are in the folder of the lab.',
+    reptype: 'By Weekday',
+    date2: '12/17/2004',
+    time1: '16:00',
+    time2: '17:00',
+    type: 'Training',
+    repweekday: ['Tuesday', 'Thursday'],
+    frequency: 'Every 2 weeks',
+    calendar: 'Engineering',
+  });
 }
 
 async function openSuggestion(visitor) {
-  await visitor.follow(() => visitor.page.click('a:has-text("Probe 5")'));
+  await visitor.openMessage('What\'s next: "Probe 5"');
 }
 
 async function findRepeatingEvents(visitor) {
-  await visitor.page.fill('[name=search]', 'one to one');
-  await visitor.follow(() => visitor.page.click('[type=submit]'));
+  await visitor.fillIn({ search: 'one to one' });
+  await visitor.press('Find Events');
 }
 
 async function openOwnView(visitor) {
-  await visitor.follow(() => visitor.page.selectOption('[name=id]', { label: 'Sales Floor' }));
+  await visitor.fillIn({ id: 'Sales Floor' });
 }
 
 async function chooseUser(visitor) {
-  await visitor.follow(() => visitor.page.selectOption('[name=id]', { label: 'Åsa Lindqvist (asa)' }));
+  await visitor.fillIn({ id: 'Åsa Lindqvist (asa)' });
 }
 
 async function takePicture(browser, address, folder, { file, user, query, window, steps }) {
