@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "admin/name_set.h"
 #include "component/component_state.h"
 #include "data/database_access.h"
 #include "data/field.h"
 #include "frame/form_parts.h"
+#include "frame/name_set.h"
 #include "frame/texts.h"
 
 namespace orlune {

@@ -5,11 +5,11 @@
 
 #include "admin/calendar_record.h"
 #include "admin/field_rows.h"
-#include "admin/name_set.h"
 #include "component/component_state.h"
 #include "data/field.h"
 #include "frame/form_parts.h"
 #include "frame/lists.h"
+#include "frame/name_set.h"
 #include "frame/texts.h"
 
 namespace orlune {

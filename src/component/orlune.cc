@@ -113,8 +113,11 @@ void Orlune::Execute() {
   const bool isLoggedIn = state_.LoginName.empty() || !GetSessionData("Login").empty();
   if (isLoggedIn && state_.PageName != "l") {
     TakeRequestState(state_);
-    LoadSettings(state_);
-    ShowPage();
+    if (LoadSettings(state_)) {
+      ShowPage();
+    } else {
+      EndLogin();
+    }
   } else {
     LoginOrLogout();
   }
@@ -128,6 +131,12 @@ void Orlune::ShowPage() {
   if (state_.PageName == "m") ShowMessagesPage(state_);
   if (state_.PageName == "p") ShowPreferencesPage(state_);
   if (state_.PageName == "s") ShowDatePicker(state_);
+}
+
+/// For a user whose account was deleted or renamed: what they changed from now on would be nobody's.
+void Orlune::EndLogin() {
+  Logout(state_);
+  state_.Context.Response->Redirect(state_.ScriptName);
 }
 
 void Orlune::LoginOrLogout() {

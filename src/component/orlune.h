@@ -51,6 +51,7 @@ class Orlune {
 
  private:
   void ShowPage();
+  void EndLogin();
   void LoginOrLogout();
 
   ComponentState state_;

@@ -10,24 +10,33 @@
 namespace orlune {
 namespace {
 
-std::string_view ColourOf(std::string_view calendar, const std::vector<std::string>& calendars,
-                          const std::vector<std::string>& colours) {
+std::string_view ItemAt(const std::vector<std::string>& items, std::size_t place) {
+  return place < items.size() ? std::string_view(items[place]) : std::string_view();
+}
+
+std::size_t PlaceOf(std::string_view calendar, const std::vector<std::string>& calendars) {
   const auto member = std::find_if(calendars.begin(), calendars.end(), [&](const std::string& name) {
     return EqualIgnoringCase(name, calendar);
   });
-  const auto place = static_cast<std::size_t>(member - calendars.begin());
-  return place < calendars.size() && place < colours.size() ? std::string_view(colours[place])
-                                                            : std::string_view();
+  return member == calendars.end() ? std::string::npos : static_cast<std::size_t>(member - calendars.begin());
 }
 
 }  // namespace
 
+std::string_view GroupData::BackGroundAt(std::size_t place) const {
+  return ItemAt(BackGround, place);
+}
+
+std::string_view GroupData::ForeGroundAt(std::size_t place) const {
+  return ItemAt(ForeGround, place);
+}
+
 std::string_view GroupData::BackGroundOf(std::string_view calendar) const {
-  return ColourOf(calendar, Calendars, BackGround);
+  return BackGroundAt(PlaceOf(calendar, Calendars));
 }
 
 std::string_view GroupData::ForeGroundOf(std::string_view calendar) const {
-  return ColourOf(calendar, Calendars, ForeGround);
+  return ForeGroundAt(PlaceOf(calendar, Calendars));
 }
 
 GroupData GetGroupData(Connection& database, std::string_view name) {

@@ -14,6 +14,10 @@ struct GroupData {
   std::vector<std::string> BackGround;
   std::vector<std::string> ForeGround;
 
+  /// The colours of the member at `place`, which runs from 0; "" when it has none.
+  std::string_view BackGroundAt(std::size_t place) const;
+  std::string_view ForeGroundAt(std::size_t place) const;
+
   /// The colours of the first place of `calendar` among the members, names compared ignoring case; "" when it
   /// has none.
   std::string_view BackGroundOf(std::string_view calendar) const;

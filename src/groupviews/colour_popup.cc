@@ -25,10 +25,11 @@ HtmlPart Colour(std::string_view text) {
 void AddMemberLines(Html& page, const ComponentState& state) {
   if (!IsGroupView(state.CalName)) return;
   const GroupData group = GetGroupData(*state.Database, state.CalName.substr(1));
-  for (const std::string& member : group.Calendars) {
+  for (std::size_t place = 0; place < group.Calendars.size(); ++place) {
+    const std::string& member = group.Calendars[place];
     if (member.empty()) continue;
-    page.Add("<P ALIGN=CENTER STYLE=\"background:{}; color:{}\">{}", Colour(group.BackGroundOf(member)),
-             Colour(group.ForeGroundOf(member)), Content(MemberLabel(*state.Database, member)));
+    page.Add("<P ALIGN=CENTER STYLE=\"background:{}; color:{}\">{}", Colour(group.BackGroundAt(place)),
+             Colour(group.ForeGroundAt(place)), Content(MemberLabel(*state.Database, member)));
   }
 }
 
@@ -38,6 +39,7 @@ void ShowColourPopup(ComponentState& state) {
   Html page = PageHead(state, LoadText(state, 694));
   AddMemberLines(page, state);
   page.Add(PageFoot(state));
+  page.Add(AlertScript(state));
   WritePage(state, std::move(page));
 }
 

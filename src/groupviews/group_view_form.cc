@@ -1,6 +1,7 @@
 #include "groupviews/group_view_form.h"
 
-#include <algorithm>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "component/component_state.h"
@@ -9,6 +10,8 @@
 #include "data/field.h"
 #include "frame/form_parts.h"
 #include "frame/links.h"
+#include "frame/lists.h"
+#include "frame/name_set.h"
 #include "frame/page_frame.h"
 #include "frame/text.h"
 #include "frame/texts.h"
@@ -53,20 +56,17 @@ void AddKeptColour(Html& page, std::string_view calendar, Markup kind, std::stri
 }
 
 void AddMemberStep(Html& page, const ComponentState& state, const GroupData& members) {
-  const auto isMember = [&](std::string_view name) {
-    return std::any_of(members.Calendars.begin(), members.Calendars.end(),
-                       [&](const std::string& member) { return EqualIgnoringCase(member, name); });
-  };
+  const NameSet names(JoinList(members.Calendars));
   page.Add("<TD VALIGN=TOP>{}<BR>{}</TD><TD><SELECT MULTIPLE SIZE=5 NAME=\"cals\">",
            Content(LoadText(state, 665)), Content(LoadText(state, 792)));
   const auto rows = OpenQuery(*state.Database,
                               Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
                                         "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
                                         state.LoginName));
-  AddCalendarOptions(page, *rows, isMember);
-  for (const std::string& member : members.Calendars) {
-    AddKeptColour(page, member, "BG", members.BackGroundOf(member));
-    AddKeptColour(page, member, "FG", members.ForeGroundOf(member));
+  AddCalendarOptions(page, *rows, [&](std::string_view name) { return names.Contains(name); });
+  for (std::size_t place = 0; place < members.Calendars.size(); ++place) {
+    AddKeptColour(page, members.Calendars[place], "BG", members.BackGroundAt(place));
+    AddKeptColour(page, members.Calendars[place], "FG", members.ForeGroundAt(place));
   }
   page.Add("</SELECT>{}", HiddenField("return", "yes"));
 }
@@ -80,16 +80,20 @@ void AddColourStep(Html& page, const ComponentState& state, const GroupData& mem
                           QuotedList(members.Calendars)));
   const int nameColumn = rows->Column("Name");
   const int friendlyName = rows->Column("FriendlyName");
-  std::vector<std::string> painted;
+  std::map<std::string, std::string> shown;
   while (rows->Next()) {
     const std::string_view name = TextOf(rows->Get(nameColumn));
     page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(name),
              Content(TextOf(rows->Get(friendlyName))), HiddenField("cals", name),
              ColourList(state, name, ColourKind::kBackground, members.BackGroundOf(name)),
              ColourList(state, name, ColourKind::kForeground, members.ForeGroundOf(name)));
-    painted.emplace_back(name);
+    shown.emplace(ToLower(name), name);
   }
   page.Add("</TABLE>{}", HiddenField("return", "no"));
+  std::vector<std::string> painted;
+  for (const std::string& member : members.Calendars) {
+    if (const auto cell = shown.find(ToLower(member)); cell != shown.end()) painted.push_back(cell->second);
+  }
   page.Add(PaintScript(painted));
   page.Add(RepaintScript());
 }

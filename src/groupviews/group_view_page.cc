@@ -17,9 +17,14 @@ void Refuse(ComponentState& state) {
   WritePage(state, ErrorPage(state, LoadText(state, 850)));
 }
 
-std::optional<int> RequestedId(const Request& request) {
+std::string_view RequestedId(const Request& request) {
   const std::string_view posted = request.FormField("id");
-  return WholeNumber(posted.empty() ? request.QueryParameter("id") : posted);
+  return posted.empty() ? request.QueryParameter("id") : posted;
+}
+
+std::optional<GroupView> FindView(const ComponentState& state, std::string_view id) {
+  const auto number = WholeNumber(id);
+  return number ? LoadGroupView(*state.Database, *number) : std::nullopt;
 }
 
 bool IsOwn(const ComponentState& state, const GroupView& view) {
@@ -93,9 +98,11 @@ void ShowGroupViewPage(ComponentState& state) {
   const bool isChange = action == "gsave" || action == "gdelete";
   if (isChange && !IsLoggedIn(state)) return Refuse(state);
 
-  const auto id = RequestedId(*state.Context.Request);
-  const auto stored = id ? LoadGroupView(*state.Database, *id) : std::nullopt;
+  const std::string_view id = RequestedId(*state.Context.Request);
+  const auto stored = FindView(state, id);
   if (stored && !IsOwn(state, *stored)) return Refuse(state);
+  const bool isGone = !id.empty() && !stored;
+  if (isChange && isGone) return ShowList(state);
   if (action == "gsave") return Save(state, stored);
   if (action == "gdelete") return Delete(state, stored);
   ShowGroupViewForm(state, stored.value_or(GroupView{}),

@@ -70,15 +70,19 @@ void LoadMemberships(ComponentState& state) {
   AppendNew(state.MemberOfGroups, "default");
 }
 
-void LoadAdminships(ComponentState& state) {
+/// False when the user has no account.
+bool LoadAdminships(ComponentState& state) {
   state.AdminOfGroups.clear();
-  if (state.LoginName == "admin") return ListAllGroups(state, true);
-
+  if (state.LoginName == "admin") {
+    ListAllGroups(state, true);
+    return true;
+  }
   const auto row = OpenQuery(
       *state.Database, Statement("SELECT AdminOfGroups FROM Calendars WHERE Name = '{}'", state.LoginName));
-  if (!row->Next()) return;
+  if (!row->Next()) return false;
   ForEachItem(TextOf(row->Get(row->Column("AdminOfGroups"))),
               [&](std::string_view group) { AppendNew(state.AdminOfGroups, group); });
+  return true;
 }
 
 void LoadEventTypes(ComponentState& state) {
@@ -94,12 +98,13 @@ void LoadEventTypes(ComponentState& state) {
 
 }  // namespace
 
-void LoadSettings(ComponentState& state) {
+bool LoadSettings(ComponentState& state) {
   LoadDisplaySettings(state);
   FallBackToDefaultSheet(state);
   LoadMemberships(state);
-  LoadAdminships(state);
+  const bool hasAccount = LoadAdminships(state);
   LoadEventTypes(state);
+  return hasAccount || state.LoginName.empty();
 }
 
 void ListAllGroups(ComponentState& state, bool intoAdminships) {

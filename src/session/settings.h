@@ -5,8 +5,9 @@ namespace orlune {
 struct ComponentState;
 
 /// Loads the user's display settings (those of 'admin' when nobody is logged in), the groups that the viewed
-/// calendars belong to, the groups that the user administers, and the event types.
-void LoadSettings(ComponentState& state);
+/// calendars belong to, the groups that the user administers, and the event types. Returns false when the
+/// user who is logged in has no account any more.
+bool LoadSettings(ComponentState& state);
 
 /// Appends the name of every group to the groups that the user administers, or to those that the viewed
 /// calendar belongs to.

@@ -141,6 +141,15 @@ TEST_F(RequestState, FallsBackToTheOwnCalendar) {
   EXPECT_EQ(Take("anna", {{"cn", "' OR ''='"}}).CalName, "anna");
 }
 
+TEST_F(RequestState, EndsTheLoginOfAnAccountThatIsGone) {
+  LogIn("anna", "secret");
+  Run(Statement("UPDATE Calendars SET Name = 'anne' WHERE Name = 'anna'"));
+  EXPECT_EQ(Post("p=m&act=send", {{"Vastaanottaja", "ben"}, {"Otsikko", "s"}, {"Sisalto", "c"}}).RedirectedTo,
+            "/cal.asp");
+  EXPECT_EQ(Read(Statement("SELECT Subject FROM Messages")), "(none)");
+  EXPECT_NE(Get("").Body.find("CALENDAR LOGIN"), std::string::npos);
+}
+
 TEST_F(RequestState, RefusesDatesThatAreNone) {
   ComponentState state = Take("anna", {{"cd", "3/45/2004"}});
   EXPECT_EQ(state.AlertText, "3/45/2004 is not a valid date.\\n");

@@ -1,4 +1,4 @@
-#include "admin/name_set.h"
+#include "frame/name_set.h"
 
 #include "frame/lists.h"
 #include "frame/text.h"
