@@ -181,11 +181,15 @@ void Reader::ReadPageKey(PageConfiguration& page, std::string_view key, const to
     page.Path = PagePath(node);
     return;
   }
+  if (key == "region") {
+    page.Region = Text(key, node);
+    return;
+  }
   const auto properties = PageProperties();
   const auto property = std::find_if(properties.begin(), properties.end(),
                                      [key](const PageProperty& known) { return known.Name == key; });
   if (property == properties.end())
-    Refuse(where, key, "unknown key in [[page]]; expected path or one of " + NamesOf(properties));
+    Refuse(where, key, "unknown key in [[page]]; expected path, region or one of " + NamesOf(properties));
   if (key == "DBPath") {
     page.DBPath = Text(key, node);
     if (page.DBPath.empty()) Refuse(node.source(), key, "expected a path");
@@ -261,6 +265,7 @@ std::string DescribeSettings() {
     Describe(text, setting, std::holds_alternative<NumberMember>(setting.Target) ? "number" : "text");
   text << "[[page]]\n";
   Describe(text, ServerSetting{"path", {}, "none", "the page's address, begins with \"/\""}, "text");
+  Describe(text, ServerSetting{"region", {}, "the server's", "how the page's dates are written"}, "text");
   for (const PageProperty& property : PageProperties())
     Describe(text, property,
              std::holds_alternative<PageProperty::SwitchSetter>(property.Set) ? "true or false" : "text");

@@ -18,6 +18,7 @@ struct PropertyValue {
 
 struct PageConfiguration {
   std::string Path;
+  std::string Region;                     ///< how its dates are written; "" for the server's region
   std::string DBPath;                     ///< as it is configured; "" when it is not set
   std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
 };

@@ -2,8 +2,11 @@
 
 #include <csignal>
 #include <iostream>
+#include <map>
 #include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
@@ -37,22 +40,62 @@ Configuration ReadConfiguration(const ServeOptions& options) {
   return configuration;
 }
 
-RegionalSettings RegionOf(const Configuration& configuration) {
+RegionalSettings LoadRegion(const std::string& region) {
   try {
-    return LoadRegionalSettings(configuration.Region);
+    return LoadRegionalSettings(region);
   } catch (const std::invalid_argument& error) {
     throw ConfigurationError(std::string("region: ") + error.what());
   }
 }
+
+/// The databases as the pages of one region use them, whose statements hold dates in the region's form.
+class RegionalDatabases {
+ public:
+  RegionalDatabases(const std::string& region, const std::filesystem::path& folder, spdlog::logger& log)
+      : regional_(LoadRegion(region)),
+        sqlite_(regional_),
+        logging_(sqlite_, log),
+        databases_(logging_, folder) {}
+
+  const RegionalSettings& Regional() const { return regional_; }
+  DatabaseDriver& Databases() { return databases_; }
+
+ private:
+  const RegionalSettings regional_;
+  SqliteDriver sqlite_;
+  LoggingDatabaseDriver logging_;
+  RelativeDatabaseDriver databases_;
+};
+
+/// The regions of the pages, each made once.
+class Regions {
+ public:
+  Regions(const Configuration& configuration, spdlog::logger& log) {
+    for (const PageConfiguration& page : configuration.Pages) {
+      const std::string& region = page.Region.empty() ? configuration.Region : page.Region;
+      auto& known = regions_[region];
+      if (!known) known = std::make_unique<RegionalDatabases>(region, configuration.DatabaseFolder, log);
+      ofPages_.push_back(known.get());
+    }
+  }
+
+  /// The region of the page at `index` of the configuration.
+  RegionalDatabases& OfPage(std::size_t index) { return *ofPages_[index]; }
+
+ private:
+  std::map<std::string, std::unique_ptr<RegionalDatabases>> regions_;
+  std::vector<RegionalDatabases*> ofPages_;
+};
 
 std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
   if (options.Now) return std::make_unique<FixedClock>(*options.Now);
   return std::make_unique<SystemClock>();
 }
 
-bool OpenAll(const Configuration& configuration, DatabaseDriver& driver) {
+bool OpenAll(const Configuration& configuration, Regions& regions) {
   try {
-    for (const PageConfiguration& page : configuration.Pages) driver.Open(page.DBPath);
+    for (std::size_t i = 0; i < configuration.Pages.size(); ++i)
+      regions.OfPage(i).Databases().Open(configuration.Pages[i].DBPath);
     return true;
   } catch (const DatabaseError&) {
     return false;
@@ -99,26 +142,26 @@ void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
   RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
-  const RegionalSettings regional = RegionOf(configuration);
   const auto log =
       std::make_shared<spdlog::logger>("orlune", std::make_shared<spdlog::sinks::stderr_sink_mt>());
   const std::unique_ptr<Clock> clock = MakeClock(options);
-  SqliteDriver sqlite(regional);
-  LoggingDatabaseDriver logging(sqlite, *log);
-  RelativeDatabaseDriver databases(logging, configuration.DatabaseFolder);
+  Regions regions(configuration, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
-  const Surroundings surroundings{*clock, databases, regional, localisers};
   SessionStore sessions(std::chrono::minutes(configuration.SessionMinutes), kMostSessions);
 
   std::vector<HostedPage> pages;
-  for (const PageConfiguration& page : configuration.Pages) pages.push_back(MakePage(page, surroundings));
+  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
+    RegionalDatabases& region = regions.OfPage(i);
+    pages.push_back(
+        MakePage(configuration.Pages[i], {*clock, region.Databases(), region.Regional(), localisers}));
+  }
   const std::string firstPath = pages.front().Path;
   Website website({std::move(pages), StaticFiles(configuration.Site), sessions,
                    CookieSealer(LoadSecretKey(configuration.SecretFile)), *clock,
-                   [&configuration, &databases] { return OpenAll(configuration, databases); }, *log});
+                   [&configuration, &regions] { return OpenAll(configuration, regions); }, *log});
 
-  if (!OpenAll(configuration, databases)) log->warn("serving without a database; \"orlune init\" makes one");
+  if (!OpenAll(configuration, regions)) log->warn("serving without a database; \"orlune init\" makes one");
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + firstPath;
   {

@@ -42,7 +42,8 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
       "secret_file = \"/run/orlune.key\"\n"
       "[[page]]\npath = \"/a.asp\"\nDBPath = \"../a.db\"\nLoginName = \"\"\nShowTitle = true\nUseCookie = "
       "false\n"
-      "[[page]]\npath = \"/team/b.asp\"\nDBPath = \"/b.db\"\nExpireCookie = \"3/15/2034\"\n");
+      "[[page]]\npath = \"/team/b.asp\"\nregion = \"sv_SE\"\nDBPath = \"/b.db\"\nExpireCookie = "
+      "\"3/15/2034\"\n");
   EXPECT_EQ(configuration.Listen, "[::1]:81");
   EXPECT_EQ(configuration.Site, folder_.Path() / "web");
   EXPECT_EQ(configuration.Region, "fi_FI");
@@ -58,7 +59,9 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
     EXPECT_EQ(isText, value.Property->Name == "LoginName") << value.Property->Name;
     EXPECT_EQ(value.Property->Name == "ShowTitle", !isText && std::get<bool>(value.Value));
   }
+  EXPECT_EQ(configuration.Pages[0].Region, "");
   EXPECT_EQ(configuration.Pages[1].Path, "/team/b.asp");
+  EXPECT_EQ(configuration.Pages[1].Region, "sv_SE");
   EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[1]), "/b.db");
 }
 
@@ -90,7 +93,7 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {"[server]\nport = 1\n" + page, "2", "port: unknown key in [server]; expected one of listen, site"},
       {"x = 1\n" + page, "1", "x: unknown key; expected [server] or [[page]]"},
       {page + "Showtitle = true\n", "4",
-       "Showtitle: unknown key in [[page]]; expected path or one of LoginName"},
+       "Showtitle: unknown key in [[page]]; expected path, region or one of LoginName"},
       {"[server]\nlisten = 8080\n" + page, "2", "listen: expected a text"},
       {"[server]\nthreads = \"4\"\n" + page, "2", "threads: expected a whole number from 0 to 512"},
       {"[server]\nsession_minutes = 0\n" + page, "2", "session_minutes: expected a whole number from 1"},
