@@ -7,6 +7,7 @@
 #include "data/field.h"
 #include "frame/form_parts.h"
 #include "frame/name_set.h"
+#include "frame/option_label.h"
 #include "frame/texts.h"
 
 namespace orlune {
@@ -26,7 +27,7 @@ void AddRecordOptions(Html& list, ResultSet& rows, const std::function<bool(std:
   while (rows.Next()) {
     const std::string id = IdText(rows.Get(idColumn));
     list.Add("<OPTION VALUE=\"{}\"{}>{} ({})", Attribute(id), SelectedWhen(isSelected(id)),
-             Content(TextOf(rows.Get(prettyName))), Content(TextOf(rows.Get(intName))));
+             OptionLabel(TextOf(rows.Get(prettyName))), OptionLabel(TextOf(rows.Get(intName))));
   }
 }
 

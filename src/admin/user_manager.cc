@@ -49,11 +49,11 @@ Html PasswordRow(const ComponentState& state, const AdminState& record) {
     return Html(
         "<TR><TD>{}<BR>[changing disabled <BR>in demo version]</TD>"
         "<TD>demo1{}</TD></TR>",
-        Content(LoadText(state, 735)), HiddenField("password", record.Password));
+        Content(LoadText(state, 735)), HiddenField("password", WithReferencesShown(record.Password)));
   }
   return FieldRow(state, 735,
                   Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(record.Password), InputSize(state, 18, 38)));
+                       Attribute(WithReferencesShown(record.Password)), InputSize(state, 18, 38)));
 }
 
 Html GroupRows(const ComponentState& state, const AdminState& record) {

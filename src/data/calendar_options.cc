@@ -2,6 +2,7 @@
 
 #include "data/field.h"
 #include "frame/form_parts.h"
+#include "frame/option_label.h"
 
 namespace orlune {
 
@@ -12,7 +13,7 @@ void AddCalendarOptions(Html& list, ResultSet& rows, const std::function<bool(st
   const int isGroup = rows.Column("IsGroup");
   while (rows.Next()) {
     const std::string_view name = TextOf(rows.Get(nameColumn));
-    const HtmlPart label = Content(TextOf(rows.Get(friendlyName)));
+    const Html label = OptionLabel(TextOf(rows.Get(friendlyName)));
     list.Add("<OPTION VALUE=\"{}\"{}>", Attribute(name), SelectedWhen(isSelected(name)));
     if (YesNoOf(rows.Get(isGroup))) {
       list.Add("[{}]{}", label, ending);

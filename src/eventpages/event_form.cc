@@ -11,6 +11,7 @@
 #include "eventpages/repetition_rows.h"
 #include "frame/dates.h"
 #include "frame/form_parts.h"
+#include "frame/option_label.h"
 #include "frame/page_frame.h"
 #include "frame/text.h"
 #include "frame/texts.h"
@@ -122,7 +123,8 @@ Html CalendarRow(const ComponentState& state, const EventDraft& draft) {
   const auto add = [&](const std::string& calendar) {
     if (calendar.empty()) return;
     list.Add("<OPTION VALUE=\"{}\"{}>{}", Attribute(calendar),
-             SelectedWhen(EqualIgnoringCase(calendar, event.Owner)), Content(FriendlyName(state, calendar)));
+             SelectedWhen(EqualIgnoringCase(calendar, event.Owner)),
+             OptionLabel(FriendlyName(state, calendar)));
   };
   add(state.LoginName);
   for (const std::string& group : state.AdminOfGroups) add(group);

@@ -12,6 +12,7 @@
 #include "frame/links.h"
 #include "frame/lists.h"
 #include "frame/name_set.h"
+#include "frame/option_label.h"
 #include "frame/page_frame.h"
 #include "frame/text.h"
 #include "frame/texts.h"
@@ -41,7 +42,7 @@ void AddViewRow(Html& page, const ComponentState& state, const GroupView& view) 
   while (rows->Next()) {
     const int id = NumberOf(rows->Get(groupId)).value_or(0);
     page.Add("<OPTION VALUE=\"{}\"{}>{}", id, SelectedWhen(view.Id == id),
-             Content(TextOf(rows->Get(friendlyName))));
+             OptionLabel(TextOf(rows->Get(friendlyName))));
   }
   page.Add("</SELECT></TD></TR>");
 }

@@ -5,6 +5,7 @@
 #include "data/field.h"
 #include "frame/form_parts.h"
 #include "frame/links.h"
+#include "frame/option_label.h"
 #include "frame/page_frame.h"
 #include "frame/texts.h"
 
@@ -62,7 +63,7 @@ Html ColourSchemeList(const ComponentState& state, std::string_view styleSheet) 
   while (rows->Next()) {
     const int id = NumberOf(rows->Get(sheetId)).value_or(0);
     list.Add("<OPTION VALUE=\"{}\"{}>{}", id, SelectedWhen(std::to_string(id) == styleSheet),
-             Content(TextOf(rows->Get(sheetName))));
+             OptionLabel(TextOf(rows->Get(sheetName))));
   }
   return list.Add("</SELECT>");
 }

@@ -6,6 +6,7 @@
 #include "data/field.h"
 #include "frame/dates.h"
 #include "frame/form_parts.h"
+#include "frame/option_label.h"
 #include "frame/texts.h"
 
 namespace orlune {
@@ -28,7 +29,7 @@ void AddGroupViewOptions(Html& list, const ComponentState& state) {
   while (rows->Next()) {
     const std::string calName = "@" + std::string(TextOf(rows->Get(name)));
     list.Add("<OPTION VALUE=\"{}\"{}>-{}-", Attribute(calName), SelectedWhen(calName == state.CalName),
-             Content(TextOf(rows->Get(friendlyName))));
+             OptionLabel(TextOf(rows->Get(friendlyName))));
   }
 }
 

@@ -228,6 +228,15 @@ TEST_F(AdminPages, SchemesAndTypesAreListedAndEdited) {
   EXPECT_EQ(Chosen("tm", "1").find("tm_delete"), std::string::npos);
 }
 
+TEST_F(AdminPages, TakeNamesAndPasswordsForWhatTheyAre) {
+  Run(Statement("UPDATE Calendars SET FriendlyName = '<B>Sales' WHERE Name = 'sales'"));
+  Run(Statement("UPDATE Calendars SET Password = 'a&lt;b' WHERE Name = 'anna'"));
+  const std::string id = Read(Statement("SELECT CalendarID FROM Calendars WHERE Name = 'anna'"));
+  const std::string page = Post("p=a&act=um_list", {{"id", id}}).Body;
+  EXPECT_NE(page.find("&lt;B>Sales (sales)"), std::string::npos);
+  EXPECT_NE(page.find("NAME=\"password\" VALUE=\"a&amp;lt;b\""), std::string::npos);
+}
+
 TEST_F(AdminPages, AreTheAdministratorsAlone) {
   const std::string anna = IdOf("anna");
   LogIn("anna", "secret");
