@@ -125,7 +125,7 @@ visit('a colour scheme colours every page at once', { user: 'asa' }, async (visi
   }
 });
 
-visit('a day that ends before it begins is refused, and every choice stays', { user: 'niamh' }, async (visitor) => {
+visit('a day that ends before it begins is refused, and choices stay', { user: 'niamh' }, async (visitor) => {
   await visitor.pressButton('Preferences');
   const before = await visitor.filledIn();
   const chosen = {
