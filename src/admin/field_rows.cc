@@ -60,8 +60,4 @@ Html VisibilityRow(const ComponentState& state, std::string_view hide) {
                        Content(LoadText(state, 741))));
 }
 
-Html HiddenField(Markup name, std::string_view value) {
-  return Html("<INPUT TYPE=hidden NAME=\"{}\" VALUE=\"{}\">", name, Attribute(value));
-}
-
 }  // namespace orlune

@@ -28,6 +28,4 @@ Html FixedChoiceRow(const ComponentState& state, int label, Markup name, std::st
 /// The row for choosing whether others see a calendar; `hide` is "yes" or "no".
 Html VisibilityRow(const ComponentState& state, std::string_view hide);
 
-Html HiddenField(Markup name, std::string_view value);
-
 }  // namespace orlune

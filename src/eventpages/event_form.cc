@@ -111,10 +111,9 @@ std::string FriendlyName(const ComponentState& state, const std::string& calenda
 
 Html HiddenFields(const ComponentState& state, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
-  Html fields("<INPUT TYPE=hidden NAME=\"id\" VALUE=\"");
-  if (event.EventID != 0) fields.Add("{}", event.EventID);
-  return fields.Add("\"><INPUT TYPE=hidden NAME=\"suggstate\" VALUE=\"{}\">{}", Attribute(event.SuggestState),
-                    HiddenRepetition(state, draft));
+  const std::string id = event.EventID == 0 ? "" : std::to_string(event.EventID);
+  return Html("{}{}{}", HiddenField("id", id), HiddenField("suggstate", event.SuggestState),
+              HiddenRepetition(state, draft));
 }
 
 Html CalendarRow(const ComponentState& state, const EventDraft& draft) {

@@ -128,11 +128,9 @@ Html CaptionRow(const ComponentState& state) {
 
 /// Carries the search on to the page after a deletion.
 Html HiddenSearch(const EventSearch& search) {
-  return Html(
-      "<INPUT TYPE=hidden NAME=\"search\" VALUE=\"{}\"><INPUT TYPE=hidden NAME=\"cal\" VALUE=\"{}\">"
-      "<INPUT TYPE=hidden NAME=\"type\" VALUE=\"{}\"><INPUT TYPE=hidden NAME=\"date1\" VALUE=\"{}\">",
-      Attribute(WithReferencesShown(search.Text)), Attribute(WithReferencesShown(search.Calendar)),
-      Attribute(search.Kind), Attribute(search.StartDate));
+  return Html("{}{}{}{}", HiddenField("search", WithReferencesShown(search.Text)),
+              HiddenField("cal", WithReferencesShown(search.Calendar)), HiddenField("type", search.Kind),
+              HiddenField("date1", search.StartDate));
 }
 
 Html LastRow(const ComponentState& state, bool hasHits) {

@@ -65,9 +65,8 @@ Html WeekendsRow(const ComponentState& state, const OL_Event& event) {
   return GroupRow(state, 323, radios);
 }
 
-Html HiddenField(Markup name, std::string_view value) {
-  if (value.empty()) return {};
-  return Html("<INPUT TYPE=hidden NAME=\"{}\" VALUE=\"{}\">", name, Attribute(value));
+void AddHidden(Html& fields, Markup name, std::string_view value) {
+  if (!value.empty()) fields.Add(HiddenField(name, value));
 }
 
 }  // namespace
@@ -85,14 +84,14 @@ Html HiddenRepetition(const ComponentState& state, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
   const bool hasTypedEnd = draft.EndDate != FormatShortDate(state.Surroundings->Regional, state.CurrentDate);
   Html fields;
-  if (event.Type == "none" && hasTypedEnd) fields.Add(HiddenField("date2", draft.EndDate));
+  if (event.Type == "none" && hasTypedEnd) AddHidden(fields, "date2", draft.EndDate);
   if (event.Type != "weekday") {
-    fields.Add(HiddenField("repweekday", event.RepeatWeekday));
-    fields.Add(HiddenField("frequency", event.RepeatFrequency));
+    AddHidden(fields, "repweekday", event.RepeatWeekday);
+    AddHidden(fields, "frequency", event.RepeatFrequency);
   }
-  if (event.Type != "month") fields.Add(HiddenField("repday", event.RepeatDay));
+  if (event.Type != "month") AddHidden(fields, "repday", event.RepeatDay);
   if (event.Type != "month" && event.Type != "year" && event.RepeatWeekends != kWeekends[0].Value.Text())
-    fields.Add(HiddenField("repweekends", event.RepeatWeekends));
+    AddHidden(fields, "repweekends", event.RepeatWeekends);
   return fields;
 }
 

@@ -11,6 +11,7 @@
 #include "events/event_store.h"
 #include "frame/date_text.h"
 #include "frame/dates.h"
+#include "frame/form_parts.h"
 #include "frame/lists.h"
 #include "frame/page_frame.h"
 #include "frame/text.h"
@@ -107,9 +108,9 @@ void ShowReplyForm(ComponentState& state, int eventId, std::string_view answer) 
   Html page = FormPageOpen(state, Html("p=e&act=notify&id={}", eventId), 370, EventToolbar(state));
   page.Add(
       "<TR><TD><LABEL FOR=\"addinfo\">{}</LABEL><P>"
-      "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>"
-      "<INPUT TYPE=hidden NAME=\"suggstate\" VALUE=\"{}\"></TD></TR>\r\n",
-      Content(LoadText(state, 371, {AnswerWord(state, answer), sendLabel})), Attribute(answer));
+      "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>{}</TD></TR>\r\n",
+      Content(LoadText(state, 371, {AnswerWord(state, answer), sendLabel})),
+      HiddenField("suggstate", answer));
   page.Add(
       FormPageClose(state, Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel))));
   WritePage(state, std::move(page));

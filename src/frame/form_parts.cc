@@ -43,6 +43,10 @@ Html TextInput(const ComponentState& state, Markup name, std::string_view value)
               InputSize(state, 18, 38));
 }
 
+Html HiddenField(Markup name, std::string_view value) {
+  return Html("<INPUT TYPE=hidden NAME=\"{}\" VALUE=\"{}\">", name, Attribute(value));
+}
+
 Html TextAreaContent(std::string_view text) {
   const bool beginsWithLineEnd = text.starts_with('\r') || text.starts_with('\n');
   return Html("{}{}", beginsWithLineEnd ? Markup("\r\n") : Markup(""), Content(text));

@@ -29,6 +29,9 @@ Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDa
 /// A text field that shows `value`.
 Html TextInput(const ComponentState& state, Markup name, std::string_view value);
 
+/// A field that is sent along and not shown.
+Html HiddenField(Markup name, std::string_view value);
+
 /// A text as the content of a text area, whose first line end a browser would not take for part of it.
 Html TextAreaContent(std::string_view text);
 

@@ -44,9 +44,8 @@ void AddViewRow(Html& page, const ComponentState& state, const GroupView& view) 
 }
 
 Html NameRow(const ComponentState& state, const GroupView& view) {
-  return Html("<TR><TD>{}</TD><TD>{}<INPUT TYPE=hidden NAME=\"intname\" VALUE=\"{}\"></TD></TR>",
-              Content(LoadText(state, 663)), TextInput(state, "name", view.FriendlyName),
-              Attribute(view.Name));
+  return Html("<TR><TD>{}</TD><TD>{}{}</TD></TR>", Content(LoadText(state, 663)),
+              TextInput(state, "name", view.FriendlyName), HiddenField("intname", view.Name));
 }
 
 void AddKeptColour(Html& page, std::string_view calendar, Markup kind, std::string_view colour) {
@@ -69,7 +68,7 @@ void AddMemberStep(Html& page, const ComponentState& state, const GroupData& mem
     AddKeptColour(page, member, "BG", members.BackGroundOf(member));
     AddKeptColour(page, member, "FG", members.ForeGroundOf(member));
   }
-  page.Add("</SELECT><INPUT TYPE=hidden NAME=\"return\" VALUE=\"yes\">");
+  page.Add("</SELECT>{}", HiddenField("return", "yes"));
 }
 
 void AddColourStep(Html& page, const ComponentState& state, const GroupData& members) {
@@ -84,14 +83,13 @@ void AddColourStep(Html& page, const ComponentState& state, const GroupData& mem
   std::vector<std::string> painted;
   while (rows->Next()) {
     const std::string_view name = TextOf(rows->Get(nameColumn));
-    page.Add(
-        "<TR><TD ID=\"{}\">{}<INPUT TYPE=hidden NAME=\"cals\" VALUE=\"{}\"></TD><TD>{}</TD><TD>{}</TD></TR>",
-        Attribute(name), Content(TextOf(rows->Get(friendlyName))), Attribute(name),
-        ColourList(state, name, ColourKind::kBackground, members.BackGroundOf(name)),
-        ColourList(state, name, ColourKind::kForeground, members.ForeGroundOf(name)));
+    page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(name),
+             Content(TextOf(rows->Get(friendlyName))), HiddenField("cals", name),
+             ColourList(state, name, ColourKind::kBackground, members.BackGroundOf(name)),
+             ColourList(state, name, ColourKind::kForeground, members.ForeGroundOf(name)));
     painted.emplace_back(name);
   }
-  page.Add("</TABLE><INPUT TYPE=hidden NAME=\"return\" VALUE=\"no\">");
+  page.Add("</TABLE>{}", HiddenField("return", "no"));
   page.Add(PaintScript(painted));
   page.Add(RepaintScript());
 }

@@ -4,22 +4,71 @@ import { mkdir, stat } from 'node:fs/promises';
 import { join } from 'node:path';
 
 import { launchBrowser } from './browser.mjs';
+import { kPhone } from './calendar_suite.mjs';
 import { startDemoServer } from './demo_server.mjs';
 import { Visitor } from './visitor.mjs';
 
 const kMostBytes = 200 * 1024;
 // A little smaller than on a screen, so that a whole month fits: the pictures have 1280 x 900 pixels.
-const kWindow = { viewport: { width: 1600, height: 1125 }, deviceScaleFactor: 0.8 };
+const kCalendar = { viewport: { width: 1600, height: 1125 }, deviceScaleFactor: 0.8 };
+// The other pages are shown as high as they are.
+const kForm = { viewport: { width: 1000, height: 200 } };
 
-const kPictures = [{ file: 'month.png', user: 'asa', query: '?p=c&dm=month' }];
+/** What each picture shows: `steps` lead from the page `query` to it. */
+const kPictures = [
+  { file: 'month.png', user: 'asa', query: '?p=c&dm=month', window: kCalendar },
+  { file: 'group_view.png', user: 'asa', query: '?p=c&cn=@salesfloor&dm=week', window: kForm },
+  { file: 'day.png', user: 'asa', query: '?p=c&cn=@salesfloor&cd=2004-03-16&dm=day', window: kForm },
+  { file: 'event.png', user: 'jurgen', query: '?p=e', window: kForm, steps: fillWeekdayEvent },
+  { file: 'suggestion.png', user: 'asa', query: '?p=m', window: kForm, steps: openSuggestion },
+  { file: 'found_events.png', user: 'asa', query: '?p=e&act=find', window: kForm, steps: findRepeatingEvents },
+  { file: 'messages.png', user: 'asa', query: '?p=m', window: kForm },
+  { file: 'preferences.png', user: 'zoe', query: '?p=p', window: kForm },
+  { file: 'group_view_colours.png', user: 'asa', query: '?p=p&act=groups', window: kForm, steps: openOwnView },
+  { file: 'users.png', user: 'admin', query: '?p=a', window: kForm, steps: chooseUser },
+  { file: 'phone.png', user: 'asa', query: '?p=c&dm=month', window: kPhone },
+];
 
-async function takePicture(browser, address, folder, { file, user, query }) {
-  const context = await browser.newContext(kWindow);
+async function fillWeekdayEvent(visitor) {
+  await visitor.fillIn({
+    title: 'Reading circle',
+    addinfo: 'Chapters are in the folder of the lab.',
+    reptype: 'By Weekday',
+    date2: '12/17/2004',
+    time1: '16:00',
+    time2: '17:00',
+    type: 'Training',
+    repweekday: ['Tuesday', 'Thursday'],
+    frequency: 'Every 2 weeks',
+    calendar: 'Engineering',
+  });
+}
+
+async function openSuggestion(visitor) {
+  await visitor.openMessage('What\'s next: "Probe 5"');
+}
+
+async function findRepeatingEvents(visitor) {
+  await visitor.fillIn({ search: 'one to one' });
+  await visitor.press('Find Events');
+}
+
+async function openOwnView(visitor) {
+  await visitor.fillIn({ id: 'Sales Floor' });
+}
+
+async function chooseUser(visitor) {
+  await visitor.fillIn({ id: 'Åsa Lindqvist (asa)' });
+}
+
+async function takePicture(browser, address, folder, { file, user, query, window, steps }) {
+  const context = await browser.newContext(window);
   const visitor = new Visitor(await context.newPage(), address);
   await visitor.logIn(user);
   await visitor.open(query);
+  await steps?.(visitor);
   const path = join(folder, file);
-  await visitor.page.screenshot({ path });
+  await visitor.page.screenshot({ path, fullPage: window === kForm });
   await context.close();
   if (visitor.faults.length) throw new Error(`${file}: ${visitor.faults.join('; ')}`);
   const { size } = await stat(path);
