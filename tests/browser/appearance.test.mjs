@@ -120,7 +120,6 @@ const kAdministration = {
   'a user': (visitor) => new Manager(visitor, 'um').open('Daniel Kim (daniel)'),
   'the administrator': (visitor) => new Manager(visitor, 'um').open('Administrator (admin)'),
   'a group': (visitor) => new Manager(visitor, 'gm').open('Sports Club (sport)'),
-  'all users': (visitor) => new Manager(visitor, 'gm').open('Everybody (default)'),
   'the default scheme': (visitor) => new Manager(visitor, 'cm').open('Default (default.css)'),
   'a new event type': (visitor) => new Manager(visitor, 'tm').open(),
 };
