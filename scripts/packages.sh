@@ -8,7 +8,7 @@ build_packages=(
 )
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev)
 browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
-  faketime:faketime)
+  faketime:faketime sqlite3:sqlite3)
 
 stop() {
   printf '%s\n' "$*" >&2

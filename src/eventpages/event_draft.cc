@@ -68,7 +68,7 @@ EventDraft PostedDraft(const ComponentState& state, const std::optional<OL_Event
   event.RepeatDay = field("repday");
   event.RepeatWeekends = field("repweekends");
   event.SuggestState = field("suggstate");
-  event.EventType = field("type");
+  event.EventType = ReplaceAll(field("type"), "'", "&#39;");
   draft.BeginDate = field("date1");
   draft.EndDate = field("date2");
   draft.BeginTime = field("time1");

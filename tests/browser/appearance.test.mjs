@@ -1,14 +1,15 @@
 import assert from 'node:assert/strict';
 
-import { calendarSuite, kPhone } from './calendar_suite.mjs';
+import { Manager } from './administration.mjs';
+import { calendarSuite, kDesktop, kPhone } from './calendar_suite.mjs';
 
 const visit = calendarSuite();
 
 const kSchemes = [
-  { user: 'asa', sheet: 'default.css' },
-  { user: 'lukasz', sheet: 'dark.css' },
-  { user: 'ines', sheet: 'contrast.css' },
-  { user: 'tomas', sheet: 'nineties.css' },
+  { user: 'asa', sheet: 'default.css', name: 'Default' },
+  { user: 'lukasz', sheet: 'dark.css', name: 'Dark' },
+  { user: 'ines', sheet: 'contrast.css', name: 'High Contrast' },
+  { user: 'tomas', sheet: 'nineties.css', name: 'Nineties' },
 ];
 const kPopup = { viewport: { width: 180, height: 180 } };
 const kPages = ['?p=c&dm=month', '?p=c&dm=week', '?p=c&dm=day', '?p=c&dm=day&cn=@engineeringteam'];
@@ -32,20 +33,23 @@ visit('every colour scheme is a look of its own, and all its images load', {}, a
   assert.equal(looks.size, kSchemes.length);
 });
 
-async function assertFitsPhone({ page }, what) {
+async function assertFits({ page }, what) {
   const width = await page.evaluate(() => document.scrollingElement.scrollWidth);
-  assert.equal(width, kPhone.viewport.width, what);
+  assert.equal(width, page.viewportSize().width, what);
 }
 
 visit('the login fits a phone', { window: kPhone }, async (visitor) => {
   await visitor.open();
-  await assertFitsPhone(visitor, 'login');
+  await assertFits(visitor, 'login');
 });
 
 /** The texts with a contrast of less than 4.5; grounds of several colours are left out. */
 const faintTexts = ({ page }) =>
   page.evaluate(() => {
-    const channels = (colour) => colour.match(/[\d.]+/g).map(Number);
+    const channels = (colour) => {
+      const most = colour.startsWith('color(') ? 255 : 1; // a mixed colour counts to 1 instead of 255
+      return colour.match(/[\d.]+/g).map((channel) => channel * most);
+    };
     const light = (colour) => {
       const [red, green, blue] = channels(colour).map((channel) => {
         const part = channel / 255;
@@ -60,7 +64,7 @@ const faintTexts = ({ page }) =>
       return element.parentElement ? groundOf(element.parentElement) : 'rgb(255, 255, 255)';
     };
     const texts = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
-    const shown = new Set(document.querySelectorAll('[type=button], [type=submit], [type=text], textarea'));
+    const shown = new Set(document.querySelectorAll('input:not([type=hidden]), select, textarea'));
     while (texts.nextNode()) if (texts.currentNode.data.trim()) shown.add(texts.currentNode.parentElement);
     return [...shown]
       .filter((element) => element.checkVisibility() && element.nodeName !== 'OPTION')
@@ -105,11 +109,50 @@ const kForms = {
   'a new message': (visitor) => visitor.open('?p=m&act=new'),
 };
 
+const kAdministration = {
+  'the preferences': (visitor) => visitor.open('?p=p'),
+  'the password': (visitor) => visitor.open('?p=p&act=login'),
+  'a new group view': (visitor) => visitor.open('?p=p&act=groups'),
+  'the colours of a group view': async (visitor) => {
+    await visitor.open('?p=p&act=groups');
+    await visitor.fillIn({ id: 'Engineering Team' });
+  },
+  'a user': (visitor) => new Manager(visitor, 'um').open('Daniel Kim (daniel)'),
+  'the administrator': (visitor) => new Manager(visitor, 'um').open('Administrator (admin)'),
+  'a group': (visitor) => new Manager(visitor, 'gm').open('Sports Club (sport)'),
+  'the default scheme': (visitor) => new Manager(visitor, 'cm').open('Default (default.css)'),
+  'a new event type': (visitor) => new Manager(visitor, 'tm').open(),
+};
+
+for (const { sheet, name } of kSchemes) {
+  const where = { user: 'admin', window: kPhone };
+  visit(`the administrator's pages are readable with ${sheet}`, where, async (visitor) => {
+    const { page } = visitor;
+    await visitor.open('?p=p');
+    await visitor.fillIn({ css: name });
+    await visitor.press('Save Changes');
+    assert.equal(await page.evaluate(() => document.styleSheets[0].href.split('/').pop()), sheet);
+    for (const [what, show] of Object.entries(kAdministration)) {
+      await show(visitor);
+      for (const window of [kDesktop, kPhone]) {
+        await page.setViewportSize(window.viewport);
+        await assertFits(visitor, what);
+        assert.deepEqual(await faintTexts(visitor), [], what);
+      }
+    }
+    await visitor.open('?p=c&cn=@engineeringteam');
+    await visitor.open('?p=p&act=gcols');
+    await page.setViewportSize({ width: 180, height: 250 });
+    await assertFits(visitor, 'the colours of the members');
+    assert.deepEqual(await faintTexts(visitor), []);
+  });
+}
+
 for (const { user, sheet } of kSchemes) {
   visit(`every form is readable on a phone with ${sheet}`, { user, window: kPhone }, async (visitor) => {
     for (const [name, show] of Object.entries(kForms)) {
       await show(visitor);
-      await assertFitsPhone(visitor, name);
+      await assertFits(visitor, name);
       assert.deepEqual(await faintTexts(visitor), [], name);
     }
   });
@@ -127,7 +170,7 @@ for (const { user, sheet } of kSchemes) {
   visit(`every view fits a phone with ${sheet}`, { user, window: kPhone }, async (visitor) => {
     for (const query of kPages) {
       await visitor.open(query);
-      await assertFitsPhone(visitor, query);
+      await assertFits(visitor, query);
     }
   });
 }

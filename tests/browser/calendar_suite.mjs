@@ -5,19 +5,19 @@ import { launchBrowser } from './browser.mjs';
 import { startDemoServer } from './demo_server.mjs';
 import { Visitor } from './visitor.mjs';
 
-const kDesktop = { viewport: { width: 1280, height: 900 } };
+export const kDesktop = { viewport: { width: 1280, height: 900 } };
 export const kPhone = { viewport: { width: 390, height: 844 }, isMobile: true, hasTouch: true };
 
 /**
- * Gives a test file its own server and browser. The result declares a test of it: `steps` gets a Visitor in a
- * fresh window, logged in as `user` when one is given. The test fails when the steps do, or when anything
- * went wrong in the window meanwhile.
+ * Gives a test file its own browser and its own server, whose page has `settings`. The result declares a test
+ * of it: `steps` gets a Visitor in a fresh window, logged in as `user` when one is given, and the server. The
+ * test fails when the steps do, or when anything went wrong in the window meanwhile.
  */
-export function calendarSuite() {
+export function calendarSuite(settings) {
   let server;
   let browser;
   before(async () => {
-    server = await startDemoServer();
+    server = await startDemoServer({ settings });
     browser = await launchBrowser();
   });
   after(async () => {
@@ -31,7 +31,7 @@ export function calendarSuite() {
       try {
         const visitor = new Visitor(await context.newPage(), server.address);
         if (user) await visitor.logIn(user);
-        await steps(visitor);
+        await steps(visitor, server);
         assert.deepEqual(visitor.faults, []);
       } finally {
         await context.close();

@@ -1,5 +1,5 @@
 import { execFile, spawn } from 'node:child_process';
-import { cp, mkdir, mkdtemp, rm, symlink } from 'node:fs/promises';
+import { appendFile, cp, mkdir, mkdtemp, rm, symlink } from 'node:fs/promises';
 import { once } from 'node:events';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -14,13 +14,15 @@ const orlune = process.env.ORLUNE ?? join(repository, 'build/release/orlune');
 /** The moment at which the demo company was made and at which the server's clock stands: a Monday. */
 export const kNow = '2004-03-15T10:30:00';
 
+const kDatabase = 'var/calendar.db';
+
 /**
  * Makes the demo company as of `now` in a folder of its own and serves it with the configuration that the
- * repository ships. Resolves to the `address` of its page once it answers; `stop()` ends it and removes the
- * folder.
+ * repository ships and the `settings` of its page besides. Resolves to the `address` of the page once it
+ * answers; `rows(sql)` reads the database, `stop()` ends the server and removes the folder.
  */
-export async function startDemoServer(now = kNow) {
-  const folder = await layOutFolder(now);
+export async function startDemoServer({ now = kNow, settings = {} } = {}) {
+  const folder = await layOutFolder(now, settings);
   const server = spawn(
     orlune,
     ['serve', '--config', join(folder, 'orlune.toml'), '--listen', '127.0.0.1:0', '--now', now],
@@ -38,17 +40,27 @@ export async function startDemoServer(now = kNow) {
     if (code !== 0) throw new Error(`The server ended with ${code}:\n${log}`);
   };
 
+  const rows = (sql) => readRows(join(folder, kDatabase), sql);
   for await (const line of createInterface({ input: server.stdout })) {
     const address = /^listening on (\S+)$/.exec(line)?.[1];
-    if (address) return { address, stop };
+    if (address) return { address, rows, stop };
   }
   await stop();
   throw new Error(`The server did not say where it listens:\n${log}`);
 }
 
-async function layOutFolder(now) {
+async function readRows(database, sql) {
+  const { stdout } = await run('sqlite3', ['-readonly', '-json', database, sql]);
+  return stdout ? JSON.parse(stdout) : [];
+}
+
+async function layOutFolder(now, settings) {
   const folder = await mkdtemp(join(tmpdir(), 'orlune-browser-'));
-  await cp(join(repository, 'orlune.toml'), join(folder, 'orlune.toml'));
+  const configuration = join(folder, 'orlune.toml');
+  await cp(join(repository, 'orlune.toml'), configuration);
+  // What comes last in the file belongs to its page.
+  for (const [name, value] of Object.entries(settings))
+    await appendFile(configuration, `${name} = ${JSON.stringify(value)}\n`);
   await symlink(join(repository, 'site'), join(folder, 'site'));
   await mkdir(join(folder, 'var'));
   // The demo is made around the day it is made on, so that day has to be pretended.
@@ -57,7 +69,7 @@ async function layOutFolder(now) {
     `@${now.replace('T', ' ')}`,
     orlune,
     'init',
-    join(folder, 'var/calendar.db'),
+    join(folder, kDatabase),
     '--demo',
   ]);
   return folder;

@@ -41,26 +41,3 @@ visit('the colours of the members are offered in group views only', { user: 'asa
   await visitor.choose({ calendar: '-Engineering Team-' });
   assert.equal(await link.textContent(), 'Colours');
 });
-
-visit('users make a group view and see it painted while they do', { user: 'asa' }, async (visitor) => {
-  const { page } = visitor;
-  const save = () => visitor.follow(() => page.click('[value=Save]'));
-  await visitor.open('?p=p&act=groups');
-  await page.fill('[name=name]', "Zoë's & Niamh's");
-  await page.selectOption('[name=cals]', ['zoe', 'niamh']);
-  await save();
-
-  const colours = () => page.$eval('#zoe', ({ style }) => [style.backgroundColor, style.color]);
-  assert.deepEqual(await colours(), ['', '']);
-  await page.selectOption('[name=zoeBG]', { label: 'Dark Blue' });
-  await page.selectOption('[name=zoeFG]', { label: 'Yellow' });
-  assert.deepEqual(await colours(), ['rgb(0, 0, 128)', 'rgb(255, 255, 0)']);
-  await save();
-
-  await visitor.follow(() => page.selectOption('[name=id]', { label: "Zoë's & Niamh's" }));
-  assert.deepEqual(await colours(), ['rgb(0, 0, 128)', 'rgb(255, 255, 0)']);
-  await visitor.open('?p=c&dm=month');
-  await visitor.choose({ calendar: "-Zoë's & Niamh's-" });
-  const spanish = (await visitor.entries()).find(({ text }) => text.endsWith('Spanish class'));
-  assert.deepEqual([spanish.background, spanish.colour], ['rgb(0, 0, 128)', 'rgb(255, 255, 0)']);
-});

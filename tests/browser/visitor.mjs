@@ -1,4 +1,6 @@
 const kPatience = 30_000;
+// Where one adds calendars to a group view, the list of calendars holds hidden fields.
+const kKnownWarning = 'An <input> tag was parsed within an open <select> tag';
 
 /** One person at one browser window. Collects everything that goes wrong in it while the pages are used. */
 export class Visitor {
@@ -113,9 +115,9 @@ export class Visitor {
       const field = this.page.locator(`[name="${name}"]:not([type=hidden])`);
       const { type, sendsForm } = await field
         .first()
-        .evaluate((element) => ({ type: element.type, sendsForm: Boolean(element.onchange) }));
+        .evaluate((element) => ({ type: element.type, sendsForm: /submit/.test(element.onchange) }));
       const choose = () => field.selectOption([value].flat().map((label) => ({ label })));
-      if (type === 'radio') await this.page.getByRole('radio', { name: value, exact: true }).check();
+      if (type === 'radio') await this.#radio(name, value).check();
       else if (type === 'checkbox') await field.setChecked(value);
       else if (!type.startsWith('select')) await field.fill(value);
       else if (sendsForm) await this.follow(choose);
@@ -127,7 +129,10 @@ export class Visitor {
   async filledIn() {
     return this.page.evaluate(() => {
       const valueOf = (field) => {
-        if (field.type === 'radio') return field.parentElement.title || field.parentElement.textContent;
+        if (field.type === 'radio') {
+          const [label] = field.labels;
+          return label ? label.title || label.textContent : field.nextSibling.data;
+        }
         if (field.type === 'checkbox') return field.checked;
         if (!field.type.startsWith('select')) return field.value;
         const labels = [...field.selectedOptions].map(({ text }) => text);
@@ -138,6 +143,14 @@ export class Visitor {
       const fields = [...document.forms.acForm.elements].filter(isShown);
       return Object.fromEntries(fields.map((field) => [field.name, valueOf(field)]));
     });
+  }
+
+  /** The choice with this label, or with this text behind it. */
+  #radio(name, text) {
+    const choices = this.page.locator(`[name="${name}"]`);
+    const labelled = this.page.getByRole('radio', { name: text, exact: true });
+    const followed = this.page.locator(`xpath=//input[following-sibling::text()[1]="${text}"]`);
+    return choices.and(labelled.or(followed));
   }
 
   /** Presses the button of a form, and waits for the page that comes. */
@@ -200,7 +213,8 @@ export class Visitor {
     const note = (fault) => this.#faults.push(fault);
     page.on('pageerror', (error) => note(`script error: ${error.message}`));
     page.on('console', (entry) => {
-      if (['error', 'warning'].includes(entry.type())) note(`console: ${entry.text()}`);
+      const isFault = ['error', 'warning'].includes(entry.type());
+      if (isFault && !entry.text().startsWith(kKnownWarning)) note(`console: ${entry.text()}`);
     });
     page.on('request', (request) => {
       if (new URL(request.url()).origin !== new URL(this.#address).origin)
