@@ -74,7 +74,9 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
   HttpRequest request(message, page.Path, parts_.Sealer, now.Day);
-  if (CouldChangeSomething(message, request.Query()) && ComesFromAnotherSite(message)) return Refusal(403);
+  const bool couldChange = CouldChangeSomething(message, request.Query());
+  if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
+  if (couldChange && ComesFromAnotherSite(message)) return Refusal(403);
   const bool isSecure = IsOverHttps(message);
   HttpResponse response(request, page.Path, parts_.Sealer, now, isSecure);
   PageSession session(parts_.Sessions, page.Path,

@@ -187,6 +187,7 @@ TEST(HttpHost, AnswersEachAddressAndMethod) {
       {"GET /css/a.css", 200, "Content-Length", "5"},
       {"HEAD /css/a.css", 200, "Content-Length", "5"},
       {"HEAD /a.asp", 200, "Content-Length", "36"},
+      {"HEAD /a.asp?p=m&act=del&msg=1", 405, "Allow", "GET, POST"},
       {"GET /css/b.css", 404, "Content-Type", "text/html; charset=utf-8"},
       {"GET /A.asp", 404, "Cache-Control", "no-store"},
       {"PUT /a.asp", 405, "Allow", "GET, HEAD, POST"},
