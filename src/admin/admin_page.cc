@@ -203,11 +203,7 @@ void AdminPage::Show() {
   page.Add("</TABLE></TD></TR><TR><TD COLSPAN=6 ALIGN=CENTER CLASS=\"captions\">");
   page.Add(Buttons());
   page.Add(TableClose());
-  page.Add(TitleBarClose(state_));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state_));
-  page.Add(AlertScript(state_));
-  WritePage(state_, std::move(page));
+  FinishFormPage(state_, std::move(page));
 }
 
 }  // namespace

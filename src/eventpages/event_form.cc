@@ -161,8 +161,7 @@ void ShowForm(ComponentState& state, const EventDraft& draft, const std::vector<
   if (isSending) page.Add(RecipientsRow(state, *recipients));
   page.Add(StatusRow(state, event));
   page.Add(CalendarRow(state, draft));
-  page.Add(FormPageClose(state, Buttons(state, event, isSending)));
-  WritePage(state, std::move(page));
+  FinishFormRows(state, std::move(page), Buttons(state, event, isSending));
 }
 
 }  // namespace

@@ -85,8 +85,8 @@ void ShowSearchForm(ComponentState& state) {
   page.Add(CalendarRow(state, search));
   page.Add(KindRow(state, search));
   page.Add(StartDateRow(state, search));
-  page.Add(FormPageClose(state, Html("<INPUT TYPE=submit VALUE=\"{}\">", Attribute(LoadText(state, 420)))));
-  WritePage(state, std::move(page));
+  FinishFormRows(state, std::move(page),
+                 Html("<INPUT TYPE=submit VALUE=\"{}\">", Attribute(LoadText(state, 420))));
 }
 
 }  // namespace orlune

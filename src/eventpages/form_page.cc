@@ -16,13 +16,10 @@ Html FormPageOpen(const ComponentState& state, const Html& action, int caption, 
   return page.Add(FormTableOpen(state));
 }
 
-Html FormPageClose(const ComponentState& state, const Html& buttons) {
-  Html end("</TABLE></TD></TR>\r\n<TR><TD ALIGN=CENTER CLASS=\"captions\">{}", buttons);
-  end.Add(TableClose());
-  end.Add(TitleBarClose(state));
-  end.Add("</FORM>");
-  end.Add(PageFoot(state));
-  return end.Add(AlertScript(state));
+void FinishFormRows(ComponentState& state, Html page, const Html& buttons) {
+  page.Add("</TABLE></TD></TR>\r\n<TR><TD ALIGN=CENTER CLASS=\"captions\">{}", buttons);
+  page.Add(TableClose());
+  FinishFormPage(state, std::move(page));
 }
 
 Html FieldRow(const ComponentState& state, int label, Markup field, const Html& control) {

@@ -12,8 +12,8 @@ struct ComponentState;
 
 /// Opens the page up to its first row. `action` is the query that the form is sent to.
 Html FormPageOpen(const ComponentState& state, const Html& action, int caption, const Html& toolbar);
-/// Closes the rows, with `buttons` below them.
-Html FormPageClose(const ComponentState& state, const Html& buttons);
+/// Closes the rows, with `buttons` below them, and writes the page.
+void FinishFormRows(ComponentState& state, Html page, const Html& buttons);
 
 /// A row whose label, the text `label`, belongs to the field named `field`, which carries that ID.
 Html FieldRow(const ComponentState& state, int label, Markup field, const Html& control);

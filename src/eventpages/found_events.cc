@@ -151,11 +151,7 @@ void ShowHits(ComponentState& state, const EventSearch& search) {
   hits.AddRows(page, search);
   page.Add(LastRow(state, hits.Count() > 0));
   page.Add("</TABLE>");
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 }  // namespace

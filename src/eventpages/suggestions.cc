@@ -111,9 +111,8 @@ void ShowReplyForm(ComponentState& state, int eventId, std::string_view answer) 
       "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>{}</TD></TR>\r\n",
       Content(LoadText(state, 371, {AnswerWord(state, answer), sendLabel})),
       HiddenField("suggstate", answer));
-  page.Add(
-      FormPageClose(state, Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel))));
-  WritePage(state, std::move(page));
+  FinishFormRows(state, std::move(page),
+                 Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel)));
 }
 
 }  // namespace

@@ -92,4 +92,12 @@ void WritePage(ComponentState& state, Html page) {
   state.Context.Response->Write(std::move(page).Text());
 }
 
+void FinishFormPage(ComponentState& state, Html page) {
+  page.Add(TitleBarClose(state));
+  page.Add("</FORM>");
+  page.Add(PageFoot(state));
+  page.Add(AlertScript(state));
+  WritePage(state, std::move(page));
+}
+
 }  // namespace orlune

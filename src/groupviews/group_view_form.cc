@@ -126,11 +126,7 @@ void ShowGroupViewForm(ComponentState& state, const GroupView& view, FormStep st
   page.Add("</TD></TR></TABLE>");
   page.Add(ButtonRow(state, view.Id.has_value(), hasColours));
   page.Add(TableClose());
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 }  // namespace orlune

@@ -60,11 +60,7 @@ void ShowMessageForm(ComponentState& state, const MessageState& message) {
   page.Add(SendRow(state));
   page.Add(TableClose());
   page.Add(TableClose());
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 void ShowReplyForm(ComponentState& state, std::string_view msg) {

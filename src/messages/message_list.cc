@@ -75,11 +75,7 @@ void ShowMessageList(ComponentState& state) {
   AddMessageRows(page, state);
   page.Add(DeleteRow(state));
   page.Add("</TABLE>");
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 }  // namespace orlune

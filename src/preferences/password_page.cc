@@ -60,11 +60,7 @@ void ShowPasswordForm(ComponentState& state) {
            Attribute(LoadText(state, 650)));
   page.Add(TableClose());
   page.Add(TableClose());
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 void SavePassword(ComponentState& state) {

@@ -90,11 +90,7 @@ void ShowPreferencesForm(ComponentState& state, const DisplayPreferences& prefer
            Attribute(LoadText(state, 630)));
   page.Add(TableClose());
   page.Add(TableClose());
-  page.Add(TitleBarClose(state));
-  page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  FinishFormPage(state, std::move(page));
 }
 
 }  // namespace orlune
