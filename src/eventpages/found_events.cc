@@ -129,8 +129,8 @@ Html CaptionRow(const ComponentState& state) {
 /// Carries the search on to the page after a deletion.
 Html HiddenSearch(const EventSearch& search) {
   return Html("{}{}{}{}", HiddenField("search", WithReferencesShown(search.Text)),
-              HiddenField("cal", WithReferencesShown(search.Calendar)), HiddenField("type", search.Kind),
-              HiddenField("date1", search.StartDate));
+              HiddenField("cal", WithReferencesShown(search.Calendar)),
+              HiddenField("type", WithReferencesShown(search.Kind)), HiddenField("date1", search.StartDate));
 }
 
 Html LastRow(const ComponentState& state, bool hasHits) {

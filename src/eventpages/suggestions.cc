@@ -91,11 +91,11 @@ std::optional<SuggestedEvent> FindSuggestedEvent(const ComponentState& state, st
 }
 
 /// Whether the event was suggested to the user, or is the user's own.
-bool IsConcerned(const ComponentState& state, std::string_view id, std::string_view owner) {
+bool IsConcerned(const ComponentState& state, int eventId, std::string_view owner) {
   if (MayChangeEventsOf(state, owner)) return true;
-  const auto copy = OpenQuery(
-      *state.Database,
-      Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')", id, state.LoginName));
+  const auto copy = OpenQuery(*state.Database,
+                              Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')",
+                                        eventId, state.LoginName));
   return copy->Next();
 }
 
@@ -153,7 +153,8 @@ void NotifySender(ComponentState& state) {
   const std::string_view id = request.QueryParameter("id");
   const auto event = FindSuggestedEvent(state, id);
   if (!event) return WritePage(state, ErrorPage(state, LoadText(state, 821)));
-  if (!IsConcerned(state, id, event->Owner)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
+  if (!IsConcerned(state, EventNumber(id).value_or(0), event->Owner))
+    return WritePage(state, ErrorPage(state, LoadText(state, 850)));
 
   const std::string_view note = request.FormField("addinfo");
   const std::string subject =
