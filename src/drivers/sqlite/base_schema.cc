@@ -5,6 +5,7 @@
 #include <system_error>
 #include <vector>
 
+#include "drivers/access_sql/engine_sql.h"
 #include "drivers/sqlite/column_declaration.h"
 #include "drivers/sqlite/handles.h"
 #include "platform/database.h"
@@ -91,7 +92,7 @@ void CreateTables(sqlite3* database) {
       if (!columns.empty()) columns += ", ";
       columns += Declare(column);
     }
-    sqlite::Run(database, ("CREATE TABLE " + sqlite::Quoted(table.Name) + " (" + columns + ")").c_str());
+    sqlite::Run(database, ("CREATE TABLE " + access_sql::Quoted(table.Name) + " (" + columns + ")").c_str());
   }
 }
 

@@ -7,9 +7,6 @@
 
 namespace orlune::sqlite {
 
-/// `name` as an identifier of SQL.
-std::string Quoted(std::string_view name);
-
 /// How a column is declared in the file, its name first, such as `"Name" TEXT(50) COLLATE NOCASE`. Texts
 /// compare ignoring case. Throws DatabaseError for a primary key that is not a counter.
 std::string DeclareColumn(const access_sql::ColumnDefinition& definition);

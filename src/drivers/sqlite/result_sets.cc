@@ -12,7 +12,7 @@ using access_sql::ColumnType;
 
 namespace {
 
-int FindColumn(const Translation& translation, std::string_view name) {
+int FindColumn(const access_sql::Translation& translation, std::string_view name) {
   for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
     if (access_sql::SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
   }
@@ -60,7 +60,7 @@ Value RunningRows::Get(int column) const {
 ReadRows::ReadRows(RunningStatement running) : origin_(running.Origin()) {
   while (Step(running.Handle())) {
     int column = 0;
-    for (const ResultColumn& described : origin_->Translation.Columns) {
+    for (const access_sql::ResultColumn& described : origin_->Translation.Columns) {
       Value field = ReadField(running.Handle(), column++, described.Type);
       if (auto* text = std::get_if<std::string_view>(&field)) *text = texts_.emplace_back(*text);
       fields_.push_back(field);

@@ -8,14 +8,14 @@
 #include <unordered_map>
 #include <vector>
 
+#include "drivers/access_sql/translation.h"
 #include "drivers/sqlite/handles.h"
-#include "drivers/sqlite/translation.h"
 
 namespace orlune::sqlite {
 
 /// A translated statement with those prepared for it that are not running.
 struct CachedStatement {
-  orlune::sqlite::Translation Translation;
+  access_sql::Translation Translation;
   std::vector<StatementHandle> Idle;
 };
 

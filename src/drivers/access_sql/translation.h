@@ -4,25 +4,27 @@
 #include <vector>
 
 #include "drivers/access_sql/ast.h"
+#include "drivers/access_sql/engine_sql.h"
 #include "platform/regional_settings.h"
 
-namespace orlune::sqlite {
+namespace orlune::access_sql {
 
 struct ResultColumn {
   std::string Name;
-  access_sql::ColumnType Type;
+  ColumnType Type;
 };
 
-/// One "?" of the SQL: what it stands for, and the column that says how to store it.
+/// One parameter of the SQL: what it stands for, and the column that says how to store it.
 struct Parameter {
-  access_sql::Literal Source;
-  access_sql::Column Target;
+  Literal Source;
+  Column Target;
+  LiteralUse Use;
 };
 
-/// A statement in SQLite's SQL. Serves every statement of the same shape.
+/// A statement in an engine's SQL. Serves every statement of the same shape.
 struct Translation {
   std::string Sql;
-  std::vector<Parameter> Parameters;  ///< in the order of the "?"
+  std::vector<Parameter> Parameters;  ///< in their order
   std::vector<ResultColumn> Columns;  ///< of a query's rows
   bool ChangesSchema = false;
   std::string
@@ -30,9 +32,9 @@ struct Translation {
 };
 
 /// Rows with equal sort keys, and those of a query without an order, come in the order of the first table's
-/// counter. Fixed literals stay in the SQL, where SQLite's planner sees them. Throws DatabaseError for
+/// counter. Fixed literals stay in the SQL, where the engine's planner sees them. Throws DatabaseError for
 /// unknown tables and columns and for literals that do not fit.
-Translation Translate(const access_sql::Statement& statement, const access_sql::Catalogue& catalogue,
+Translation Translate(const Statement& statement, const Catalogue& catalogue, const EngineSql& engine,
                       const RegionalSettings& regional);
 
-}  // namespace orlune::sqlite
+}  // namespace orlune::access_sql
