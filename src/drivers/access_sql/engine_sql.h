@@ -17,8 +17,9 @@ class EngineSql {
  public:
   virtual ~EngineSql() = default;
 
-  /// How a column is declared, its name first. Throws DatabaseError for a primary key that is not a counter.
-  virtual std::string Declare(const ColumnDefinition& definition) const = 0;
+  /// How a column is declared, its name first, with the value of new rows where that is not Null or the
+  /// type's own. Throws DatabaseError for a primary key that is not a counter.
+  virtual std::string Declare(const ColumnDefinition& definition, const StoredValue& defaultValue) const = 0;
   /// The parameter number `position`, counted from 1.
   virtual std::string Parameter(std::size_t position) const = 0;
   /// A value of the fixed text, for a column of this type.

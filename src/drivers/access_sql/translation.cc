@@ -277,7 +277,7 @@ Translation Translator::operator()(const Delete& statement) {
 Translation Translator::operator()(const CreateTable& create) {
   if (catalogue_.Find(create.Created) != nullptr) return Refuse("the table " + create.Created + " exists");
   Sql() = "CREATE TABLE " + Quoted(create.Created) + " (";
-  WriteList(create.Columns, [&](const ColumnDefinition& column) { Sql() += engine_.Declare(column); });
+  WriteList(create.Columns, [&](const ColumnDefinition& column) { Sql() += engine_.Declare(column, {}); });
   Sql() += ')';
   return std::move(*this).SchemaChange();
 }
@@ -287,7 +287,7 @@ Translation Translator::operator()(const AddColumn& add) {
   if (table == nullptr) return Refuse("there is no table " + add.Changed);
   const std::string& column = add.Added.Defined.Name;
   if (table->Find(column) != nullptr) return Refuse("the column " + column + " exists");
-  Sql() = "ALTER TABLE " + Quoted(table->Name) + " ADD COLUMN " + engine_.Declare(add.Added);
+  Sql() = "ALTER TABLE " + Quoted(table->Name) + " ADD COLUMN " + engine_.Declare(add.Added, {});
   return std::move(*this).SchemaChange();
 }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr std::array<std::pair<ColumnType, std::string_view>, 8> kDeclarations{{
     {ColumnType::kCounter, "INTEGER PRIMARY KEY AUTOINCREMENT"},
     {ColumnType::kLong, "LONG"},
-    {ColumnType::kYesNo, "YESNO NOT NULL DEFAULT 0"},
+    {ColumnType::kYesNo, "YESNO NOT NULL"},
     {ColumnType::kText, "TEXT"},
     {ColumnType::kMemo, "MEMO TEXT COLLATE NOCASE"},
     {ColumnType::kDate, "DATE TEXT"},

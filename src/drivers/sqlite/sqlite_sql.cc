@@ -4,8 +4,13 @@
 
 namespace orlune::sqlite {
 
-std::string SqliteSql::Declare(const access_sql::ColumnDefinition& definition) const {
-  return DeclareColumn(definition);
+std::string SqliteSql::Declare(const access_sql::ColumnDefinition& definition,
+                               const access_sql::StoredValue& defaultValue) const {
+  const access_sql::ColumnType type = definition.Defined.Type;
+  const bool isNull = std::holds_alternative<std::monostate>(defaultValue);
+  if (isNull && type != access_sql::ColumnType::kYesNo) return DeclareColumn(definition);
+  return DeclareColumn(definition) + " DEFAULT " +
+         Fixed(isNull ? std::int64_t{0} : defaultValue, type, access_sql::LiteralUse::kStored);
 }
 
 std::string SqliteSql::Parameter(std::size_t /*position*/) const {

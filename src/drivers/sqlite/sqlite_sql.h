@@ -10,7 +10,8 @@ namespace orlune::sqlite {
 /// How SQLite writes statements. Its collation and its LIKE ignore case by themselves.
 class SqliteSql : public access_sql::EngineSql {
  public:
-  std::string Declare(const access_sql::ColumnDefinition& definition) const override;
+  std::string Declare(const access_sql::ColumnDefinition& definition,
+                      const access_sql::StoredValue& defaultValue) const override;
   std::string Parameter(std::size_t position) const override;
   std::string Fixed(const access_sql::StoredValue& value, access_sql::ColumnType type,
                     access_sql::LiteralUse use) const override;
