@@ -318,4 +318,11 @@ Translation Translate(const Statement& statement, const Catalogue& catalogue, co
   return std::visit(Translator(catalogue, engine, regional), statement);
 }
 
+int FindColumn(const Translation& translation, std::string_view name) {
+  for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
+    if (SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
+  }
+  throw DatabaseError("there is no result column " + std::string(name));
+}
+
 }  // namespace orlune::access_sql

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "drivers/access_sql/ast.h"
@@ -36,5 +37,8 @@ struct Translation {
 /// unknown tables and columns and for literals that do not fit.
 Translation Translate(const Statement& statement, const Catalogue& catalogue, const EngineSql& engine,
                       const RegionalSettings& regional);
+
+/// The position of a result's column, whatever the case of its name. Throws DatabaseError when there is none.
+int FindColumn(const Translation& translation, std::string_view name);
 
 }  // namespace orlune::access_sql
