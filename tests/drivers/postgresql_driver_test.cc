@@ -41,8 +41,8 @@ class Postgresql : public testing::DatabaseFixture {
   /// Ends the connections of this test, as a restart of the server does.
   void EndConnections() {
     place_.RunNative(
-        "SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity WHERE application_name = '" + name_ +
-        "'");
+        "SELECT count(pg_terminate_backend(pid, 5000)) FROM pg_stat_activity WHERE application_name = '" +
+        name_ + "'");
   }
 
   /// Tells the connections of this test from those of others.

@@ -28,6 +28,9 @@ class Database {
   /// is lost. Asks the server only to read the tables again.
   bool Renew();
 
+  /// Whether the connection holds, as far as that is known without asking the server.
+  bool IsAlive() { return link_.IsAlive(); }
+
   /// Begins to read from one state of the database, unless that or a transaction is going on.
   void EnsureReading();
   void EndReading();
