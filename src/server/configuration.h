@@ -29,7 +29,8 @@ struct Configuration {
   std::filesystem::path Site = "site";
   std::string Region = "en_US";
   long long SessionMinutes = 60;
-  long long Threads = 0;  ///< 0: chosen from the processors
+  bool StoresSessions = false;  ///< in the databases of their pages, not in memory
+  long long Threads = 0;        ///< 0: chosen from the processors
   std::filesystem::path SecretFile = "var/secret.key";
   std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;

@@ -21,7 +21,7 @@ struct Index {
 
 /// The queries of one page, whatever the number of rows, read through these, and so does what renaming a user
 /// changes.
-constexpr std::array<Index, 11> kIndexes{{
+constexpr std::array<Index, 13> kIndexes{{
     {"CalendarsName", "Calendars", {"Name"}, ""},
     {"CalendarsChoice", "Calendars", {"IsGroup", "FriendlyName", "Name", "IsHidden"}, ""},
     {"EventsOwnerBegin", "Events", {"Owner", "BeginDate"}, ""},
@@ -33,6 +33,8 @@ constexpr std::array<Index, 11> kIndexes{{
     {"MessagesSender", "Messages", {"Sender"}, ""},
     {"GroupViewsName", "GroupViews", {"Name"}, ""},
     {"GroupViewsOwner", "GroupViews", {"Owner", "FriendlyName"}, ""},
+    {"SessionsKey", "Sessions", {"SessionKey"}, ""},
+    {"SessionsExpiry", "Sessions", {"Expires"}, ""},
 }};
 
 std::string ColumnList(const Index& index) {
