@@ -44,7 +44,7 @@ void PageSession::Set(std::string_view key, std::string_view value) {
   change.Set(key, value);
   ApplyChanges(change, values_);
   changes_.Set(key, value);
-  if (key == kLoginKey || values_.size() == 0) needsNewIdentifier_ = true;
+  if (key == kLoginKey) needsNewIdentifier_ = true;
 }
 
 void PageSession::Save() {

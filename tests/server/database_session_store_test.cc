@@ -108,6 +108,7 @@ TEST_F(DatabaseSessions, LoseNoChangeOfManyAtOnce) {
   constexpr int kChanges = 25;
   const std::string id = LogIn(first_);
   std::vector<std::jthread> threads;
+  threads.reserve(kServers);
   for (int i = 0; i < kServers; ++i) {
     threads.emplace_back([this, i, &id] {
       ServerOfSessions server(database_, elapsed_);
