@@ -1,7 +1,7 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
