@@ -134,7 +134,7 @@ TEST_F(CommandLine, TellsSuccessFailureAndMisuseApart) {
       {Serve({"--listen", "nowhere:1"}), 2, "cannot listen at \"nowhere:1\""},
       {Serve({"--now", "2004-02-30T10:30:00"}), 2, "expected a time such as"},
       {Serve({"--now", "2004-03-15"}), 2, "expected a time such as"},
-      {{"init"}, 2, "file"},
+      {{"init"}, 2, "database"},
       {{"init", database}, 1, "there.db"},
   };
   for (const auto& c : cases) {
