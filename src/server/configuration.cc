@@ -25,9 +25,16 @@ struct NumberMember {
   long long Most;
 };
 
+/// One of two words, which stand for false and true.
+struct WordMember {
+  bool Configuration::*Member;
+  std::string_view False;
+  std::string_view True;
+};
+
 struct ServerSetting {
   std::string_view Name;
-  std::variant<TextMember, PathMember, NumberMember> Target;
+  std::variant<TextMember, PathMember, NumberMember, WordMember> Target;
   std::string_view Default;
   std::string_view Help;
 };
@@ -38,6 +45,8 @@ constexpr ServerSetting kServerSettings[] = {
     {"region", &Configuration::Region, "\"en_US\"", "how dates are written"},
     {"session_minutes", NumberMember{&Configuration::SessionMinutes, 1, 525'600}, "60",
      "how long a login rests"},
+    {"session_store", WordMember{&Configuration::StoresSessions, "memory", "database"}, "\"memory\"",
+     "where logins are kept: \"memory\" or \"database\""},
     {"threads", NumberMember{&Configuration::Threads, 0, 512}, "0", "0: chosen from the processors"},
     {"database_connections", NumberMember{&Configuration::DatabaseConnections, 0, 1000}, "0",
      "most connections to a database server, for each region; 0: as many as threads need"},
@@ -67,6 +76,7 @@ class Reader {
   bool Switch(std::string_view key, const toml::node& node) const;
   long long Number(std::string_view key, const toml::node& node, const NumberMember& bounds) const;
   std::string Path(std::string_view key, const toml::node& node) const;
+  bool Word(std::string_view key, const toml::node& node, const WordMember& words) const;
 
   void ReadServer(const toml::node& node);
   void ReadServerSetting(const ServerSetting& setting, const toml::node& node);
@@ -115,6 +125,14 @@ std::string Reader::Path(std::string_view key, const toml::node& node) const {
   return (folder_ / text).lexically_normal().string();
 }
 
+bool Reader::Word(std::string_view key, const toml::node& node, const WordMember& words) const {
+  const std::string text = Text(key, node);
+  if (text != words.False && text != words.True)
+    Refuse(node.source(), key,
+           "expected \"" + std::string(words.False) + "\" or \"" + std::string(words.True) + '"');
+  return text == words.True;
+}
+
 Configuration Reader::Read(const toml::table& root) {
   result_.DatabaseFolder = folder_;
   result_.Site = folder_ / result_.Site;
@@ -150,6 +168,8 @@ void Reader::ReadServerSetting(const ServerSetting& setting, const toml::node& n
     result_.** text = Text(setting.Name, node);
   } else if (const auto* path = std::get_if<PathMember>(&setting.Target)) {
     result_.** path = Path(setting.Name, node);
+  } else if (const auto* words = std::get_if<WordMember>(&setting.Target)) {
+    result_.*words->Member = Word(setting.Name, node, *words);
   } else {
     const NumberMember& number = std::get<NumberMember>(setting.Target);
     result_.*number.Member = Number(setting.Name, node, number);

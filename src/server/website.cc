@@ -7,7 +7,6 @@
 #include "server/http_request.h"
 #include "server/http_response.h"
 #include "server/log_text.h"
-#include "server/page_session.h"
 #include "server/request_guard.h"
 
 namespace orlune {
@@ -34,7 +33,7 @@ bool IsOverHttps(const RequestMessage& request) {
 
 void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
                       bool isSecure) {
-  const std::optional<std::string> id = session.NewIdentifier();
+  const std::optional<std::string>& id = session.NewIdentifier();
   if (!id) return;
   BrowserCookie cookie{kSessionCookie, *id, path, std::nullopt, isSecure};
   if (id->empty()) cookie.Lifetime = std::chrono::seconds(0);
@@ -82,15 +81,16 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   PageSession session(parts_.Sessions, page.Path,
                       CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   PageServer server(parts_.Files, page.Path);
-  const bool isAnswered = RunPage(page, {&request, &response, &session, &server});
+  const bool isAnswered = RunPage(page, {&request, &response, &session, &server}, session);
   ReplyMessage reply = isAnswered ? response.Finish() : Refusal(500);
   AddSessionCookie(reply, session, page.Path, isSecure);
   return reply;
 }
 
-bool Website::RunPage(const HostedPage& page, const ScriptingContext& context) const {
+bool Website::RunPage(const HostedPage& page, const ScriptingContext& context, PageSession& session) const {
   try {
     page.Answer(context);
+    session.Save();
     return true;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));

@@ -12,6 +12,7 @@
 #include "platform/page_host.h"
 #include "server/cookie_sealer.h"
 #include "server/http_message.h"
+#include "server/page_session.h"
 #include "server/session_store.h"
 #include "server/static_files.h"
 
@@ -49,7 +50,8 @@ class Website {
  private:
   const HostedPage* FindPage(std::string_view path) const;
   ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message);
-  bool RunPage(const HostedPage& page, const ScriptingContext& context) const;
+  /// Whether the page answered and what it changed in the session is kept.
+  bool RunPage(const HostedPage& page, const ScriptingContext& context, PageSession& session) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;
