@@ -10,7 +10,9 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
+#include "commands/copy.h"
 #include "component/version.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "server/clocks.h"
@@ -68,6 +70,24 @@ void AddInit(CLI::App& program, InitOptions& options) {
   init->callback([&options] { Init(options); });
 }
 
+void Copy(const CopyOptions& options) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  DatabaseEngines engines(regional);
+  CopyProgress progress(std::cerr, isatty(STDERR_FILENO) == 1);
+  CopyDatabase(options, engines, std::cout, progress);
+}
+
+void AddCopy(CLI::App& program, CopyOptions& options) {
+  CLI::App* copy = program.add_subcommand("copy", "Copy a database into a new one, and compare the two");
+  copy->footer(
+      "Stop the servers of both first. A copy that was interrupted goes on when the same command is given "
+      "again.\nA database is a file, or a URL such as postgresql://user@host/name.");
+  copy->add_option("from", options.From, "The database to copy; it is only read")->required();
+  copy->add_option("to", options.To, "The new database; made when it is missing, else it must be empty")
+      ->required();
+  copy->callback([&options] { Copy(options); });
+}
+
 }  // namespace
 
 int RunCommandLine(int argc, const char* const* argv) {
@@ -76,8 +96,10 @@ int RunCommandLine(int argc, const char* const* argv) {
   program.require_subcommand(1);
   ServeOptions serveOptions;
   InitOptions initOptions{{}, std::nullopt, false, SystemClock().Now().Day};
+  CopyOptions copyOptions;
   AddServe(program, serveOptions);
   AddInit(program, initOptions);
+  AddCopy(program, copyOptions);
   try {
     program.parse(argc, argv);
     return 0;

@@ -83,6 +83,12 @@ bool HasAllIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
   return MissingIndexes(database, catalogue).empty();
 }
 
+std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+  std::vector<std::string> names;
+  for (const Index* index : MissingIndexes(database, catalogue)) names.emplace_back(index->Name);
+  return names;
+}
+
 void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
   Run(database, "BEGIN IMMEDIATE");
   try {
@@ -91,6 +97,12 @@ void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalo
   } catch (const DatabaseError&) {
     Run(database, "ROLLBACK");
     throw;
+  }
+}
+
+void DropIndexes(sqlite3* database) {
+  for (const Index& index : kIndexes) {
+    Run(database, std::string("DROP INDEX IF EXISTS ").append(index.Name).c_str());
   }
 }
 
