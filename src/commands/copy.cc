@@ -50,8 +50,8 @@ bool HasAnyAddition(const access_sql::Catalogue& catalogue) {
 /// One copying; serves once.
 class Copy {
  public:
-  Copy(const CopyOptions& options, DatabaseEngines& engines, std::ostream& output, CopyProgress& progress)
-      : from_(options.From), to_(options.To), engines_(engines), output_(output), progress_(progress) {}
+  Copy(const DatabasePlace& from, const DatabasePlace& to, std::ostream& output, CopyProgress& progress)
+      : from_(from), to_(to), output_(output), progress_(progress) {}
 
   void Run();
 
@@ -66,9 +66,8 @@ class Copy {
   void TellLosses(const LostFields& lost);
   void TellWhatStays();
 
-  const std::string from_;
-  const std::string to_;
-  DatabaseEngines& engines_;
+  const DatabasePlace& from_;
+  const DatabasePlace& to_;
   std::ostream& output_;
   CopyProgress& progress_;
   std::unique_ptr<DatabaseMaintenance> source_;
@@ -78,7 +77,7 @@ class Copy {
 };
 
 void Copy::Run() {
-  if (IsSameDatabase(from_, to_)) Refuse("A database cannot be copied into itself.");
+  if (IsSameDatabase(from_.Address, to_.Address)) Refuse("A database cannot be copied into itself.");
   OpenSource();
   OpenTarget();
   for (const access_sql::Table& table : tables_.Tables) CopyTable(table, *source_, *target_, progress_);
@@ -87,17 +86,17 @@ void Copy::Run() {
     Refuse(
         "The copy differs from its source, which was perhaps written to meanwhile. Stop the servers that use "
         "it, remove " +
-        ShownAddress(to_) + ", and copy again; until then the copy stays marked as unfinished.");
+        ShownAddress(to_.Address) + ", and copy again; until then the copy stays marked as unfinished.");
   }
   target_->MarkCopyComplete();
-  if (form_ == SchemaForm::kBase) UpgradeSchema(*engines_.Of(to_).Connect(to_));
-  output_ << "copied " << ShownAddress(from_) << " to " << ShownAddress(to_) << "\n";
+  if (form_ == SchemaForm::kBase) UpgradeSchema(*to_.Engine.Connect(to_.Address));
+  output_ << "copied " << ShownAddress(from_.Address) << " to " << ShownAddress(to_.Address) << "\n";
 }
 
 void Copy::OpenSource() {
-  source_ = engines_.Of(from_).OpenToRead(from_);
+  source_ = from_.Engine.OpenToRead(from_.Address);
   if (source_->UnfinishedCopySource()) {
-    Refuse("The database " + ShownAddress(from_) + " is itself an unfinished copy of " +
+    Refuse("The database " + ShownAddress(from_.Address) + " is itself an unfinished copy of " +
            *source_->UnfinishedCopySource() + "; finish that one first.");
   }
   form_ = FormOf(source_->Tables());
@@ -107,25 +106,25 @@ void Copy::OpenSource() {
 SchemaForm Copy::FormOf(const access_sql::Catalogue& catalogue) const {
   if (Covers(catalogue, TablesInForm(SchemaForm::kCurrent))) return SchemaForm::kCurrent;
   if (HasAnyAddition(catalogue) || !Covers(catalogue, TablesInForm(SchemaForm::kBase))) {
-    Refuse("The database " + ShownAddress(from_) + " lacks tables or columns; \"orlune check " +
-           ShownAddress(from_) + "\" tells which.");
+    Refuse("The database " + ShownAddress(from_.Address) + " lacks tables or columns; \"orlune check " +
+           ShownAddress(from_.Address) + "\" tells which.");
   }
   return SchemaForm::kBase;
 }
 
 void Copy::OpenTarget() {
-  target_ = engines_.Of(to_).OpenToFill(to_);
+  target_ = to_.Engine.OpenToFill(to_.Address);
   const auto begun = target_->UnfinishedCopySource();
   if (!begun) {
     BeginAnew();
-  } else if (*begun != LastingName(from_)) {
-    Refuse("The database " + ShownAddress(to_) + " is an unfinished copy of " + *begun +
+  } else if (*begun != LastingName(from_.Address)) {
+    Refuse("The database " + ShownAddress(to_.Address) + " is an unfinished copy of " + *begun +
            "; finish that one, or remove it.");
   } else {
     output_ << "going on with the copy that was begun\n";
   }
   if (!Covers(target_->Tables(), tables_)) {
-    Refuse("The database " + ShownAddress(to_) +
+    Refuse("The database " + ShownAddress(to_.Address) +
            " has other tables than its source has now; remove it, and copy again.");
   }
 }
@@ -134,12 +133,12 @@ void Copy::BeginAnew() {
   const access_sql::Catalogue present = target_->Tables();
   for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
     if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0) {
-      Refuse("The database " + ShownAddress(to_) + " is not empty: the table " + table.Name +
+      Refuse("The database " + ShownAddress(to_.Address) + " is not empty: the table " + table.Name +
              " has rows. It was left as it was; name another one.");
     }
   }
-  if (form_ == SchemaForm::kCurrent) UpgradeSchema(*engines_.Of(to_).Connect(to_));
-  target_->MarkUnfinishedCopy(LastingName(from_));
+  if (form_ == SchemaForm::kCurrent) UpgradeSchema(*to_.Engine.Connect(to_.Address));
+  target_->MarkUnfinishedCopy(LastingName(from_.Address));
 }
 
 bool Copy::Compare() {
@@ -169,7 +168,8 @@ void Copy::TellLosses(const LostFields& lost) {
   for (const auto& [place, count] : lost) {
     output_ << "note: " << count << (count == 1 ? " value" : " values") << " of " << place.first << "."
             << place.second << " cannot be read and " << (count == 1 ? "is" : "are")
-            << " missing or mended in the copy; \"orlune check " << ShownAddress(from_) << "\" tells which\n";
+            << " missing or mended in the copy; \"orlune check " << ShownAddress(from_.Address)
+            << "\" tells which\n";
   }
 }
 
@@ -191,9 +191,9 @@ void Copy::TellWhatStays() {
 
 }  // namespace
 
-void CopyDatabase(const CopyOptions& options, DatabaseEngines& engines, std::ostream& output,
+void CopyDatabase(const DatabasePlace& from, const DatabasePlace& to, std::ostream& output,
                   CopyProgress& progress) {
-  Copy(options, engines, output, progress).Run();
+  Copy(from, to, output, progress).Run();
 }
 
 }  // namespace orlune

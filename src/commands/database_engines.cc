@@ -5,11 +5,11 @@
 
 namespace orlune {
 
-DatabaseEngine& DatabaseEngines::Of(std::string_view address) {
+DatabasePlace DatabaseEngines::PlaceOf(const std::string& address) {
   if (IsPostgresqlUrl(address)) {
     throw DatabaseError("there is no engine for " + ShownAddress(address));
   }
-  return sqlite_;
+  return {sqlite_, address};
 }
 
 }  // namespace orlune

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include <string>
 
 #include "commands/sqlite_engine.h"
 #include "drivers/schema/database_engine.h"
@@ -14,8 +14,8 @@ class DatabaseEngines {
   /// `regional` has to outlive the engines.
   explicit DatabaseEngines(const RegionalSettings& regional) : sqlite_(regional) {}
 
-  /// Throws DatabaseError when there is no engine for such an address.
-  DatabaseEngine& Of(std::string_view address);
+  /// Throws DatabaseError when there is no engine for such an address. The engines outlive the place.
+  DatabasePlace PlaceOf(const std::string& address);
 
  private:
   SqliteEngine sqlite_;

@@ -24,4 +24,10 @@ class DatabaseEngine {
   virtual std::unique_ptr<Connection> Connect(const std::string& address) = 0;
 };
 
+/// A database as an operator names it: a file or a URL, and the engine that it leads to.
+struct DatabasePlace {
+  DatabaseEngine& Engine;
+  std::string Address;
+};
+
 }  // namespace orlune
