@@ -4,10 +4,10 @@
 #include <string_view>
 
 #include "commands/calendar_names.h"
-#include "commands/database_address.h"
 #include "commands/findings.h"
 #include "commands/row_checks.h"
 #include "commands/schema_check.h"
+#include "drivers/postgresql/address.h"
 #include "platform/database.h"
 
 namespace orlune {
@@ -57,7 +57,7 @@ bool CheckDatabase(const DatabasePlace& place, std::ostream& output) {
     for (const std::string& damage : database->Damages()) findings.Add(kDamage, damage);
   });
   findings.Print(output);
-  output << ShownAddress(place.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
+  output << WithoutPassword(place.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
   return findings.IsSound();
 }
 

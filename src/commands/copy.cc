@@ -7,20 +7,27 @@
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "commands/current_tables.h"
-#include "commands/database_address.h"
 #include "commands/table_copy.h"
 #include "data/schema_upgrade.h"
+#include "drivers/postgresql/address.h"
 
 namespace orlune {
 namespace {
 
 /// A copy's source as the target remembers it.
 std::string LastingName(const std::string& address) {
-  if (IsPostgresqlUrl(address)) return ShownAddress(address);
+  if (IsPostgresqlAddress(address)) return WithoutPassword(address);
   return std::filesystem::weakly_canonical(address).string();
+}
+
+/// Another spelling of the same host is not recognised, but then the target is not empty.
+bool IsSameDatabase(const std::string& one, const std::string& other) {
+  std::error_code missing;
+  return LastingName(one) == LastingName(other) || std::filesystem::equivalent(one, other, missing);
 }
 
 bool HasColumn(const access_sql::Catalogue& catalogue, std::string_view table, std::string_view column) {
@@ -86,17 +93,17 @@ void Copy::Run() {
     Refuse(
         "The copy differs from its source, which was perhaps written to meanwhile. Stop the servers that use "
         "it, remove " +
-        ShownAddress(to_.Address) + ", and copy again; until then the copy stays marked as unfinished.");
+        WithoutPassword(to_.Address) + ", and copy again; until then the copy stays marked as unfinished.");
   }
   target_->MarkCopyComplete();
   if (form_ == SchemaForm::kBase) UpgradeSchema(*to_.Engine.Connect(to_.Address));
-  output_ << "copied " << ShownAddress(from_.Address) << " to " << ShownAddress(to_.Address) << "\n";
+  output_ << "copied " << WithoutPassword(from_.Address) << " to " << WithoutPassword(to_.Address) << "\n";
 }
 
 void Copy::OpenSource() {
   source_ = from_.Engine.OpenToRead(from_.Address);
   if (source_->UnfinishedCopySource()) {
-    Refuse("The database " + ShownAddress(from_.Address) + " is itself an unfinished copy of " +
+    Refuse("The database " + WithoutPassword(from_.Address) + " is itself an unfinished copy of " +
            *source_->UnfinishedCopySource() + "; finish that one first.");
   }
   form_ = FormOf(source_->Tables());
@@ -106,8 +113,8 @@ void Copy::OpenSource() {
 SchemaForm Copy::FormOf(const access_sql::Catalogue& catalogue) const {
   if (Covers(catalogue, TablesInForm(SchemaForm::kCurrent))) return SchemaForm::kCurrent;
   if (HasAnyAddition(catalogue) || !Covers(catalogue, TablesInForm(SchemaForm::kBase))) {
-    Refuse("The database " + ShownAddress(from_.Address) + " lacks tables or columns; \"orlune check " +
-           ShownAddress(from_.Address) + "\" tells which.");
+    Refuse("The database " + WithoutPassword(from_.Address) + " lacks tables or columns; \"orlune check " +
+           WithoutPassword(from_.Address) + "\" tells which.");
   }
   return SchemaForm::kBase;
 }
@@ -118,13 +125,13 @@ void Copy::OpenTarget() {
   if (!begun) {
     BeginAnew();
   } else if (*begun != LastingName(from_.Address)) {
-    Refuse("The database " + ShownAddress(to_.Address) + " is an unfinished copy of " + *begun +
+    Refuse("The database " + WithoutPassword(to_.Address) + " is an unfinished copy of " + *begun +
            "; finish that one, or remove it.");
   } else {
     output_ << "going on with the copy that was begun\n";
   }
   if (!Covers(target_->Tables(), tables_)) {
-    Refuse("The database " + ShownAddress(to_.Address) +
+    Refuse("The database " + WithoutPassword(to_.Address) +
            " has other tables than its source has now; remove it, and copy again.");
   }
 }
@@ -133,7 +140,7 @@ void Copy::BeginAnew() {
   const access_sql::Catalogue present = target_->Tables();
   for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
     if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0) {
-      Refuse("The database " + ShownAddress(to_.Address) + " is not empty: the table " + table.Name +
+      Refuse("The database " + WithoutPassword(to_.Address) + " is not empty: the table " + table.Name +
              " has rows. It was left as it was; name another one.");
     }
   }
@@ -168,7 +175,7 @@ void Copy::TellLosses(const LostFields& lost) {
   for (const auto& [place, count] : lost) {
     output_ << "note: " << count << (count == 1 ? " value" : " values") << " of " << place.first << "."
             << place.second << " cannot be read and " << (count == 1 ? "is" : "are")
-            << " missing or mended in the copy; \"orlune check " << ShownAddress(from_.Address)
+            << " missing or mended in the copy; \"orlune check " << WithoutPassword(from_.Address)
             << "\" tells which\n";
   }
 }

@@ -1,102 +1,65 @@
 #include "commands/current_tables.h"
 
-#include <algorithm>
+#include <array>
 #include <string>
-#include <vector>
+
+#include "drivers/schema/base_tables.h"
 
 namespace orlune {
 namespace {
 
 using access_sql::ColumnType;
 
-enum class Life { kAlways, kUntilUpgrade, kSinceUpgrade };
-
-struct KnownColumn {
+struct ColumnOfTable {
+  std::string_view Table;
   std::string_view Name;
   ColumnType Type;
-  Life Lives = Life::kAlways;
 };
 
-struct KnownTable {
-  std::string_view Name;
-  std::vector<KnownColumn> Columns;
-};
+/// What the upgrade adds, whole tables by their columns.
+constexpr std::array<ColumnOfTable, 15> kAdditions{{
+    {"Calendars", "ClockMode", ColumnType::kLong},
+    {"Calendars", "IsHidden", ColumnType::kYesNo},
+    {"Calendars", "FirstDayOfWeek", ColumnType::kLong},
+    {"Calendars", "Weekend", ColumnType::kText},
+    {"Events", "EventType", ColumnType::kText},
+    {"GroupViews", "GroupID", ColumnType::kCounter},
+    {"GroupViews", "FriendlyName", ColumnType::kText},
+    {"GroupViews", "Name", ColumnType::kText},
+    {"GroupViews", "Owner", ColumnType::kText},
+    {"GroupViews", "Calendars", ColumnType::kText},
+    {"GroupViews", "BackGround", ColumnType::kText},
+    {"GroupViews", "ForeGround", ColumnType::kText},
+    {"EventTypes", "TypeID", ColumnType::kCounter},
+    {"EventTypes", "TypeName", ColumnType::kText},
+    {"EventTypes", "FileName", ColumnType::kText},
+}};
 
-const std::vector<KnownTable>& KnownTables() {
-  using enum ColumnType;
-  static const std::vector<KnownTable> kTables{
-      {"Calendars",
-       {{"CalendarID", kCounter},
-        {"Name", kText},
-        {"FriendlyName", kText},
-        {"Password", kText},
-        {"IsGroup", kYesNo},
-        {"MemberOfGroups", kMemo},
-        {"AdminOfGroups", kMemo},
-        {"DayBegin", kLong},
-        {"DayEnd", kLong},
-        {"StartMode", kText},
-        {"StyleSheet", kLong},
-        {"MondayFirst", kYesNo, Life::kUntilUpgrade},
-        {"ClockMode", kLong, Life::kSinceUpgrade},
-        {"IsHidden", kYesNo, Life::kSinceUpgrade},
-        {"FirstDayOfWeek", kLong, Life::kSinceUpgrade},
-        {"Weekend", kText, Life::kSinceUpgrade}}},
-      {"StyleSheets", {{"SheetID", kCounter}, {"SheetName", kText}, {"SheetFile", kText}}},
-      {"EventTypes",
-       {{"TypeID", kCounter, Life::kSinceUpgrade},
-        {"TypeName", kText, Life::kSinceUpgrade},
-        {"FileName", kText, Life::kSinceUpgrade}}},
-      {"GroupViews",
-       {{"GroupID", kCounter, Life::kSinceUpgrade},
-        {"FriendlyName", kText, Life::kSinceUpgrade},
-        {"Name", kText, Life::kSinceUpgrade},
-        {"Owner", kText, Life::kSinceUpgrade},
-        {"Calendars", kText, Life::kSinceUpgrade},
-        {"BackGround", kText, Life::kSinceUpgrade},
-        {"ForeGround", kText, Life::kSinceUpgrade}}},
-      {"Messages",
-       {{"MessageID", kCounter},
-        {"Sender", kText},
-        {"Recipient", kText},
-        {"SentDate", kDateTime},
-        {"Subject", kText},
-        {"Content", kMemo},
-        {"Viewed", kYesNo},
-        {"Suggestion", kText}}},
-      {"Events",
-       {{"EventID", kCounter},
-        {"EventName", kText},
-        {"Owner", kText},
-        {"Type", kText},
-        {"BeginDate", kDate},
-        {"EndDate", kDate},
-        {"BeginTime", kTime},
-        {"EndTime", kTime},
-        {"RepeatWeekday", kText},
-        {"RepeatFrequency", kText},
-        {"RepeatDay", kText},
-        {"RepeatWeekends", kText},
-        {"Comments", kMemo},
-        {"Private", kYesNo},
-        {"SuggestState", kText},
-        {"SuggID", kText},
-        {"EventType", kText, Life::kSinceUpgrade}}},
-  };
-  return kTables;
+/// Taken over into `FirstDayOfWeek` and dropped.
+constexpr std::string_view kDropped = "MondayFirst";
+
+void Add(access_sql::Catalogue& catalogue, const ColumnOfTable& addition) {
+  access_sql::Table* holder = nullptr;
+  for (access_sql::Table& table : catalogue.Tables) {
+    if (table.Name == addition.Table) holder = &table;
+  }
+  if (holder == nullptr) holder = &catalogue.Tables.emplace_back(std::string(addition.Table));
+  holder->Columns.push_back({std::string(addition.Name), addition.Type});
 }
 
 }  // namespace
 
 access_sql::Catalogue TablesInForm(SchemaForm form) {
-  const Life absent = form == SchemaForm::kBase ? Life::kSinceUpgrade : Life::kUntilUpgrade;
   access_sql::Catalogue catalogue;
-  for (const KnownTable& known : KnownTables()) {
-    access_sql::Table table{std::string(known.Name), {}};
-    for (const KnownColumn& column : known.Columns) {
-      if (column.Lives != absent) table.Columns.push_back({std::string(column.Name), column.Type});
+  for (const schema::BaseTable& base : schema::BaseTables()) {
+    access_sql::Table& table = catalogue.Tables.emplace_back(base.Name);
+    for (const schema::BaseColumn& column : base.Columns) {
+      const access_sql::Column& defined = column.Definition.Defined;
+      if (form == SchemaForm::kBase || defined.Name != kDropped) table.Columns.push_back(defined);
     }
-    if (!table.Columns.empty()) catalogue.Tables.push_back(std::move(table));
+  }
+  if (form == SchemaForm::kCurrent) {
+    for (const ColumnOfTable& addition : kAdditions) Add(catalogue, addition);
   }
   return catalogue;
 }
@@ -104,7 +67,7 @@ access_sql::Catalogue TablesInForm(SchemaForm form) {
 bool IsAddedByUpgrade(std::string_view table, std::string_view column) {
   const access_sql::Catalogue base = TablesInForm(SchemaForm::kBase);
   const access_sql::Table* found = base.Find(table);
-  return found == nullptr || found->Find(column) == nullptr;
+  return found == nullptr || (!column.empty() && found->Find(column) == nullptr);
 }
 
 }  // namespace orlune

@@ -1,13 +1,13 @@
 #include "commands/database_engines.h"
 
-#include "commands/database_address.h"
+#include "drivers/postgresql/address.h"
 #include "platform/database.h"
 
 namespace orlune {
 
 DatabasePlace DatabaseEngines::PlaceOf(const std::string& address) {
-  if (IsPostgresqlUrl(address)) {
-    throw DatabaseError("there is no engine for " + ShownAddress(address));
+  if (IsPostgresqlAddress(address)) {
+    throw DatabaseError("there is no engine for " + WithoutPassword(address));
   }
   return {sqlite_, address};
 }

@@ -16,10 +16,10 @@
 
 #include "commands/check.h"
 #include "commands/copy.h"
-#include "commands/database_address.h"
 #include "commands/database_engines.h"
 #include "component/version.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "drivers/postgresql/address.h"
 #include "server/clocks.h"
 #include "server/configuration.h"
 #include "server/init.h"
@@ -110,7 +110,7 @@ std::set<std::string> DatabasesToCheck(const CheckOptions& options) {
   std::set<std::string> addresses;
   for (const PageConfiguration& page : configuration.Pages) {
     if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
-    const bool isUrl = IsPostgresqlUrl(page.DBPath);
+    const bool isUrl = IsPostgresqlAddress(page.DBPath);
     addresses.insert(isUrl ? page.DBPath : DatabaseFile(configuration, page).string());
   }
   return addresses;

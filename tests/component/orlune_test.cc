@@ -10,7 +10,7 @@ namespace {
 using Component = CalendarFixture;
 
 TEST_F(Component, SaysThatItsDatabaseCannotBeOpened) {
-  databaseFile_ = "/nowhere/calendar.db";
+  databasePath_ = "/nowhere/calendar.db";
   EXPECT_EQ(Get("p=c").Body, "Could not open database /nowhere/calendar.db.");
 }
 

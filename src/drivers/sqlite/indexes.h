@@ -20,6 +20,6 @@ std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const access_s
 void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue);
 
 /// Drops those indexes, so that many rows are written quickly. Throws DatabaseError.
-void DropIndexes(sqlite3* database);
+void DropIndexes(sqlite3* database, const access_sql::Catalogue& catalogue);
 
 }  // namespace orlune::sqlite

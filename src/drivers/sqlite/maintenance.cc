@@ -6,9 +6,9 @@
 
 #include <sqlite3.h>
 
+#include "drivers/access_sql/engine_sql.h"
 #include "drivers/access_sql/evaluation.h"
 #include "drivers/sqlite/catalogue_reader.h"
-#include "drivers/sqlite/column_declaration.h"
 #include "drivers/sqlite/indexes.h"
 #include "frame/dates.h"
 #include "platform/database.h"
@@ -16,6 +16,7 @@
 namespace orlune::sqlite {
 
 using access_sql::ColumnType;
+using access_sql::Quoted;
 
 namespace {
 
@@ -225,7 +226,7 @@ std::optional<std::string> Maintenance::UnfinishedCopySource() {
 
 void Maintenance::MarkUnfinishedCopy(const std::string& source) {
   WriteTransaction transaction(database_.get());
-  DropIndexes(database_.get());
+  DropIndexes(database_.get(), Tables());
   Run("CREATE TABLE " + Quoted(kUnfinishedCopy) + " (Source MEMO TEXT)", {});
   Run("INSERT INTO " + Quoted(kUnfinishedCopy) + " (Source) VALUES (?)", std::array<StoredField, 1>{source});
   transaction.Commit();
