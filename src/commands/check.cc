@@ -46,8 +46,8 @@ void CheckRows(DatabaseMaintenance& database, const access_sql::Catalogue& table
 
 }  // namespace
 
-bool CheckDatabase(const DatabasePlace& place, std::ostream& output) {
-  const std::unique_ptr<DatabaseMaintenance> database = place.Engine.OpenToRead(place.Address);
+bool CheckDatabase(const NamedDatabase& named, std::ostream& output) {
+  const std::unique_ptr<DatabaseMaintenance> database = named.Engine.OpenToRead(named.Address);
   Findings findings;
   Guarded(findings, [&] {
     const access_sql::Catalogue tables = CheckSchema(*database, findings);
@@ -57,7 +57,7 @@ bool CheckDatabase(const DatabasePlace& place, std::ostream& output) {
     for (const std::string& damage : database->Damages()) findings.Add(kDamage, damage);
   });
   findings.Print(output);
-  output << WithoutPassword(place.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
+  output << WithoutPassword(named.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
   return findings.IsSound();
 }
 

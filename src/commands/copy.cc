@@ -57,7 +57,7 @@ bool HasAnyAddition(const access_sql::Catalogue& catalogue) {
 /// One copying; serves once.
 class Copy {
  public:
-  Copy(const DatabasePlace& from, const DatabasePlace& to, std::ostream& output, CopyProgress& progress)
+  Copy(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output, CopyProgress& progress)
       : from_(from), to_(to), output_(output), progress_(progress) {}
 
   void Run();
@@ -73,8 +73,8 @@ class Copy {
   void TellLosses(const LostFields& lost);
   void TellWhatStays();
 
-  const DatabasePlace& from_;
-  const DatabasePlace& to_;
+  const NamedDatabase& from_;
+  const NamedDatabase& to_;
   std::ostream& output_;
   CopyProgress& progress_;
   std::unique_ptr<DatabaseMaintenance> source_;
@@ -198,7 +198,7 @@ void Copy::TellWhatStays() {
 
 }  // namespace
 
-void CopyDatabase(const DatabasePlace& from, const DatabasePlace& to, std::ostream& output,
+void CopyDatabase(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output,
                   CopyProgress& progress) {
   Copy(from, to, output, progress).Run();
 }

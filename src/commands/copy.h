@@ -12,7 +12,7 @@ namespace orlune {
 /// is called again, because the target says that it is unfinished until the comparison has succeeded. A
 /// source of the form before the upgrade is copied as it is, and the copy is upgraded. The source is only
 /// read. Throws std::runtime_error with a sentence for the operator, also when the two differ.
-void CopyDatabase(const DatabasePlace& from, const DatabasePlace& to, std::ostream& output,
+void CopyDatabase(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output,
                   CopyProgress& progress);
 
 }  // namespace orlune

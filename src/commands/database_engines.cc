@@ -5,7 +5,7 @@
 
 namespace orlune {
 
-DatabasePlace DatabaseEngines::PlaceOf(const std::string& address) {
+NamedDatabase DatabaseEngines::Named(const std::string& address) {
   if (IsPostgresqlAddress(address)) {
     throw DatabaseError("there is no engine for " + WithoutPassword(address));
   }

@@ -14,8 +14,8 @@ class DatabaseEngines {
   /// `regional` has to outlive the engines.
   explicit DatabaseEngines(const RegionalSettings& regional) : sqlite_(regional) {}
 
-  /// Throws DatabaseError when there is no engine for such an address. The engines outlive the place.
-  DatabasePlace PlaceOf(const std::string& address);
+  /// Throws DatabaseError when there is no engine for such an address. The engines outlive what it returns.
+  NamedDatabase Named(const std::string& address);
 
  private:
   SqliteEngine sqlite_;

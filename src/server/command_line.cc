@@ -85,7 +85,7 @@ void Copy(const CopyOptions& options) {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   DatabaseEngines engines(regional);
   CopyProgress progress(std::cerr, isatty(STDERR_FILENO) == 1);
-  CopyDatabase(engines.PlaceOf(options.From), engines.PlaceOf(options.To), std::cout, progress);
+  CopyDatabase(engines.Named(options.From), engines.Named(options.To), std::cout, progress);
 }
 
 void AddCopy(CLI::App& program, CopyOptions& options) {
@@ -121,7 +121,7 @@ bool Check(const CheckOptions& options) {
   DatabaseEngines engines(regional);
   bool areSound = true;
   for (const std::string& address : DatabasesToCheck(options)) {
-    areSound = CheckDatabase(engines.PlaceOf(address), std::cout) && areSound;
+    areSound = CheckDatabase(engines.Named(address), std::cout) && areSound;
   }
   return areSound;
 }

@@ -25,7 +25,7 @@ class DatabaseEngine {
 };
 
 /// A database as an operator names it: a file or a URL, and the engine that it leads to.
-struct DatabasePlace {
+struct NamedDatabase {
   DatabaseEngine& Engine;
   std::string Address;
 };
