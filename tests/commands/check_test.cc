@@ -22,8 +22,13 @@ class CheckTest : public CommandsFixture {
 TEST_F(CheckTest, FindsNothingInASoundDatabase) {
   DatabasePlace place;
   MakeCurrent(place);
-  AddDemoCompany(*place.MakeDriver(regional_)->Open(place.Path()), regional_,
-                 std::chrono::year{2004} / 3 / 15, "demo1");
+  const auto driver = place.MakeDriver(regional_);
+  const auto database = driver->Open(place.Path());
+  database->Begin();
+  for (int i = 0; i < 3; ++i)
+    database->Execute(Statement("INSERT INTO StyleSheets (SheetName) VALUES ('x')"));
+  AddDemoCompany(*database, regional_, std::chrono::year{2004} / 3 / 15, "demo1");
+  database->Commit();
   EXPECT_TRUE(Check(place));
   EXPECT_EQ(output_.str(), place.Path() + " is sound\n");
 }
@@ -61,7 +66,7 @@ TEST_F(CheckTest, TellsEachFaultAndWhere) {
        "Names of calendars are there twice, whatever their case (1)"},
       {"no name", {Statement("INSERT INTO Calendars (Password) VALUES ('x')")}, "Calendars have no name (1)"},
       {"unknown group",
-       {Statement("UPDATE Calendars SET MemberOfGroups = 'sales, gone' WHERE Name = 'Ben'")},
+       {Statement("UPDATE Calendars SET MemberOfGroups = 'team, gone' WHERE Name = 'Ben'")},
        "calendar \"Ben\": \"gone\" in MemberOfGroups\n"},
       {"user as a group",
        {Statement("UPDATE Calendars SET AdminOfGroups = 'ben' WHERE Name = 'Ben'")},
@@ -109,7 +114,7 @@ TEST_F(CheckTest, TellsEachFaultAndWhere) {
        {View("ben, admin", "red", "red, red")},
        "Group views have not one colour for each calendar"},
       {"member that is gone", {View("ben, gone", "a, b", "a, b")}, "group view \"v\": \"gone\"\n", true},
-      {"table", {Statement("ALTER TABLE Events DROP COLUMN Type")}, "Events.Type\n"},
+      {"column", {Statement("ALTER TABLE Messages DROP COLUMN Subject")}, "  Messages.Subject\n"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);

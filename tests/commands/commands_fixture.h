@@ -31,14 +31,20 @@ class CommandsFixture : public ::testing::Test {
     place.MakeDriver(regional_)->Open(place.Path())->Execute(statement);
   }
 
-  /// Makes a sound database without events: 'admin', 'default', and 'Ben' of the group 'sales'.
+  /// Makes a sound database without events: 'admin', 'default', and 'Ben' of the group 'team'.
   void Make(const DatabasePlace& place) {
     place.CreateTables();
-    Run(place, Statement("INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('Default', 'default.css')"));
-    for (const char* group : {"default", "sales"})
-      Run(place, Statement("INSERT INTO Calendars (Name, IsGroup) VALUES ('{}', yes)", group));
-    Run(place, Statement("INSERT INTO Calendars (Name, Password) VALUES ('admin', 'x')"));
-    Run(place, Statement("INSERT INTO Calendars (Name, MemberOfGroups) VALUES ('Ben', 'default, sales')"));
+    const auto driver = place.MakeDriver(regional_);
+    const auto database = driver->Open(place.Path());
+    database->Begin();
+    database->Execute(
+        Statement("INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('Default', 'default.css')"));
+    for (const char* group : {"default", "team"})
+      database->Execute(Statement("INSERT INTO Calendars (Name, IsGroup) VALUES ('{}', yes)", group));
+    database->Execute(Statement("INSERT INTO Calendars (Name, Password) VALUES ('admin', 'x')"));
+    database->Execute(
+        Statement("INSERT INTO Calendars (Name, MemberOfGroups) VALUES ('Ben', 'default, team')"));
+    database->Commit();
   }
   void MakeCurrent(const DatabasePlace& place) {
     Make(place);
