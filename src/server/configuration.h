@@ -29,7 +29,8 @@ struct Configuration {
   std::filesystem::path Site = "site";
   std::string Region = "en_US";
   long long SessionMinutes = 60;
-  long long Threads = 0;  ///< 0: chosen from the processors
+  long long Threads = 0;              ///< 0: chosen from the processors
+  long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
   std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;

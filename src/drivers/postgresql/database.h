@@ -58,7 +58,9 @@ class Database {
  private:
   enum class State { kIdle, kReading, kTransaction };
 
+  access_sql::Translation Translate(const access_sql::Statement& statement);
   ReplyPtr Send(CachedStatement& translated);
+  void TellSchemaChange();
   void ForgetTables();
   void ReadTables();
   void Deallocate(const std::string& name);
@@ -69,6 +71,7 @@ class Database {
   State state_ = State::kIdle;
   access_sql::Catalogue tables_;
   bool knowsTables_ = false;
+  bool hasReadTables_ = false;  // for the current request
   StatementCache cache_;
   std::vector<ReplyPtr> unconfirmed_;  // of the transaction
   std::uint64_t preparedCount_ = 0;
