@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "server/configuration_error.h"
+#include "server/ip_network.h"
 #include "server/page_properties.h"
 
 namespace orlune {
@@ -31,7 +32,9 @@ struct Configuration {
   long long SessionMinutes = 60;
   long long Threads = 0;  ///< 0: chosen from the processors
   std::filesystem::path SecretFile = "var/secret.key";
-  std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
+  std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
+  long long DrainSeconds = 0;             ///< between the signal to stop and the stop
+  std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 

@@ -158,7 +158,8 @@ void Serve(const ServeOptions& options) {
   }
   const std::string firstPath = pages.front().Path;
   Website website({std::move(pages), StaticFiles(configuration.Site), sessions,
-                   CookieSealer(LoadSecretKey(configuration.SecretFile)), *clock,
+                   CookieSealer(LoadSecretKey(configuration.SecretFile)),
+                   TrustedProxies(configuration.TrustedProxies), *clock,
                    [&configuration, &regions] { return OpenAll(configuration, regions); }, *log});
 
   if (!OpenAll(configuration, regions)) log->warn("serving without a database; \"orlune init\" makes one");

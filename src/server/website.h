@@ -12,8 +12,10 @@
 #include "platform/page_host.h"
 #include "server/cookie_sealer.h"
 #include "server/http_message.h"
+#include "server/http_response.h"
 #include "server/session_store.h"
 #include "server/static_files.h"
+#include "server/trusted_proxies.h"
 
 namespace orlune {
 
@@ -32,6 +34,7 @@ struct WebsiteParts {
   StaticFiles Files;              ///< served at every other address
   SessionStore& Sessions;         ///< outlives the website, as the clock and the log do
   CookieSealer Sealer;
+  TrustedProxies Proxies;
   const orlune::Clock& Clock;
   std::function<bool()> IsHealthy;  ///< what "/healthz" tells
   spdlog::logger& Log;
@@ -43,13 +46,14 @@ class Website {
  public:
   explicit Website(WebsiteParts parts) : parts_(std::move(parts)) {}
 
-  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500.
+  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500, or 503 when
+  /// the database was lost.
   ReplyMessage Answer(const RequestMessage& request);
 
  private:
   const HostedPage* FindPage(std::string_view path) const;
-  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message);
-  bool RunPage(const HostedPage& page, const ScriptingContext& context) const;
+  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
+  ReplyMessage RunPage(const HostedPage& page, const ScriptingContext& context, HttpResponse& response) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;

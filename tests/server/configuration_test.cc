@@ -39,7 +39,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   const Configuration configuration = Load(
       "[server]\nlisten = \"[::1]:81\"\nsite = \"web\"\nregion = \"fi_FI\"\nsession_minutes = 5\nthreads = "
       "3\n"
-      "secret_file = \"/run/orlune.key\"\n"
+      "secret_file = \"/run/orlune.key\"\ntrusted_proxies = [\"10.0.0.0/8\", \"::1\"]\ndrain_seconds = 7\n"
       "[[page]]\npath = \"/a.asp\"\nDBPath = \"../a.db\"\nLoginName = \"\"\nShowTitle = true\nUseCookie = "
       "false\n"
       "[[page]]\npath = \"/team/b.asp\"\nregion = \"sv_SE\"\nDBPath = \"/b.db\"\nExpireCookie = "
@@ -50,6 +50,9 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_EQ(configuration.SessionMinutes, 5);
   EXPECT_EQ(configuration.Threads, 3);
   EXPECT_EQ(configuration.SecretFile, "/run/orlune.key");
+  ASSERT_EQ(configuration.TrustedProxies.size(), 2U);
+  EXPECT_TRUE(configuration.TrustedProxies[0].Contains(IpAddress::Parse("10.1.2.3").value()));
+  EXPECT_EQ(configuration.DrainSeconds, 7);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[0]), folder_.Path().parent_path() / "a.db");
   EXPECT_EQ(configuration.Pages[0].DBPath, "../a.db");
@@ -71,6 +74,8 @@ TEST_F(ConfigurationFile, NeedsOnlyAPage) {
   EXPECT_EQ(configuration.Site, folder_.Path() / "site");
   EXPECT_EQ(configuration.Region, "en_US");
   EXPECT_EQ(configuration.SessionMinutes, 60);
+  EXPECT_TRUE(configuration.TrustedProxies.empty());
+  EXPECT_EQ(configuration.DrainSeconds, 0);
 }
 
 TEST_F(ConfigurationFile, TakesEveryProperty) {
@@ -99,6 +104,10 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {"[server]\nsession_minutes = 0\n" + page, "2", "session_minutes: expected a whole number from 1"},
       {"[server]\nsession_minutes = 1.5\n" + page, "2", "session_minutes: expected a whole number"},
       {"[server]\nsite = \"\"\n" + page, "2", "site: expected a path"},
+      {"[server]\ntrusted_proxies = \"::1\"\n" + page, "2", "trusted_proxies: expected a list of texts"},
+      {"[server]\ntrusted_proxies = [1]\n" + page, "2", "trusted_proxies: expected a text"},
+      {"[server]\ntrusted_proxies = [\"::1\",\n\"10.0.0.1/8\"]\n" + page, "3",
+       "trusted_proxies: expected an address or network such as \"127.0.0.1\" or \"10.0.0.0/8\", not \"10.0"},
       {page + "ShowTitle = 1\n", "4", "ShowTitle: expected true or false"},
       {page + "CalName = true\n", "4", "CalName: expected a text"},
       {page + "DBPath = 1\n", "4", ""},
