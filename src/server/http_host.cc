@@ -83,6 +83,7 @@ class HttpHost::Daemon {
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
 
+  void CloseConnectionsAfterReply() { isLastReply_ = true; }
   std::size_t RunningRequests() const;
 
  private:
@@ -104,7 +105,7 @@ class HttpHost::Daemon {
   HostLimits limits_;
   Answerer answer_;
   ConnectionWatch watch_;
-  std::atomic<bool> isStopping_ = false;
+  std::atomic<bool> isLastReply_ = false;
   mutable std::mutex runningMutex_;
   std::condition_variable ended_;
   std::size_t running_ = 0;  // exchanges that have begun
@@ -135,7 +136,7 @@ HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLim
 }
 
 HttpHost::Daemon::~Daemon() {
-  isStopping_ = true;
+  CloseConnectionsAfterReply();
   const int descriptor = MHD_quiesce_daemon(daemon_);
   if (descriptor != MHD_INVALID_SOCKET) close(descriptor);
   WaitForRunningRequests();
@@ -198,7 +199,7 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection, const Exchange& e
   ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(exchange.Message());
   const unsigned status = reply.Status;
   return MHD_queue_response(connection, status,
-                            MakeResponse(std::move(reply), isStopping_ || exchange.IsHopeless()).get());
+                            MakeResponse(std::move(reply), isLastReply_ || exchange.IsHopeless()).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* self, MHD_Connection* connection, void** /*context*/,
@@ -235,6 +236,10 @@ HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& l
     : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer))) {}
 
 HttpHost::~HttpHost() = default;
+
+void HttpHost::CloseConnectionsAfterReply() {
+  daemon_->CloseConnectionsAfterReply();
+}
 
 std::size_t HttpHost::RunningRequests() const {
   return daemon_->RunningRequests();

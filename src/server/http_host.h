@@ -34,6 +34,10 @@ class HttpHost {
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;
 
+  /// Asks all who are connected to come with their next request on a connection of its own, so that none is
+  /// on its way on a kept one when the host stops.
+  void CloseConnectionsAfterReply();
+
   /// How many requests are being received or answered, from their headers' end on.
   std::size_t RunningRequests() const;
 

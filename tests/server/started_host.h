@@ -17,7 +17,7 @@ namespace orlune::testing {
 /// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
-  explicit StartedHost(const HostLimits& limits = {})
+  explicit StartedHost(const HostLimits& limits = {}, std::vector<IpNetwork> proxies = {})
       : sessions_(std::chrono::minutes(60), 1000, [this] { return steadyNow_; }),
         log_("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logText_)),
         website_({{{"/a.asp", [this](const ScriptingContext& context) { Answer(context); }},
@@ -25,6 +25,7 @@ class StartedHost {
                   StaticFiles(folder_.Path()),
                   sessions_,
                   CookieSealer(SecretKey{1, 2, 3}),
+                  TrustedProxies(std::move(proxies)),
                   clock_,
                   [this] { return IsHealthy; },
                   log_}) {
@@ -40,6 +41,7 @@ class StartedHost {
   std::string LogText() const { return logText_.str(); }
   void Elapse(std::chrono::minutes time) { steadyNow_ += time; }
   std::size_t RunningRequests() const { return host_->RunningRequests(); }
+  void CloseConnectionsAfterReply() { host_->CloseConnectionsAfterReply(); }
   void Stop() { host_ = nullptr; }
 
   Page Answer = [](const ScriptingContext&) {};
