@@ -32,7 +32,7 @@ BareStatements::BareStatements(const std::filesystem::path& file, const Regional
   translator.EnsureReading();
   std::string scratch;
   for (const RecordedStatement& statement : statements) {
-    const sqlite::Translation& translation = translator.Translated(statement)->Translation;
+    const access_sql::Translation& translation = translator.Translated(statement)->Translation;
     Prepared& added = statements_.emplace_back();
     added.Handle = sqlite::Prepare(database_.get(), translation.Sql);
     for (const sqlite::Parameter& parameter : translation.Parameters) {

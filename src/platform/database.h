@@ -63,11 +63,16 @@ class Connection {
  public:
   virtual ~Connection() = default;
 
+  /// Tells that the query will probably be run with just this text, before the next write. An engine that is
+  /// far away asks it ahead, together with others. Never throws.
+  virtual void Announce(const StatementText& /*query*/) {}
   /// Runs a SELECT. Throws DatabaseError.
   virtual std::unique_ptr<ResultSet> Query(const StatementText& statement) = 0;
-  /// Runs a statement without rows; outside a transaction it is durable on return. Throws DatabaseError.
+  /// Runs a statement without rows; outside a transaction it is durable on return. Throws DatabaseError; in a
+  /// transaction, a later statement or `Commit` may do so instead, and the transaction can then only be
+  /// rolled back.
   virtual void Execute(const StatementText& statement) = 0;
-  /// Like `Execute`, but tells by false that the statement raised an error.
+  /// Like `Execute`, but tells by false that the statement raised an error, and then changed nothing.
   virtual bool TryExecute(const StatementText& statement) = 0;
 
   /// All statements until `Commit` happen together or, after `Rollback`, not at all. Throws DatabaseError;

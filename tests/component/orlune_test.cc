@@ -10,7 +10,7 @@ namespace {
 using Component = CalendarFixture;
 
 TEST_F(Component, SaysThatItsDatabaseCannotBeOpened) {
-  databaseFile_ = "/nowhere/calendar.db";
+  databasePath_ = "/nowhere/calendar.db";
   const Answer& answer = Get("p=c");
   EXPECT_EQ(answer.Body, "Could not open database /nowhere/calendar.db.");
   EXPECT_EQ(answer.Status, 503U);

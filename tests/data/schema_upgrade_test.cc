@@ -1,7 +1,6 @@
 #include "data/schema_upgrade.h"
 
 #include "data/database_access.h"
-#include "drivers/sqlite/base_schema.h"
 #include "support/calendar_fixture.h"
 
 namespace orlune::testing {
@@ -46,7 +45,7 @@ TEST(Statement, KnowsItsValuesWhereverTheyAreSpliced) {
 }
 
 TEST_F(Database, MakesInternalNamesThatAreFree) {
-  const auto connection = driver_.Open(databaseFile_);
+  const auto connection = driver_.Open(databasePath_);
   const auto make = [&](std::string_view text) {
     return MakeInternalName(*connection, text, "Name", "Calendars");
   };
@@ -69,13 +68,15 @@ class OldDatabase : public CalendarFixture {
  protected:
   /// Replaces the database by one in its oldest form, which no request has seen yet.
   OldDatabase() {
-    databaseFile_ = (folder_.Path() / "old.db").string();
-    CreateBaseDatabase(databaseFile_);
+    databasePath_ = old_.Path();
+    old_.CreateTables();
     Run(Statement("INSERT INTO Calendars (Name, MondayFirst) VALUES ('admin', no)"));
     Run(Statement("INSERT INTO Calendars (Name, MondayFirst) VALUES ('anna', yes)"));
     Run(Statement("INSERT INTO Calendars (Name, MondayFirst) VALUES ('ben', no)"));
     Run(Statement("INSERT INTO Calendars (Name, IsGroup) VALUES ('sales', yes)"));
   }
+
+  DatabasePlace old_;
 };
 
 TEST_F(OldDatabase, IsBroughtUpToDateByTheFirstRequest) {

@@ -25,14 +25,14 @@ class EventStore : public CalendarFixture {
   }
 
   OL_Event Load(int id) {
-    const auto connection = driver_.Open(databaseFile_);
+    const auto connection = driver_.Open(databasePath_);
     const auto rows = connection->Query(Statement("SELECT * FROM Events WHERE (EventID = {})", id));
     const EventReader reader(*rows);
     EXPECT_TRUE(rows->Next());
     return reader.Read(*rows);
   }
 
-  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databaseFile_), regional_, event); }
+  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databasePath_), regional_, event); }
 };
 
 TEST_F(EventStore, WritesTheColumnsOfEachKind) {
@@ -79,21 +79,21 @@ TEST_F(EventStore, TiesSuggestionsTogether) {
     event.SuggID = suggId;
     Save(event);
   };
-  EXPECT_EQ(FindNewestSenderCopy(*driver_.Open(databaseFile_)), std::nullopt);
+  EXPECT_EQ(FindNewestSenderCopy(*driver_.Open(databasePath_)), std::nullopt);
   add("anna", "-", "");
   add("ben", "undecided", "1");
   add("sales", "undecided", "1");
   add("anna", "-", "");
   add("ben", "undecided", "4");
-  EXPECT_EQ(FindNewestSenderCopy(*driver_.Open(databaseFile_)), 4);
-  SetSuggestState(*driver_.Open(databaseFile_), "1", "BEN", "accepted");
+  EXPECT_EQ(FindNewestSenderCopy(*driver_.Open(databasePath_)), 4);
+  SetSuggestState(*driver_.Open(databasePath_), "1", "BEN", "accepted");
   EXPECT_EQ(Load(2).SuggestState, "accepted");
   EXPECT_EQ(Load(3).SuggestState + Load(5).SuggestState, "undecidedundecided");
 
-  DeleteEvents(*driver_.Open(databaseFile_), "1, 3");
+  DeleteEvents(*driver_.Open(databasePath_), "1, 3");
   EXPECT_EQ(Read(Statement("SELECT Count(EventID) AS Total FROM Events")), "3");
   for (const char* ids : {"", "1 OR 1=1", "1); DELETE FROM Events; --", "x"}) {
-    EXPECT_THROW(DeleteEvents(*driver_.Open(databaseFile_), ids), DatabaseError) << ids;
+    EXPECT_THROW(DeleteEvents(*driver_.Open(databasePath_), ids), DatabaseError) << ids;
   }
 }
 

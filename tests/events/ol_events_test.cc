@@ -18,7 +18,7 @@ class Occurrences : public CalendarFixture {
 
   /// What a new request finds from `first` to `last`.
   OL_Events Load(Date first, Date last, std::string_view view = "") {
-    state_.Database = driver_.Open(databaseFile_);
+    state_.Database = driver_.Open(databasePath_);
     OL_Events events(state_);
     events.View(view);
     events.GetEventsForPeriod(first, last);

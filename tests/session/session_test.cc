@@ -122,7 +122,7 @@ class RequestState : public CalendarFixture {
     host_.StartRequest(std::move(query), {}, "");
     ComponentState state(surroundings_);
     state.Context = host_.Context();
-    state.Database = driver_.Open(databaseFile_);
+    state.Database = driver_.Open(databasePath_);
     TakeRequestState(state);
     LoadSettings(state);
     return state;

@@ -5,7 +5,6 @@
 #include "data/field.h"
 #include "data/schema_upgrade.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "drivers/sqlite/base_schema.h"
 #include "frame/date_text.h"
 #include "frame/dates.h"
 
@@ -43,15 +42,16 @@ std::string FieldText(const Value& value) {
 
 CalendarFixture::CalendarFixture()
     : regional_(LoadRegionalSettings("en_US")),
-      driver_(regional_),
+      ownedDriver_(place_.MakeDriver(regional_)),
+      driver_(*ownedDriver_),
       surroundings_{clock_, driver_, regional_, languagePacks_},
-      databaseFile_((folder_.Path() / "calendar.db").string()) {
+      databasePath_(place_.Path()) {
   host_.SiteFolder = folder_.Path();
   std::filesystem::create_directory(folder_.Path() / "css");
   std::ofstream(folder_.Path() / "css" / "dark.css") << "BODY {}";
 
-  CreateBaseDatabase(databaseFile_);
-  UpgradeSchema(*driver_.Open(databaseFile_));
+  place_.CreateTables();
+  UpgradeSchema(*driver_.Open(databasePath_));
   Run(Statement("INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('Dark', 'dark.css')"));
   for (const auto& [name, friendlyName] :
        {std::pair{"default", "Everybody"}, {"sales", "Sales"}, {"staff", "Staff"}}) {
@@ -73,7 +73,7 @@ CalendarFixture::CalendarFixture()
 const Answer& CalendarFixture::Send(const std::string& query, FakeHost::Fields form) {
   host_.StartRequest(ParseQuery(query), std::move(form), query);
   Orlune page(surroundings_);
-  page.DBPath(databaseFile_);
+  page.DBPath(databasePath_);
   configure_(page);
   page.OnStartPage(host_.Context());
   page.Execute();
@@ -85,18 +85,18 @@ void CalendarFixture::LogIn(const std::string& name, const std::string& password
 }
 
 void CalendarFixture::Run(const Statement& statement) {
-  driver_.Open(databaseFile_)->Execute(statement);
+  driver_.Open(databasePath_)->Execute(statement);
 }
 
 std::string CalendarFixture::Read(const Statement& query) {
-  const auto connection = driver_.Open(databaseFile_);
+  const auto connection = driver_.Open(databasePath_);
   const auto rows = connection->Query(query);
   return rows->Next() ? FieldText(rows->Get(0)) : "(none)";
 }
 
 std::vector<std::string> CalendarFixture::ReadRows(const Statement& query,
                                                    const std::vector<std::string>& columns) {
-  const auto connection = driver_.Open(databaseFile_);
+  const auto connection = driver_.Open(databasePath_);
   const auto rows = connection->Query(query);
   std::vector<std::string> texts;
   while (rows->Next()) {

@@ -9,9 +9,9 @@
 
 #include "component/orlune.h"
 #include "data/statement.h"
-#include "drivers/sqlite/sqlite_driver.h"
 #include "support/fake_host.h"
 #include "support/temporary_folder.h"
+#include "support/test_database.h"
 
 namespace orlune::testing {
 
@@ -51,12 +51,14 @@ class CalendarFixture : public ::testing::Test {
 
   TemporaryFolder folder_;
   RegionalSettings regional_;
-  SqliteDriver driver_;
+  DatabasePlace place_;
+  std::unique_ptr<DatabaseDriver> ownedDriver_;
+  DatabaseDriver& driver_;
   FixedClock clock_;
   NoLanguagePacks languagePacks_;
   Surroundings surroundings_;
   FakeHost host_;
-  std::string databaseFile_;
+  std::string databasePath_;
   /// How the hosting page sets the component up, beyond its database.
   std::function<void(Orlune&)> configure_ = [](Orlune&) {};
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "drivers/access_sql/engine_sql.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
@@ -16,7 +17,7 @@ namespace {
 constexpr std::array<std::pair<ColumnType, std::string_view>, 8> kDeclarations{{
     {ColumnType::kCounter, "INTEGER PRIMARY KEY AUTOINCREMENT"},
     {ColumnType::kLong, "LONG"},
-    {ColumnType::kYesNo, "YESNO NOT NULL DEFAULT 0"},
+    {ColumnType::kYesNo, "YESNO NOT NULL"},
     {ColumnType::kText, "TEXT"},
     {ColumnType::kMemo, "MEMO TEXT COLLATE NOCASE"},
     {ColumnType::kDate, "DATE TEXT"},
@@ -30,18 +31,12 @@ std::string_view FirstWord(std::string_view text) {
 
 }  // namespace
 
-std::string Quoted(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
-  return quoted += '"';
-}
-
 std::string DeclareColumn(const access_sql::ColumnDefinition& definition) {
   const auto& [name, type] = definition.Defined;
   if (definition.IsPrimaryKey && type != ColumnType::kCounter) {
     throw DatabaseError("the primary key " + name + " is not a counter");
   }
-  std::string declaration = Quoted(name) + ' ';
+  std::string declaration = access_sql::Quoted(name) + ' ';
   for (const auto& [declaredType, text] : kDeclarations) {
     if (declaredType == type) declaration += text;
   }

@@ -7,11 +7,9 @@
 
 namespace orlune::sqlite {
 
-/// `name` as an identifier of SQL.
-std::string Quoted(std::string_view name);
-
-/// How a column is declared in the file, its name first, such as `"Name" TEXT(50) COLLATE NOCASE`. Texts
-/// compare ignoring case. Throws DatabaseError for a primary key that is not a counter.
+/// How a column without a default is declared in the file, its name first, such as
+/// `"Name" TEXT(50) COLLATE NOCASE`. Texts compare ignoring case. Throws DatabaseError for a primary key that
+/// is not a counter.
 std::string DeclareColumn(const access_sql::ColumnDefinition& definition);
 
 /// The type that a declaration in the file tells; a text for an unknown one.

@@ -3,30 +3,16 @@
 #include <string>
 #include <utility>
 
-#include "drivers/access_sql/shape.h"
+#include "drivers/access_sql/naming.h"
 #include "drivers/sqlite/result_sets.h"
 
 namespace orlune::sqlite {
-
-namespace {
-
-/// Runs `action` and adds the statement, without its values, to what it throws.
-template <class Action>
-auto Naming(const StatementText& statement, Action action) {
-  try {
-    return action();
-  } catch (const DatabaseError& error) {
-    throw DatabaseError(std::string(error.what()).append(" in: ").append(access_sql::MaskedText(statement)));
-  }
-}
-
-}  // namespace
 
 SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool)
     : lease_(std::make_shared<Lease>(std::move(pool))) {}
 
 std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statement) {
-  return Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
+  return access_sql::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
     Current().EnsureReading();
     const auto translated = Current().Translated(statement);
     if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
@@ -37,7 +23,7 @@ std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statemen
 }
 
 void SqliteConnection::Execute(const StatementText& statement) {
-  Naming(statement, [&] {
+  access_sql::Naming(statement, [&] {
     const std::string_view refusal = Write(statement);
     if (!refusal.empty()) throw DatabaseError(std::string(refusal));
   });

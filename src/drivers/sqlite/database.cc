@@ -9,6 +9,7 @@
 #include "drivers/access_sql/shape.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/indexes.h"
+#include "drivers/sqlite/sqlite_sql.h"
 
 namespace orlune::sqlite {
 
@@ -88,7 +89,8 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
   access_sql::WriteShapeKey(statement, key_);
   if (auto known = cache_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
-  translated->Translation = Translate(access_sql::Parse(statement), catalogue_, regional_);
+  translated->Translation =
+      access_sql::Translate(access_sql::Parse(statement), catalogue_, SqliteSql(), regional_);
   cache_.Add(key_, translated);
   return translated;
 }
@@ -104,7 +106,7 @@ RunningStatement Database::Start(const std::shared_ptr<CachedStatement>& transla
   }
   RunningStatement running(translated, std::move(prepared));
   int position = 0;
-  for (const Parameter& parameter : translated->Translation.Parameters) {
+  for (const access_sql::Parameter& parameter : translated->Translation.Parameters) {
     Bind(running.Handle(), ++position,
          access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional_, scratch_));
   }

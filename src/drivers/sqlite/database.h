@@ -9,7 +9,7 @@
 
 #include "drivers/access_sql/catalogue.h"
 #include "drivers/sqlite/handles.h"
-#include "drivers/sqlite/statement_cache.h"
+#include "drivers/sqlite/running_statement.h"
 #include "platform/database.h"
 #include "platform/regional_settings.h"
 

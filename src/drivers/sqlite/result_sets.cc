@@ -12,13 +12,6 @@ using access_sql::ColumnType;
 
 namespace {
 
-int FindColumn(const Translation& translation, std::string_view name) {
-  for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
-    if (access_sql::SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
-  }
-  throw DatabaseError("there is no result column " + std::string(name));
-}
-
 Value ReadField(sqlite3_stmt* row, int column, ColumnType type) {
   if (sqlite3_column_type(row, column) == SQLITE_NULL) {
     return type == ColumnType::kYesNo ? Value(false) : Value();
@@ -48,7 +41,7 @@ bool RunningRows::Next() {
 }
 
 int RunningRows::Column(std::string_view name) const {
-  return FindColumn(origin_->Translation, name);
+  return access_sql::FindColumn(origin_->Translation, name);
 }
 
 Value RunningRows::Get(int column) const {
@@ -60,7 +53,7 @@ Value RunningRows::Get(int column) const {
 ReadRows::ReadRows(RunningStatement running) : origin_(running.Origin()) {
   while (Step(running.Handle())) {
     int column = 0;
-    for (const ResultColumn& described : origin_->Translation.Columns) {
+    for (const access_sql::ResultColumn& described : origin_->Translation.Columns) {
       Value field = ReadField(running.Handle(), column++, described.Type);
       if (auto* text = std::get_if<std::string_view>(&field)) *text = texts_.emplace_back(*text);
       fields_.push_back(field);
@@ -75,7 +68,7 @@ bool ReadRows::Next() {
 }
 
 int ReadRows::Column(std::string_view name) const {
-  return FindColumn(origin_->Translation, name);
+  return access_sql::FindColumn(origin_->Translation, name);
 }
 
 Value ReadRows::Get(int column) const {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "drivers/sqlite/pool.h"
-#include "drivers/sqlite/statement_cache.h"
+#include "drivers/sqlite/running_statement.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {

@@ -1,85 +1,29 @@
 #include "drivers/sqlite/unicode_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <memory>
 
 #include <sqlite3.h>
-#include <unicode/uchar.h>
-#include <unicode/ustring.h>
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
 
 #include "drivers/sqlite/handles.h"
+#include "drivers/unicode/case_folding.h"
 
 namespace orlune::sqlite {
+
+using unicode::FoldAscii;
+using unicode::Folding;
+using unicode::IsAscii;
+using unicode::TakeFolded;
 
 namespace {
 
 constexpr char32_t kAnyText = 0x110000;
 constexpr char32_t kAnyCodePoint = 0x110001;
-constexpr char32_t kReplacement = 0xFFFD;
 /// Marks where a code point of the original text begins among its folded ones.
 constexpr char32_t kBegins = 0x80000000;
 
 constexpr std::size_t kLongestPattern = 1000;
-
-bool IsAscii(char c) {
-  return static_cast<unsigned char>(c) < 0x80;
-}
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return IsAscii(c); });
-}
-char FoldAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
-
-/// The code points that one code point folds to.
-struct Folding {
-  std::array<char32_t, 8> CodePoints;
-  std::size_t Count = 0;
-};
-
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wconversion"  // in ICU's macros
-
-/// Takes one code point off the front of `text`, which is not empty; below 0 when it is not UTF-8.
-UChar32 TakeCodePoint(std::string_view& text) {
-  int32_t position = 0;
-  UChar32 codePoint = 0;
-  const auto length = static_cast<int32_t>(std::min<std::size_t>(text.size(), U8_MAX_LENGTH));
-  U8_NEXT(text.data(), position, length, codePoint);
-  text.remove_prefix(static_cast<std::size_t>(position));
-  return codePoint;
-}
-
-#pragma GCC diagnostic pop
-
-/// Takes one code point off the front of `text`, which is not empty.
-Folding TakeFolded(std::string_view& text) {
-  if (IsAscii(text.front())) {
-    const auto folded = static_cast<char32_t>(FoldAscii(text.front()));
-    text.remove_prefix(1);
-    return {{folded}, 1};
-  }
-  UChar32 codePoint = TakeCodePoint(text);
-  if (codePoint < 0) return {{kReplacement}, 1};
-
-  std::array<UChar, 2> source{};
-  int32_t sourceLength = 0;
-  U16_APPEND_UNSAFE(source.data(), sourceLength, codePoint);
-  std::array<UChar, 8> target{};
-  UErrorCode error = U_ZERO_ERROR;
-  const int32_t targetLength = u_strFoldCase(target.data(), static_cast<int32_t>(target.size()),
-                                             source.data(), sourceLength, U_FOLD_CASE_DEFAULT, &error);
-  Folding folding;
-  for (int32_t i = 0; i < targetLength;) {
-    U16_NEXT(target.data(), i, targetLength, codePoint);
-    folding.CodePoints[folding.Count++] = static_cast<char32_t>(codePoint);
-  }
-  return folding;
-}
 
 /// Gives the folded code points of a text one by one.
 class FoldedReader {

@@ -1,0 +1,23 @@
+#include "drivers/access_sql/engine_sql.h"
+
+namespace orlune::access_sql {
+
+namespace {
+
+std::string Enclosed(std::string_view text, char mark) {
+  std::string enclosed(1, mark);
+  for (const char c : text) enclosed.append(c == mark ? 2 : 1, c);
+  return enclosed += mark;
+}
+
+}  // namespace
+
+std::string Quoted(std::string_view name) {
+  return Enclosed(name, '"');
+}
+
+std::string TextLiteral(std::string_view text) {
+  return Enclosed(text, '\'');
+}
+
+}  // namespace orlune::access_sql

@@ -1,0 +1,115 @@
+#include "drivers/postgresql/connection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "drivers/access_sql/naming.h"
+#include "drivers/postgresql/result_rows.h"
+
+namespace orlune::postgresql {
+
+namespace {
+
+/// What was sent ahead is given up when this much waits for being asked.
+constexpr std::size_t kMostAnnounced = 32;
+
+}  // namespace
+
+std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& statement) {
+  return access_sql::Naming(statement, [&] { return Ask(statement); });
+}
+
+void PostgresqlConnection::Announce(const StatementText& query) {
+  if (Current().IsInTransaction() || announced_.size() >= kMostAnnounced) return;
+  try {
+    announced_.push_back(Send(query));
+  } catch (const DatabaseError&) {
+    // The same comes when it is asked.
+  }
+}
+
+void PostgresqlConnection::Execute(const StatementText& statement) {
+  access_sql::Naming(statement, [&] {
+    const auto translated = Current().Translated(statement);
+    if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
+    Write(*translated, statement, false);
+  });
+}
+
+bool PostgresqlConnection::TryExecute(const StatementText& statement) {
+  try {
+    const auto translated = Current().Translated(statement);
+    if (!translated->Translation.Refusal.empty()) return false;
+    Write(*translated, statement, true);
+    return true;
+  } catch (const DatabaseError&) {
+    return false;
+  }
+}
+
+void PostgresqlConnection::Begin() {
+  if (Current().IsInTransaction()) throw DatabaseError("a transaction inside a transaction");
+  announced_.clear();
+  Current().BeginTransaction();
+}
+
+void PostgresqlConnection::Commit() {
+  if (!Current().IsInTransaction()) throw DatabaseError("there is no transaction to commit");
+  Current().Commit();
+}
+
+void PostgresqlConnection::Rollback() noexcept {
+  if (Current().IsInTransaction()) Current().Rollback();
+}
+
+PostgresqlConnection::Announced PostgresqlConnection::Send(const StatementText& query) {
+  auto translated = Current().Translated(query);
+  if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
+  Current().EnsureReading();
+  ReplyPtr reply = Current().Start(*translated, query);
+  return {std::string(query.Text), std::move(translated), std::move(reply)};
+}
+
+/// The query as it was announced, or with no reply.
+PostgresqlConnection::Announced PostgresqlConnection::TakeAnnounced(const StatementText& query) {
+  const auto found = std::find_if(announced_.begin(), announced_.end(), [&query](const Announced& announced) {
+    return announced.Text == query.Text && announced.Reply->Now != Reply::State::kFailed;
+  });
+  if (found == announced_.end()) return {};
+  Announced taken = std::move(*found);
+  announced_.erase(found);
+  return taken;
+}
+
+std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query) {
+  Announced sent = TakeAnnounced(query);
+  const bool wasAnnounced = sent.Reply != nullptr;
+  if (!wasAnnounced) sent = Send(query);
+  try {
+    Current().Require(*sent.Reply);
+  } catch (const DatabaseError&) {
+    announced_.clear();
+    if (!wasAnnounced) throw;
+    // It may have failed with another one of its batch.
+    sent = Send(query);
+    Current().Require(*sent.Reply);
+  }
+  const auto* translation = &sent.Statement->Translation;
+  return std::make_unique<ResultRows>(
+      std::shared_ptr<const access_sql::Translation>(std::move(sent.Statement), translation),
+      std::move(sent.Reply));
+}
+
+void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement, bool mayFail) {
+  if (!translated.Translation.Columns.empty()) throw DatabaseError("a query has rows to be read");
+  announced_.clear();
+  if (!Current().IsInTransaction()) {
+    Current().RunAlone(translated, statement);
+  } else if (mayFail) {
+    Current().RunWithSavepoint(translated, statement);
+  } else {
+    Current().RunInTransaction(translated, statement);
+  }
+}
+
+}  // namespace orlune::postgresql

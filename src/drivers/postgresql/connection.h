@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drivers/postgresql/pool.h"
+#include "platform/database.h"
+
+namespace orlune::postgresql {
+
+/// Queries read from one state of the database until the next write, and all rows of a query come at once.
+/// A write outside a transaction runs by itself. In a transaction, which is the only writer meanwhile, the
+/// failure of `Execute` is told by a later statement, by `Commit` at the latest.
+class PostgresqlConnection : public Connection {
+ public:
+  /// Throws DatabaseError.
+  explicit PostgresqlConnection(const std::shared_ptr<Pool>& pool) : lease_(pool) {}
+
+  std::unique_ptr<ResultSet> Query(const StatementText& statement) override;
+  void Announce(const StatementText& query) override;
+  void Execute(const StatementText& statement) override;
+  bool TryExecute(const StatementText& statement) override;
+  void Begin() override;
+  void Commit() override;
+  void Rollback() noexcept override;
+
+ private:
+  /// A query that was sent before it was asked.
+  struct Announced {
+    std::string Text;
+    std::shared_ptr<CachedStatement> Statement;
+    ReplyPtr Reply;
+  };
+
+  Database& Current() { return lease_.Leased(); }
+  Announced Send(const StatementText& query);
+  Announced TakeAnnounced(const StatementText& query);
+  std::unique_ptr<ResultSet> Ask(const StatementText& query);
+  void Write(CachedStatement& translated, const StatementText& statement, bool mayFail);
+
+  Lease lease_;
+  std::vector<Announced> announced_;
+};
+
+}  // namespace orlune::postgresql

@@ -1,0 +1,215 @@
+#include "drivers/postgresql/database.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include <libpq-fe.h>
+
+#include "drivers/access_sql/evaluation.h"
+#include "drivers/access_sql/parser.h"
+#include "drivers/access_sql/shape.h"
+#include "drivers/postgresql/parameter_texts.h"
+#include "drivers/postgresql/postgresql_sql.h"
+#include "drivers/postgresql/schema_reader.h"
+#include "drivers/postgresql/schema_setup.h"
+
+namespace orlune::postgresql {
+
+namespace {
+
+constexpr std::size_t kMostUnconfirmed = 256;
+
+bool HasFailed(const ReplyPtr& reply) {
+  return reply && reply->Now == Reply::State::kFailed;
+}
+
+/// Whether an error tells that the tables or statements on the server are not what they were taken for.
+bool IsStale(std::string_view sqlState) {
+  constexpr std::array<std::string_view, 5> kStates{
+      "42P01",  // no such table
+      "42703",  // no such column
+      "42701",  // the column exists
+      "0A000",  // a prepared statement's columns changed
+      "26000",  // no such prepared statement
+  };
+  return std::find(kStates.begin(), kStates.end(), sqlState) != kStates.end();
+}
+
+std::vector<unsigned> TypesOf(const access_sql::Translation& translation) {
+  std::vector<unsigned> types;
+  for (const access_sql::Parameter& parameter : translation.Parameters)
+    types.push_back(TypeOf(parameter.Target.Type));
+  return types;
+}
+
+}  // namespace
+
+Database::Database(const std::string& address, const PostgresqlOptions& options,
+                   const RegionalSettings& regional)
+    : regional_(regional), link_(address, options) {
+  Configure(link_, options);
+  ReadTables();
+}
+
+bool Database::Renew() {
+  if (!link_.IsAlive()) return false;
+  if (link_.TakeNotification()) ForgetTables();
+  try {
+    if (!knowsTables_) ReadTables();
+  } catch (const DatabaseError&) {
+    if (link_.IsAlive()) throw;
+    return false;
+  }
+  return true;
+}
+
+void Database::EnsureReading() {
+  if (state_ != State::kIdle) return;
+  link_.Run("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+  state_ = State::kReading;
+}
+
+void Database::EndReading() {
+  if (state_ != State::kReading) return;
+  link_.Run("COMMIT");
+  link_.Mark();
+  state_ = State::kIdle;
+}
+
+void Database::BeginTransaction() {
+  EndReading();
+  unconfirmed_ = {link_.Run(kBeginWriting), link_.Run(kBecomeOnlyWriter)};
+  state_ = State::kTransaction;
+}
+
+void Database::Commit() {
+  try {
+    const ReplyPtr commit = link_.Run("COMMIT");
+    link_.Await(*commit);
+    RequireUnconfirmed();
+    RequireCommitted(*commit);
+    state_ = State::kIdle;
+  } catch (const DatabaseError&) {
+    Rollback();
+    throw;
+  }
+}
+
+void Database::Rollback() noexcept {
+  link_.Mark();
+  link_.Run("ROLLBACK");
+  link_.Mark();
+  link_.Flush();
+  unconfirmed_.clear();
+  state_ = State::kIdle;
+  ForgetTables();
+}
+
+void Database::Reset() noexcept {
+  if (state_ == State::kTransaction) Rollback();
+  EndReading();
+  link_.Flush();
+}
+
+std::shared_ptr<CachedStatement> Database::Translated(const StatementText& statement) {
+  if (!knowsTables_) ReadTables();
+  access_sql::WriteShapeKey(statement, key_);
+  if (auto known = cache_.Find(key_)) return known;
+  auto translated = std::make_shared<CachedStatement>();
+  translated->Translation =
+      access_sql::Translate(access_sql::Parse(statement), tables_, PostgresqlSql(), regional_);
+  translated->Name = "s" + std::to_string(++preparedCount_);
+  const auto displaced = cache_.Add(key_, translated);
+  if (displaced && displaced->Prepared) Deallocate(displaced->Name);
+  return translated;
+}
+
+ReplyPtr Database::Start(CachedStatement& translated, const StatementText& statement) {
+  parameters_.Evaluate(translated.Translation.Parameters, statement, regional_);
+  return Send(translated);
+}
+
+/// Sends the statement with the values that were evaluated last.
+ReplyPtr Database::Send(CachedStatement& translated) {
+  if (!translated.Prepared || HasFailed(translated.Prepared)) {
+    translated.Prepared =
+        link_.Prepare(translated.Name, translated.Translation.Sql, TypesOf(translated.Translation));
+  }
+  return link_.RunPrepared(translated.Name, parameters_.Values());
+}
+
+void Database::Require(const Reply& reply) {
+  link_.Await(reply);
+  if (IsInTransaction()) RequireUnconfirmed();
+  if (reply.Now == Reply::State::kDone) return;
+  if (IsStale(reply.SqlState)) ForgetTables();
+  EndReading();
+  throw DatabaseError(reply.Error);
+}
+
+void Database::RunAlone(CachedStatement& translated, const StatementText& statement) {
+  parameters_.Evaluate(translated.Translation.Parameters, statement, regional_);
+  EndReading();
+  const bool changesSchema = translated.Translation.ChangesSchema;
+  link_.Run(kBeginWriting);
+  link_.Run(changesSchema ? kBecomeOnlyWriter : kBecomeWriter);
+  const ReplyPtr reply = Send(translated);
+  if (changesSchema) link_.Run(kTellOthers);
+  const ReplyPtr commit = link_.Run("COMMIT");
+  link_.Await(*commit);
+  if (changesSchema || IsStale(reply->SqlState)) ForgetTables();
+  if (HasFailed(commit)) {
+    link_.Run("ROLLBACK");
+    link_.Mark();
+  }
+  link_.Require(*reply);
+  RequireCommitted(*commit);
+}
+
+void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
+  unconfirmed_.push_back(Start(translated, statement));
+  if (translated.Translation.ChangesSchema) {
+    unconfirmed_.push_back(link_.Run(kTellOthers));
+    ForgetTables();
+  }
+  if (unconfirmed_.size() < kMostUnconfirmed) return;
+  link_.Await(*unconfirmed_.back());
+  RequireUnconfirmed();
+}
+
+void Database::RunWithSavepoint(CachedStatement& translated, const StatementText& statement) {
+  link_.Mark();
+  const ReplyPtr savepoint = link_.Run("SAVEPOINT before");
+  const ReplyPtr reply = Start(translated, statement);
+  link_.Await(*link_.Run("RELEASE before"));
+  RequireUnconfirmed();
+  if (!HasFailed(reply)) return;
+  if (!HasFailed(savepoint)) unconfirmed_.push_back(link_.Run("ROLLBACK TO before"));
+  throw DatabaseError(reply->Error);
+}
+
+void Database::ForgetTables() {
+  knowsTables_ = false;
+  cache_.Clear();
+  if (state_ == State::kIdle) Deallocate("ALL");
+}
+
+void Database::ReadTables() {
+  tables_ = state_ == State::kIdle ? SetUpSchema(link_) : ReadSchema(link_).Tables;
+  knowsTables_ = true;
+}
+
+void Database::Deallocate(const std::string& name) {
+  link_.Run(("DEALLOCATE " + name).c_str());
+  if (state_ == State::kIdle) link_.Mark();
+}
+
+/// What was sent before in the transaction has happened. Throws DatabaseError.
+void Database::RequireUnconfirmed() {
+  for (const ReplyPtr& reply : unconfirmed_) link_.Require(*reply);
+  unconfirmed_.clear();
+}
+
+}  // namespace orlune::postgresql

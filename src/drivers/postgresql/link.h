@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "drivers/postgresql/options.h"
+
+struct pg_conn;
+struct pg_result;
+
+namespace orlune::postgresql {
+
+struct CloseLink {
+  void operator()(pg_conn* connection) const noexcept;
+};
+struct ClearResult {
+  void operator()(pg_result* result) const noexcept;
+};
+using ResultHandle = std::unique_ptr<pg_result, ClearResult>;
+
+/// What the server answers to one command, once it is known.
+struct Reply {
+  enum class State { kAwaited, kDone, kFailed };
+  State Now = State::kAwaited;
+  ResultHandle Result;   ///< when done
+  std::string Error;     ///< when failed, also when an earlier command of the batch did
+  std::string SqlState;  ///< of the error, five characters; "" when the connection was lost
+};
+using ReplyPtr = std::shared_ptr<Reply>;
+
+/// One value of a prepared statement, in PostgreSQL's text form; null for Null.
+using Parameters = std::span<const char* const>;
+
+/// One connection to a server, on which commands are sent ahead of their replies. The commands up to a `Mark`
+/// are a batch: when one fails, those after it are not run. Used by one thread at a time.
+class Link {
+ public:
+  /// Connects. Throws DatabaseError, whose text does not show the password.
+  Link(const std::string& address, const PostgresqlOptions& options);
+
+  ReplyPtr Prepare(const std::string& name, const std::string& sql, std::span<const unsigned> types);
+  ReplyPtr RunPrepared(const std::string& name, Parameters parameters);
+  ReplyPtr Run(const char* sql);
+  /// Ends the batch. Nothing is waited for.
+  void Mark();
+  /// Sends what is still held back, without waiting for replies.
+  void Flush();
+
+  /// Waits until `reply` is known, and with it all before it. One round trip, unless it has come already.
+  void Await(const Reply& reply);
+  /// Like `Await`, and throws DatabaseError when the command failed.
+  const ResultHandle& Require(const Reply& reply);
+
+  /// Whether the connection still holds, as far as that is known without asking the server.
+  bool IsAlive();
+  /// Whether a notification came since the last call.
+  bool TakeNotification();
+  int ServerVersion() const;  ///< such as 150018 for 15.18
+  std::string ServerEncoding() const;
+
+ private:
+  struct Awaited {
+    ReplyPtr Command;  // null for a mark
+  };
+
+  ReplyPtr Queue(bool isSent);
+  void ReadNext();
+  void ReadReply(Reply& reply);
+  ResultHandle WaitForResult();
+  void Fail(Reply& reply, pg_result* result);
+  void Lose(const std::string& cause);
+
+  std::unique_ptr<pg_conn, CloseLink> connection_;
+  std::chrono::milliseconds patience_;
+  std::deque<Awaited> awaited_;
+  bool hasOpenBatch_ = false;
+  std::string batchError_;
+  std::string batchSqlState_;
+};
+
+}  // namespace orlune::postgresql

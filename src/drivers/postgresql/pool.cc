@@ -1,0 +1,83 @@
+#include "drivers/postgresql/pool.h"
+
+#include "platform/database.h"
+
+namespace orlune::postgresql {
+
+namespace {
+
+/// After a failure, requests are answered with it for so long before the server is asked again: waiting for
+/// a host that is away would hold every thread.
+constexpr std::chrono::milliseconds kRest{500};
+
+}  // namespace
+
+Pool::Pool(std::string address, const PostgresqlOptions& options, const RegionalSettings& regional)
+    : address_(std::move(address)), options_(options), regional_(regional) {
+  idle_.reserve(options.MostConnections);
+}
+
+std::unique_ptr<Database> Pool::Take() {
+  Enter();
+  try {
+    while (std::unique_ptr<Database> idle = TakeIdle()) {
+      if (idle->Renew()) return idle;
+    }
+    return Connect();
+  } catch (const DatabaseError&) {
+    Leave();
+    throw;
+  }
+}
+
+void Pool::GiveBack(std::unique_ptr<Database> database) noexcept {
+  database->Reset();
+  {
+    const std::lock_guard lock(mutex_);
+    idle_.push_back(std::move(database));
+  }
+  Leave();
+}
+
+/// Counts the caller among the users, of whom each may have one connection.
+void Pool::Enter() {
+  std::unique_lock lock(mutex_);
+  const auto hasRoom = [this] { return used_ < options_.MostConnections; };
+  if (!isFree_.wait_for(lock, options_.PoolWait, hasRoom))
+    throw DatabaseError("all " + std::to_string(options_.MostConnections) + " connections are in use");
+  ++used_;
+}
+
+void Pool::Leave() noexcept {
+  const std::lock_guard lock(mutex_);
+  --used_;
+  isFree_.notify_one();
+}
+
+std::unique_ptr<Database> Pool::TakeIdle() {
+  const std::lock_guard lock(mutex_);
+  if (idle_.empty()) return nullptr;
+  std::unique_ptr<Database> database = std::move(idle_.back());
+  idle_.pop_back();
+  return database;
+}
+
+std::unique_ptr<Database> Pool::Connect() {
+  {
+    const std::lock_guard lock(mutex_);
+    if (!failure_.empty() && std::chrono::steady_clock::now() < failedAt_ + kRest)
+      throw DatabaseError(failure_);
+  }
+  std::string failure;
+  try {
+    return std::make_unique<Database>(address_, options_, regional_);
+  } catch (const DatabaseError& error) {
+    failure = error.what();
+  }
+  const std::lock_guard lock(mutex_);
+  failedAt_ = std::chrono::steady_clock::now();
+  failure_ = failure;
+  throw DatabaseError(failure);
+}
+
+}  // namespace orlune::postgresql

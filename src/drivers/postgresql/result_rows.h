@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "drivers/access_sql/translation.h"
+#include "drivers/postgresql/link.h"
+#include "platform/database.h"
+
+namespace orlune::postgresql {
+
+/// The rows of a query, all of which have come.
+class ResultRows : public ResultSet {
+ public:
+  ResultRows(std::shared_ptr<const access_sql::Translation> translation, ReplyPtr reply);
+
+  bool Next() override;
+  int Column(std::string_view name) const override;
+  Value Get(int column) const override;
+
+ private:
+  std::shared_ptr<const access_sql::Translation> translation_;
+  ReplyPtr reply_;
+  int row_ = -1;
+};
+
+/// A field of a result as text; "" for Null.
+std::string_view FieldText(const ResultHandle& result, int row, int column);
+
+}  // namespace orlune::postgresql

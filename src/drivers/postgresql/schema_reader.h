@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "drivers/access_sql/catalogue.h"
+#include "drivers/postgresql/link.h"
+
+namespace orlune::postgresql {
+
+/// What the server tells about the schema that a connection works in.
+struct Schema {
+  access_sql::Catalogue Tables;
+  std::vector<std::string> Indexes;
+  std::string Name;
+  bool CanCompareTexts = false;  ///< whether the case folding function is there
+  bool IsWritable = false;       ///< false on a standby server
+};
+
+/// Reads it in one round trip. Throws DatabaseError.
+Schema ReadSchema(Link& link);
+
+}  // namespace orlune::postgresql

@@ -1,0 +1,89 @@
+#include "drivers/postgresql/schema_setup.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <libpq-fe.h>
+
+#include "drivers/postgresql/case_folding_function.h"
+#include "drivers/postgresql/postgresql_sql.h"
+#include "drivers/postgresql/schema_reader.h"
+#include "drivers/schema/indexes.h"
+#include "platform/database.h"
+
+namespace orlune::postgresql {
+
+namespace {
+
+constexpr int kOldestVersion = 150'000;
+
+std::string DefaultSetting(std::string_view name, std::chrono::milliseconds value) {
+  const std::string quoted = access_sql::TextLiteral(name);
+  return "SELECT set_config(" + quoted + ", '" + std::to_string(value.count()) +
+         "', false) WHERE current_setting(" + quoted + ") = '0'";
+}
+
+std::vector<std::string> MissingParts(const Schema& schema) {
+  std::vector<std::string> statements;
+  if (!schema.CanCompareTexts) statements.push_back(CreateCaseFoldingFunction());
+  for (const schema::Index* index : schema::MissingIndexes(schema.Tables, schema.Indexes))
+    statements.push_back(schema::CreationOf(*index, *schema.Tables.Find(index->Table), PostgresqlSql()));
+  return statements;
+}
+
+}  // namespace
+
+void Configure(Link& link, const PostgresqlOptions& options) {
+  if (link.ServerVersion() < kOldestVersion) {
+    throw DatabaseError("the server is PostgreSQL " + std::to_string(link.ServerVersion() / 10'000) +
+                        ", which is too old: version 15 or later is needed");
+  }
+  if (link.ServerEncoding() != "UTF8") {
+    throw DatabaseError("the database's encoding is " + link.ServerEncoding() +
+                        ": make one with the encoding UTF8");
+  }
+  for (const char* setting : {"SET DateStyle = ISO", "SET standard_conforming_strings = on"})
+    link.Run(setting);
+  link.Run(DefaultSetting("statement_timeout", options.StatementTimeout).c_str());
+  link.Run(DefaultSetting("lock_timeout", options.LockTimeout).c_str());
+  link.Mark();
+  link.Run("LISTEN orlune_schema");  // fails on a standby, where no schema changes by itself
+  link.Mark();
+}
+
+access_sql::Catalogue SetUpSchema(Link& link) {
+  Schema schema = ReadSchema(link);
+  if (schema.Tables.Find("Calendars") == nullptr) {
+    throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" makes one");
+  }
+  const std::vector<std::string> missing = MissingParts(schema);
+  if (missing.empty() || !schema.IsWritable) return std::move(schema.Tables);
+  try {
+    RunAsOnlyWriter(link, missing);
+  } catch (const DatabaseError&) {
+    if (!schema.CanCompareTexts) throw;  // without an index it is only slow
+  }
+  return std::move(schema.Tables);
+}
+
+void RunAsOnlyWriter(Link& link, std::span<const std::string> statements) {
+  std::vector<ReplyPtr> replies{link.Run(kBeginWriting), link.Run(kBecomeOnlyWriter)};
+  for (const std::string& statement : statements) replies.push_back(link.Run(statement.c_str()));
+  const ReplyPtr commit = link.Run("COMMIT");
+  link.Await(*commit);
+  if (commit->Now == Reply::State::kFailed) {
+    link.Run("ROLLBACK");
+    link.Mark();
+  }
+  for (const ReplyPtr& reply : replies) link.Require(*reply);
+  RequireCommitted(*commit);
+}
+
+void RequireCommitted(const Reply& commit) {
+  if (commit.Now != Reply::State::kDone) throw DatabaseError(commit.Error);
+  if (std::string_view(PQcmdStatus(commit.Result.get())) != "COMMIT")
+    throw DatabaseError("the transaction was rolled back");
+}
+
+}  // namespace orlune::postgresql

@@ -1,0 +1,78 @@
+#include "drivers/schema/indexes.h"
+
+#include <algorithm>
+
+namespace orlune::schema {
+
+namespace {
+
+const std::vector<Index>& Indexes() {
+  static const std::vector<Index> kIndexes{
+      {"CalendarsName", "Calendars", {"Name"}},
+      {"CalendarsChoice", "Calendars", {"IsGroup", "FriendlyName", "Name", "IsHidden"}},
+      {"EventsOwnerBegin", "Events", {"Owner", "BeginDate"}},
+      {"EventsRepeating", "Events", {"Owner", "EndDate", "BeginDate"}, IndexedRows::kRepeating},
+      {"EventsSuggID", "Events", {"SuggID"}, IndexedRows::kNotNull},
+      {"EventsSuggestState", "Events", {"SuggestState"}, IndexedRows::kNotNull},
+      {"MessagesUnread", "Messages", {"Recipient", "Viewed"}},
+      {"MessagesSent", "Messages", {"Recipient", "SentDate"}},
+      {"MessagesSender", "Messages", {"Sender"}},
+      {"GroupViewsName", "GroupViews", {"Name"}},
+      {"GroupViewsOwner", "GroupViews", {"Owner", "FriendlyName"}},
+  };
+  return kIndexes;
+}
+
+bool IsPossible(const Index& index, const access_sql::Catalogue& catalogue) {
+  const access_sql::Table* table = catalogue.Find(index.Table);
+  return table != nullptr &&
+         std::all_of(index.Columns.begin(), index.Columns.end(),
+                     [table](std::string_view column) { return table->Find(column) != nullptr; });
+}
+
+std::string ComparableColumn(const access_sql::Table& table, std::string_view name,
+                             const access_sql::EngineSql& engine) {
+  const access_sql::Column& column = *table.Find(name);
+  return engine.Comparable(access_sql::Quoted(column.Name), column.Type);
+}
+
+}  // namespace
+
+std::vector<const Index*> PossibleIndexes(const access_sql::Catalogue& catalogue) {
+  std::vector<const Index*> possible;
+  for (const Index& index : Indexes()) {
+    if (IsPossible(index, catalogue)) possible.push_back(&index);
+  }
+  return possible;
+}
+
+std::vector<const Index*> MissingIndexes(const access_sql::Catalogue& catalogue,
+                                         std::span<const std::string> existing) {
+  std::vector<const Index*> missing = PossibleIndexes(catalogue);
+  std::erase_if(missing, [existing](const Index* index) {
+    return std::any_of(existing.begin(), existing.end(),
+                       [index](const std::string& name) { return access_sql::SameName(name, index->Name); });
+  });
+  return missing;
+}
+
+std::string CreationOf(const Index& index, const access_sql::Table& table,
+                       const access_sql::EngineSql& engine) {
+  std::string keys;
+  for (const std::string_view column : index.Columns) {
+    if (!keys.empty()) keys += ", ";
+    keys += engine.SortKey(ComparableColumn(table, column, engine), false);
+  }
+  std::string sql = "CREATE INDEX IF NOT EXISTS " + access_sql::Quoted(index.Name) + " ON " +
+                    access_sql::Quoted(table.Name) + " (" + keys + ")";
+  if (index.Rows == IndexedRows::kNotNull)
+    sql += " WHERE " + access_sql::Quoted(index.Columns.front()) + " IS NOT NULL";
+  if (index.Rows == IndexedRows::kRepeating) {
+    sql += " WHERE " + ComparableColumn(table, "Type", engine) + " <> " +
+           engine.Fixed(std::string_view("none"), access_sql::ColumnType::kText,
+                        access_sql::LiteralUse::kCompared);
+  }
+  return sql;
+}
+
+}  // namespace orlune::schema

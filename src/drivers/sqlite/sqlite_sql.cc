@@ -1,0 +1,47 @@
+#include "drivers/sqlite/sqlite_sql.h"
+
+#include "drivers/sqlite/column_declaration.h"
+
+namespace orlune::sqlite {
+
+std::string SqliteSql::Declare(const access_sql::ColumnDefinition& definition,
+                               const access_sql::StoredValue& defaultValue) const {
+  const access_sql::ColumnType type = definition.Defined.Type;
+  const bool isNull = std::holds_alternative<std::monostate>(defaultValue);
+  if (isNull && type != access_sql::ColumnType::kYesNo) return DeclareColumn(definition);
+  return DeclareColumn(definition) + " DEFAULT " +
+         Fixed(isNull ? std::int64_t{0} : defaultValue, type, access_sql::LiteralUse::kStored);
+}
+
+std::string SqliteSql::Parameter(std::size_t /*position*/) const {
+  return "?";
+}
+
+std::string SqliteSql::Fixed(const access_sql::StoredValue& value, access_sql::ColumnType /*type*/,
+                             access_sql::LiteralUse /*use*/) const {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+  if (const auto* text = std::get_if<std::string_view>(&value)) return access_sql::TextLiteral(*text);
+  return "NULL";
+}
+
+std::string SqliteSql::Comparable(std::string_view column, access_sql::ColumnType /*type*/) const {
+  return std::string(column);
+}
+
+std::string SqliteSql::Like(std::string_view pattern) const {
+  return std::string(" LIKE ").append(pattern);
+}
+
+std::string SqliteSql::SortKey(std::string_view comparable, bool isDescending) const {
+  return std::string(comparable).append(isDescending ? " DESC" : "");
+}
+
+std::string SqliteSql::OfFirstInGroup(std::string_view column, std::string_view /*counter*/) const {
+  return std::string(column);
+}
+
+std::string SqliteSql::InsertWithCounter(std::string insert, const access_sql::Table& /*table*/) const {
+  return insert;
+}
+
+}  // namespace orlune::sqlite

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "drivers/access_sql/engine_sql.h"
+
+namespace orlune::sqlite {
+
+/// How SQLite writes statements. Its collation and its LIKE ignore case by themselves.
+class SqliteSql : public access_sql::EngineSql {
+ public:
+  std::string Declare(const access_sql::ColumnDefinition& definition,
+                      const access_sql::StoredValue& defaultValue) const override;
+  std::string Parameter(std::size_t position) const override;
+  std::string Fixed(const access_sql::StoredValue& value, access_sql::ColumnType type,
+                    access_sql::LiteralUse use) const override;
+  std::string Comparable(std::string_view column, access_sql::ColumnType type) const override;
+  std::string Like(std::string_view pattern) const override;
+  std::string SortKey(std::string_view comparable, bool isDescending) const override;
+  std::string OfFirstInGroup(std::string_view column, std::string_view counter) const override;
+  std::string_view RowNumber() const override { return "rowid"; }
+  std::string InsertWithCounter(std::string insert, const access_sql::Table& table) const override;
+};
+
+}  // namespace orlune::sqlite
