@@ -146,7 +146,7 @@ void Database::Require(const Reply& reply) {
   if (reply.Now == Reply::State::kDone) return;
   if (IsStale(reply.SqlState)) ForgetTables();
   EndReading();
-  throw DatabaseError(reply.Error);
+  ThrowFailure(reply);
 }
 
 void Database::RunAlone(CachedStatement& translated, const StatementText& statement) {
@@ -187,7 +187,7 @@ void Database::RunWithSavepoint(CachedStatement& translated, const StatementText
   RequireUnconfirmed();
   if (!HasFailed(reply)) return;
   if (!HasFailed(savepoint)) unconfirmed_.push_back(link_.Run("ROLLBACK TO before"));
-  throw DatabaseError(reply->Error);
+  ThrowFailure(*reply);
 }
 
 void Database::ForgetTables() {
