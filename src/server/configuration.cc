@@ -25,9 +25,16 @@ struct NumberMember {
   long long Most;
 };
 
+/// One of two words, which stand for false and true.
+struct WordMember {
+  bool Configuration::*Member;
+  std::string_view False;
+  std::string_view True;
+};
+
 struct ServerSetting {
   std::string_view Name;
-  std::variant<TextMember, PathMember, NetworksMember, NumberMember> Target;
+  std::variant<TextMember, PathMember, NetworksMember, NumberMember, WordMember> Target;
   std::string_view Default;
   std::string_view Help;
 };
@@ -38,6 +45,8 @@ constexpr ServerSetting kServerSettings[] = {
     {"region", &Configuration::Region, "\"en_US\"", "how dates are written"},
     {"session_minutes", NumberMember{&Configuration::SessionMinutes, 1, 525'600}, "60",
      "how long a login rests"},
+    {"session_store", WordMember{&Configuration::StoresSessions, "memory", "database"}, "\"memory\"",
+     "where logins are kept: \"memory\" or \"database\""},
     {"threads", NumberMember{&Configuration::Threads, 0, 512}, "0", "0: chosen from the processors"},
     {"secret_file", &Configuration::SecretFile, "\"var/secret.key\"",
      "key of sealed cookies; made when missing"},
@@ -69,6 +78,7 @@ class Reader {
   long long Number(std::string_view key, const toml::node& node, const NumberMember& bounds) const;
   std::string Path(std::string_view key, const toml::node& node) const;
   std::vector<IpNetwork> Networks(std::string_view key, const toml::node& node) const;
+  bool Word(std::string_view key, const toml::node& node, const WordMember& words) const;
 
   void ReadServer(const toml::node& node);
   void ReadServerSetting(const ServerSetting& setting, const toml::node& node);
@@ -131,6 +141,14 @@ std::vector<IpNetwork> Reader::Networks(std::string_view key, const toml::node& 
   return networks;
 }
 
+bool Reader::Word(std::string_view key, const toml::node& node, const WordMember& words) const {
+  const std::string text = Text(key, node);
+  if (text != words.False && text != words.True)
+    Refuse(node.source(), key,
+           "expected \"" + std::string(words.False) + "\" or \"" + std::string(words.True) + '"');
+  return text == words.True;
+}
+
 Configuration Reader::Read(const toml::table& root) {
   result_.DatabaseFolder = folder_;
   result_.Site = folder_ / result_.Site;
@@ -168,6 +186,8 @@ void Reader::ReadServerSetting(const ServerSetting& setting, const toml::node& n
     result_.** path = Path(setting.Name, node);
   } else if (const auto* networks = std::get_if<NetworksMember>(&setting.Target)) {
     result_.** networks = Networks(setting.Name, node);
+  } else if (const auto* words = std::get_if<WordMember>(&setting.Target)) {
+    result_.*words->Member = Word(setting.Name, node, *words);
   } else {
     const NumberMember& number = std::get<NumberMember>(setting.Target);
     result_.*number.Member = Number(setting.Name, node, number);

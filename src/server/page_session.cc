@@ -1,71 +1,66 @@
 #include "server/page_session.h"
 
+#include "platform/database.h"
+#include "server/session_identifier.h"
+
 namespace orlune {
 namespace {
 
 constexpr std::string_view kLoginKey = "Login";
-
-struct Change {
-  bool IsReal;
-  bool IsLast;
-};
-
-Change Replace(SessionValues& session, std::string_view key, std::string_view value) {
-  const std::lock_guard lock(session.Mutex);
-  if (session.Values.Find(key) == value) return {false, false};
-  if (value.empty()) {
-    session.Values.Remove(key);
-  } else {
-    session.Values.Set(key, value);
-  }
-  return {true, session.Values.size() == 0};
-}
+constexpr std::size_t kMostCandidates = 4;
+constexpr std::size_t kLongestValue = 2'000;  // bytes
 
 }  // namespace
 
 PageSession::PageSession(SessionStore& store, std::string_view pagePath,
                          const std::vector<std::string_view>& candidates)
     : store_(store), pagePath_(pagePath) {
-  for (const std::string_view candidate : candidates) {
-    values_ = store_.Find(pagePath_, candidate);
-    if (values_ == nullptr) continue;
-    id_ = sentId_ = candidate;
-    break;
+  try {
+    Find(candidates);
+  } catch (const DatabaseError&) {
+    failure_ = std::current_exception();
   }
+}
+
+void PageSession::Find(const std::vector<std::string_view>& candidates) {
+  std::vector<std::string_view> possible;
+  for (const std::string_view candidate : candidates) {
+    if (possible.size() < kMostCandidates && IsSessionIdentifier(candidate)) possible.push_back(candidate);
+  }
+  if (possible.empty()) return;
+  found_ = store_.Find(pagePath_, possible);
+  if (found_) values_ = found_->Values;
 }
 
 std::string PageSession::Get(std::string_view key) const {
-  if (values_ == nullptr) return {};
-  const std::lock_guard lock(values_->Mutex);
-  return std::string(values_->Values.Find(key));
+  RequireValues();
+  return std::string(values_.Find(key));
 }
 
 void PageSession::Set(std::string_view key, std::string_view value) {
-  const bool isNew = values_ == nullptr;
-  if (isNew && value.empty()) return;
-  if (isNew) values_ = std::make_shared<SessionValues>();
-  const Change change = Replace(*values_, key, value);
-  if (change.IsLast) {
-    End();
-  } else if (isNew || (change.IsReal && key == kLoginKey)) {
-    StartAnew();
+  RequireValues();
+  if (values_.Find(key) == value || value.size() > kLongestValue) return;
+  NamedTexts change;
+  change.Set(key, value);
+  ApplyChanges(change, values_);
+  changes_.Set(key, value);
+  if (key == kLoginKey) needsNewIdentifier_ = true;
+}
+
+void PageSession::Save() {
+  if (changes_.size() == 0) return;
+  if (values_.size() > 0 && (!found_ || needsNewIdentifier_)) {
+    newIdentifier_ = store_.Start(pagePath_, values_, found_ ? found_->Id : "");
+  } else if (values_.size() > 0) {
+    store_.Change(pagePath_, *found_, changes_);
+  } else if (found_) {
+    store_.End(pagePath_, found_->Id);
+    newIdentifier_ = "";
   }
 }
 
-std::optional<std::string> PageSession::NewIdentifier() const {
-  if (id_ == sentId_) return std::nullopt;
-  return id_;
-}
-
-void PageSession::StartAnew() {
-  if (!id_.empty()) store_.End(pagePath_, id_);
-  id_ = store_.Start(pagePath_, values_);
-}
-
-void PageSession::End() {
-  store_.End(pagePath_, id_);
-  id_.clear();
-  values_ = nullptr;
+void PageSession::RequireValues() const {
+  if (failure_) std::rethrow_exception(failure_);
 }
 
 }  // namespace orlune

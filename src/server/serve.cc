@@ -21,18 +21,21 @@
 #include "drivers/sqlite/sqlite_driver.h"
 #include "server/clocks.h"
 #include "server/configuration.h"
+#include "server/database_session_store.h"
 #include "server/health_check.h"
 #include "server/http_host.h"
 #include "server/log_text.h"
 #include "server/logging_database_driver.h"
+#include "server/memory_session_store.h"
 #include "server/page_runner.h"
 #include "server/relative_database_driver.h"
+#include "server/session_cleaner.h"
 #include "server/website.h"
 
 namespace orlune {
 namespace {
 
-constexpr std::size_t kMostSessions = 32'768;
+constexpr std::size_t kMostSessionsInMemory = 32'768;
 
 Configuration ReadConfiguration(const ServeOptions& options) {
   Configuration configuration = LoadConfiguration(options.ConfigurationFile);
@@ -90,6 +93,37 @@ class Regions {
  private:
   std::map<std::string, std::unique_ptr<RegionalDatabases>> regions_;
   std::vector<RegionalDatabases*> ofPages_;
+};
+
+/// The running sessions, where the configuration wants them.
+class Sessions {
+ public:
+  Sessions(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
+    const auto lifetime = std::chrono::minutes(configuration.SessionMinutes);
+    if (configuration.StoresSessions) {
+      const SessionDatabases databases = DatabasesOf(configuration, regions);
+      store_ = std::make_unique<DatabaseSessionStore>(databases, lifetime);
+      cleaner_ = std::make_unique<SessionCleaner>(databases, log);
+      cleaner_->Start();
+    } else {
+      store_ = std::make_unique<MemorySessionStore>(lifetime, kMostSessionsInMemory);
+    }
+  }
+
+  SessionStore& Store() { return *store_; }
+
+ private:
+  static SessionDatabases DatabasesOf(const Configuration& configuration, Regions& regions) {
+    SessionDatabases databases;
+    for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
+      const PageConfiguration& page = configuration.Pages[i];
+      databases[page.Path] = {&regions.OfPage(i).Databases(), page.DBPath};
+    }
+    return databases;
+  }
+
+  std::unique_ptr<SessionStore> store_;
+  std::unique_ptr<SessionCleaner> cleaner_;
 };
 
 std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
@@ -173,7 +207,7 @@ void Serve(const ServeOptions& options) {
   Regions regions(configuration, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
-  SessionStore sessions(std::chrono::minutes(configuration.SessionMinutes), kMostSessions);
+  Sessions sessions(configuration, regions, *log);
 
   std::vector<HostedPage> pages;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
@@ -184,7 +218,7 @@ void Serve(const ServeOptions& options) {
   const std::string firstPath = pages.front().Path;
   HealthCheck health([&] { return DoAllAnswer(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
-  Website website({std::move(pages), StaticFiles(configuration.Site), sessions,
+  Website website({std::move(pages), StaticFiles(configuration.Site), sessions.Store(),
                    CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log});

@@ -1,67 +1,45 @@
 #pragma once
 
-#include <array>
-#include <chrono>
-#include <cstddef>
-#include <functional>
-#include <list>
-#include <memory>
-#include <mutex>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "server/named_texts.h"
 
 namespace orlune {
 
-/// The values of one session.
-struct SessionValues {
-  std::mutex Mutex;  ///< guards `Values`
+/// A session as its store had it when it was found.
+struct KeptSession {
+  std::string Id;
   NamedTexts Values;
+  std::int64_t Version = 0;  ///< the store's own, to tell whether the values have changed since
 };
 
-/// The running sessions of all hosting pages, in memory. One that is not asked for during its lifetime ends;
-/// when there are too many, the one that was asked for longest ago ends first. May be used by several threads
-/// at once.
+/// Makes `changes` in `values`: an empty text removes the value of its name.
+void ApplyChanges(const NamedTexts& changes, NamedTexts& values);
+
+/// The running sessions of all hosting pages. One that is not asked for during its lifetime ends. May be used
+/// by several threads at once. Everything throws DatabaseError when the sessions are out of reach; nothing
+/// has changed then.
 class SessionStore {
  public:
-  using TimeSource = std::function<std::chrono::steady_clock::time_point()>;
+  virtual ~SessionStore() = default;
 
-  /// At most about `capacity` sessions are kept.
-  SessionStore(std::chrono::seconds lifetime, std::size_t capacity,
-               TimeSource now = std::chrono::steady_clock::now);
-
-  /// The session that has the identifier `id` at the page, its lifetime begun anew; null when there is none.
-  std::shared_ptr<SessionValues> Find(std::string_view pagePath, std::string_view id);
-  /// Puts the values under a new identifier that nobody can guess, and returns it.
-  std::string Start(std::string_view pagePath, std::shared_ptr<SessionValues> values);
+  /// The session that the first possible one of the identifiers `candidates` leads to at the page, its
+  /// lifetime begun anew; nothing when there is none.
+  virtual std::optional<KeptSession> Find(std::string_view pagePath,
+                                          std::span<const std::string_view> candidates) = 0;
+  /// Puts the values under a new identifier that nobody can guess, and returns it. The identifier `endedId`,
+  /// unless it is "", leads nowhere from then on.
+  virtual std::string Start(std::string_view pagePath, const NamedTexts& values,
+                            std::string_view endedId) = 0;
+  /// Makes the changes in what the session holds by now, so that only requests that change the same value
+  /// overwrite each other's. Does nothing when the session has ended since it was found.
+  virtual void Change(std::string_view pagePath, const KeptSession& found, const NamedTexts& changes) = 0;
   /// The identifier leads nowhere from now on.
-  void End(std::string_view pagePath, std::string_view id);
-  /// How many sessions are kept, those included that have expired but are not swept yet.
-  std::size_t size();
-
- private:
-  static constexpr std::size_t kShardCount = 16;
-  struct Entry {
-    std::string Key;
-    std::shared_ptr<SessionValues> Values;
-    std::chrono::steady_clock::time_point ExpiresAt;
-  };
-  struct Shard {
-    std::mutex Mutex;
-    std::list<Entry> Entries;  // the one used last in front, hence the first to expire at the back
-    std::unordered_map<std::string_view, std::list<Entry>::iterator> ByKey;
-  };
-
-  Shard& ShardOf(std::string_view key);
-  void Sweep(Shard& shard);
-  static void Remove(Shard& shard, std::list<Entry>::iterator entry);
-
-  std::chrono::seconds lifetime_;
-  std::size_t shardCapacity_;
-  TimeSource now_;
-  std::array<Shard, kShardCount> shards_;
+  virtual void End(std::string_view pagePath, std::string_view id) = 0;
 };
 
 }  // namespace orlune

@@ -6,8 +6,8 @@
 #include "platform/database.h"
 #include "server/cookies.h"
 #include "server/http_request.h"
+#include "server/http_response.h"
 #include "server/log_text.h"
-#include "server/page_session.h"
 #include "server/request_guard.h"
 
 namespace orlune {
@@ -29,7 +29,7 @@ class PageServer : public Server {
 
 void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
                       bool isSecure) {
-  const std::optional<std::string> id = session.NewIdentifier();
+  const std::optional<std::string>& id = session.NewIdentifier();
   if (!id) return;
   BrowserCookie cookie{kSessionCookie, *id, path, std::nullopt, isSecure};
   if (id->empty()) cookie.Lifetime = std::chrono::seconds(0);
@@ -78,25 +78,27 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   PageSession session(parts_.Sessions, page.Path,
                       CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   PageServer server(parts_.Files, page.Path);
-  ReplyMessage reply = RunPage(page, {&request, &response, &session, &server}, response);
+  const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
+  ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
   AddSessionCookie(reply, session, page.Path, sender.IsOverHttps);
   return reply;
 }
 
-ReplyMessage Website::RunPage(const HostedPage& page, const ScriptingContext& context,
-                              HttpResponse& response) const {
+std::optional<unsigned> Website::RunPage(const HostedPage& page, const ScriptingContext& context,
+                                         PageSession& session) const {
   try {
     page.Answer(context);
-    return response.Finish();
+    session.Save();
+    return std::nullopt;
   } catch (const DatabaseUnavailable& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
-    return Refusal(503);
+    return 503;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
   } catch (...) {
     parts_.Log.error("{}: unknown error", page.Path);
   }
-  return Refusal(500);
+  return 500;
 }
 
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {

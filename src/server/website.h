@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,7 @@
 #include "platform/page_host.h"
 #include "server/cookie_sealer.h"
 #include "server/http_message.h"
-#include "server/http_response.h"
+#include "server/page_session.h"
 #include "server/session_store.h"
 #include "server/static_files.h"
 #include "server/trusted_proxies.h"
@@ -53,7 +54,10 @@ class Website {
  private:
   const HostedPage* FindPage(std::string_view path) const;
   ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
-  ReplyMessage RunPage(const HostedPage& page, const ScriptingContext& context, HttpResponse& response) const;
+  /// Nothing when the page answered and what it changed in the session is kept, else the status of its
+  /// failure.
+  std::optional<unsigned> RunPage(const HostedPage& page, const ScriptingContext& context,
+                                  PageSession& session) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;

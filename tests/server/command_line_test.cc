@@ -1,5 +1,7 @@
 #include <array>
 #include <csignal>
+#include <fstream>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -103,6 +105,17 @@ std::string AddressOf(const Program& program) {
   throw std::runtime_error("the program does not listen");
 }
 
+HttpAnswer LogIn(const std::string& address) {
+  return Fetch(address, "POST /a.asp?p=l", "Content-Type: application/x-www-form-urlencoded\r\n",
+               "Name=ADMIN&Passwd=secret");
+}
+
+// The header with which a browser sends the answer's cookie back.
+std::string CookieOf(const HttpAnswer& answer) {
+  const std::string cookie = answer.Header("Set-Cookie");
+  return "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n";
+}
+
 TEST_F(CommandLine, TellsSuccessFailureAndMisuseApart) {
   const std::string database = WriteFile(folder_.Path() / "there.db", "x").string();
   const std::string broken = WriteFile(folder_.Path() / "broken.toml", "[server]\nport = 1\n").string();
@@ -144,15 +157,10 @@ TEST_F(CommandLine, ServesADatabaseUntilItIsAskedToStop) {
     const std::string form = Fetch(address, "GET /a.asp").Body;
     for (const char* text : {"CALENDAR LOGIN", "password: demo1", "<!--mark-->"})
       EXPECT_NE(form.find(text), std::string::npos) << text;
-    const HttpAnswer login =
-        Fetch(address, "POST /a.asp?p=l", "Content-Type: application/x-www-form-urlencoded\r\n",
-              "Name=ADMIN&Passwd=secret");
+    const HttpAnswer login = LogIn(address);
     EXPECT_EQ(login.Header("Location"), "/a.asp?p=c");
-    const std::string cookie = login.Header("Set-Cookie");
-    EXPECT_NE(
-        Fetch(address, "GET /a.asp?p=c&dm=month", "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n")
-            .Body.find("2004"),
-        std::string::npos);
+    EXPECT_NE(Fetch(address, "GET /a.asp?p=c&dm=month", CookieOf(login)).Body.find("2004"),
+              std::string::npos);
     Program second(Serve({"--listen", address}));
     EXPECT_NE(second.ReadAll().find("the port is in use"), std::string::npos);
     EXPECT_EQ(second.ExitCode(), 1);
@@ -160,6 +168,53 @@ TEST_F(CommandLine, ServesADatabaseUntilItIsAskedToStop) {
     EXPECT_EQ(server.ExitCode(), 0);
     EXPECT_NE(server.ReadAll().find("stopped"), std::string::npos);
   }
+}
+
+bool IsLoggedIn(const std::string& address, const std::string& cookie) {
+  const std::string page = Fetch(address, "GET /a.asp?p=c", cookie).Body;
+  EXPECT_NE(page.find("</HTML>"), std::string::npos) << page;
+  return page.find("CALENDAR LOGIN") == std::string::npos;
+}
+
+std::string ReadFile(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST_F(CommandLine, KeepsLoginsInTheDatabaseOfSeveralServers) {
+  WriteFile(configuration_,
+            "[server]\nlisten = \"127.0.0.1:0\"\nsession_store = \"database\"\n"
+            "[[page]]\npath = \"/a.asp\"\nDBPath = \"a.db\"\n");
+  const fs::path database = folder_.Path() / "a.db";
+  Program init({"init", database.string(), "--admin-password", "secret"});
+  EXPECT_EQ(init.ExitCode(), 0) << init.ReadAll();
+
+  auto first = std::make_unique<Program>(Serve({}));
+  const Program second(Serve({}));
+  const std::string secondAddress = AddressOf(second);
+  const std::string cookie = CookieOf(LogIn(AddressOf(*first)));
+  EXPECT_TRUE(IsLoggedIn(secondAddress, cookie));
+  EXPECT_FALSE(IsLoggedIn(secondAddress, ""));
+  const std::string identifier = cookie.substr(cookie.find('=') + 1, 32);
+  for (const char* ending : {"", "-wal"})
+    EXPECT_EQ(ReadFile(database.string() + ending).find(identifier), std::string::npos);
+
+  first->Signal(SIGKILL);
+  first = std::make_unique<Program>(Serve({}));
+  const std::string firstAddress = AddressOf(*first);
+  EXPECT_TRUE(IsLoggedIn(firstAddress, cookie));
+
+  fs::rename(database, folder_.Path() / "away.db");
+  const HttpAnswer away = Fetch(firstAddress, "GET /a.asp?p=c", cookie);
+  EXPECT_EQ(away.Body, "Could not open database a.db.");
+  EXPECT_EQ(away.Header("Set-Cookie"), "");
+  fs::rename(folder_.Path() / "away.db", database);
+  EXPECT_TRUE(IsLoggedIn(firstAddress, cookie));
+
+  Fetch(secondAddress, "GET /a.asp?p=l", cookie);
+  EXPECT_FALSE(IsLoggedIn(firstAddress, cookie));
+  first->Signal(SIGTERM);
+  EXPECT_EQ(first->ExitCode(), 0);
 }
 
 TEST_F(CommandLine, ServesWithoutADatabase) {

@@ -37,7 +37,8 @@ class ConfigurationFile : public ::testing::Test {
 TEST_F(ConfigurationFile, ReadsEverySetting) {
   fs::create_directory(folder_.Path() / "web");
   const Configuration configuration = Load(
-      "[server]\nlisten = \"[::1]:81\"\nsite = \"web\"\nregion = \"fi_FI\"\nsession_minutes = 5\nthreads = "
+      "[server]\nlisten = \"[::1]:81\"\nsite = \"web\"\nregion = \"fi_FI\"\nsession_minutes = "
+      "5\nsession_store = \"database\"\nthreads = "
       "3\n"
       "secret_file = \"/run/orlune.key\"\ntrusted_proxies = [\"10.0.0.0/8\", \"::1\"]\ndrain_seconds = 7\n"
       "[[page]]\npath = \"/a.asp\"\nDBPath = \"../a.db\"\nLoginName = \"\"\nShowTitle = true\nUseCookie = "
@@ -48,6 +49,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_EQ(configuration.Site, folder_.Path() / "web");
   EXPECT_EQ(configuration.Region, "fi_FI");
   EXPECT_EQ(configuration.SessionMinutes, 5);
+  EXPECT_TRUE(configuration.StoresSessions);
   EXPECT_EQ(configuration.Threads, 3);
   EXPECT_EQ(configuration.SecretFile, "/run/orlune.key");
   ASSERT_EQ(configuration.TrustedProxies.size(), 2U);
@@ -76,6 +78,8 @@ TEST_F(ConfigurationFile, NeedsOnlyAPage) {
   EXPECT_EQ(configuration.SessionMinutes, 60);
   EXPECT_TRUE(configuration.TrustedProxies.empty());
   EXPECT_EQ(configuration.DrainSeconds, 0);
+  EXPECT_FALSE(configuration.StoresSessions);
+  EXPECT_FALSE(Load(std::string("[server]\nsession_store = \"memory\"\n") + kPage).StoresSessions);
 }
 
 TEST_F(ConfigurationFile, TakesEveryProperty) {
@@ -103,6 +107,9 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {"[server]\nthreads = \"4\"\n" + page, "2", "threads: expected a whole number from 0 to 512"},
       {"[server]\nsession_minutes = 0\n" + page, "2", "session_minutes: expected a whole number from 1"},
       {"[server]\nsession_minutes = 1.5\n" + page, "2", "session_minutes: expected a whole number"},
+      {"[server]\nsession_store = \"Database\"\n" + page, "2",
+       "session_store: expected \"memory\" or \"database\""},
+      {"[server]\nsession_store = true\n" + page, "2", "session_store: expected a text"},
       {"[server]\nsite = \"\"\n" + page, "2", "site: expected a path"},
       {"[server]\ntrusted_proxies = \"::1\"\n" + page, "2", "trusted_proxies: expected a list of texts"},
       {"[server]\ntrusted_proxies = [1]\n" + page, "2", "trusted_proxies: expected a text"},

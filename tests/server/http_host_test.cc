@@ -305,6 +305,37 @@ TEST(HttpHost, KeepsSessionsOfTwoPagesApart) {
             "SameSite=Lax");
 }
 
+TEST(HttpHost, LogsNobodyOutWhileTheSessionsAreAway) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    const std::string_view name = context.Request->QueryParameter("name");
+    if (name == "none") return context.Response->Write("no login needed");
+    if (!name.empty()) context.Session->Set("Login", name == "-" ? "" : name);
+    context.Response->Write(context.Session->Get("Login"));
+  };
+  const std::string sent = Fetch(host.Address(), "GET /a.asp?name=ann").Header("Set-Cookie");
+  const std::string cookie = "Cookie: " + sent.substr(0, sent.find(';')) + "\r\n";
+  host.Sessions.IsAway = true;
+  const struct {
+    const char* Target;
+    std::string Cookie;
+    int Status;
+  } cases[] = {
+      {"GET /a.asp", cookie, 500},           {"GET /a.asp?name=-", cookie, 500},
+      {"GET /a.asp?name=bob", cookie, 500},  {"GET /a.asp?name=bob", "", 500},
+      {"GET /a.asp?name=none", cookie, 200}, {"GET /a.asp", "", 200},
+  };
+  for (const auto& c : cases) {
+    const HttpAnswer answer = Fetch(host.Address(), c.Target, c.Cookie);
+    EXPECT_EQ(answer.Status, c.Status) << c.Target;
+    EXPECT_EQ(answer.Header("Set-Cookie"), "") << c.Target;
+  }
+  host.Sessions.IsAway = false;
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", cookie).Body, "ann");
+  host.Stop();
+  EXPECT_NE(host.LogText().find("/a.asp: the sessions are away"), std::string::npos);
+}
+
 TEST(HttpHost, SealsTheCookiesOfAPage) {
   StartedHost host;
   const Date today{std::chrono::days(12'000)};

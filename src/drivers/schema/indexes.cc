@@ -19,6 +19,8 @@ const std::vector<Index>& Indexes() {
       {"MessagesSender", "Messages", {"Sender"}},
       {"GroupViewsName", "GroupViews", {"Name"}},
       {"GroupViewsOwner", "GroupViews", {"Owner", "FriendlyName"}},
+      {"SessionsKey", "Sessions", {"SessionKey"}},
+      {"SessionsExpiry", "Sessions", {"Expires"}},
   };
   return kIndexes;
 }
