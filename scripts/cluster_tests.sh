@@ -8,9 +8,7 @@ source scripts/node_tests.sh
 
 require_packages "${cluster_test_packages[@]}"
 [[ -x build/release/orlune ]] || stop "build/release/orlune is missing; ./test builds it."
-if [[ ! ${ORLUNE_TEST_POSTGRESQL-} && -x scripts/with_postgresql.sh ]]; then
-  exec scripts/with_postgresql.sh scripts/cluster_tests.sh
-fi
+[[ ${ORLUNE_TEST_POSTGRESQL-} ]] || exec scripts/with_postgresql.sh scripts/cluster_tests.sh
 export ORLUNE=$PWD/build/release/orlune PATH=$PATH:/usr/sbin
 
 cd tests/cluster || exit

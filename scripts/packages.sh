@@ -4,9 +4,9 @@
 
 build_packages=(
   g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config ccache:ccache
-  libmicrohttpd-dev libsqlite3-dev libicu-dev libsodium-dev libtomlplusplus-dev libcli11-dev libspdlog-dev
+  libmicrohttpd-dev libsqlite3-dev libpq-dev libicu-dev libsodium-dev libtomlplusplus-dev libcli11-dev libspdlog-dev
 )
-test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev)
+test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
 browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
   faketime:faketime sqlite3:sqlite3)
 cluster_test_packages=(node:nodejs nginx-light openssl:openssl)

@@ -75,8 +75,8 @@ class Connection {
   /// Like `Execute`, but tells by false that the statement raised an error, and then changed nothing.
   virtual bool TryExecute(const StatementText& statement) = 0;
 
-  /// All statements until `Commit` happen together or, after `Rollback`, not at all. Throws DatabaseError;
-  /// not nested.
+  /// All statements until `Commit` happen together or, after `Rollback`, not at all; from the first query on
+  /// nobody else writes. Throws DatabaseError, or lets a later statement do so; not nested.
   virtual void Begin() = 0;
   /// The transaction is durable on return. Throws DatabaseError, and the transaction is then rolled back.
   virtual void Commit() = 0;

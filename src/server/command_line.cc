@@ -13,6 +13,7 @@
 
 #include "component/version.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "drivers/postgresql/address.h"
 #include "server/clocks.h"
 #include "server/configuration.h"
 #include "server/init.h"
@@ -42,7 +43,8 @@ void AddServe(CLI::App& program, ServeOptions& options) {
   serve->footer(DescribeSettings());
   serve->add_option("--config", options.ConfigurationFile, "The configuration file")->required();
   serve->add_option("--listen", options.Listen, "ADDR:PORT to listen at; port 0 takes a free one");
-  serve->add_option("--database", options.Database, "The database file of every page");
+  serve->add_option("--database", options.Database,
+                    "The database of every page: a file, or a postgresql:// address");
   serve->add_option_function<std::string>(
       "--now",
       [&options](const std::string& text) {
@@ -55,13 +57,15 @@ void AddServe(CLI::App& program, ServeOptions& options) {
 
 void Init(const InitOptions& options) {
   const std::string password = InitDatabase(options, LoadRegionalSettings("en_US"));
-  std::cout << "made " << options.File.string() << "\n";
+  std::cout << "made " << WithoutPassword(options.Database) << "\n";
   if (!options.AdminPassword) std::cout << "log in as admin with the password " << password << "\n";
 }
 
 void AddInit(CLI::App& program, InitOptions& options) {
   CLI::App* init = program.add_subcommand("init", "Make a new database");
-  init->add_option("file", options.File, "The database file; must not exist yet")->required();
+  init->add_option("database", options.Database,
+                   "The database file, which must not exist yet, or a postgresql:// address")
+      ->required();
   init->add_option("--admin-password", options.AdminPassword,
                    "The password of admin; made up when not given");
   init->add_flag("--demo", options.Demo, "Add a small company around today's date");

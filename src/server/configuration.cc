@@ -8,6 +8,7 @@
 
 #include <toml++/toml.h>
 
+#include "drivers/postgresql/address.h"
 #include "server/listening_socket.h"
 
 namespace orlune {
@@ -48,6 +49,8 @@ constexpr ServerSetting kServerSettings[] = {
     {"session_store", WordMember{&Configuration::StoresSessions, "memory", "database"}, "\"memory\"",
      "where logins are kept: \"memory\" or \"database\""},
     {"threads", NumberMember{&Configuration::Threads, 0, 512}, "0", "0: chosen from the processors"},
+    {"database_connections", NumberMember{&Configuration::DatabaseConnections, 0, 1000}, "0",
+     "most connections to a database server, for each region; 0: as many as threads need"},
     {"secret_file", &Configuration::SecretFile, "\"var/secret.key\"",
      "key of sealed cookies; made when missing"},
     {"trusted_proxies", &Configuration::TrustedProxies, "[]", "addresses and networks of proxies in front"},
@@ -296,7 +299,7 @@ void CheckConfiguration(const Configuration& configuration) {
   refuseBelowSite(configuration.SecretFile);
   for (const PageConfiguration& page : configuration.Pages) {
     if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
-    refuseBelowSite(DatabaseFile(configuration, page));
+    if (!IsPostgresqlAddress(page.DBPath)) refuseBelowSite(DatabaseFile(configuration, page));
   }
 }
 

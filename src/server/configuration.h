@@ -30,8 +30,9 @@ struct Configuration {
   std::filesystem::path Site = "site";
   std::string Region = "en_US";
   long long SessionMinutes = 60;
-  bool StoresSessions = false;  ///< in the databases of their pages, not in memory
-  long long Threads = 0;        ///< 0: chosen from the processors
+  bool StoresSessions = false;        ///< in the databases of their pages, not in memory
+  long long Threads = 0;              ///< 0: chosen from the processors
+  long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
   std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
   long long DrainSeconds = 0;             ///< between the signal to stop and the stop

@@ -1,6 +1,7 @@
 #include "server/init.h"
 
 #include <array>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -12,6 +13,9 @@
 
 #include "data/database_access.h"
 #include "data/schema_upgrade.h"
+#include "drivers/postgresql/address.h"
+#include "drivers/postgresql/base_schema.h"
+#include "drivers/postgresql/postgresql_driver.h"
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/sqlite_driver.h"
 #include "server/demo_company.h"
@@ -135,10 +139,9 @@ void AddEventTypes(Connection& database) {
   }
 }
 
-void Fill(const fs::path& file, const InitOptions& options, const std::string& password,
-          const RegionalSettings& regional) {
-  SqliteDriver driver(regional);
-  const std::unique_ptr<Connection> database = driver.Open(file.string());
+void Fill(DatabaseDriver& driver, const InitOptions& options, const std::string& path,
+          const std::string& password, const RegionalSettings& regional) {
+  const std::unique_ptr<Connection> database = driver.Open(path);
   database->Begin();
   AddBaseRows(*database, password);
   database->Commit();
@@ -149,24 +152,51 @@ void Fill(const fs::path& file, const InitOptions& options, const std::string& p
   database->Commit();
 }
 
+void RequireFree(const fs::path& file) {
+  if (fs::exists(file))
+    throw std::runtime_error("The file " + file.string() + " exists already; it was left as it is.");
+  const fs::path folder = fs::absolute(file).parent_path();
+  if (!fs::is_directory(folder))
+    throw std::runtime_error("The folder " + folder.string() + " does not exist.");
+}
+
+void MakeFile(const InitOptions& options, const std::string& password, const RegionalSettings& regional) {
+  const PrivateFiles privateFiles;
+  UnfinishedDatabase unfinished(options.Database);
+  CreateBaseDatabase(unfinished.Path());
+  {
+    SqliteDriver driver(regional);
+    Fill(driver, options, unfinished.Path().string(), password, regional);
+  }
+  unfinished.Finish();
+}
+
+void FillServer(const InitOptions& options, const std::string& password, const RegionalSettings& regional) {
+  CreateBaseTables(options.Database);
+  try {
+    PostgresqlDriver driver(regional);
+    Fill(driver, options, options.Database, password, regional);
+  } catch (const std::exception&) {
+    DropTables(options.Database);
+    throw;
+  }
+}
+
 }  // namespace
 
 std::string InitDatabase(const InitOptions& options, const RegionalSettings& regional) {
-  if (fs::exists(options.File)) {
-    throw std::runtime_error("The file " + options.File.string() + " exists already; it was left as it is.");
-  }
-  const fs::path folder = fs::absolute(options.File).parent_path();
-  if (!fs::is_directory(folder))
-    throw std::runtime_error("The folder " + folder.string() + " does not exist.");
+  const bool isOnServer = IsPostgresqlAddress(options.Database);
+  if (!isOnServer) RequireFree(options.Database);
   std::string password = PasswordOf(options);
   try {
-    const PrivateFiles privateFiles;
-    UnfinishedDatabase unfinished(options.File);
-    CreateBaseDatabase(unfinished.Path());
-    Fill(unfinished.Path(), options, password, regional);
-    unfinished.Finish();
+    if (isOnServer) {
+      FillServer(options, password, regional);
+    } else {
+      MakeFile(options, password, regional);
+    }
   } catch (const std::exception& error) {
-    throw std::runtime_error("The database " + options.File.string() + " could not be made: " + error.what());
+    throw std::runtime_error("The database " + WithoutPassword(options.Database) +
+                             " could not be made: " + error.what());
   }
   return password;
 }

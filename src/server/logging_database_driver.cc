@@ -1,5 +1,6 @@
 #include "server/logging_database_driver.h"
 
+#include "drivers/postgresql/address.h"
 #include "server/log_text.h"
 
 namespace orlune {
@@ -8,7 +9,7 @@ std::unique_ptr<Connection> LoggingDatabaseDriver::Open(const std::string& path)
   try {
     return inner_.Open(path);
   } catch (const DatabaseError& error) {
-    log_.error("cannot open database {}: {}", path, OneLine(error.what()));
+    log_.error("cannot open database {}: {}", WithoutPassword(path), OneLine(error.what()));
     throw;
   }
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "drivers/postgresql/address.h"
+
 namespace orlune {
 namespace {
 
@@ -20,7 +22,7 @@ HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroun
   return {std::move(path),
           [configuration = std::move(configuration), surroundings](const ScriptingContext& context) {
             Orlune page(surroundings);
-            page.DBPath(configuration.DBPath);
+            page.DBPath(WithoutPassword(configuration.DBPath));
             for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();

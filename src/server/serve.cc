@@ -18,7 +18,6 @@
 #include "data/database_access.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/langpack/langpack_factory.h"
-#include "drivers/sqlite/sqlite_driver.h"
 #include "server/clocks.h"
 #include "server/configuration.h"
 #include "server/database_session_store.h"
@@ -27,8 +26,8 @@
 #include "server/log_text.h"
 #include "server/logging_database_driver.h"
 #include "server/memory_session_store.h"
+#include "server/page_databases.h"
 #include "server/page_runner.h"
-#include "server/relative_database_driver.h"
 #include "server/session_cleaner.h"
 #include "server/website.h"
 
@@ -56,33 +55,46 @@ RegionalSettings LoadRegion(const std::string& region) {
   }
 }
 
+// Writing waits for the disk, so there are more threads than processors.
+unsigned ThreadCount(const Configuration& configuration) {
+  if (configuration.Threads > 0) return static_cast<unsigned>(configuration.Threads);
+  return std::max(4U, 2 * std::thread::hardware_concurrency());
+}
+
+PageDatabaseOptions DatabaseOptions(const Configuration& configuration) {
+  PageDatabaseOptions options{configuration.DatabaseFolder, {}, {}};
+  for (const PageConfiguration& page : configuration.Pages) options.Addresses.push_back(page.DBPath);
+  // Every thread may need one, and so may what runs beside the requests.
+  options.Postgresql.MostConnections = configuration.DatabaseConnections > 0
+                                           ? static_cast<std::size_t>(configuration.DatabaseConnections)
+                                           : ThreadCount(configuration) + 2;
+  return options;
+}
+
 /// The databases as the pages of one region use them, whose statements hold dates in the region's form.
 class RegionalDatabases {
  public:
-  RegionalDatabases(const std::string& region, const std::filesystem::path& folder, spdlog::logger& log)
-      : regional_(LoadRegion(region)),
-        sqlite_(regional_),
-        logging_(sqlite_, log),
-        databases_(logging_, folder) {}
+  RegionalDatabases(const std::string& region, const PageDatabaseOptions& options, spdlog::logger& log)
+      : regional_(LoadRegion(region)), databases_(regional_, options), logging_(databases_, log) {}
 
   const RegionalSettings& Regional() const { return regional_; }
-  DatabaseDriver& Databases() { return databases_; }
+  DatabaseDriver& Databases() { return logging_; }
 
  private:
   const RegionalSettings regional_;
-  SqliteDriver sqlite_;
+  PageDatabases databases_;
   LoggingDatabaseDriver logging_;
-  RelativeDatabaseDriver databases_;
 };
 
 /// The regions of the pages, each made once.
 class Regions {
  public:
   Regions(const Configuration& configuration, spdlog::logger& log) {
+    const PageDatabaseOptions options = DatabaseOptions(configuration);
     for (const PageConfiguration& page : configuration.Pages) {
       const std::string& region = page.Region.empty() ? configuration.Region : page.Region;
       auto& known = regions_[region];
-      if (!known) known = std::make_unique<RegionalDatabases>(region, configuration.DatabaseFolder, log);
+      if (!known) known = std::make_unique<RegionalDatabases>(region, options, log);
       ofPages_.push_back(known.get());
     }
   }
@@ -154,12 +166,6 @@ bool DoAllAnswer(const Configuration& configuration, Regions& regions, spdlog::l
     if (asked.emplace(&databases, path).second && !DoesAnswer(databases, path, log)) return false;
   }
   return true;
-}
-
-// Writing waits for the disk, so there are more threads than processors.
-unsigned ThreadCount(const Configuration& configuration) {
-  if (configuration.Threads > 0) return static_cast<unsigned>(configuration.Threads);
-  return std::max(4U, 2 * std::thread::hardware_concurrency());
 }
 
 // Every connection may have a file open besides its socket.

@@ -12,10 +12,9 @@
 #include "data/field.h"
 #include "data/statement.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "drivers/sqlite/sqlite_driver.h"
 #include "events/ol_event.h"
 #include "frame/lists.h"
-#include "support/temporary_folder.h"
+#include "support/test_database.h"
 
 namespace orlune {
 namespace {
@@ -24,31 +23,32 @@ using std::chrono::year;
 
 class InitDatabaseTest : public ::testing::Test {
  protected:
+  explicit InitDatabaseTest(testing::Engine engine = testing::EngineUnderTest()) : place_(engine) {}
+
   std::string Init(Date today, bool demo, std::optional<std::string> password = {}) {
-    return InitDatabase({File(), std::move(password), demo, today}, regional_);
+    return InitDatabase({Path(), std::move(password), demo, today}, regional_);
   }
-  std::filesystem::path File() const { return folder_.Path() / "calendar.db"; }
-  bool FolderIsEmpty() const { return std::filesystem::is_empty(folder_.Path()); }
+  const std::string& Path() const { return place_.Path(); }
 
   std::string Read(const Statement& query) {
-    const auto database = driver_.Open(File().string());
+    const auto database = driver_->Open(Path());
     const auto rows = database->Query(query);
     return rows->Next() ? std::string(TextOf(rows->Get(0))) : "(none)";
   }
   int Count(const Statement& query) {
-    const auto database = driver_.Open(File().string());
+    const auto database = driver_->Open(Path());
     const auto rows = database->Query(query);
     return rows->Next() ? NumberOf(rows->Get(rows->Column("N"))).value_or(-1) : -1;
   }
   std::set<std::string> Names(const Statement& query) {
-    const auto database = driver_.Open(File().string());
+    const auto database = driver_->Open(Path());
     const auto rows = database->Query(query);
     std::set<std::string> names;
     while (rows->Next()) names.emplace(TextOf(rows->Get(0)));
     return names;
   }
   std::map<int, OL_Event> Events() {
-    const auto database = driver_.Open(File().string());
+    const auto database = driver_->Open(Path());
     const auto rows = database->Query(Statement("SELECT * FROM Events"));
     const EventReader reader(*rows);
     std::map<int, OL_Event> events;
@@ -59,9 +59,15 @@ class InitDatabaseTest : public ::testing::Test {
     return events;
   }
 
-  testing::TemporaryFolder folder_;
   RegionalSettings regional_ = LoadRegionalSettings("en_US");
-  SqliteDriver driver_{regional_};
+  testing::DatabasePlace place_;
+  std::unique_ptr<DatabaseDriver> driver_ = place_.MakeDriver(regional_);
+};
+
+class InitFileTest : public InitDatabaseTest {
+ protected:
+  InitFileTest() : InitDatabaseTest(testing::Engine::kSqlite) {}
+  std::filesystem::path Folder() const { return std::filesystem::path(Path()).parent_path(); }
 };
 
 TEST_F(InitDatabaseTest, HoldsWhatTheFirstLoginNeeds) {
@@ -85,48 +91,58 @@ TEST_F(InitDatabaseTest, HoldsWhatTheFirstLoginNeeds) {
 
 TEST_F(InitDatabaseTest, PasswordIsTheOneGivenOrANewOneEachTime) {
   const std::string first = Init(year{2004} / 3 / 15, false);
-  std::filesystem::remove(File());
+  place_.Clear();
   EXPECT_NE(Init(year{2004} / 3 / 15, false), first);
-  std::filesystem::remove(File());
+  place_.Clear();
   EXPECT_EQ(Init(year{2004} / 3 / 15, true, "it's-mine"), "it's-mine");
   EXPECT_EQ(Read(Statement("SELECT Password FROM Calendars WHERE Name = 'admin'")), "it's-mine");
-  std::filesystem::remove(File());
+  place_.Clear();
   EXPECT_EQ(Init(year{2004} / 3 / 15, true), "demo1");
   EXPECT_EQ(Count(Statement("SELECT Count(CalendarID) AS N FROM Calendars WHERE IsGroup = no AND Password <> "
                             "'demo1'")),
             0);
 }
 
-TEST_F(InitDatabaseTest, NobodyButTheOwnerMayReadTheFiles) {
+TEST_F(InitFileTest, NobodyButTheOwnerMayReadTheFiles) {
   using std::filesystem::perms;
   Init(year{2004} / 3 / 15, false);
-  const auto database = driver_.Open(File().string());
+  const auto database = driver_->Open(Path());
   database->Execute(Statement("UPDATE Calendars SET FriendlyName = 'x' WHERE Name = 'admin'"));
   int files = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+  for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
     ++files;
     EXPECT_EQ(entry.status().permissions(), perms::owner_read | perms::owner_write) << entry.path();
   }
   EXPECT_EQ(files, 3);
 }
 
-TEST_F(InitDatabaseTest, NeverTouchesAFileThatExists) {
-  std::ofstream(File()) << "precious";
+TEST_F(InitFileTest, NeverTouchesAFileThatExists) {
+  std::ofstream(Path()) << "precious";
   EXPECT_THROW(Init(year{2004} / 3 / 15, false), std::runtime_error);
-  std::ifstream file(File());
+  std::ifstream file(Path());
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "precious");
+}
+
+TEST_F(InitDatabaseTest, RefusesADatabaseThatIsThere) {
+  Init(year{2004} / 3 / 15, false, "first");
+  EXPECT_THROW(Init(year{2004} / 3 / 15, true, "second"), std::runtime_error);
+  EXPECT_EQ(Read(Statement("SELECT Password FROM Calendars WHERE Name = 'admin'")), "first");
 }
 
 TEST_F(InitDatabaseTest, LeavesNothingBehindWhenItFails) {
   for (const char* password : {"", "two words"}) {
     EXPECT_THROW(Init(year{2004} / 3 / 15, false, password), std::runtime_error);
   }
-  EXPECT_THROW(InitDatabase({folder_.Path() / "missing" / "calendar.db", {}, false, {}}, regional_),
-               std::runtime_error);
   // Dates parted so cannot be read back, and the demo fails half way.
   regional_.ShortDateSeparator = 'x';
   EXPECT_THROW(Init(year{2004} / 3 / 15, true), std::runtime_error);
-  EXPECT_TRUE(FolderIsEmpty());
+  EXPECT_TRUE(place_.IsEmpty());
+}
+
+TEST_F(InitFileTest, NeedsItsFolder) {
+  const auto path = Folder() / "missing" / "calendar.db";
+  EXPECT_THROW(InitDatabase({path.string(), {}, false, {}}, regional_), std::runtime_error);
+  EXPECT_TRUE(place_.IsEmpty());
 }
 
 TEST_F(InitDatabaseTest, DemoShowsEveryKindOfEvent) {
@@ -182,7 +198,7 @@ TEST_F(InitDatabaseTest, DemoEventsAreSuchAsTheEventPagesStore) {
 TEST_F(InitDatabaseTest, DemoGroupViewsHaveColoursForEachMember) {
   Init(year{2004} / 3 / 15, true);
   const std::set<std::string> calendars = Names(Statement("SELECT Name FROM Calendars"));
-  const auto database = driver_.Open(File().string());
+  const auto database = driver_->Open(Path());
   const auto rows = database->Query(Statement("SELECT Calendars, BackGround, ForeGround FROM GroupViews"));
   int views = 0;
   for (; rows->Next(); ++views) {
@@ -213,10 +229,10 @@ TEST_F(InitDatabaseTest, DemoFillsTheMonthsAroundAnyDayAndIsTheSameForOneDay) {
     for (const auto& [owner, count] : aroundToday) EXPECT_TRUE(count >= 6 && count <= 40) << owner << count;
 
     const std::string first = titles();
-    std::filesystem::remove(File());
+    place_.Clear();
     Init(today, true);
     EXPECT_EQ(titles(), first);
-    std::filesystem::remove(File());
+    place_.Clear();
   }
 }
 

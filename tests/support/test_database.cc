@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
@@ -74,7 +75,7 @@ DatabasePlace::DatabasePlace(Engine engine) : engine_(engine) {
 DatabasePlace::~DatabasePlace() {
   if (schema_.empty()) return;
   try {
-    RunOnServer(ServerAddress(), "DROP SCHEMA " + schema_ + " CASCADE");
+    RunOnServer(ServerAddress(), "SET client_min_messages = warning; DROP SCHEMA " + schema_ + " CASCADE");
   } catch (const std::exception& error) {
     ADD_FAILURE() << error.what();
   }
@@ -86,6 +87,19 @@ void DatabasePlace::CreateTables() const {
   } else {
     CreateBaseTables(path_);
   }
+}
+
+void DatabasePlace::Clear() const {
+  if (engine_ == Engine::kSqlite) {
+    std::filesystem::remove(path_);
+  } else {
+    DropTables(path_);
+  }
+}
+
+bool DatabasePlace::IsEmpty() const {
+  if (engine_ == Engine::kSqlite) return std::filesystem::is_empty(folder_.Path());
+  return RunNative("SELECT count(*) FROM pg_tables WHERE schemaname = current_schema()") == "0";
 }
 
 std::unique_ptr<DatabaseDriver> DatabasePlace::MakeDriver(const RegionalSettings& regional,

@@ -30,6 +30,10 @@ class DatabasePlace {
   const std::string& Path() const { return path_; }
   /// Makes the tables that every database starts with.
   void CreateTables() const;
+  /// Removes the database.
+  void Clear() const;
+  /// Whether there is nothing of a database.
+  bool IsEmpty() const;
   /// A driver for the place, which waits for another writer only so long.
   std::unique_ptr<DatabaseDriver> MakeDriver(const RegionalSettings& regional,
                                              std::chrono::milliseconds patience = std::chrono::milliseconds{

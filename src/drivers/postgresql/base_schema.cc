@@ -1,5 +1,6 @@
 #include "drivers/postgresql/base_schema.h"
 
+#include <string_view>
 #include <vector>
 
 #include "drivers/postgresql/address.h"
@@ -20,22 +21,42 @@ void RequireNoneOfOurs(const access_sql::Catalogue& tables) {
   }
 }
 
-}  // namespace
-
-void CreateBaseTables(const std::string& address) {
+/// Runs `action` with a connection for one task of the operator.
+template <class Action>
+void OnServer(const std::string& address, std::string_view task, Action action) {
   try {
     const PostgresqlOptions options;
     postgresql::Link link(address, options);
     postgresql::Configure(link, options);
+    action(link);
+  } catch (const DatabaseError& error) {
+    throw DatabaseError(std::string(task).append(WithoutPassword(address)).append(": ").append(error.what()));
+  }
+}
+
+}  // namespace
+
+void CreateBaseTables(const std::string& address) {
+  OnServer(address, "cannot make tables in ", [](postgresql::Link& link) {
     RequireNoneOfOurs(postgresql::ReadSchema(link).Tables);
     std::vector<std::string> statements{postgresql::CreateCaseFoldingFunction()};
     for (const schema::BaseTable& table : schema::BaseTables())
       statements.push_back(schema::CreationOf(table, postgresql::PostgresqlSql()));
     statements.emplace_back(postgresql::kTellOthers);
     postgresql::RunAsOnlyWriter(link, statements);
-  } catch (const DatabaseError& error) {
-    throw DatabaseError("cannot make tables in " + WithoutPassword(address) + ": " + error.what());
-  }
+  });
+}
+
+void DropTables(const std::string& address) {
+  OnServer(address, "cannot remove the tables of ", [](postgresql::Link& link) {
+    std::vector<std::string> statements;
+    for (const schema::BaseTable& table : schema::BaseTables())
+      statements.push_back("DROP TABLE IF EXISTS " + access_sql::Quoted(table.Name));
+    for (const char* table : {"GroupViews", "EventTypes"})
+      statements.push_back("DROP TABLE IF EXISTS " + access_sql::Quoted(table));
+    statements.emplace_back(postgresql::kTellOthers);
+    postgresql::RunAsOnlyWriter(link, statements);
+  });
 }
 
 }  // namespace orlune

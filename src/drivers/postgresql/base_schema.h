@@ -8,4 +8,7 @@ namespace orlune {
 /// already. Throws DatabaseError, as when the database has one of them; nothing is changed then.
 void CreateBaseTables(const std::string& address);
 
+/// Removes all tables of a calendar, with their rows. Throws DatabaseError.
+void DropTables(const std::string& address);
+
 }  // namespace orlune

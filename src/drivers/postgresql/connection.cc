@@ -50,6 +50,7 @@ bool PostgresqlConnection::TryExecute(const StatementText& statement) {
 void PostgresqlConnection::Begin() {
   if (Current().IsInTransaction()) throw DatabaseError("a transaction inside a transaction");
   announced_.clear();
+  isUnused_ = false;
   Current().BeginTransaction();
 }
 
@@ -89,11 +90,14 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
     Current().Require(*sent.Reply);
   } catch (const DatabaseError&) {
     announced_.clear();
-    if (!wasAnnounced) throw;
-    // It may have failed with another one of its batch.
+    const bool wasLostBefore = isUnused_ && !Current().IsAlive();
+    if (wasLostBefore) lease_.Exchange();
+    // Otherwise it may have failed with another one of its batch.
+    if (!wasLostBefore && !wasAnnounced) throw;
     sent = Send(query);
     Current().Require(*sent.Reply);
   }
+  isUnused_ = false;
   const auto* translation = &sent.Statement->Translation;
   return std::make_unique<ResultRows>(
       std::shared_ptr<const access_sql::Translation>(std::move(sent.Statement), translation),
@@ -103,6 +107,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
 void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement, bool mayFail) {
   if (!translated.Translation.Columns.empty()) throw DatabaseError("a query has rows to be read");
   announced_.clear();
+  isUnused_ = false;
   if (!Current().IsInTransaction()) {
     Current().RunAlone(translated, statement);
   } else if (mayFail) {

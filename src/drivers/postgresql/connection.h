@@ -42,6 +42,7 @@ class PostgresqlConnection : public Connection {
 
   Lease lease_;
   std::vector<Announced> announced_;
+  bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be exchanged for another
 };
 
 }  // namespace orlune::postgresql

@@ -55,6 +55,7 @@ Database::Database(const std::string& address, const PostgresqlOptions& options,
 
 bool Database::Renew() {
   if (!link_.IsAlive()) return false;
+  hasReadTables_ = false;
   if (link_.TakeNotification()) ForgetTables();
   try {
     if (!knowsTables_) ReadTables();
@@ -118,12 +119,22 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
   access_sql::WriteShapeKey(statement, key_);
   if (auto known = cache_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
-  translated->Translation =
-      access_sql::Translate(access_sql::Parse(statement), tables_, PostgresqlSql(), regional_);
+  translated->Translation = Translate(access_sql::Parse(statement));
   translated->Name = "s" + std::to_string(++preparedCount_);
   const auto displaced = cache_.Add(key_, translated);
   if (displaced && displaced->Prepared) Deallocate(displaced->Name);
   return translated;
+}
+
+/// Another node may have added just now what is missing.
+access_sql::Translation Database::Translate(const access_sql::Statement& statement) {
+  try {
+    return access_sql::Translate(statement, tables_, PostgresqlSql(), regional_);
+  } catch (const DatabaseError&) {
+    if (hasReadTables_) throw;
+    ReadTables();
+    return access_sql::Translate(statement, tables_, PostgresqlSql(), regional_);
+  }
 }
 
 ReplyPtr Database::Start(CachedStatement& translated, const StatementText& statement) {
@@ -170,10 +181,7 @@ void Database::RunAlone(CachedStatement& translated, const StatementText& statem
 
 void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
   unconfirmed_.push_back(Start(translated, statement));
-  if (translated.Translation.ChangesSchema) {
-    unconfirmed_.push_back(link_.Run(kTellOthers));
-    ForgetTables();
-  }
+  if (translated.Translation.ChangesSchema) TellSchemaChange();
   if (unconfirmed_.size() < kMostUnconfirmed) return;
   link_.Await(*unconfirmed_.back());
   RequireUnconfirmed();
@@ -185,9 +193,17 @@ void Database::RunWithSavepoint(CachedStatement& translated, const StatementText
   const ReplyPtr reply = Start(translated, statement);
   link_.Await(*link_.Run("RELEASE before"));
   RequireUnconfirmed();
-  if (!HasFailed(reply)) return;
+  if (!HasFailed(reply)) {
+    if (translated.Translation.ChangesSchema) TellSchemaChange();
+    return;
+  }
   if (!HasFailed(savepoint)) unconfirmed_.push_back(link_.Run("ROLLBACK TO before"));
   ThrowFailure(*reply);
+}
+
+void Database::TellSchemaChange() {
+  unconfirmed_.push_back(link_.Run(kTellOthers));
+  ForgetTables();
 }
 
 void Database::ForgetTables() {
@@ -198,7 +214,7 @@ void Database::ForgetTables() {
 
 void Database::ReadTables() {
   tables_ = state_ == State::kIdle ? SetUpSchema(link_) : ReadSchema(link_).Tables;
-  knowsTables_ = true;
+  knowsTables_ = hasReadTables_ = true;
 }
 
 void Database::Deallocate(const std::string& name) {

@@ -28,6 +28,9 @@ class Database {
   /// is lost. Asks the server only to read the tables again.
   bool Renew();
 
+  /// Whether the connection holds, as far as that is known without asking the server.
+  bool IsAlive() { return link_.IsAlive(); }
+
   /// Begins to read from one state of the database, unless that or a transaction is going on.
   void EnsureReading();
   void EndReading();
@@ -58,7 +61,9 @@ class Database {
  private:
   enum class State { kIdle, kReading, kTransaction };
 
+  access_sql::Translation Translate(const access_sql::Statement& statement);
   ReplyPtr Send(CachedStatement& translated);
+  void TellSchemaChange();
   void ForgetTables();
   void ReadTables();
   void Deallocate(const std::string& name);
@@ -69,6 +74,7 @@ class Database {
   State state_ = State::kIdle;
   access_sql::Catalogue tables_;
   bool knowsTables_ = false;
+  bool hasReadTables_ = false;  // for the current request
   StatementCache cache_;
   std::vector<ReplyPtr> unconfirmed_;  // of the transaction
   std::uint64_t preparedCount_ = 0;

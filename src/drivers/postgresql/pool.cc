@@ -20,14 +20,18 @@ Pool::Pool(std::string address, const PostgresqlOptions& options, const Regional
 std::unique_ptr<Database> Pool::Take() {
   Enter();
   try {
-    while (std::unique_ptr<Database> idle = TakeIdle()) {
-      if (idle->Renew()) return idle;
-    }
-    return Connect();
+    return TakeInstead();
   } catch (const DatabaseError&) {
     Leave();
     throw;
   }
+}
+
+std::unique_ptr<Database> Pool::TakeInstead() {
+  while (std::unique_ptr<Database> idle = TakeIdle()) {
+    if (idle->Renew()) return idle;
+  }
+  return Connect();
 }
 
 void Pool::GiveBack(std::unique_ptr<Database> database) noexcept {

@@ -24,6 +24,8 @@ class Pool {
   /// A connection, ready for a request; waits for one when all are in use. Throws DatabaseError.
   std::unique_ptr<Database> Take();
   void GiveBack(std::unique_ptr<Database> database) noexcept;
+  /// Another connection for one that was taken and is lost. Throws DatabaseError.
+  std::unique_ptr<Database> TakeInstead();
 
  private:
   void Enter();
@@ -53,6 +55,8 @@ class Lease {
   Lease& operator=(const Lease&) = delete;
 
   Database& Leased() { return *database_; }
+  /// Takes another connection for one that is lost. Throws DatabaseError.
+  void Exchange() { database_ = pool_->TakeInstead(); }
 
  private:
   std::shared_ptr<Pool> pool_;

@@ -1,0 +1,189 @@
+#include <array>
+#include <atomic>
+#include <thread>
+
+#include "drivers/database_fixture.h"
+#include "drivers/spliced.h"
+
+namespace orlune {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+template <class Action>
+void InFourThreads(Action action) {
+  std::array<std::jthread, 4> threads;
+  for (std::jthread& thread : threads) thread = std::jthread(action);
+}
+
+class Database : public testing::DatabaseFixture {
+ protected:
+  Texts Names(Connection& connection) {
+    return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
+  }
+};
+
+TEST_F(Database, NeverReusesACounter) {
+  const auto connection = Open();
+  AddCalendar(*connection, "ann");
+  connection->Execute(Statement("DELETE FROM Calendars"));
+  AddCalendar(*connection, "bob");
+  EXPECT_EQ(Column(*connection, Statement("SELECT CalendarID FROM Calendars"), "CalendarID"), Texts{"2"});
+}
+
+TEST_F(Database, AnswersUpgradeStatementsFromWhatItHas) {
+  const auto connection = Open();
+  const auto old = Open();
+  EXPECT_FALSE(old->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN name TEXT (50)")));
+  EXPECT_FALSE(old->TryExecute(Statement("CREATE TABLE events (A LONG)")));
+  EXPECT_FALSE(old->TryExecute(Statement("ALTER TABLE Calendars DROP COLUMN Nothing")));
+  EXPECT_FALSE(old->TryExecute(Statement("ALTER TABLE Nothing ADD COLUMN A LONG")));
+  EXPECT_THROW(old->Execute(Statement("ALTER TABLE Calendars ADD COLUMN Name TEXT (50)")), DatabaseError);
+
+  AddCalendar(*connection, "ann");
+  EXPECT_TRUE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN IsHidden YESNO")));
+  EXPECT_FALSE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN IsHidden YESNO")));
+  EXPECT_TRUE(connection->TryExecute(Statement("ALTER TABLE Calendars DROP COLUMN MondayFirst")));
+  EXPECT_THROW(connection->Query(Statement("SELECT MondayFirst FROM Calendars")), DatabaseError);
+
+  EXPECT_FALSE(old->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN IsHidden YESNO")));
+  const auto rows = old->Query(Statement("SELECT IsHidden FROM Calendars"));
+  ASSERT_TRUE(rows->Next());
+  EXPECT_EQ(rows->Get(0), Value(false));
+}
+
+TEST_F(Database, TakesOneOfSeveralUpgradesAtOnce) {
+  std::atomic<int> successes = 0;
+  const auto patient = place_.MakeDriver(regional_);
+  InFourThreads([&] {
+    const auto connection = patient->Open(place_.Path());
+    successes += connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)"));
+    connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));
+  });
+  EXPECT_EQ(successes, 1);
+}
+
+TEST_F(Database, ShowsAConnectionOneStateUntilItWrites) {
+  const auto reader = Open();
+  EXPECT_EQ(Names(*reader), Texts{});
+  AddCalendar(*Open(), "ann");
+  EXPECT_EQ(Names(*reader), Texts{});
+  AddCalendar(*reader, "bob");
+  EXPECT_EQ(Names(*reader), (Texts{"ann", "bob"}));
+}
+
+TEST_F(Database, ReadsAQueryToItsEndWhileItsRowsAreWritten) {
+  const auto connection = Open();
+  for (const char* name : {"a", "b", "c"}) AddCalendar(*connection, name);
+  const auto rows = connection->Query(Statement("SELECT Name FROM Calendars WHERE Name > ''"));
+  Texts seen;
+  while (rows->Next()) {
+    const Value name = rows->Get(0);
+    AddCalendar(*Open(), "somebody");
+    connection->Execute(
+        Statement("UPDATE Calendars SET Name = 'z{}' WHERE Name = '{}'", Text(name), Text(name)));
+    seen.push_back(Text(name));
+    EXPECT_EQ(Names(*connection)[seen.size() - 1], "z" + seen.back());
+  }
+  EXPECT_EQ(seen, (Texts{"a", "b", "c"}));
+}
+
+TEST_F(Database, ReadsOneQueryInsideItself) {
+  const auto connection = Open();
+  for (const char* name : {"a", "b"}) AddCalendar(*connection, name);
+  const Statement query("SELECT Name FROM Calendars WHERE Name <> '{}'", "c");
+  Texts seen;
+  const auto outer = connection->Query(query);
+  while (outer->Next()) {
+    const auto inner = connection->Query(query);
+    while (inner->Next()) seen.push_back(Text(outer->Get(0)) + Text(inner->Get(0)));
+  }
+  EXPECT_EQ(seen, (Texts{"aa", "ab", "ba", "bb"}));
+}
+
+TEST_F(Database, KeepsATransactionTogether) {
+  const auto connection = Open();
+  AddCalendar(*connection, "a");
+  const auto before = connection->Query(Statement("SELECT Name FROM Calendars"));
+  ASSERT_TRUE(before->Next());
+  connection->Begin();
+  EXPECT_THROW(connection->Begin(), DatabaseError);
+  AddCalendar(*connection, "b");
+  const auto inside = connection->Query(Statement("SELECT Name FROM Calendars"));
+  connection->Execute(Statement("DELETE FROM Calendars"));
+  EXPECT_EQ(Column(*inside, "Name"), (Texts{"a", "b"}));
+  EXPECT_EQ(Names(*Open()), Texts{"a"});
+  EXPECT_EQ(Text(before->Get(0)), "a");
+  connection->Rollback();
+  EXPECT_EQ(Names(*connection), Texts{"a"});
+
+  connection->Begin();
+  EXPECT_TRUE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
+  EXPECT_FALSE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
+  connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));
+  connection->Commit();
+  EXPECT_THROW(connection->Commit(), DatabaseError);
+  EXPECT_EQ(Column(*Open(), Statement("SELECT Weekend FROM Calendars"), "Weekend"), Texts{"1, 7"});
+}
+
+TEST_F(Database, ForgetsWhatAConnectionDidNotCommit) {
+  {
+    const auto connection = Open();
+    connection->Begin();
+    AddCalendar(*connection, "ann");
+  }
+  EXPECT_EQ(Names(*Open()), Texts{});
+  AddCalendar(*Open(), "bob");
+  EXPECT_EQ(Names(*Open()), Texts{"bob"});
+}
+
+TEST_F(Database, FailsAWriteThatWaitedTooLongAndGoesOn) {
+  const auto writer = Open();
+  const auto other = Open();
+  writer->Begin();
+  AddCalendar(*writer, "ann");
+  EXPECT_EQ(Names(*writer), Texts{"ann"});
+  EXPECT_THROW(AddCalendar(*other, "bob"), DatabaseError);
+  EXPECT_FALSE(other->TryExecute(Statement("DELETE FROM Calendars")));
+  const auto becomeWriter = [&] {
+    other->Begin();
+    other->Commit();
+  };
+  EXPECT_THROW(becomeWriter(), DatabaseError);
+  writer->Commit();
+  AddCalendar(*other, "bob");
+  EXPECT_EQ(Names(*other), (Texts{"ann", "bob"}));
+}
+
+TEST_F(Database, TakesWritesOfSeveralThreads) {
+  const auto patient = place_.MakeDriver(regional_);
+  InFourThreads([&] {
+    for (int i = 0; i < 10; ++i) {
+      const auto connection = patient->Open(place_.Path());
+      Names(*connection);
+      AddCalendar(*connection, "ann");
+    }
+  });
+  EXPECT_EQ(Names(*Open()).size(), 40U);
+}
+
+TEST_F(Database, OutlivesItsConnectionInAnOpenQuery) {
+  AddCalendar(*Open(), "ann");
+  auto connection = Open();
+  const auto rows = connection->Query(Statement("SELECT Name FROM Calendars"));
+  connection.reset();
+  EXPECT_EQ(Column(*rows, "Name"), Texts{"ann"});
+}
+
+TEST_F(Database, ServesMoreStatementsThanItRemembers) {
+  const auto connection = Open();
+  AddCalendar(*connection, "ann");
+  for (int i = 0; i < 600; ++i) {
+    const std::string alias = 'A' + std::to_string(i % 300);
+    const testing::Spliced query("SELECT Name AS " + alias + " FROM Calendars WHERE Name = '{}'", {"ann"});
+    EXPECT_EQ(Column(*connection, query, alias), Texts{"ann"});
+  }
+}
+
+}  // namespace
+}  // namespace orlune
