@@ -6,10 +6,13 @@
 
 namespace orlune {
 
+Statement ViewedCalendarsQuery(std::string_view calName) {
+  return Statement("SELECT Calendars FROM GroupViews WHERE Name = '{}'", calName.substr(1));
+}
+
 std::vector<std::string> ViewedCalendars(Connection& database, std::string_view calName) {
   if (!IsGroupView(calName)) return {std::string(calName)};
-  const auto rows =
-      OpenQuery(database, Statement("SELECT Calendars FROM GroupViews WHERE Name = '{}'", calName.substr(1)));
+  const auto rows = OpenQuery(database, ViewedCalendarsQuery(calName));
   if (!rows->Next()) return {};
   return SplitList(TextOf(rows->Get(rows->Column("Calendars"))));
 }

@@ -8,6 +8,9 @@
 
 namespace orlune {
 
+/// The query for the calendars of the group view that `calName` names.
+Statement ViewedCalendarsQuery(std::string_view calName);
+
 /// The names of the calendars that `calName` shows: those of the group view after a leading "@" (none when
 /// there is no such view), otherwise the one itself.
 std::vector<std::string> ViewedCalendars(Connection& database, std::string_view calName);

@@ -78,8 +78,12 @@ Statement QuotedList(std::span<const std::string> items) {
   return list;
 }
 
+Statement NameQuery(SqlLiteral column, SqlLiteral table, std::string_view name) {
+  return Statement("SELECT {} FROM {} WHERE Name = '{}'", column, table, name);
+}
+
 bool NameExists(Connection& database, SqlLiteral column, SqlLiteral table, std::string_view name) {
-  return OpenQuery(database, Statement("SELECT {} FROM {} WHERE Name = '{}'", column, table, name))->Next();
+  return OpenQuery(database, NameQuery(column, table, name))->Next();
 }
 
 std::string MakeInternalName(Connection& database, std::string_view text, SqlLiteral column,

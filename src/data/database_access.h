@@ -44,6 +44,8 @@ Statement BuildSql(SqlMode mode, SqlLiteral table, std::span<const ColumnValue> 
 /// The items joined with ", ", each between apostrophes, as an In (...) takes them.
 Statement QuotedList(std::span<const std::string> items);
 
+/// The query that `NameExists` asks.
+Statement NameQuery(SqlLiteral column, SqlLiteral table, std::string_view name);
 /// Whether a row of `table` has the Name `name`; names are compared ignoring case.
 bool NameExists(Connection& database, SqlLiteral column, SqlLiteral table, std::string_view name);
 /// A name of lower-case letters and digits made from `text` that no row of `table` has yet.

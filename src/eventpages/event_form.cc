@@ -67,11 +67,16 @@ Html CommentsRow(const ComponentState& state, const EventDraft& draft) {
                        TextAreaContent(ShownText(draft, draft.Event.Comments))));
 }
 
+Statement RecipientsQuery(const ComponentState& state) {
+  return Statement(
+      "SELECT Name, FriendlyName, IsGroup FROM Calendars "
+      "WHERE Name <> '{}' ORDER BY IsGroup, FriendlyName",
+      state.LoginName);
+}
+
 Html RecipientsRow(const ComponentState& state, const std::vector<std::string>& recipients) {
   const std::unordered_set<std::string> chosen(recipients.begin(), recipients.end());
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
-                                                         "WHERE Name <> '{}' ORDER BY IsGroup, FriendlyName",
-                                                         state.LoginName));
+  const auto rows = OpenQuery(*state.Database, RecipientsQuery(state));
   Html list("<SELECT NAME=\"vastaanottaja\" ID=\"vastaanottaja\" SIZE=8 MULTIPLE>\r\n");
   AddCalendarOptions(
       list, *rows, [&](std::string_view name) { return chosen.contains(std::string(name)); }, "\r\n");
@@ -86,14 +91,17 @@ Html StateText(const ComponentState& state, std::string_view suggestState) {
   return {};
 }
 
+Statement AnswersQuery(const OL_Event& event) {
+  return Statement(
+      "SELECT FriendlyName, SuggestState FROM Events INNER JOIN Calendars ON Events.Owner = Calendars.Name "
+      "WHERE (SuggID = '{}')",
+      event.EventID);
+}
+
 /// What the recipients of a suggestion have answered; nothing for an event that was not suggested.
 Html StatusRow(const ComponentState& state, const OL_Event& event) {
   if (event.EventID == 0) return {};
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT FriendlyName, SuggestState FROM Events "
-                                                         "INNER JOIN Calendars "
-                                                         "ON Events.Owner = Calendars.Name "
-                                                         "WHERE (SuggID = '{}')",
-                                                         event.EventID));
+  const auto rows = OpenQuery(*state.Database, AnswersQuery(event));
   const int name = rows->Column("FriendlyName");
   const int suggestState = rows->Column("SuggestState");
   Html lines;
@@ -104,9 +112,12 @@ Html StatusRow(const ComponentState& state, const OL_Event& event) {
   return lines.IsEmpty() ? lines : GroupRow(state, 332, lines);
 }
 
+Statement FriendlyNameQuery(const std::string& calendar) {
+  return Statement("SELECT FriendlyName FROM Calendars WHERE (Name = '{}')", calendar);
+}
+
 std::string FriendlyName(const ComponentState& state, const std::string& calendar) {
-  const auto row = OpenQuery(*state.Database,
-                             Statement("SELECT FriendlyName FROM Calendars WHERE (Name = '{}')", calendar));
+  const auto row = OpenQuery(*state.Database, FriendlyNameQuery(calendar));
   return row->Next() ? std::string(TextOf(row->Get(row->Column("FriendlyName")))) : calendar;
 }
 
@@ -117,17 +128,22 @@ Html HiddenFields(const ComponentState& state, const EventDraft& draft) {
               HiddenRepetition(state, draft));
 }
 
+/// The calendars that the event may be in: the user's own, and the groups that the user administers.
+std::vector<std::string> OfferedCalendars(const ComponentState& state) {
+  std::vector<std::string> calendars{state.LoginName};
+  calendars.insert(calendars.end(), state.AdminOfGroups.begin(), state.AdminOfGroups.end());
+  std::erase(calendars, "");
+  return calendars;
+}
+
 Html CalendarRow(const ComponentState& state, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
   Html list("<SELECT NAME=\"calendar\" ID=\"calendar\">");
-  const auto add = [&](const std::string& calendar) {
-    if (calendar.empty()) return;
+  for (const std::string& calendar : OfferedCalendars(state)) {
     list.Add("<OPTION VALUE=\"{}\"{}>{}", Attribute(calendar),
              SelectedWhen(EqualIgnoringCase(calendar, event.Owner)),
              OptionLabel(FriendlyName(state, calendar)));
-  };
-  add(state.LoginName);
-  for (const std::string& group : state.AdminOfGroups) add(group);
+  }
   list.Add("</SELECT> <LABEL><INPUT TYPE=checkbox NAME=\"private\"{}>{}</LABEL>",
            CheckedIf(event.Private ? "yes" : "no", "yes"), Content(LoadText(state, 329)));
   list.Add(HiddenFields(state, draft));
@@ -147,9 +163,17 @@ Html Buttons(const ComponentState& state, const OL_Event& event, bool isSending)
   return buttons;
 }
 
+void AnnounceForm(const ComponentState& state, const OL_Event& event, bool isSending) {
+  Connection& database = *state.Database;
+  if (isSending) database.Announce(RecipientsQuery(state));
+  if (event.EventID != 0) database.Announce(AnswersQuery(event));
+  for (const std::string& calendar : OfferedCalendars(state)) database.Announce(FriendlyNameQuery(calendar));
+}
+
 void ShowForm(ComponentState& state, const EventDraft& draft, const std::vector<std::string>* recipients) {
   const OL_Event& event = draft.Event;
   const bool isSending = recipients != nullptr;
+  AnnounceForm(state, event, isSending);
   Html page = FormPageOpen(state, Html("p=e"), 300, EventToolbar(state));
   page.Add(TitleRow(state, draft));
   page.Add(KindRow(state, event, isSending));

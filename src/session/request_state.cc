@@ -1,11 +1,13 @@
 #include "session/request_state.h"
 
 #include "component/component_state.h"
+#include "data/calendar_list.h"
 #include "data/database_access.h"
 #include "frame/dates.h"
 #include "frame/text.h"
 #include "frame/texts.h"
 #include "session/session_data.h"
+#include "session/settings.h"
 
 namespace orlune {
 namespace {
@@ -27,6 +29,8 @@ void StoreNavigation(ComponentState& state) {
 }
 
 bool CalendarExists(Connection& database, std::string_view calName) {
+  if (IsGroupView(calName))
+    database.Announce(NameQuery("Name", "GroupViews", WithoutFirstCharacter(calName)));
   return NameExists(database, "Name", "Calendars", calName) ||
          NameExists(database, "Name", "GroupViews", WithoutFirstCharacter(calName));
 }
@@ -34,6 +38,7 @@ bool CalendarExists(Connection& database, std::string_view calName) {
 void TakeCalendar(ComponentState& state) {
   if (std::string stored = GetSessionData(state, "Calendar"); !stored.empty())
     state.CalName = std::move(stored);
+  AnnounceSettings(state);
   if (state.CalName.empty() || CalendarExists(*state.Database, state.CalName)) return;
   SetSessionData(state, "Calendar", state.LoginName);
   state.CalName = state.LoginName;

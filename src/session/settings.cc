@@ -21,13 +21,36 @@ void TakeText(const Value& value, std::string& setting) {
   if (!IsNull(value)) setting = TextOf(value);
 }
 
+Statement DisplaySettingsQuery(const ComponentState& state) {
+  return Statement(
+      "SELECT FirstDayOfWeek, Weekend, DayBegin, DayEnd, StartMode, ClockMode, SheetFile "
+      "FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = StyleSheets.SheetID "
+      "WHERE Name = '{}'",
+      state.LoginName.empty() ? std::string_view("admin") : std::string_view(state.LoginName));
+}
+
+Statement MembershipsQuery(const Statement& calendars) {
+  return Statement("SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ({})", calendars);
+}
+
+Statement AdminshipsQuery(const ComponentState& state) {
+  return Statement("SELECT AdminOfGroups FROM Calendars WHERE Name = '{}'", state.LoginName);
+}
+
+Statement EventTypesQuery() {
+  return Statement("SELECT TypeName, FileName FROM EventTypes");
+}
+
+Statement AllGroupsQuery() {
+  return Statement("SELECT Name FROM Calendars WHERE (IsGroup = yes)");
+}
+
+bool BelongsToAllGroups(const ComponentState& state) {
+  return state.CalName == "admin" && state.LoginName == "admin";
+}
+
 void LoadDisplaySettings(ComponentState& state) {
-  const auto row = OpenQuery(
-      *state.Database,
-      Statement("SELECT FirstDayOfWeek, Weekend, DayBegin, DayEnd, StartMode, ClockMode, SheetFile "
-                "FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = StyleSheets.SheetID "
-                "WHERE Name = '{}'",
-                state.LoginName.empty() ? std::string_view("admin") : std::string_view(state.LoginName)));
+  const auto row = OpenQuery(*state.Database, DisplaySettingsQuery(state));
   std::string startMode = "month";
   if (row->Next()) {
     const auto field = [&](std::string_view name) { return row->Get(row->Column(name)); };
@@ -54,13 +77,11 @@ void AppendNew(std::vector<std::string>& list, std::string_view item) {
 
 void LoadMemberships(ComponentState& state) {
   state.MemberOfGroups.clear();
-  if (state.CalName == "admin" && state.LoginName == "admin") return ListAllGroups(state, false);
+  if (BelongsToAllGroups(state)) return ListAllGroups(state, false);
 
   const Statement calendars = QuotedCalendarList(*state.Database, state.CalName);
   if (!calendars.IsEmpty()) {
-    const auto rows =
-        OpenQuery(*state.Database,
-                  Statement("SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ({})", calendars));
+    const auto rows = OpenQuery(*state.Database, MembershipsQuery(calendars));
     const int memberOfGroups = rows->Column("MemberOfGroups");
     while (rows->Next()) {
       ForEachItem(TextOf(rows->Get(memberOfGroups)),
@@ -77,8 +98,7 @@ bool LoadAdminships(ComponentState& state) {
     ListAllGroups(state, true);
     return true;
   }
-  const auto row = OpenQuery(
-      *state.Database, Statement("SELECT AdminOfGroups FROM Calendars WHERE Name = '{}'", state.LoginName));
+  const auto row = OpenQuery(*state.Database, AdminshipsQuery(state));
   if (!row->Next()) return false;
   ForEachItem(TextOf(row->Get(row->Column("AdminOfGroups"))),
               [&](std::string_view group) { AppendNew(state.AdminOfGroups, group); });
@@ -87,7 +107,7 @@ bool LoadAdminships(ComponentState& state) {
 
 void LoadEventTypes(ComponentState& state) {
   state.EventTypes.clear();
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT TypeName, FileName FROM EventTypes"));
+  const auto rows = OpenQuery(*state.Database, EventTypesQuery());
   const int typeName = rows->Column("TypeName");
   const int fileName = rows->Column("FileName");
   while (rows->Next()) {
@@ -97,6 +117,20 @@ void LoadEventTypes(ComponentState& state) {
 }
 
 }  // namespace
+
+void AnnounceSettings(const ComponentState& state) {
+  Connection& database = *state.Database;
+  database.Announce(DisplaySettingsQuery(state));
+  if (BelongsToAllGroups(state)) {
+    database.Announce(AllGroupsQuery());
+  } else if (IsGroupView(state.CalName)) {
+    database.Announce(ViewedCalendarsQuery(state.CalName));
+  } else {
+    database.Announce(MembershipsQuery(QuotedList({{state.CalName}})));
+  }
+  database.Announce(state.LoginName == "admin" ? AllGroupsQuery() : AdminshipsQuery(state));
+  database.Announce(EventTypesQuery());
+}
 
 bool LoadSettings(ComponentState& state) {
   LoadDisplaySettings(state);
@@ -109,7 +143,7 @@ bool LoadSettings(ComponentState& state) {
 
 void ListAllGroups(ComponentState& state, bool intoAdminships) {
   std::vector<std::string>& groups = intoAdminships ? state.AdminOfGroups : state.MemberOfGroups;
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT Name FROM Calendars WHERE (IsGroup = yes)"));
+  const auto rows = OpenQuery(*state.Database, AllGroupsQuery());
   const int name = rows->Column("Name");
   while (rows->Next()) groups.emplace_back(TextOf(rows->Get(name)));
 }

@@ -6,6 +6,7 @@
 #include "views/day_view.h"
 #include "views/month_view.h"
 #include "views/view_mode.h"
+#include "views/view_parts.h"
 #include "views/week_view.h"
 
 namespace orlune {
@@ -23,6 +24,7 @@ void AddView(Html& page, const ComponentState& state) {
 }  // namespace
 
 void ShowCalendarPage(ComponentState& state) {
+  AnnounceViewParts(state);
   Html page;
   page.Reserve(kUsualPageSize);
   page.Add(PageHead(state, state.ProductTitle));

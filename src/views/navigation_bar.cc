@@ -39,11 +39,17 @@ Html StepButtons(const ComponentState& state, ViewMode mode) {
   return buttons;
 }
 
+bool HasMessageButton(const ComponentState& state) {
+  return IsLoggedIn(state) && !state.NoMessaging;
+}
+
+Statement UnreadMessagesQuery(const ComponentState& state) {
+  return Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
+                   state.LoginName);
+}
+
 int UnreadMessages(const ComponentState& state) {
-  const auto row = OpenQuery(
-      *state.Database,
-      Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
-                state.LoginName));
+  const auto row = OpenQuery(*state.Database, UnreadMessagesQuery(state));
   return row->Next() ? NumberOf(row->Get(row->Column("MsgCount"))).value_or(0) : 0;
 }
 
@@ -61,15 +67,19 @@ Html FindButton(const ComponentState& state) {
 
 }  // namespace
 
+void AnnounceNavigationBar(const ComponentState& state) {
+  if (HasMessageButton(state)) state.Database->Announce(UnreadMessagesQuery(state));
+}
+
 Html NavigationBar(const ComponentState& state, ViewMode mode) {
   Html bar;
   if (IsGroupView(state.CalName)) bar.Add(ColourMappingLink(state));
   bar.Add(StepButtons(state, mode));
-  if (state.LoginName.empty()) return bar.Add(FindButton(state));
+  if (!IsLoggedIn(state)) return bar.Add(FindButton(state));
 
   bar.Add(PageButton(state, "p=e", 157, "event_new.gif"));
   bar.Add(FindButton(state));
-  if (!state.NoMessaging) bar.Add(MessageButton(state));
+  if (HasMessageButton(state)) bar.Add(MessageButton(state));
   bar.Add(PageButton(state, "p=p", 161, "prefs.gif"));
   if (IsAdministrator(state)) bar.Add(PageButton(state, "p=a", 162, "admin.gif"));
   return bar;

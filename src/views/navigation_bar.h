@@ -7,6 +7,9 @@ namespace orlune {
 
 struct ComponentState;
 
+/// Announces to the database what `NavigationBar` will ask.
+void AnnounceNavigationBar(const ComponentState& state);
+
 /// The tool bar over a calendar: stepping through time, and the ways to events, messages, preferences and
 /// administration that are open to the user. Throws DatabaseError.
 Html NavigationBar(const ComponentState& state, ViewMode mode);

@@ -19,11 +19,22 @@ Html DateInput(const ComponentState& state) {
               InputSize(state, 18, 38));
 }
 
+Statement GroupViewsQuery(const ComponentState& state) {
+  return Statement(
+      "SELECT Name, FriendlyName, Calendars FROM GroupViews "
+      "WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName",
+      state.LoginName);
+}
+
+Statement CalendarsQuery(const ComponentState& state) {
+  return Statement(
+      "SELECT Name, FriendlyName, IsGroup FROM Calendars "
+      "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
+      state.LoginName);
+}
+
 void AddGroupViewOptions(Html& list, const ComponentState& state) {
-  const auto rows =
-      OpenQuery(*state.Database, Statement("SELECT Name, FriendlyName, Calendars FROM GroupViews "
-                                           "WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName",
-                                           state.LoginName));
+  const auto rows = OpenQuery(*state.Database, GroupViewsQuery(state));
   const int name = rows->Column("Name");
   const int friendlyName = rows->Column("FriendlyName");
   while (rows->Next()) {
@@ -34,10 +45,7 @@ void AddGroupViewOptions(Html& list, const ComponentState& state) {
 }
 
 void AddCalendarOptions(Html& list, const ComponentState& state) {
-  const auto rows = OpenQuery(*state.Database,
-                              Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
-                                        "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-                                        state.LoginName));
+  const auto rows = OpenQuery(*state.Database, CalendarsQuery(state));
   AddCalendarOptions(list, *rows, [&](std::string_view name) { return name == state.CalName; });
 }
 
@@ -61,6 +69,11 @@ Html OkButton(const ComponentState& state) {
 }
 
 }  // namespace
+
+void AnnounceSelectionRow(const ComponentState& state) {
+  state.Database->Announce(GroupViewsQuery(state));
+  state.Database->Announce(CalendarsQuery(state));
+}
 
 Html SelectionRow(const ComponentState& state, int columnCount) {
   Html row("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(state));

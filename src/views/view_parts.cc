@@ -10,17 +10,29 @@
 #include "frame/page_frame.h"
 #include "frame/texts.h"
 #include "views/navigation_bar.h"
+#include "views/selection_row.h"
 
 namespace orlune {
 
+namespace {
+
+Statement DisplayNameQuery(std::string_view calName) {
+  return IsGroupView(calName)
+             ? Statement("SELECT FriendlyName FROM GroupViews WHERE Name = '{}'", calName.substr(1))
+             : Statement("SELECT FriendlyName FROM Calendars WHERE Name = '{}'", calName);
+}
+
+}  // namespace
+
 std::string CalendarDisplayName(const ComponentState& state) {
-  const std::string_view calName = state.CalName;
-  const auto row =
-      OpenQuery(*state.Database,
-                IsGroupView(calName)
-                    ? Statement("SELECT FriendlyName FROM GroupViews WHERE Name = '{}'", calName.substr(1))
-                    : Statement("SELECT FriendlyName FROM Calendars WHERE Name = '{}'", calName));
-  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName"))) : calName);
+  const auto row = OpenQuery(*state.Database, DisplayNameQuery(state.CalName));
+  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName"))) : state.CalName);
+}
+
+void AnnounceViewParts(const ComponentState& state) {
+  if (state.ShowTitle) state.Database->Announce(DisplayNameQuery(state.CalName));
+  AnnounceNavigationBar(state);
+  AnnounceSelectionRow(state);
 }
 
 Html ViewOpen(const ComponentState& state, ViewMode mode, const Html& caption) {

@@ -16,6 +16,9 @@ struct ComponentState;
 /// The name that the viewed calendar or group view is shown under; its `CalName` when it has none.
 std::string CalendarDisplayName(const ComponentState& state);
 
+/// Announces to the database what every view asks beside its events.
+void AnnounceViewParts(const ComponentState& state);
+
 /// Opens a view: its form, the calendar's name where the page shows it, and the title bar with `caption` and
 /// the navigation bar.
 Html ViewOpen(const ComponentState& state, ViewMode mode, const Html& caption);

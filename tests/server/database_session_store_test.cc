@@ -76,6 +76,22 @@ TEST_F(DatabaseSessions, AreSharedByServersAndOutliveThem) {
   EXPECT_EQ(Get(first_, id, "Login"), "");
 }
 
+TEST_F(DatabaseSessions, BeginOnManyNewServersAtOnce) {
+  constexpr int kServers = 4;
+  std::vector<std::string> ids(kServers);
+  {
+    std::vector<std::jthread> threads;
+    threads.reserve(kServers);
+    for (std::string& id : ids) {
+      threads.emplace_back([this, &id] {
+        ServerOfSessions server(database_, elapsed_);
+        id = LogIn(server);
+      });
+    }
+  }
+  for (const std::string& id : ids) EXPECT_EQ(Get(first_, id, "Login"), "ann");
+}
+
 TEST_F(DatabaseSessions, TellNobodyTheirIdentifiers) {
   const std::string id = LogIn(first_);
   const auto connection = first_.Driver->Open(first_.Database.Path);

@@ -5,10 +5,8 @@
 #include <string>
 
 #include "drivers/icu/icu_regional_settings.h"
-#include "drivers/sqlite/base_schema.h"
-#include "drivers/sqlite/sqlite_driver.h"
 #include "server/session_table.h"
-#include "support/temporary_folder.h"
+#include "support/test_database.h"
 
 namespace orlune::testing {
 
@@ -27,21 +25,20 @@ class BreakableDriver : public DatabaseDriver {
   std::unique_ptr<DatabaseDriver> inner_;
 };
 
-/// A fresh database, and a driver for it.
+/// A fresh database of the engine under test, and drivers for it.
 class SessionTestDatabase {
  public:
-  SessionTestDatabase() { CreateBaseDatabase(path_); }
+  SessionTestDatabase() { place_.CreateTables(); }
 
   /// As another server has it, with nothing remembered about the database.
   std::unique_ptr<BreakableDriver> NewDriver() const {
-    return std::make_unique<BreakableDriver>(std::make_unique<SqliteDriver>(regional_));
+    return std::make_unique<BreakableDriver>(place_.MakeDriver(regional_));
   }
-  SessionDatabase OpenedBy(DatabaseDriver& driver) const { return {&driver, path_}; }
+  SessionDatabase OpenedBy(DatabaseDriver& driver) const { return {&driver, place_.Path()}; }
 
  private:
-  TemporaryFolder folder_;
+  DatabasePlace place_;
   RegionalSettings regional_ = LoadRegionalSettings("en_US");
-  std::string path_ = folder_.Path() / "calendar.db";
 };
 
 }  // namespace orlune::testing

@@ -21,7 +21,7 @@ std::string OneLine(const char* message) {
   std::string line(message == nullptr ? "" : message);
   while (line.ends_with('\n')) line.pop_back();
   for (char& c : line) {
-    if (c == '\n') c = ' ';
+    if (c == '\n' || c == '\t') c = ' ';
   }
   return line;
 }

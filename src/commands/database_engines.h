@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "commands/sqlite_engine.h"
+#include "drivers/schema/database_engine.h"
+#include "platform/regional_settings.h"
+
+namespace orlune {
+
+/// The engines that an operator's addresses lead to.
+class DatabaseEngines {
+ public:
+  /// `regional` has to outlive the engines.
+  explicit DatabaseEngines(const RegionalSettings& regional) : sqlite_(regional) {}
+
+  /// Throws DatabaseError when there is no engine for such an address. The engines outlive what it returns.
+  NamedDatabase Named(const std::string& address);
+
+ private:
+  SqliteEngine sqlite_;
+};
+
+}  // namespace orlune
