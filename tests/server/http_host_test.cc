@@ -1,5 +1,7 @@
 #include "server/http_host.h"
 
+#include <array>
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -424,6 +426,29 @@ TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
   EXPECT_NE(answers.find("Connection: close"), std::string::npos) << answers;
   EXPECT_EQ(answers.find("HTTP/1.1 200"), answers.rfind("HTTP/1.1")) << answers;
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Status, 200);
+}
+
+TEST(HttpHost, AnswersThoseWhoAreConnectingWhenItStops) {
+  StartedHost host;
+  std::atomic<int> busyThreads = 0;
+  std::promise<void> released;
+  host.Answer = [&busyThreads, release = released.get_future().share()](const ScriptingContext&) {
+    ++busyThreads;
+    release.wait();
+  };
+  const auto fetch = [&host] { return Fetch(host.Address(), "GET /a.asp"); };
+  std::array answers{std::async(std::launch::async, fetch), std::async(std::launch::async, fetch)};
+  while (busyThreads < 2) std::this_thread::yield();
+  HttpClient waiting(host.Address());
+  waiting.Send("GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n");
+  host.CloseConnectionsAfterReply();
+  auto stopped = std::async(std::launch::async, [&host] { host.Stop(); });
+  EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+  released.set_value();
+  EXPECT_EQ(waiting.ReadAll().substr(0, 12), "HTTP/1.1 200");
+  for (auto& answer : answers) EXPECT_EQ(answer.get().Status, 200);
+  stopped.get();
+  EXPECT_THROW(HttpClient{host.Address()}, std::runtime_error);
 }
 
 TEST(ListeningSocket, RefusesUnusableAddresses) {
