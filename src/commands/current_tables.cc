@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "drivers/schema/base_tables.h"
 
@@ -43,7 +44,10 @@ void Add(access_sql::Catalogue& catalogue, const ColumnOfTable& addition) {
   for (access_sql::Table& table : catalogue.Tables) {
     if (table.Name == addition.Table) holder = &table;
   }
-  if (holder == nullptr) holder = &catalogue.Tables.emplace_back(std::string(addition.Table));
+  if (holder == nullptr) {
+    catalogue.Tables.push_back({std::string(addition.Table), {}});
+    holder = &catalogue.Tables.back();
+  }
   holder->Columns.push_back({std::string(addition.Name), addition.Type});
 }
 
@@ -52,11 +56,12 @@ void Add(access_sql::Catalogue& catalogue, const ColumnOfTable& addition) {
 access_sql::Catalogue TablesInForm(SchemaForm form) {
   access_sql::Catalogue catalogue;
   for (const schema::BaseTable& base : schema::BaseTables()) {
-    access_sql::Table& table = catalogue.Tables.emplace_back(base.Name);
+    access_sql::Table table{base.Name, {}};
     for (const schema::BaseColumn& column : base.Columns) {
       const access_sql::Column& defined = column.Definition.Defined;
       if (form == SchemaForm::kBase || defined.Name != kDropped) table.Columns.push_back(defined);
     }
+    catalogue.Tables.push_back(std::move(table));
   }
   if (form == SchemaForm::kCurrent) {
     for (const ColumnOfTable& addition : kAdditions) Add(catalogue, addition);

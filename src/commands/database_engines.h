@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "commands/postgresql_engine.h"
 #include "commands/sqlite_engine.h"
 #include "drivers/schema/database_engine.h"
 #include "platform/regional_settings.h"
@@ -12,13 +13,14 @@ namespace orlune {
 class DatabaseEngines {
  public:
   /// `regional` has to outlive the engines.
-  explicit DatabaseEngines(const RegionalSettings& regional) : sqlite_(regional) {}
+  explicit DatabaseEngines(const RegionalSettings& regional) : files_(regional), servers_(regional) {}
 
-  /// Throws DatabaseError when there is no engine for such an address. The engines outlive what it returns.
+  /// The engines outlive what it returns.
   NamedDatabase Named(const std::string& address);
 
  private:
-  SqliteEngine sqlite_;
+  SqliteEngine files_;
+  PostgresqlEngine servers_;
 };
 
 }  // namespace orlune

@@ -7,10 +7,10 @@
 #include <sqlite3.h>
 
 #include "drivers/access_sql/engine_sql.h"
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/schema/moment_text.h"
+#include "drivers/schema/table_names.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/indexes.h"
-#include "frame/dates.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
@@ -19,18 +19,6 @@ using access_sql::ColumnType;
 using access_sql::Quoted;
 
 namespace {
-
-/// How the file writes days and times, told as a region.
-const RegionalSettings& StoredForm() {
-  static const RegionalSettings kForm{
-      {}, {DateField::kYear, DateField::kMonth, DateField::kDay}, '-', true, true, {}, {}};
-  return kForm;
-}
-
-std::string TimeText(TimeOfDay time) {
-  constexpr std::size_t kTimeBegins = 11;
-  return FormatDateTime(StoredForm(), {kFirstDate, time}).substr(kTimeBegins);
-}
 
 int BindText(sqlite3_stmt* statement, int position, std::string_view text) {
   return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
@@ -45,12 +33,9 @@ struct Binder {
   int operator()(bool isYes) const { return sqlite3_bind_int64(Statement, Position, isYes ? 1 : 0); }
   int operator()(std::int64_t number) const { return sqlite3_bind_int64(Statement, Position, number); }
   int operator()(const std::string& text) const { return BindText(Statement, Position, text); }
-  int operator()(Date date) const {
-    return BindText(Statement, Position, FormatShortDate(StoredForm(), date));
-  }
-  int operator()(TimeOfDay time) const { return BindText(Statement, Position, TimeText(time)); }
-  int operator()(const DateTime& moment) const {
-    return BindText(Statement, Position, FormatDateTime(StoredForm(), moment));
+  template <class Moment>
+  int operator()(const Moment& moment) const {
+    return BindText(Statement, Position, schema::MomentText(moment));
   }
   int operator()(const Unreadable&) const { throw DatabaseError("an unreadable field cannot be written"); }
 };
@@ -62,20 +47,6 @@ void Bind(sqlite3_stmt* statement, int position, const StoredField& field) {
 std::string TextAt(sqlite3_stmt* row, int column) {
   const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
   return {bytes, static_cast<std::size_t>(bytes == nullptr ? 0 : sqlite3_column_bytes(row, column))};
-}
-
-bool IsKnownDay(Date day) {
-  return day >= kFirstDate && day <= kLastDate;
-}
-
-StoredField ReadMoment(std::string stored, ColumnType type) {
-  const Value value = access_sql::ReadStoredText(type, stored);
-  if (const auto* date = std::get_if<Date>(&value); date != nullptr && IsKnownDay(*date)) return *date;
-  if (const auto* time = std::get_if<TimeOfDay>(&value)) return *time;
-  if (const auto* moment = std::get_if<DateTime>(&value); moment != nullptr && IsKnownDay(moment->Day)) {
-    return *moment;
-  }
-  return Unreadable{std::move(stored)};
 }
 
 StoredField ReadField(sqlite3_stmt* row, int column, ColumnType type) {
@@ -93,29 +64,14 @@ StoredField ReadField(sqlite3_stmt* row, int column, ColumnType type) {
     case ColumnType::kMemo:
       return TextAt(row, column);
     default:
-      return ReadMoment(TextAt(row, column), type);
+      return schema::ReadMoment(TextAt(row, column), type);
   }
-}
-
-std::string ColumnList(const access_sql::Table& table) {
-  std::string list;
-  for (const access_sql::Column& column : table.Columns) {
-    if (!list.empty()) list += ", ";
-    list += Quoted(column.Name);
-  }
-  return list;
-}
-
-const std::string& CounterName(const access_sql::Table& table) {
-  const access_sql::Column* counter = table.Counter();
-  if (counter == nullptr) throw DatabaseError("the table " + table.Name + " has no counter");
-  return counter->Name;
 }
 
 std::string InsertionInto(const access_sql::Table& table) {
   std::string places = "?";
   for (std::size_t i = 1; i < table.Columns.size(); ++i) places += ", ?";
-  return "INSERT INTO " + Quoted(table.Name) + " (" + ColumnList(table) + ") VALUES (" + places + ")";
+  return "INSERT INTO " + Quoted(table.Name) + " (" + schema::ColumnList(table) + ") VALUES (" + places + ")";
 }
 
 /// A transaction of the only writer; taken back unless it is committed.
@@ -164,8 +120,8 @@ std::int64_t Maintenance::RowCount(const std::string& table) {
 }
 
 std::optional<std::int64_t> Maintenance::HighestNumber(const access_sql::Table& table) {
-  const auto row =
-      Prepare(database_.get(), "SELECT max(" + Quoted(CounterName(table)) + ") FROM " + Quoted(table.Name));
+  const auto row = Prepare(
+      database_.get(), "SELECT max(" + Quoted(schema::CounterName(table)) + ") FROM " + Quoted(table.Name));
   Step(row.get());
   if (sqlite3_column_type(row.get(), 0) == SQLITE_NULL) return std::nullopt;
   return sqlite3_column_int64(row.get(), 0);
@@ -173,10 +129,10 @@ std::optional<std::int64_t> Maintenance::HighestNumber(const access_sql::Table& 
 
 std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::int64_t after,
                                          std::size_t most) {
-  const std::string counter = Quoted(CounterName(table));
+  const std::string counter = Quoted(schema::CounterName(table));
   const auto row =
-      Prepare(database_.get(), "SELECT " + ColumnList(table) + " FROM " + Quoted(table.Name) + " WHERE " +
-                                   counter + " > ? ORDER BY " + counter + " LIMIT ?");
+      Prepare(database_.get(), "SELECT " + schema::ColumnList(table) + " FROM " + Quoted(table.Name) +
+                                   " WHERE " + counter + " > ? ORDER BY " + counter + " LIMIT ?");
   Bind(row.get(), 1, after);
   Bind(row.get(), 2, static_cast<std::int64_t>(most));
   std::vector<StoredRow> rows;
