@@ -3,6 +3,8 @@ import https from 'node:https';
 
 export const kHost = 'calendar.example.org';
 export const kPage = '/OLOrlune.asp';
+/** The address that visitors of the proxy come from, another one than the proxy's. */
+export const kVisitorAddress = '127.0.0.9';
 
 const kPatience = 30_000;
 const kEventDay = '6/15/2035';
@@ -60,7 +62,9 @@ export class Visitor {
     }
     const options = { host, port, path: target, method, headers, timeout: kPatience };
     return new Promise((resolve, reject) => {
-      const request = node ? http.request(options) : https.request({ ...options, agent: this.#agent });
+      const request = node
+        ? http.request(options)
+        : https.request({ ...options, agent: this.#agent, localAddress: kVisitorAddress });
       request.on('response', (response) => this.#receive(response).then(resolve, reject));
       request.on('timeout', () => request.destroy(new Error('no answer')));
       request.on('error', reject);
