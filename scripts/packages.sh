@@ -9,6 +9,7 @@ build_packages=(
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
 browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
   faketime:faketime sqlite3:sqlite3)
+cluster_test_packages=(node:nodejs nginx-light openssl:openssl)
 
 stop() {
   printf '%s\n' "$*" >&2

@@ -26,6 +26,7 @@ bool OpenDatabase(ComponentState& state) {
     state.Database = state.Surroundings->Databases.Open(state.DBPath);
     return true;
   } catch (const DatabaseError&) {
+    state.Context.Response->SetStatus(503);
     state.Context.Response->Write("Could not open database " + state.DBPath + ".");
     return false;
   }

@@ -20,6 +20,12 @@ class DatabaseError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// The database cannot be reached, or was lost on the way. Another try, later or from elsewhere, may do.
+class DatabaseUnavailable : public DatabaseError {
+ public:
+  using DatabaseError::DatabaseError;
+};
+
 /// Where a value stands in a statement's text, in bytes.
 struct ValueSpan {
   std::size_t Begin;

@@ -33,6 +33,8 @@ class Response {
  public:
   virtual ~Response() = default;
 
+  /// The HTTP status of the page, which is 200 when it is not set.
+  virtual void SetStatus(unsigned status) = 0;
   /// How long a cache may keep the page; 0 keeps it out of every cache.
   virtual void SetExpires(std::chrono::minutes lifetime) = 0;
   /// Appends to the page.

@@ -18,6 +18,7 @@ namespace fs = std::filesystem;
 
 using TextMember = std::string Configuration::*;
 using PathMember = fs::path Configuration::*;
+using NetworksMember = std::vector<IpNetwork> Configuration::*;
 
 struct NumberMember {
   long long Configuration::*Member;
@@ -34,7 +35,7 @@ struct WordMember {
 
 struct ServerSetting {
   std::string_view Name;
-  std::variant<TextMember, PathMember, NumberMember, WordMember> Target;
+  std::variant<TextMember, PathMember, NetworksMember, NumberMember, WordMember> Target;
   std::string_view Default;
   std::string_view Help;
 };
@@ -52,6 +53,9 @@ constexpr ServerSetting kServerSettings[] = {
      "most connections to a database server, for each region; 0: as many as threads need"},
     {"secret_file", &Configuration::SecretFile, "\"var/secret.key\"",
      "key of sealed cookies; made when missing"},
+    {"trusted_proxies", &Configuration::TrustedProxies, "[]", "addresses and networks of proxies in front"},
+    {"drain_seconds", NumberMember{&Configuration::DrainSeconds, 0, 3600}, "0",
+     "from the signal to stop to the stop"},
 };
 
 template <class Setting, std::size_t extent>
@@ -76,6 +80,7 @@ class Reader {
   bool Switch(std::string_view key, const toml::node& node) const;
   long long Number(std::string_view key, const toml::node& node, const NumberMember& bounds) const;
   std::string Path(std::string_view key, const toml::node& node) const;
+  std::vector<IpNetwork> Networks(std::string_view key, const toml::node& node) const;
   bool Word(std::string_view key, const toml::node& node, const WordMember& words) const;
 
   void ReadServer(const toml::node& node);
@@ -125,6 +130,20 @@ std::string Reader::Path(std::string_view key, const toml::node& node) const {
   return (folder_ / text).lexically_normal().string();
 }
 
+std::vector<IpNetwork> Reader::Networks(std::string_view key, const toml::node& node) const {
+  if (!node.is_array()) Refuse(node.source(), key, "expected a list of texts");
+  std::vector<IpNetwork> networks;
+  for (const toml::node& item : *node.as_array()) {
+    const std::string text = Text(key, item);
+    const auto network = IpNetwork::Parse(text);
+    if (!network)
+      Refuse(item.source(), key,
+             "expected an address or network such as \"127.0.0.1\" or \"10.0.0.0/8\", not \"" + text + "\"");
+    networks.push_back(*network);
+  }
+  return networks;
+}
+
 bool Reader::Word(std::string_view key, const toml::node& node, const WordMember& words) const {
   const std::string text = Text(key, node);
   if (text != words.False && text != words.True)
@@ -168,6 +187,8 @@ void Reader::ReadServerSetting(const ServerSetting& setting, const toml::node& n
     result_.** text = Text(setting.Name, node);
   } else if (const auto* path = std::get_if<PathMember>(&setting.Target)) {
     result_.** path = Path(setting.Name, node);
+  } else if (const auto* networks = std::get_if<NetworksMember>(&setting.Target)) {
+    result_.** networks = Networks(setting.Name, node);
   } else if (const auto* words = std::get_if<WordMember>(&setting.Target)) {
     result_.*words->Member = Word(setting.Name, node, *words);
   } else {
@@ -243,6 +264,11 @@ bool IsBelow(const fs::path& file, const fs::path& folder) {
   return !relative.empty() && *relative.begin() != "..";
 }
 
+std::string_view TypeOf(const ServerSetting& setting) {
+  if (std::holds_alternative<NumberMember>(setting.Target)) return "number";
+  return std::holds_alternative<NetworksMember>(setting.Target) ? "list of texts" : "text";
+}
+
 template <class Setting>
 void Describe(std::ostringstream& text, const Setting& setting, std::string_view type) {
   text << "  " << std::left << std::setw(16) << setting.Name << std::setw(15) << type << setting.Help
@@ -284,8 +310,7 @@ fs::path DatabaseFile(const Configuration& configuration, const PageConfiguratio
 std::string DescribeSettings() {
   std::ostringstream text;
   text << "Configuration file (TOML)\n[server]\n";
-  for (const ServerSetting& setting : kServerSettings)
-    Describe(text, setting, std::holds_alternative<NumberMember>(setting.Target) ? "number" : "text");
+  for (const ServerSetting& setting : kServerSettings) Describe(text, setting, TypeOf(setting));
   text << "[[page]]\n";
   Describe(text, ServerSetting{"path", {}, "none", "the page's address, begins with \"/\""}, "text");
   Describe(text, ServerSetting{"region", {}, "the server's", "how the page's dates are written"}, "text");

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "server/configuration_error.h"
+#include "server/ip_network.h"
 #include "server/page_properties.h"
 
 namespace orlune {
@@ -33,7 +34,9 @@ struct Configuration {
   long long Threads = 0;              ///< 0: chosen from the processors
   long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
-  std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
+  std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
+  long long DrainSeconds = 0;             ///< between the signal to stop and the stop
+  std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstring>
 
+#include "server/ascii_case.h"
 #include "server/body_length.h"
 #include "server/url_encoding.h"
 #include "server/utf8.h"
@@ -42,6 +43,20 @@ bool IsControl(char c) {
   return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
 }
 
+// Adds a header to the texts when it is one that proxies tell the sender by.
+MHD_Result AddForwarding(void* texts, MHD_ValueKind /*kind*/, const char* name, const char* value) {
+  for (const char* known : kForwardingHeaders) {
+    if (EqualsIgnoringCase(name, known))
+      static_cast<NamedTexts*>(texts)->Add(known, value == nullptr ? "" : value);
+  }
+  return MHD_YES;
+}
+
+IpAddress PeerOf(MHD_Connection* connection) {
+  const auto* peer = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+  return peer != nullptr && peer->client_addr != nullptr ? IpAddress(*peer->client_addr) : IpAddress();
+}
+
 std::size_t AnnouncedLength(const NamedTexts& headers) {
   const std::string_view text = headers.Find("Content-Length");
   std::size_t length = 0;
@@ -74,6 +89,8 @@ void Exchange::Begin(MHD_Connection* connection, std::string_view method, const 
     const char* value = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
     if (value != nullptr) message_.Headers.Set(name, value);
   }
+  MHD_get_connection_values(connection, MHD_HEADER_KIND, &AddForwarding, &message_.Headers);
+  message_.Peer = PeerOf(connection);
   const std::size_t announced = AnnouncedLength(message_.Headers);
   if (announced > largestBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
   if (announced > kPatience * largestBody_) RefuseHopeless(MHD_HTTP_CONTENT_TOO_LARGE);

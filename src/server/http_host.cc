@@ -6,6 +6,7 @@
 #include <cstring>
 #include <mutex>
 #include <stdexcept>
+#include <thread>
 
 #include <microhttpd.h>
 #include <sys/socket.h>
@@ -56,6 +57,7 @@ ResponseHandle MakeResponse(ReplyMessage reply, bool isLast) {
 struct Client {
   ConnectionWatch::Watched& Watched;
   std::unique_ptr<Exchange> Current;  ///< null between two requests
+  bool IsNew = true;                  ///< no request has begun so far
 };
 
 Client& ClientOf(MHD_Connection* connection) {
@@ -83,6 +85,7 @@ class HttpHost::Daemon {
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
 
+  void CloseConnectionsAfterReply() { isLastReply_ = true; }
   std::size_t RunningRequests() const;
 
  private:
@@ -99,27 +102,31 @@ class HttpHost::Daemon {
   MHD_Result Continue(MHD_Connection* connection, Exchange& exchange, std::string_view body);
   MHD_Result Reply(MHD_Connection* connection, const Exchange& exchange);
   void EndExchange(Client& client);
-  void WaitForRunningRequests();
+  void CountOut(Client& newcomer);
+  void LetConnectingFinish() const;
+  void WaitForRequests();
 
   HostLimits limits_;
   Answerer answer_;
   ConnectionWatch watch_;
-  std::atomic<bool> isStopping_ = false;
+  std::atomic<bool> isLastReply_ = false;
   mutable std::mutex runningMutex_;
   std::condition_variable ended_;
-  std::size_t running_ = 0;  // exchanges that have begun
+  std::size_t running_ = 0;    // exchanges that have begun
+  std::size_t newcomers_ = 0;  // clients that are new
+  const int listening_;
   MHD_Daemon* daemon_ = nullptr;
 };
 
 HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
     : limits_(limits),
       answer_(std::move(answer)),
-      watch_(std::min<std::chrono::milliseconds>(limits.Receiving / 4, std::chrono::seconds(1))) {
-  const int descriptor = socket.Release();
+      watch_(std::min<std::chrono::milliseconds>(limits.Receiving / 4, std::chrono::seconds(1))),
+      listening_(socket.Release()) {
   const unsigned connections = std::max(limits.Connections, threads);
   daemon_ =
       MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC, 0, nullptr, nullptr, &OnRequest, this,  //
-                       MHD_OPTION_LISTEN_SOCKET, descriptor,                                                //
+                       MHD_OPTION_LISTEN_SOCKET, listening_,                                                //
                        MHD_OPTION_THREAD_POOL_SIZE, threads,                                                //
                        MHD_OPTION_CONNECTION_LIMIT, connections,                                            //
                        MHD_OPTION_PER_IP_CONNECTION_LIMIT, limits.ConnectionsOfOneAddress,                  //
@@ -130,20 +137,29 @@ HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLim
                        MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                                     //
                        MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END);
   if (daemon_ != nullptr) return;
-  close(descriptor);
+  close(listening_);
   throw std::runtime_error("the HTTP server cannot be started");
 }
 
 HttpHost::Daemon::~Daemon() {
-  isStopping_ = true;
+  if (isLastReply_.exchange(true)) LetConnectingFinish();
   const int descriptor = MHD_quiesce_daemon(daemon_);
   if (descriptor != MHD_INVALID_SOCKET) close(descriptor);
-  WaitForRunningRequests();
+  WaitForRequests();
   MHD_stop_daemon(daemon_);
 }
 
-void HttpHost::Daemon::WaitForRunningRequests() {
+void HttpHost::Daemon::LetConnectingFinish() const {
+  IgnoreNewConnections(listening_);
+  const auto deadline = std::chrono::steady_clock::now() + limits_.Stopping;
+  do {
+    std::this_thread::sleep_for(limits_.Connecting);
+  } while (HasWaitingConnections(listening_) && std::chrono::steady_clock::now() < deadline);
+}
+
+void HttpHost::Daemon::WaitForRequests() {
   std::unique_lock lock(runningMutex_);
+  ended_.wait_for(lock, limits_.Beginning, [this] { return running_ == 0 && newcomers_ == 0; });
   ended_.wait_for(lock, limits_.Stopping, [this] { return running_ == 0; });
 }
 
@@ -182,6 +198,7 @@ MHD_Result HttpHost::Daemon::Begin(MHD_Connection* connection, Exchange& exchang
     const std::lock_guard lock(runningMutex_);
     ++running_;
   }
+  CountOut(ClientOf(connection));
   exchange.Begin(connection, method, version);
   return exchange.IsHopeless() ? Reply(connection, exchange) : MHD_YES;
 }
@@ -198,7 +215,7 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection, const Exchange& e
   ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(exchange.Message());
   const unsigned status = reply.Status;
   return MHD_queue_response(connection, status,
-                            MakeResponse(std::move(reply), isStopping_ || exchange.IsHopeless()).get());
+                            MakeResponse(std::move(reply), isLastReply_ || exchange.IsHopeless()).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* self, MHD_Connection* connection, void** /*context*/,
@@ -217,24 +234,38 @@ void HttpHost::Daemon::EndExchange(Client& client) {
   if (running_ == 0) ended_.notify_all();
 }
 
+void HttpHost::Daemon::CountOut(Client& newcomer) {
+  if (!std::exchange(newcomer.IsNew, false)) return;
+  const std::lock_guard lock(runningMutex_);
+  --newcomers_;
+  if (newcomers_ == 0) ended_.notify_all();
+}
+
 void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** client,
                                     MHD_ConnectionNotificationCode code) {
   Daemon& daemon = *static_cast<Daemon*>(self);
   if (code == MHD_CONNECTION_NOTIFY_CLOSED) {
     const std::unique_ptr<Client> gone(static_cast<Client*>(*client));
     daemon.EndExchange(*gone);
+    daemon.CountOut(*gone);
     daemon.watch_.Remove(gone->Watched);
     return;
   }
   const auto* socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD);
   ConnectionWatch::Watched& watched = daemon.watch_.Add(socket->connect_fd, daemon.limits_.Receiving);
   *client = std::make_unique<Client>(Client{watched, nullptr}).release();
+  const std::lock_guard lock(daemon.runningMutex_);
+  ++daemon.newcomers_;
 }
 
 HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
     : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer))) {}
 
 HttpHost::~HttpHost() = default;
+
+void HttpHost::CloseConnectionsAfterReply() {
+  daemon_->CloseConnectionsAfterReply();
+}
 
 std::size_t HttpHost::RunningRequests() const {
   return daemon_->RunningRequests();

@@ -18,6 +18,8 @@ struct HostLimits {
   std::chrono::milliseconds Receiving{30'000};  ///< from a request's beginning to its end
   std::chrono::milliseconds Sending{120'000};   ///< of a whole answer, the time to make it included
   std::chrono::milliseconds Stopping{10'000};   ///< for the requests that run when the host stops
+  std::chrono::milliseconds Connecting{50};     ///< for those who are about to connect then
+  std::chrono::milliseconds Beginning{500};     ///< for the first request of those who have connected
   std::size_t HeaderBytes = std::size_t{32} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
 };
@@ -33,6 +35,10 @@ class HttpHost {
   ~HttpHost();
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;
+
+  /// Prepares the stop: each connection ends with its next reply, so that no request is on its way on a kept
+  /// one in the end. The stop then takes its time for those who are just connecting.
+  void CloseConnectionsAfterReply();
 
   /// How many requests are being received or answered, from their headers' end on.
   std::size_t RunningRequests() const;

@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "server/ip_network.h"
 #include "server/named_texts.h"
 #include "server/open_file.h"
 
@@ -16,21 +17,21 @@ struct RequestMessage {
   std::string Method;
   std::string Path;
   std::string Query;
-  NamedTexts Headers;  ///< those of `kReadHeaders`
+  NamedTexts Headers;  ///< those of `kReadHeaders` and `kForwardingHeaders`
   NamedTexts Form;
+  IpAddress Peer = {};  ///< who is connected: the sender, or the last proxy on the way
 };
 
 /// The headers that the server looks at.
 inline constexpr const char* kReadHeaders[] = {
-    "Host",
-    "Origin",
-    "Sec-Fetch-Site",
-    "Cookie",
-    "User-Agent",
-    "Content-Length",
-    "Content-Type",
-    "If-None-Match",
-    "If-Modified-Since",
+    "Host",         "Origin",        "Sec-Fetch-Site",    "Cookie", "User-Agent", "Content-Length",
+    "Content-Type", "If-None-Match", "If-Modified-Since",
+};
+
+/// The headers that proxies tell the sender by. Each is a list, which may go on in headers of the same name.
+inline constexpr const char* kForwardingHeaders[] = {
+    "Forwarded",
+    "X-Forwarded-For",
     "X-Forwarded-Proto",
 };
 

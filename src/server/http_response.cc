@@ -7,8 +7,8 @@
 namespace orlune {
 namespace {
 
-ReplyMessage PageReply(std::string page, std::chrono::minutes lifetime) {
-  ReplyMessage reply{200, {{"Content-Type", "text/html; charset=utf-8"}}, std::move(page)};
+ReplyMessage PageReply(unsigned status, std::string page, std::chrono::minutes lifetime) {
+  ReplyMessage reply{status, {{"Content-Type", "text/html; charset=utf-8"}}, std::move(page)};
   if (lifetime > std::chrono::minutes(0)) {
     reply.Headers.emplace_back("Cache-Control",
                                "private, max-age=" + std::to_string(std::chrono::seconds(lifetime).count()));
@@ -52,7 +52,7 @@ void HttpResponse::SetCookieExpires(std::string_view cookie, Date day) {
 }
 
 ReplyMessage HttpResponse::Finish() {
-  ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(std::move(page_), lifetime_);
+  ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(status_, std::move(page_), lifetime_);
   AddCookies(reply);
   return reply;
 }

@@ -20,6 +20,7 @@ class HttpResponse : public Response {
   HttpResponse(const HttpRequest& request, std::string_view pagePath, const CookieSealer& sealer,
                DateTime now, bool isSecure);
 
+  void SetStatus(unsigned status) override { status_ = status; }
   void SetExpires(std::chrono::minutes lifetime) override { lifetime_ = lifetime; }
   void Write(std::string text) override;
   void Redirect(std::string_view url) override { redirect_ = url; }
@@ -47,6 +48,7 @@ class HttpResponse : public Response {
   const CookieSealer& sealer_;
   DateTime now_;
   bool isSecure_;
+  unsigned status_ = 200;
   std::chrono::minutes lifetime_{0};
   std::string page_;
   std::optional<std::string> redirect_;

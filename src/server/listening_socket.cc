@@ -1,12 +1,15 @@
 #include "server/listening_socket.h"
 
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
 
+#include <linux/filter.h>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -77,6 +80,27 @@ ListeningSocket::ListeningSocket(const std::string& address) {
 
 ListeningSocket::~ListeningSocket() {
   if (descriptor_ >= 0) close(descriptor_);
+}
+
+void IgnoreNewConnections(int descriptor) {
+  // The packet that begins a connection has the flag SYN and not ACK, in the 14th byte of the TCP header.
+  constexpr std::uint32_t kFlagsOffset = 13;
+  constexpr std::uint32_t kSyn = 0x02;
+  constexpr std::uint32_t kSynAndAck = 0x12;
+  std::array<sock_filter, 5> program{{
+      BPF_STMT(BPF_LD | BPF_B | BPF_ABS, kFlagsOffset),
+      BPF_STMT(BPF_ALU | BPF_AND | BPF_K, kSynAndAck),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kSyn, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, 0),
+      BPF_STMT(BPF_RET | BPF_K, 0xFFFF'FFFF),
+  }};
+  const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
+  setsockopt(descriptor, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter);
+}
+
+bool HasWaitingConnections(int descriptor) {
+  pollfd socket{descriptor, POLLIN, 0};
+  return poll(&socket, 1, 0) == 1;
 }
 
 void CheckListenAddress(const std::string& address) {

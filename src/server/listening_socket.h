@@ -29,6 +29,12 @@ class ListeningSocket {
   int descriptor_ = -1;
 };
 
+/// Keeps a listening socket from new connections without refusing them: who has begun to connect can finish,
+/// the others try again about a second later, and are refused if the socket is closed by then.
+void IgnoreNewConnections(int descriptor);
+/// Whether somebody has connected to the listening socket and waits to be accepted.
+bool HasWaitingConnections(int descriptor);
+
 /// Throws ConfigurationError when `address` is no "ADDRESS:PORT" with a numeric address.
 void CheckListenAddress(const std::string& address);
 

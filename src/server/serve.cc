@@ -1,22 +1,27 @@
 #include "server/serve.h"
 
+#include <atomic>
 #include <csignal>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 #include <sys/resource.h>
 
+#include "data/database_access.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/langpack/langpack_factory.h"
 #include "server/clocks.h"
 #include "server/configuration.h"
 #include "server/database_session_store.h"
+#include "server/health_check.h"
 #include "server/http_host.h"
 #include "server/log_text.h"
 #include "server/logging_database_driver.h"
@@ -138,14 +143,29 @@ std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
   return std::make_unique<SystemClock>();
 }
 
-bool OpenAll(const Configuration& configuration, Regions& regions) {
+// A database may have gone away since it was opened, so it is asked for a row. Why it cannot be opened is in
+// the log already.
+bool DoesAnswer(DatabaseDriver& databases, const std::string& path, spdlog::logger& log) {
+  bool isOpen = false;
   try {
-    for (std::size_t i = 0; i < configuration.Pages.size(); ++i)
-      regions.OfPage(i).Databases().Open(configuration.Pages[i].DBPath);
+    const std::unique_ptr<Connection> database = databases.Open(path);
+    isOpen = true;
+    OpenQuery(*database, Statement("SELECT TOP 1 SheetID FROM StyleSheets"))->Next();
     return true;
-  } catch (const DatabaseError&) {
+  } catch (const std::exception& error) {
+    if (isOpen) log.error("no answer from the database: {}", OneLine(error.what()));
     return false;
   }
+}
+
+bool DoAllAnswer(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
+  std::set<std::pair<DatabaseDriver*, std::string>> asked;
+  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
+    DatabaseDriver& databases = regions.OfPage(i).Databases();
+    const std::string& path = configuration.Pages[i].DBPath;
+    if (asked.emplace(&databases, path).second && !DoesAnswer(databases, path, log)) return false;
+  }
+  return true;
 }
 
 // Every connection may have a file open besides its socket.
@@ -170,6 +190,11 @@ class StopSignals {
   void Wait() const {
     int received = 0;
     sigwait(&signals_, &received);
+  }
+  /// Waits no longer than `limit`.
+  void WaitFor(std::chrono::seconds limit) const {
+    const timespec time{limit.count(), 0};
+    sigtimedwait(&signals_, nullptr, &time);
   }
 
  private:
@@ -197,20 +222,26 @@ void Serve(const ServeOptions& options) {
         MakePage(configuration.Pages[i], {*clock, region.Databases(), region.Regional(), localisers}));
   }
   const std::string firstPath = pages.front().Path;
+  HealthCheck health([&] { return DoAllAnswer(configuration, regions, *log); });
+  std::atomic<bool> isStopping = false;
   Website website({std::move(pages), StaticFiles(configuration.Site), sessions.Store(),
-                   CookieSealer(LoadSecretKey(configuration.SecretFile)), *clock,
-                   [&configuration, &regions] { return OpenAll(configuration, regions); }, *log});
+                   CookieSealer(LoadSecretKey(configuration.SecretFile)),
+                   TrustedProxies(configuration.TrustedProxies), *clock,
+                   [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log});
 
-  if (!OpenAll(configuration, regions)) log->warn("serving without a database; \"orlune init\" makes one");
+  if (!health.IsHealthy()) log->warn("serving without a database; \"orlune init\" makes one");
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + firstPath;
   {
-    const HttpHost host(std::move(socket), ThreadCount(configuration), HostLimits(),
-                        [&website](const RequestMessage& request) { return website.Answer(request); });
+    HttpHost host(std::move(socket), ThreadCount(configuration), HostLimits(),
+                  [&website](const RequestMessage& request) { return website.Answer(request); });
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
     stopSignals.Wait();
+    isStopping = true;
     log->info("stopping");
+    host.CloseConnectionsAfterReply();
+    stopSignals.WaitFor(std::chrono::seconds(configuration.DrainSeconds));
   }
   log->info("stopped");
 }

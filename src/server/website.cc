@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "platform/database.h"
 #include "server/cookies.h"
 #include "server/http_request.h"
 #include "server/http_response.h"
@@ -25,11 +26,6 @@ class PageServer : public Server {
   const StaticFiles& files_;
   std::string_view pagePath_;
 };
-
-// A proxy in front tells so; whoever lies about it only loses his own cookie.
-bool IsOverHttps(const RequestMessage& request) {
-  return request.Headers.Find("X-Forwarded-Proto") == "https";
-}
 
 void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
                       bool isSecure) {
@@ -56,10 +52,11 @@ ReplyMessage Website::Answer(const RequestMessage& request) {
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
-  ReplyMessage reply = AnswerPage(*page, request);
+  const Sender sender = parts_.Proxies.SenderOf(request);
+  ReplyMessage reply = AnswerPage(*page, request, sender);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
-  parts_.Log.info("{} {} {} {} bytes {:.1f} ms", OneLine(request.Method), page->Path, reply.Status,
-                  reply.BodySize(), spent.count());
+  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
+                  page->Path, reply.Status, reply.BodySize(), spent.count());
   return reply;
 }
 
@@ -69,35 +66,39 @@ const HostedPage* Website::FindPage(std::string_view path) const {
   return found == parts_.Pages.end() ? nullptr : &*found;
 }
 
-ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& message) {
+ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& message,
+                                 const Sender& sender) {
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
   HttpRequest request(message, page.Path, parts_.Sealer, now.Day);
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
-  if (couldChange && ComesFromAnotherSite(message)) return Refusal(403);
-  const bool isSecure = IsOverHttps(message);
-  HttpResponse response(request, page.Path, parts_.Sealer, now, isSecure);
+  if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
+  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageSession session(parts_.Sessions, page.Path,
                       CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   PageServer server(parts_.Files, page.Path);
-  const bool isAnswered = RunPage(page, {&request, &response, &session, &server}, session);
-  ReplyMessage reply = isAnswered ? response.Finish() : Refusal(500);
-  AddSessionCookie(reply, session, page.Path, isSecure);
+  const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
+  ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
+  AddSessionCookie(reply, session, page.Path, sender.IsOverHttps);
   return reply;
 }
 
-bool Website::RunPage(const HostedPage& page, const ScriptingContext& context, PageSession& session) const {
+std::optional<unsigned> Website::RunPage(const HostedPage& page, const ScriptingContext& context,
+                                         PageSession& session) const {
   try {
     page.Answer(context);
     session.Save();
-    return true;
+    return std::nullopt;
+  } catch (const DatabaseUnavailable& error) {
+    parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+    return 503;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
   } catch (...) {
     parts_.Log.error("{}: unknown error", page.Path);
   }
-  return false;
+  return 500;
 }
 
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "server/page_session.h"
 #include "server/session_store.h"
 #include "server/static_files.h"
+#include "server/trusted_proxies.h"
 
 namespace orlune {
 
@@ -33,6 +35,7 @@ struct WebsiteParts {
   StaticFiles Files;              ///< served at every other address
   SessionStore& Sessions;         ///< outlives the website, as the clock and the log do
   CookieSealer Sealer;
+  TrustedProxies Proxies;
   const orlune::Clock& Clock;
   std::function<bool()> IsHealthy;  ///< what "/healthz" tells
   spdlog::logger& Log;
@@ -44,14 +47,17 @@ class Website {
  public:
   explicit Website(WebsiteParts parts) : parts_(std::move(parts)) {}
 
-  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500.
+  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500, or 503 when
+  /// the database was lost.
   ReplyMessage Answer(const RequestMessage& request);
 
  private:
   const HostedPage* FindPage(std::string_view path) const;
-  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message);
-  /// Whether the page answered and what it changed in the session is kept.
-  bool RunPage(const HostedPage& page, const ScriptingContext& context, PageSession& session) const;
+  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
+  /// Nothing when the page answered and what it changed in the session is kept, else the status of its
+  /// failure.
+  std::optional<unsigned> RunPage(const HostedPage& page, const ScriptingContext& context,
+                                  PageSession& session) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;

@@ -11,7 +11,9 @@ using Component = CalendarFixture;
 
 TEST_F(Component, SaysThatItsDatabaseCannotBeOpened) {
   databasePath_ = "/nowhere/calendar.db";
-  EXPECT_EQ(Get("p=c").Body, "Could not open database /nowhere/calendar.db.");
+  const Answer& answer = Get("p=c");
+  EXPECT_EQ(answer.Body, "Could not open database /nowhere/calendar.db.");
+  EXPECT_EQ(answer.Status, 503U);
 }
 
 TEST_F(Component, AnswersUnknownPagesWithNothing) {

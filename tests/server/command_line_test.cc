@@ -235,7 +235,26 @@ TEST_F(CommandLine, ServesWithoutADatabase) {
   Program server(Serve({"--listen", "127.0.0.1:0"}));
   const std::string address = AddressOf(server);
   EXPECT_EQ(Fetch(address, "GET /healthz").Status, 503);
-  EXPECT_EQ(Fetch(address, "GET /a.asp").Body, "Could not open database a.db.");
+  const HttpAnswer page = Fetch(address, "GET /a.asp");
+  EXPECT_EQ(page.Status, 503);
+  EXPECT_EQ(page.Body, "Could not open database a.db.");
+  server.Signal(SIGTERM);
+  EXPECT_EQ(server.ExitCode(), 0);
+}
+
+TEST_F(CommandLine, AnswersOthersWhileItIsTakenOut) {
+  const std::string database = (folder_.Path() / "a.db").string();
+  Program init({"init", database, "--admin-password", "secret"});
+  EXPECT_EQ(init.ExitCode(), 0) << init.ReadAll();
+  WriteFile(configuration_,
+            "[server]\ndrain_seconds = 3600\n[[page]]\npath = \"/a.asp\"\nDBPath = \"a.db\"\n");
+  Program server(Serve({"--listen", "127.0.0.1:0"}));
+  const std::string address = AddressOf(server);
+  EXPECT_EQ(Fetch(address, "GET /healthz").Status, 200);
+  server.Signal(SIGTERM);
+  while (server.ReadLine().find("stopping") == std::string::npos) continue;
+  EXPECT_EQ(Fetch(address, "GET /healthz").Status, 503);
+  EXPECT_EQ(Fetch(address, "GET /a.asp").Status, 200);
   server.Signal(SIGTERM);
   EXPECT_EQ(server.ExitCode(), 0);
 }

@@ -40,7 +40,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
       "[server]\nlisten = \"[::1]:81\"\nsite = \"web\"\nregion = \"fi_FI\"\nsession_minutes = "
       "5\nsession_store = \"database\"\nthreads = "
       "3\n"
-      "secret_file = \"/run/orlune.key\"\n"
+      "secret_file = \"/run/orlune.key\"\ntrusted_proxies = [\"10.0.0.0/8\", \"::1\"]\ndrain_seconds = 7\n"
       "[[page]]\npath = \"/a.asp\"\nDBPath = \"../a.db\"\nLoginName = \"\"\nShowTitle = true\nUseCookie = "
       "false\n"
       "[[page]]\npath = \"/team/b.asp\"\nregion = \"sv_SE\"\nDBPath = \"/b.db\"\nExpireCookie = "
@@ -52,6 +52,9 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_TRUE(configuration.StoresSessions);
   EXPECT_EQ(configuration.Threads, 3);
   EXPECT_EQ(configuration.SecretFile, "/run/orlune.key");
+  ASSERT_EQ(configuration.TrustedProxies.size(), 2U);
+  EXPECT_TRUE(configuration.TrustedProxies[0].Contains(IpAddress::Parse("10.1.2.3").value()));
+  EXPECT_EQ(configuration.DrainSeconds, 7);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[0]), folder_.Path().parent_path() / "a.db");
   EXPECT_EQ(configuration.Pages[0].DBPath, "../a.db");
@@ -73,6 +76,8 @@ TEST_F(ConfigurationFile, NeedsOnlyAPage) {
   EXPECT_EQ(configuration.Site, folder_.Path() / "site");
   EXPECT_EQ(configuration.Region, "en_US");
   EXPECT_EQ(configuration.SessionMinutes, 60);
+  EXPECT_TRUE(configuration.TrustedProxies.empty());
+  EXPECT_EQ(configuration.DrainSeconds, 0);
   EXPECT_FALSE(configuration.StoresSessions);
   EXPECT_FALSE(Load(std::string("[server]\nsession_store = \"memory\"\n") + kPage).StoresSessions);
 }
@@ -106,6 +111,10 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
        "session_store: expected \"memory\" or \"database\""},
       {"[server]\nsession_store = true\n" + page, "2", "session_store: expected a text"},
       {"[server]\nsite = \"\"\n" + page, "2", "site: expected a path"},
+      {"[server]\ntrusted_proxies = \"::1\"\n" + page, "2", "trusted_proxies: expected a list of texts"},
+      {"[server]\ntrusted_proxies = [1]\n" + page, "2", "trusted_proxies: expected a text"},
+      {"[server]\ntrusted_proxies = [\"::1\",\n\"10.0.0.1/8\"]\n" + page, "3",
+       "trusted_proxies: expected an address or network such as \"127.0.0.1\" or \"10.0.0.0/8\", not \"10.0"},
       {page + "ShowTitle = 1\n", "4", "ShowTitle: expected true or false"},
       {page + "CalName = true\n", "4", "CalName: expected a text"},
       {page + "DBPath = 1\n", "4", ""},

@@ -1,10 +1,13 @@
 #include "server/http_host.h"
 
+#include <array>
+#include <atomic>
 #include <future>
 #include <thread>
 
 #include <gtest/gtest.h>
 
+#include "platform/database.h"
 #include "server/configuration_error.h"
 #include "server/http_client.h"
 #include "server/started_host.h"
@@ -222,6 +225,35 @@ TEST(HttpHost, RefusesChangesFromOtherSites) {
             200);
 }
 
+TEST(HttpHost, BelievesItsProxiesAboutTheSender) {
+  StartedHost host({}, {IpNetwork::Parse("127.0.0.0/8").value()});
+  host.Answer = [](const ScriptingContext& context) { context.Session->Set("Login", "ann"); };
+  const std::string proxied =
+      "X-Forwarded-For: 198.51.100.1\r\nX-Forwarded-For: 192.0.2.7\r\nX-Forwarded-Proto: https\r\n";
+  const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp", proxied);
+  EXPECT_NE(answer.Header("Set-Cookie").find("; Secure"), std::string::npos);
+  const std::string origin = host.Address() + "\r\n";
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: https://" + origin).Status, 200);
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: http://" + origin).Status, 403);
+  host.Stop();
+  EXPECT_NE(host.LogText().find("192.0.2.7 GET /a.asp 200 "), std::string::npos) << host.LogText();
+}
+
+TEST(HttpHost, TellsAProxyWhenAnotherTryMayHelp) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    context.Response->SetStatus(503);
+    context.Response->Write("Could not open database a.db.");
+  };
+  const HttpAnswer closed = Fetch(host.Address(), "GET /a.asp");
+  EXPECT_EQ(closed.Status, 503);
+  EXPECT_EQ(closed.Body, "Could not open database a.db.");
+  host.Answer = [](const ScriptingContext&) { throw DatabaseUnavailable("postgresql://ann:secret@db"); };
+  const HttpAnswer lost = Fetch(host.Address(), "GET /a.asp");
+  EXPECT_EQ(lost.Status, 503);
+  EXPECT_EQ(lost.Body.find("secret"), std::string::npos);
+}
+
 TEST(HttpHost, HidesTheCauseOfAFailure) {
   StartedHost host;
   host.Answer = [](const ScriptingContext& context) {
@@ -258,7 +290,7 @@ TEST(HttpHost, KeepsSessionsOfTwoPagesApart) {
   };
   const HttpAnswer login = Fetch(host.Address(), "GET /a.asp?name=ann", "X-Forwarded-Proto: https\r\n");
   const std::string sent = login.Header("Set-Cookie");
-  EXPECT_EQ(sent.substr(sent.find(';')), "; Path=/a.asp; HttpOnly; SameSite=Lax; Secure");
+  EXPECT_EQ(sent.substr(sent.find(';')), "; Path=/a.asp; HttpOnly; SameSite=Lax");
   const std::string cookie = "Cookie: " + sent.substr(0, sent.find(';')) + "\r\n";
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", cookie).Body, "ann");
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/b.asp", cookie).Body, "");
@@ -380,6 +412,41 @@ TEST(HttpHost, FinishesRunningRequestsBeforeItStops) {
   auto stopped = std::async(std::launch::async, [&host] { host.Stop(); });
   released.set_value();
   EXPECT_EQ(answer.get().Body.size(), 3'000'000U);
+  stopped.get();
+  EXPECT_THROW(HttpClient{host.Address()}, std::runtime_error);
+}
+
+TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
+  StartedHost host;
+  HttpClient kept(host.Address());
+  host.CloseConnectionsAfterReply();
+  const std::string request = "GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n";
+  kept.Send(request + request);
+  const std::string answers = kept.ReadAll();
+  EXPECT_NE(answers.find("Connection: close"), std::string::npos) << answers;
+  EXPECT_EQ(answers.find("HTTP/1.1 200"), answers.rfind("HTTP/1.1")) << answers;
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Status, 200);
+}
+
+TEST(HttpHost, AnswersThoseWhoAreConnectingWhenItStops) {
+  StartedHost host;
+  std::atomic<int> busyThreads = 0;
+  std::promise<void> released;
+  host.Answer = [&busyThreads, release = released.get_future().share()](const ScriptingContext&) {
+    ++busyThreads;
+    release.wait();
+  };
+  const auto fetch = [&host] { return Fetch(host.Address(), "GET /a.asp"); };
+  std::array answers{std::async(std::launch::async, fetch), std::async(std::launch::async, fetch)};
+  while (busyThreads < 2) std::this_thread::yield();
+  HttpClient waiting(host.Address());
+  waiting.Send("GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n");
+  host.CloseConnectionsAfterReply();
+  auto stopped = std::async(std::launch::async, [&host] { host.Stop(); });
+  EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+  released.set_value();
+  EXPECT_EQ(waiting.ReadAll().substr(0, 12), "HTTP/1.1 200");
+  for (auto& answer : answers) EXPECT_EQ(answer.get().Status, 200);
   stopped.get();
   EXPECT_THROW(HttpClient{host.Address()}, std::runtime_error);
 }

@@ -34,6 +34,7 @@ TEST(RequestGuard, KnowsRequestsOfOtherSites) {
     const char* Site;
     const char* Origin;
     bool Expected;
+    bool IsOverHttps = false;
   } cases[] = {
       {"", "", false},
       {"same-origin", "", false},
@@ -48,13 +49,17 @@ TEST(RequestGuard, KnowsRequestsOfOtherSites) {
       {"", "http://calendar.example:8080.evil.example", true},
       {"", "http://evil.example", true},
       {"", "null", true},
+      {"", "https://calendar.example:8080", false, true},
+      {"", "HTTPS://calendar.example:8080", false, true},
+      {"", "http://calendar.example:8080", true, true},
+      {"same-origin", "http://calendar.example:8080", false, true},
   };
   for (const auto& c : cases) {
     RequestMessage request{"POST", "/a.asp", "", {}, {}};
     request.Headers.Set("Host", "calendar.example:8080");
     if (*c.Site != 0) request.Headers.Set("Sec-Fetch-Site", c.Site);
     if (*c.Origin != 0) request.Headers.Set("Origin", c.Origin);
-    EXPECT_EQ(ComesFromAnotherSite(request), c.Expected) << c.Site << " " << c.Origin;
+    EXPECT_EQ(ComesFromAnotherSite(request, c.IsOverHttps), c.Expected) << c.Site << " " << c.Origin;
   }
 }
 

@@ -49,13 +49,14 @@ class BreakableSessions : public SessionStore {
 /// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
-  explicit StartedHost(const HostLimits& limits = {})
+  explicit StartedHost(const HostLimits& limits = {}, std::vector<IpNetwork> proxies = {})
       : log_("test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logText_)),
         website_({{{"/a.asp", [this](const ScriptingContext& context) { Answer(context); }},
                    {"/a.asp/b.asp", [this](const ScriptingContext& context) { Answer(context); }}},
                   StaticFiles(folder_.Path()),
                   Sessions,
                   CookieSealer(SecretKey{1, 2, 3}),
+                  TrustedProxies(std::move(proxies)),
                   clock_,
                   [this] { return IsHealthy; },
                   log_}) {
@@ -71,6 +72,7 @@ class StartedHost {
   std::string LogText() const { return logText_.str(); }
   void Elapse(std::chrono::minutes time) { steadyNow_ += time; }
   std::size_t RunningRequests() const { return host_->RunningRequests(); }
+  void CloseConnectionsAfterReply() { host_->CloseConnectionsAfterReply(); }
   void Stop() { host_ = nullptr; }
 
   Page Answer = [](const ScriptingContext&) {};

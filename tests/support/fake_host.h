@@ -12,6 +12,7 @@ namespace orlune::testing {
 struct Answer {
   std::string Body;
   std::string RedirectedTo;
+  unsigned Status = 200;
   bool IsUncached = false;
 };
 
@@ -40,6 +41,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   std::string_view CookieValue(std::string_view cookie, std::string_view key) const override;
   std::string_view ServerVariable(std::string_view name) const override;
 
+  void SetStatus(unsigned status) override { answer_.Status = status; }
   void SetExpires(std::chrono::minutes lifetime) override { answer_.IsUncached = lifetime.count() == 0; }
   void Write(std::string text) override { answer_.Body += text; }
   void Redirect(std::string_view url) override { answer_.RedirectedTo = url; }

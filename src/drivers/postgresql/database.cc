@@ -157,7 +157,7 @@ void Database::Require(const Reply& reply) {
   if (reply.Now == Reply::State::kDone) return;
   if (IsStale(reply.SqlState)) ForgetTables();
   EndReading();
-  throw DatabaseError(reply.Error);
+  ThrowFailure(reply);
 }
 
 void Database::RunAlone(CachedStatement& translated, const StatementText& statement) {
@@ -198,7 +198,7 @@ void Database::RunWithSavepoint(CachedStatement& translated, const StatementText
     return;
   }
   if (!HasFailed(savepoint)) unconfirmed_.push_back(link_.Run("ROLLBACK TO before"));
-  throw DatabaseError(reply->Error);
+  ThrowFailure(*reply);
 }
 
 void Database::TellSchemaChange() {

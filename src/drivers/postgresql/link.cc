@@ -95,6 +95,13 @@ pg_conn* Connect(const std::string& address, const PostgresqlOptions& options) {
 
 }  // namespace
 
+void ThrowFailure(const Reply& reply) {
+  const std::string_view state = reply.SqlState;
+  if (state.empty() || state.starts_with("08") || state.starts_with("57P"))
+    throw DatabaseUnavailable(reply.Error);
+  throw DatabaseError(reply.Error);
+}
+
 void CloseLink::operator()(pg_conn* connection) const noexcept {
   PQfinish(connection);
 }
@@ -147,7 +154,7 @@ void Link::Await(const Reply& reply) {
 
 const ResultHandle& Link::Require(const Reply& reply) {
   Await(reply);
-  if (reply.Now == Reply::State::kFailed) throw DatabaseError(reply.Error);
+  if (reply.Now == Reply::State::kFailed) ThrowFailure(reply);
   return reply.Result;
 }
 
@@ -189,7 +196,7 @@ ReplyPtr Link::Queue(bool isSent) {
 }
 
 void Link::ReadNext() {
-  if (awaited_.empty()) throw DatabaseError("nothing is awaited from the server");
+  if (awaited_.empty()) throw DatabaseUnavailable("nothing is awaited from the server");
   const Awaited next = awaited_.front();
   if (next.Command) {
     ReadReply(*next.Command);

@@ -32,6 +32,9 @@ struct Reply {
 };
 using ReplyPtr = std::shared_ptr<Reply>;
 
+/// Throws what a failed reply tells: DatabaseUnavailable when the server went away, else DatabaseError.
+[[noreturn]] void ThrowFailure(const Reply& reply);
+
 /// One value of a prepared statement, in PostgreSQL's text form; null for Null.
 using Parameters = std::span<const char* const>;
 

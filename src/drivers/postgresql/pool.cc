@@ -48,7 +48,7 @@ void Pool::Enter() {
   std::unique_lock lock(mutex_);
   const auto hasRoom = [this] { return used_ < options_.MostConnections; };
   if (!isFree_.wait_for(lock, options_.PoolWait, hasRoom))
-    throw DatabaseError("all " + std::to_string(options_.MostConnections) + " connections are in use");
+    throw DatabaseUnavailable("all " + std::to_string(options_.MostConnections) + " connections are in use");
   ++used_;
 }
 
@@ -70,7 +70,7 @@ std::unique_ptr<Database> Pool::Connect() {
   {
     const std::lock_guard lock(mutex_);
     if (!failure_.empty() && std::chrono::steady_clock::now() < failedAt_ + kRest)
-      throw DatabaseError(failure_);
+      throw DatabaseUnavailable(failure_);
   }
   std::string failure;
   try {
@@ -81,7 +81,7 @@ std::unique_ptr<Database> Pool::Connect() {
   const std::lock_guard lock(mutex_);
   failedAt_ = std::chrono::steady_clock::now();
   failure_ = failure;
-  throw DatabaseError(failure);
+  throw DatabaseUnavailable(failure);
 }
 
 }  // namespace orlune::postgresql

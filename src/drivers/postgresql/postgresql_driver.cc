@@ -15,7 +15,7 @@ std::unique_ptr<Connection> PostgresqlDriver::Open(const std::string& path) {
   try {
     return std::make_unique<postgresql::PostgresqlConnection>(PoolOf(path));
   } catch (const DatabaseError& error) {
-    throw DatabaseError("cannot open " + WithoutPassword(path) + ": " + error.what());
+    throw DatabaseUnavailable("cannot open " + WithoutPassword(path) + ": " + error.what());
   }
 }
 

@@ -89,7 +89,7 @@ void RunAsOnlyWriter(Link& link, std::span<const std::string> statements) {
 }
 
 void RequireCommitted(const Reply& commit) {
-  if (commit.Now != Reply::State::kDone) throw DatabaseError(commit.Error);
+  if (commit.Now != Reply::State::kDone) ThrowFailure(commit);
   if (std::string_view(PQcmdStatus(commit.Result.get())) != "COMMIT")
     throw DatabaseError("the transaction was rolled back");
 }
