@@ -3,14 +3,20 @@
 #include <chrono>
 #include <ctime>
 #include <exception>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
+#include "commands/check.h"
+#include "commands/copy.h"
+#include "commands/database_engines.h"
 #include "component/version.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/postgresql/address.h"
@@ -72,6 +78,70 @@ void AddInit(CLI::App& program, InitOptions& options) {
   init->callback([&options] { Init(options); });
 }
 
+/// What to copy and where to: files or URLs.
+struct CopyOptions {
+  std::string From;
+  std::string To;
+};
+
+void Copy(const CopyOptions& options) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  DatabaseEngines engines(regional);
+  CopyProgress progress(std::cerr, isatty(STDERR_FILENO) == 1);
+  CopyDatabase(engines.Named(options.From), engines.Named(options.To), std::cout, progress);
+}
+
+void AddCopy(CLI::App& program, CopyOptions& options) {
+  CLI::App* copy = program.add_subcommand("copy", "Copy a database into a new one, and compare the two");
+  copy->footer(
+      "Stop the servers of both first. A copy that was interrupted goes on when the same command is given "
+      "again.\nA database is a file, or a URL such as postgresql://user@host/name.");
+  copy->add_option("from", options.From, "The database to copy; it is only read")->required();
+  copy->add_option("to", options.To, "The new database; made when it is missing, else it must be empty")
+      ->required();
+  copy->callback([&options] { Copy(options); });
+}
+
+struct CheckOptions {
+  std::string Database;
+  std::filesystem::path ConfigurationFile;
+};
+
+std::set<std::string> DatabasesToCheck(const CheckOptions& options) {
+  if (!options.Database.empty()) return {options.Database};
+  const Configuration configuration = LoadConfiguration(options.ConfigurationFile);
+  std::set<std::string> addresses;
+  for (const PageConfiguration& page : configuration.Pages) {
+    if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
+    const bool isUrl = IsPostgresqlAddress(page.DBPath);
+    addresses.insert(isUrl ? page.DBPath : DatabaseFile(configuration, page).string());
+  }
+  return addresses;
+}
+
+bool Check(const CheckOptions& options) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  DatabaseEngines engines(regional);
+  bool areSound = true;
+  for (const std::string& address : DatabasesToCheck(options)) {
+    areSound = CheckDatabase(engines.Named(address), std::cout) && areSound;
+  }
+  return areSound;
+}
+
+void AddCheck(CLI::App& program, CheckOptions& options, int& exitCode) {
+  CLI::App* check =
+      program.add_subcommand("check", "Tell whether a database is complete and sound, and what to do");
+  check->footer("Nothing is written. The exit code is 0 when all is sound, 1 when something was found.");
+  auto* which = check->add_option_group("which")->require_option(1);
+  which->add_option("database", options.Database, "The database: a file or a postgresql:// URL");
+  which->add_option("--config", options.ConfigurationFile,
+                    "A configuration file: the databases of all its pages");
+  check->callback([&options, &exitCode] {
+    if (!Check(options)) exitCode = kFailure;
+  });
+}
+
 }  // namespace
 
 int RunCommandLine(int argc, const char* const* argv) {
@@ -80,11 +150,16 @@ int RunCommandLine(int argc, const char* const* argv) {
   program.require_subcommand(1);
   ServeOptions serveOptions;
   InitOptions initOptions{{}, std::nullopt, false, SystemClock().Now().Day};
+  CopyOptions copyOptions;
+  CheckOptions checkOptions;
+  int exitCode = 0;
   AddServe(program, serveOptions);
   AddInit(program, initOptions);
+  AddCopy(program, copyOptions);
+  AddCheck(program, checkOptions, exitCode);
   try {
     program.parse(argc, argv);
-    return 0;
+    return exitCode;
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? 0 : kUsageError;
   } catch (const ConfigurationError& error) {

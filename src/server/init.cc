@@ -8,7 +8,6 @@
 #include <system_error>
 
 #include <sodium.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "data/database_access.h"
@@ -19,6 +18,7 @@
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/sqlite_driver.h"
 #include "server/demo_company.h"
+#include "server/private_files.h"
 
 namespace orlune {
 namespace {
@@ -51,18 +51,6 @@ constexpr std::array<NamedFile, 10> kEventTypes{{
     {"Sport", "type_sport.gif"},
     {"Doctor", "type_doctor.gif"},
 }};
-
-/// As long as it lives, the process makes files that nobody but their owner reads.
-class PrivateFiles {
- public:
-  PrivateFiles() : before_(umask(S_IRWXG | S_IRWXO)) {}
-  PrivateFiles(const PrivateFiles&) = delete;
-  PrivateFiles& operator=(const PrivateFiles&) = delete;
-  ~PrivateFiles() { umask(before_); }
-
- private:
-  mode_t before_;
-};
 
 /// The file while it is being written: under a name of its own, and removed unless it was finished.
 class UnfinishedDatabase {

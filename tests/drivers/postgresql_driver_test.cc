@@ -4,8 +4,14 @@
 
 #include <unistd.h>
 
+#include "drivers/access_sql/parser.h"
+#include "drivers/access_sql/translation.h"
 #include "drivers/database_fixture.h"
 #include "drivers/postgresql/address.h"
+#include "drivers/postgresql/link.h"
+#include "drivers/postgresql/postgresql_sql.h"
+#include "drivers/postgresql/schema_reader.h"
+#include "drivers/spliced.h"
 #include "drivers/unicode/case_folding.h"
 
 namespace orlune {
@@ -36,6 +42,15 @@ class Postgresql : public testing::DatabaseFixture {
 
   Texts Names(Connection& connection) {
     return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
+  }
+
+  /// How the server would run a query of fixed text when its tables were large.
+  std::string Plan(const StatementText& query) {
+    postgresql::Link link(place_.Path(), {});
+    const auto translation =
+        access_sql::Translate(access_sql::Parse(query), postgresql::ReadSchema(link).Tables,
+                              postgresql::PostgresqlSql(), regional_);
+    return place_.RunNative("SET enable_seqscan = off; EXPLAIN (FORMAT JSON) " + translation.Sql);
   }
 
   /// Ends the connections of this test, as a restart of the server does.
@@ -203,6 +218,61 @@ TEST_F(Postgresql, EndsAStatementThatTakesTooLong) {
   writer->Rollback();
   AddCalendar(*waiting, "bob");
   EXPECT_EQ(Names(*waiting), Texts{"bob"});
+}
+
+TEST_F(Postgresql, ReadsThroughIndexesWhateverAPageAsks) {
+  const std::unique_ptr<Connection> connection = Open();
+  for (const char* column : {"IsHidden YESNO", "EventType TEXT (50)"}) {
+    const bool isEvents = std::string_view(column).starts_with("Event");
+    connection->Execute(testing::Spliced(
+        std::string("ALTER TABLE ") + (isEvents ? "Events" : "Calendars") + " ADD COLUMN " + column, {}));
+  }
+  connection->Execute(Statement(
+      "CREATE TABLE GroupViews (GroupID COUNTER CONSTRAINT GroupID PRIMARY KEY, FriendlyName TEXT (50), "
+      "Name TEXT (50), Owner TEXT (50))"));
+  EXPECT_EQ(Names(*connection), Texts{});
+  for (const char* sql :
+       {"INSERT INTO \"Events\" (\"Owner\", \"Type\", \"BeginDate\", \"EndDate\", \"SuggID\", "
+        "\"SuggestState\") "
+        "SELECT 'user' || i % 20, CASE WHEN i % 10 = 0 THEN 'day' ELSE 'none' END, date '2000-01-01' + i, "
+        "date '2000-01-01' + i, i, CASE WHEN i % 2 = 0 THEN '-' END FROM generate_series(1, 20000) AS i",
+        "INSERT INTO \"Calendars\" (\"Name\", \"FriendlyName\") SELECT 'user' || i, 'User ' || i FROM "
+        "generate_series(1, 2000) AS i",
+        "INSERT INTO \"Messages\" (\"Recipient\", \"SentDate\") SELECT 'user' || i % 100, timestamp "
+        "'2000-01-01' FROM generate_series(1, 5000) AS i",
+        "INSERT INTO \"GroupViews\" (\"Name\", \"Owner\") SELECT 'team' || i, 'user' || i FROM "
+        "generate_series(1, 1000) AS i"}) {
+    place_.RunNative(sql);
+  }
+  place_.RunNative("ANALYZE");
+  const std::vector<std::pair<const char*, Texts>> cases{
+      {"SELECT * FROM Events WHERE (Owner In ('user1', 'user2')) AND ((Type = 'none' AND BeginDate >= "
+       "DateValue('3/1/2054') AND BeginDate <= DateValue('3/31/2054')) OR (Type <> 'none' AND BeginDate <= "
+       "DateValue('3/31/2054') AND EndDate >= DateValue('3/1/2054'))) ORDER BY BeginTime",
+       {"EventsOwnerBegin", "EventsRepeating"}},
+      {"SELECT Password FROM Calendars WHERE (Name = 'ann') AND (IsGroup = no)", {"CalendarsName"}},
+      {"SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ('a', 'b')", {"CalendarsName"}},
+      {"SELECT Count(MessageID) AS N FROM Messages WHERE Recipient = 'ann' AND Viewed = No", {"Messages"}},
+      {"SELECT Sender FROM Messages WHERE Recipient = 'ann' ORDER BY SentDate", {"Messages"}},
+      {"SELECT SuggestState FROM Events INNER JOIN Calendars ON Owner = Calendars.Name WHERE (SuggID = '7')",
+       {"EventsSuggID", "CalendarsName"}},
+      {"SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC",
+       {"Backward", "EventsSuggestState"}},
+      {"SELECT FriendlyName FROM GroupViews WHERE Name = 'team'", {"GroupViewsName"}},
+      {"SELECT Name FROM GroupViews WHERE (Owner = 'ann' OR Owner = 'admin') ORDER BY FriendlyName",
+       {"GroupViewsOwner"}},
+      {"SELECT SheetFile FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = StyleSheets.SheetID "
+       "WHERE Name = 'ann'",
+       {"CalendarsName", "StyleSheets_pkey"}},
+      {"SELECT Name, FriendlyName FROM Calendars WHERE (IsHidden = no OR Name = 'ann') ORDER BY IsGroup, "
+       "FriendlyName",
+       {"CalendarsChoice"}},
+  };
+  for (const auto& [query, indexes] : cases) {
+    const std::string plan = Plan(testing::Spliced(query, {}));
+    EXPECT_EQ(plan.find("Seq Scan"), std::string::npos) << plan;
+    for (const std::string& index : indexes) EXPECT_NE(plan.find(index), std::string::npos) << plan;
+  }
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ std::string RunOnFile(const std::string& file, const std::string& sql) {
   EXPECT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
   const sqlite::DatabaseHandle database(opened);
   const auto statement = sqlite::Prepare(opened, sql);
-  std::string first;
-  if (sqlite::Step(statement.get())) first = sqlite::ColumnText(statement.get(), 0);
+  if (!sqlite::Step(statement.get())) return "";
+  std::string first(sqlite::ColumnText(statement.get(), 0));
   while (sqlite::Step(statement.get())) {
   }
   return first;

@@ -29,8 +29,8 @@ class EngineSql {
   virtual std::string Comparable(std::string_view column, ColumnType type) const = 0;
   /// What follows a column that is like a pattern, up to the pattern's end.
   virtual std::string Like(std::string_view pattern) const = 0;
-  /// One key of an ORDER BY; Null comes before everything else.
-  virtual std::string SortKey(std::string_view comparable, bool isDescending) const = 0;
+  /// One key of an ORDER BY, for a column of this type; Null comes before everything else.
+  virtual std::string SortKey(std::string_view comparable, ColumnType type, bool isDescending) const = 0;
   /// A column of the row with the lowest `counter` of those that are grouped.
   virtual std::string OfFirstInGroup(std::string_view column, std::string_view counter) const = 0;
   /// A table's own number of a row, where it has no counter.

@@ -156,7 +156,7 @@ void Translator::WriteOrder(const Select& select, const Scope& scope) {
   bool isUnique = false;
   for (const OrderKey& key : select.Order) {
     const FoundColumn column = scope.Find(key.Source);
-    Sql() += engine_.SortKey(Comparable(column), key.IsDescending) + ", ";
+    Sql() += engine_.SortKey(Comparable(column), column.Definition->Type, key.IsDescending) + ", ";
     isUnique = isUnique || QualifiedName(column) == counter;
   }
   if (isUnique) {

@@ -74,6 +74,12 @@ class ConnectionParameters {
   std::vector<std::string> values_;
 };
 
+/// How long a reply may take, for poll; below 0 without a limit.
+std::chrono::milliseconds PatienceFor(const PostgresqlOptions& options) {
+  if (options.StatementTimeout.count() == 0) return std::chrono::milliseconds{-1};
+  return options.StatementTimeout + kExtraPatience;
+}
+
 pg_conn* Connect(const std::string& address, const PostgresqlOptions& options) {
   ConnectionParameters parameters(address);
   parameters.AddDefault("connect_timeout", std::to_string(options.ConnectTimeout.count()));
@@ -97,7 +103,7 @@ void ClearResult::operator()(pg_result* result) const noexcept {
 }
 
 Link::Link(const std::string& address, const PostgresqlOptions& options)
-    : connection_(Connect(address, options)), patience_(options.StatementTimeout + kExtraPatience) {
+    : connection_(Connect(address, options)), patience_(PatienceFor(options)) {
   if (PQstatus(connection_.get()) != CONNECTION_OK)
     throw DatabaseError(OneLine(PQerrorMessage(connection_.get())));
   PQsetNoticeProcessor(

@@ -82,8 +82,12 @@ std::string PostgresqlSql::Like(std::string_view pattern) const {
   return std::string(" LIKE ").append(pattern).append(" ESCAPE ''");
 }
 
-std::string PostgresqlSql::SortKey(std::string_view comparable, bool isDescending) const {
-  return std::string(comparable).append(isDescending ? " DESC NULLS LAST" : " NULLS FIRST");
+/// A counter is never Null, and its own index knows nothing of where Nulls would come.
+std::string PostgresqlSql::SortKey(std::string_view comparable, ColumnType type, bool isDescending) const {
+  std::string key(comparable);
+  if (isDescending) key += " DESC";
+  if (type == ColumnType::kCounter) return key;
+  return key += isDescending ? " NULLS LAST" : " NULLS FIRST";
 }
 
 std::string PostgresqlSql::OfFirstInGroup(std::string_view column, std::string_view counter) const {

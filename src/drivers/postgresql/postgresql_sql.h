@@ -18,7 +18,8 @@ class PostgresqlSql : public access_sql::EngineSql {
                     access_sql::LiteralUse use) const override;
   std::string Comparable(std::string_view column, access_sql::ColumnType type) const override;
   std::string Like(std::string_view pattern) const override;
-  std::string SortKey(std::string_view comparable, bool isDescending) const override;
+  std::string SortKey(std::string_view comparable, access_sql::ColumnType type,
+                      bool isDescending) const override;
   std::string OfFirstInGroup(std::string_view column, std::string_view counter) const override;
   std::string_view RowNumber() const override { return "ctid"; }
   std::string InsertWithCounter(std::string insert, const access_sql::Table& table) const override;

@@ -9,6 +9,7 @@
 #include "drivers/postgresql/case_folding_function.h"
 #include "drivers/postgresql/postgresql_sql.h"
 #include "drivers/postgresql/schema_reader.h"
+#include "drivers/schema/database_maintenance.h"
 #include "drivers/schema/indexes.h"
 #include "platform/database.h"
 
@@ -24,6 +25,14 @@ std::string DefaultSetting(std::string_view name, std::chrono::milliseconds valu
          "', false) WHERE current_setting(" + quoted + ") = '0'";
 }
 
+/// Half a calendar is not shown to anybody.
+void RequireCompleteCopy(const access_sql::Catalogue& tables) {
+  if (tables.Find(kUnfinishedCopy) != nullptr)
+    throw DatabaseError("a copy into it is not complete; give \"orlune copy\" again");
+}
+
+}  // namespace
+
 std::vector<std::string> MissingParts(const Schema& schema) {
   std::vector<std::string> statements;
   if (!schema.CanCompareTexts) statements.push_back(CreateCaseFoldingFunction());
@@ -31,8 +40,6 @@ std::vector<std::string> MissingParts(const Schema& schema) {
     statements.push_back(schema::CreationOf(*index, *schema.Tables.Find(index->Table), PostgresqlSql()));
   return statements;
 }
-
-}  // namespace
 
 void Configure(Link& link, const PostgresqlOptions& options) {
   if (link.ServerVersion() < kOldestVersion) {
@@ -57,6 +64,7 @@ access_sql::Catalogue SetUpSchema(Link& link) {
   if (schema.Tables.Find("Calendars") == nullptr) {
     throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" makes one");
   }
+  RequireCompleteCopy(schema.Tables);
   const std::vector<std::string> missing = MissingParts(schema);
   if (missing.empty() || !schema.IsWritable) return std::move(schema.Tables);
   try {

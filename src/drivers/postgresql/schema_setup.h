@@ -1,8 +1,13 @@
 #pragma once
 
+#include <span>
+#include <string>
+#include <vector>
+
 #include "drivers/access_sql/catalogue.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/options.h"
+#include "drivers/postgresql/schema_reader.h"
 
 namespace orlune::postgresql {
 
@@ -19,6 +24,9 @@ constexpr const char* kTellOthers = "NOTIFY orlune_schema";
 /// Checks the server and gives a new connection its settings. Throws DatabaseError for a server that cannot
 /// hold a calendar.
 void Configure(Link& link, const PostgresqlOptions& options);
+
+/// The statements that make what a schema lacks for the pages' queries: indexes, and what they need.
+std::vector<std::string> MissingParts(const Schema& schema);
 
 /// The tables of a calendar, with its missing indexes made where the database can be written. Throws
 /// DatabaseError when it is no calendar's.

@@ -13,7 +13,7 @@ const std::vector<Index>& Indexes() {
       {"EventsOwnerBegin", "Events", {"Owner", "BeginDate"}},
       {"EventsRepeating", "Events", {"Owner", "EndDate", "BeginDate"}, IndexedRows::kRepeating},
       {"EventsSuggID", "Events", {"SuggID"}, IndexedRows::kNotNull},
-      {"EventsSuggestState", "Events", {"SuggestState"}, IndexedRows::kNotNull},
+      {"EventsSuggestState", "Events", {"SuggestState", "EventID"}, IndexedRows::kNotNull},
       {"MessagesUnread", "Messages", {"Recipient", "Viewed"}},
       {"MessagesSent", "Messages", {"Recipient", "SentDate"}},
       {"MessagesSender", "Messages", {"Sender"}},
@@ -63,12 +63,12 @@ std::string CreationOf(const Index& index, const access_sql::Table& table,
   std::string keys;
   for (const std::string_view column : index.Columns) {
     if (!keys.empty()) keys += ", ";
-    keys += engine.SortKey(ComparableColumn(table, column, engine), false);
+    keys += engine.SortKey(ComparableColumn(table, column, engine), table.Find(column)->Type, false);
   }
   std::string sql = "CREATE INDEX IF NOT EXISTS " + access_sql::Quoted(index.Name) + " ON " +
                     access_sql::Quoted(table.Name) + " (" + keys + ")";
   if (index.Rows == IndexedRows::kNotNull)
-    sql += " WHERE " + access_sql::Quoted(index.Columns.front()) + " IS NOT NULL";
+    sql += " WHERE " + ComparableColumn(table, index.Columns.front(), engine) + " IS NOT NULL";
   if (index.Rows == IndexedRows::kRepeating) {
     sql += " WHERE " + ComparableColumn(table, "Type", engine) + " <> " +
            engine.Fixed(std::string_view("none"), access_sql::ColumnType::kText,

@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include "drivers/schema/database_maintenance.h"
 #include "drivers/sqlite/unicode_text.h"
 #include "platform/database.h"
 
@@ -37,12 +38,32 @@ void RequireOurTables(sqlite3* database) {
   if (!Step(table.get())) throw DatabaseError("not an Orlune database: table Calendars is missing");
 }
 
+/// Half a calendar is not shown to anybody.
+void RequireCompleteCopy(sqlite3* database) {
+  const auto table = Prepare(database, "SELECT 1 FROM sqlite_schema WHERE name = ?");
+  sqlite3_bind_text(table.get(), 1, kUnfinishedCopy, -1, SQLITE_STATIC);
+  if (Step(table.get())) throw DatabaseError("a copy into it is not complete; give \"orlune copy\" again");
+}
+
 void Configure(sqlite3* database) {
   const bool isReadOnly = sqlite3_db_readonly(database, "main") == 1;
   if (!isReadOnly) Run(database, "PRAGMA journal_mode = WAL");
   Run(database, "PRAGMA synchronous = FULL");
   Run(database, "PRAGMA cache_size = -65536");
   Run(database, "PRAGMA temp_store = MEMORY");
+}
+
+template <class Prepare>
+DatabaseHandle OpenFile(const std::filesystem::path& file, int flags, std::chrono::milliseconds busyTimeout,
+                        Prepare prepare) {
+  DatabaseHandle database = Open(file, flags);
+  sqlite3_busy_timeout(database.get(), static_cast<int>(busyTimeout.count()));
+  try {
+    prepare(database.get());
+  } catch (const DatabaseError& error) {
+    throw DatabaseError("cannot open " + file.string() + ": " + error.what());
+  }
+  return database;
 }
 
 }  // namespace
@@ -56,15 +77,29 @@ void FinalizeStatement::operator()(sqlite3_stmt* statement) const noexcept {
 }
 
 DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout) {
-  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE);
-  sqlite3_busy_timeout(database.get(), static_cast<int>(busyTimeout.count()));
-  try {
-    RequireOurTables(database.get());
-    Configure(database.get());
-  } catch (const DatabaseError& error) {
-    throw DatabaseError("cannot open " + file.string() + ": " + error.what());
-  }
-  return database;
+  return OpenFile(file, SQLITE_OPEN_READWRITE, busyTimeout, [](sqlite3* database) {
+    RequireOurTables(database);
+    RequireCompleteCopy(database);
+    Configure(database);
+  });
+}
+
+DatabaseHandle OpenToFill(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout) {
+  return OpenFile(file, SQLITE_OPEN_READWRITE, busyTimeout, [](sqlite3* database) {
+    RequireOurTables(database);
+    Configure(database);
+  });
+}
+
+DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout) {
+  // Who may write takes the files of the log away at the end, but also moves into the database what a server
+  // that was killed left in them.
+  const bool hasLog = std::filesystem::exists(file.string() + "-wal");
+  const int flags = hasLog ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  return OpenFile(file, flags, busyTimeout, [](sqlite3* database) {
+    Run(database, "PRAGMA query_only = ON");
+    Run(database, "PRAGMA schema_version");
+  });
 }
 
 DatabaseHandle CreateEmpty(const std::filesystem::path& file) {

@@ -21,8 +21,13 @@ struct FinalizeStatement {
 using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
 /// Opens the file of the system's tables: durable commits, Unicode text comparison, a large page cache.
-/// Throws DatabaseError when the file is missing, unreadable or something else; it is then left as it was.
+/// Throws DatabaseError when the file is missing, unreadable, something else or an unfinished copy; it is
+/// then left as it was.
 DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
+/// The same, an unfinished copy included.
+DatabaseHandle OpenToFill(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
+/// Opens any SQLite file without ever changing it. Throws DatabaseError when it is missing or unreadable.
+DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
 /// Creates `file`, which must not exist, as an empty database. Throws DatabaseError.
 DatabaseHandle CreateEmpty(const std::filesystem::path& file);
 

@@ -25,6 +25,12 @@ bool HasAllIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
   return Missing(database, catalogue).empty();
 }
 
+std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+  std::vector<std::string> names;
+  for (const schema::Index* index : Missing(database, catalogue)) names.emplace_back(index->Name);
+  return names;
+}
+
 void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
   Run(database, "BEGIN IMMEDIATE");
   try {
@@ -35,6 +41,12 @@ void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalo
   } catch (const DatabaseError&) {
     Run(database, "ROLLBACK");
     throw;
+  }
+}
+
+void DropIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+  for (const schema::Index* index : schema::PossibleIndexes(catalogue)) {
+    Run(database, ("DROP INDEX IF EXISTS " + access_sql::Quoted(index->Name)).c_str());
   }
 }
 

@@ -32,7 +32,8 @@ std::string SqliteSql::Like(std::string_view pattern) const {
   return std::string(" LIKE ").append(pattern);
 }
 
-std::string SqliteSql::SortKey(std::string_view comparable, bool isDescending) const {
+std::string SqliteSql::SortKey(std::string_view comparable, access_sql::ColumnType /*type*/,
+                               bool isDescending) const {
   return std::string(comparable).append(isDescending ? " DESC" : "");
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "commands/findings.h"
+#include "drivers/access_sql/catalogue.h"
+#include "drivers/schema/database_maintenance.h"
+
+namespace orlune {
+
+/// The names of all users and groups, compared ignoring case.
+class CalendarNames {
+ public:
+  /// Reads the table Calendars; tells `findings` of names that are missing or there twice. Throws
+  /// DatabaseError.
+  CalendarNames(DatabaseMaintenance& database, const access_sql::Table& calendars, Findings& findings);
+
+  bool Contains(std::string_view name) const;
+  bool IsGroup(std::string_view name) const;
+
+ private:
+  std::unordered_map<std::string, bool> isGroup_;  // by the name in lower case
+};
+
+}  // namespace orlune

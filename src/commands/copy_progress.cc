@@ -1,0 +1,35 @@
+#include "commands/copy_progress.h"
+
+#include <utility>
+
+namespace orlune {
+
+void CopyProgress::Begin(std::string work, std::int64_t done, std::int64_t total) {
+  work_ = std::move(work);
+  done_ = done;
+  total_ = total;
+  wasShown_ = false;
+  lastShown_ = std::chrono::steady_clock::now();
+}
+
+void CopyProgress::Advance(std::int64_t rows) {
+  done_ += rows;
+  const auto pause = isTerminal_ ? std::chrono::milliseconds{200} : std::chrono::milliseconds{5000};
+  if (std::chrono::steady_clock::now() - lastShown_ >= pause) Show();
+}
+
+void CopyProgress::End() {
+  if (isTerminal_ || wasShown_) Show();
+  if (isTerminal_) output_ << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
+}
+
+void CopyProgress::Show() {
+  if (isTerminal_) output_ << "\r\x1b[K";
+  output_ << work_ << ": " << done_ << " of " << total_ << " rows";
+  if (!isTerminal_) output_ << "\n";
+  output_.flush();
+  wasShown_ = true;
+  lastShown_ = std::chrono::steady_clock::now();
+}
+
+}  // namespace orlune

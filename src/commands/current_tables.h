@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "drivers/access_sql/catalogue.h"
+
+namespace orlune {
+
+/// The two forms of our tables: as every database begins, and as the upgrade leaves them.
+enum class SchemaForm { kBase, kCurrent };
+
+/// Our tables in one form. Each begins with its counter.
+access_sql::Catalogue TablesInForm(SchemaForm form);
+
+/// Whether the upgrade adds this column, or its whole table; with "" for a column, whether it adds the table.
+bool IsAddedByUpgrade(std::string_view table, std::string_view column);
+
+/// Logins of people who are using the pages; ours, though not part of the calendar.
+inline constexpr std::string_view kSessionsTable = "Sessions";
+
+}  // namespace orlune

@@ -1,0 +1,12 @@
+#include "commands/database_engines.h"
+
+#include "drivers/postgresql/address.h"
+
+namespace orlune {
+
+NamedDatabase DatabaseEngines::Named(const std::string& address) {
+  if (IsPostgresqlAddress(address)) return {servers_, address};
+  return {files_, address};
+}
+
+}  // namespace orlune

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "commands/postgresql_engine.h"
+#include "commands/sqlite_engine.h"
+#include "drivers/schema/database_engine.h"
+#include "platform/regional_settings.h"
+
+namespace orlune {
+
+/// The engines that an operator's addresses lead to.
+class DatabaseEngines {
+ public:
+  /// `regional` has to outlive the engines.
+  explicit DatabaseEngines(const RegionalSettings& regional) : files_(regional), servers_(regional) {}
+
+  /// The engines outlive what it returns.
+  NamedDatabase Named(const std::string& address);
+
+ private:
+  SqliteEngine files_;
+  PostgresqlEngine servers_;
+};
+
+}  // namespace orlune

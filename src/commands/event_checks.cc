@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "commands/row_checks.h"
+#include "commands/table_scan.h"
+#include "frame/lists.h"
+#include "frame/text.h"
+
+namespace orlune {
+namespace {
+
+constexpr FindingKind kOwner{
+    "Events belong to nobody",
+    "make a user or group of that name in Administration, or leave them: nobody sees "
+    "them"};
+constexpr FindingKind kBeginDate{"Events have no date to begin on, and are not shown", "enter them anew"};
+constexpr FindingKind kRule{
+    "Events have a repetition that cannot be read, and are not shown on all their days",
+    "open them by their number (?p=e&id=...) and save them anew"};
+constexpr FindingKind kSuggestion{"Suggestions refer to an event of the sender that is deleted",
+                                  "their owners can delete them; they can no longer be answered", true};
+
+/// Where an event's columns stand.
+struct EventColumns {
+  explicit EventColumns(const TableScan& row)
+      : Owner(row.Column("Owner")),
+        Type(row.Column("Type")),
+        BeginDate(row.Column("BeginDate")),
+        EndDate(row.Column("EndDate")),
+        RepeatWeekday(row.Column("RepeatWeekday")),
+        RepeatFrequency(row.Column("RepeatFrequency")),
+        RepeatDay(row.Column("RepeatDay")),
+        RepeatWeekends(row.Column("RepeatWeekends")),
+        SuggID(row.Column("SuggID")) {}
+
+  int Owner, Type, BeginDate, EndDate, RepeatWeekday, RepeatFrequency, RepeatDay, RepeatWeekends, SuggID;
+};
+
+template <class Names>
+bool IsOneOf(std::string_view text, const Names& names) {
+  return std::find(std::begin(names), std::end(names), text) != std::end(names);
+}
+
+/// Whether every item is a whole number from 1 to `most`, and there is one.
+bool AreNumbers(std::string_view list, int most) {
+  bool areNumbers = true;
+  ForEachItem(list, [&](std::string_view item) {
+    const std::optional<int> number = WholeNumber(item);
+    areNumbers = areNumbers && number && *number >= 1 && *number <= most;
+  });
+  return areNumbers;
+}
+
+/// The column that keeps the rule of a row from being read; "" when it can be read.
+std::string_view UnreadableRulePart(const TableScan& row, const EventColumns& columns) {
+  constexpr std::array<std::string_view, 7> kFrequencies{"vko_1", "vko_2", "vko_3", "kk_1",
+                                                         "kk_2",  "kk_3",  "kk_4"};
+  constexpr std::array<std::string_view, 5> kWeekends{"", "vkl_ok", "vkl_no", "vkl_ma", "vkl_pe"};
+  const std::string_view type = row.Text(columns.Type);
+  if (type == "none") return "";
+  if (!IsOneOf(type, std::array<std::string_view, 4>{"day", "weekday", "month", "year"})) return "Type";
+  if (!std::holds_alternative<Date>(row.Get(columns.EndDate))) return "EndDate";
+  if (type == "weekday") {
+    if (!AreNumbers(row.Text(columns.RepeatWeekday), 7)) return "RepeatWeekday";
+    return IsOneOf(row.Text(columns.RepeatFrequency), kFrequencies) ? "" : "RepeatFrequency";
+  }
+  if (type == "month" && !AreNumbers(row.Text(columns.RepeatDay), 31)) return "RepeatDay";
+  if (type == "day") return "";
+  return IsOneOf(row.Text(columns.RepeatWeekends), kWeekends) ? "" : "RepeatWeekends";
+}
+
+/// The suggestions among the events, and the events that they can refer to.
+class Suggestions {
+ public:
+  /// Events come in the order of their numbers.
+  void Add(std::int64_t event, std::string_view suggestion) {
+    events_.push_back(event);
+    if (!suggestion.empty()) copies_.emplace_back(event, suggestion);
+  }
+
+  void Check(Findings& findings) const {
+    for (const auto& [copy, sender] : copies_) {
+      const std::optional<int> number = WholeNumber(sender);
+      if (number && std::binary_search(events_.begin(), events_.end(), std::int64_t{*number})) continue;
+      findings.Add(kSuggestion, "event " + std::to_string(copy) + ": SuggID is \"" + sender + '"');
+    }
+  }
+
+ private:
+  std::vector<std::int64_t> events_;
+  std::vector<std::pair<std::int64_t, std::string>> copies_;
+};
+
+}  // namespace
+
+void CheckEvents(DatabaseMaintenance& database, const access_sql::Table& events, const CalendarNames& names,
+                 Findings& findings) {
+  Suggestions suggestions;
+  TableScan row(database, events);
+  const EventColumns columns(row);
+  while (row.Next()) {
+    suggestions.Add(row.Number(), row.Text(columns.SuggID));
+    const auto place = [&row] { return "event " + std::to_string(row.Number()); };
+    const std::string_view owner = row.Text(columns.Owner);
+    if (!names.Contains(owner)) findings.Add(kOwner, place() + " of \"" + std::string(owner) + '"');
+    if (!std::holds_alternative<Date>(row.Get(columns.BeginDate))) findings.Add(kBeginDate, place());
+    const std::string_view part = UnreadableRulePart(row, columns);
+    if (!part.empty()) findings.Add(kRule, place() + ": " + std::string(part));
+  }
+  suggestions.Check(findings);
+}
+
+}  // namespace orlune

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orlune {
+
+/// One way in which a database can be wrong, told as "What; Remedy."; both outlive the findings.
+struct FindingKind {
+  std::string_view What;
+  std::string_view Remedy;
+  bool IsNote = false;  ///< what the pages leave behind in daily use; worth knowing, and no fault
+};
+
+/// What a check found. Keeps the first places of each kind and counts the others.
+class Findings {
+ public:
+  /// `place` tells where, such as "event 17".
+  void Add(const FindingKind& kind, std::string_view place);
+
+  /// Whether there is nothing but notes.
+  bool IsSound() const;
+  void Print(std::ostream& output) const;
+
+ private:
+  struct Group {
+    FindingKind Kind;
+    std::int64_t Count = 0;
+    std::vector<std::string> Places;
+  };
+
+  std::vector<Group> groups_;
+};
+
+}  // namespace orlune

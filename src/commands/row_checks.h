@@ -1,0 +1,29 @@
+#pragma once
+
+#include "commands/calendar_names.h"
+#include "commands/findings.h"
+#include "drivers/access_sql/catalogue.h"
+#include "drivers/schema/database_maintenance.h"
+
+namespace orlune {
+
+/// Each of these reads one table from start to end and tells what is wrong in its rows. `table` has the
+/// columns that are there. All throw DatabaseError.
+
+/// Fields that their columns cannot hold, in any table.
+void CheckFields(DatabaseMaintenance& database, const access_sql::Table& table, Findings& findings);
+
+/// Memberships and adminships, and colour schemes of users; `styleSheets` is null when there is no such
+/// table.
+void CheckCalendars(DatabaseMaintenance& database, const access_sql::Table& calendars,
+                    const access_sql::Table* styleSheets, const CalendarNames& names, Findings& findings);
+/// Owners, begin dates, repetition rules and the events that suggestions refer to.
+void CheckEvents(DatabaseMaintenance& database, const access_sql::Table& events, const CalendarNames& names,
+                 Findings& findings);
+void CheckMessages(DatabaseMaintenance& database, const access_sql::Table& messages,
+                   const CalendarNames& names, Findings& findings);
+/// Owners, names, and whether there is a colour for each calendar that is shown.
+void CheckGroupViews(DatabaseMaintenance& database, const access_sql::Table& groupViews,
+                     const CalendarNames& names, Findings& findings);
+
+}  // namespace orlune

@@ -1,0 +1,93 @@
+#include "commands/schema_check.h"
+
+#include <string>
+
+#include "commands/current_tables.h"
+
+namespace orlune {
+namespace {
+
+using access_sql::ColumnType;
+
+constexpr FindingKind kForeign{"This is no calendar's database",
+                               "name another one, or make one with \"orlune init\""};
+constexpr FindingKind kUnfinished{"The database is a copy that is not complete",
+                                  "give the same \"orlune copy\" again, or remove it"};
+constexpr FindingKind kMissing{"Tables and columns are missing", "restore a backup"};
+constexpr FindingKind kNotUpgraded{"Tables and columns of this version are missing",
+                                   "the first page that a server shows adds them"};
+constexpr FindingKind kWrongType{"Columns have another type than they should",
+                                 "copy the rows to a new database with \"orlune copy\""};
+constexpr FindingKind kIndex{"Indexes are missing, and pages are slow",
+                             "the next start of a server that may write to the database makes them"};
+constexpr FindingKind kCounter{
+    "Counters are behind their tables, so that new rows could get numbers that are taken",
+    "copy the rows to a new database with \"orlune copy\""};
+
+bool IsText(ColumnType type) {
+  return type == ColumnType::kText || type == ColumnType::kMemo;
+}
+
+bool IsForeign(const access_sql::Catalogue& present, Findings& findings) {
+  if (present.Find("Calendars") != nullptr) return false;
+  std::string names;
+  for (const access_sql::Table& table : present.Tables) names += (names.empty() ? "" : ", ") + table.Name;
+  findings.Add(kForeign, names.empty() ? "it has no tables" : "its tables are " + names);
+  return true;
+}
+
+/// The columns of `wanted` that `present` has, as its row checks read them.
+access_sql::Table ReadablePart(const access_sql::Table& wanted, const access_sql::Table& present,
+                               Findings& findings) {
+  access_sql::Table part{wanted.Name, {}};
+  for (const access_sql::Column& column : wanted.Columns) {
+    const std::string place = wanted.Name + "." + column.Name;
+    const access_sql::Column* found = present.Find(column.Name);
+    if (found == nullptr) {
+      findings.Add(IsAddedByUpgrade(wanted.Name, column.Name) ? kNotUpgraded : kMissing, place);
+      continue;
+    }
+    const bool isSame = found->Type == column.Type || (IsText(found->Type) && IsText(column.Type));
+    if (!isSame) {
+      findings.Add(kWrongType, place + " should hold " + std::string(DescribeType(column.Type)) +
+                                   (column.Type == ColumnType::kCounter ? " that is counted" : ""));
+    }
+    if (isSame || column.Type != ColumnType::kCounter) part.Columns.push_back(column);
+  }
+  return part;
+}
+
+void CheckCounter(DatabaseMaintenance& database, const access_sql::Table& table, Findings& findings) {
+  const std::int64_t highest = database.HighestNumber(table).value_or(0);
+  const std::int64_t last = database.LastCounter(table.Name);
+  if (last >= highest) return;
+  findings.Add(kCounter, table.Name + " has row " + std::to_string(highest) + ", and its counter is at " +
+                             std::to_string(last));
+}
+
+}  // namespace
+
+access_sql::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings) {
+  const access_sql::Catalogue present = database.Tables();
+  if (IsForeign(present, findings)) return {};
+  const auto copied = database.UnfinishedCopySource();
+  if (copied) findings.Add(kUnfinished, "it is one of " + *copied);
+  access_sql::Catalogue readable;
+  for (const access_sql::Table& wanted : TablesInForm(SchemaForm::kCurrent).Tables) {
+    const access_sql::Table* found = present.Find(wanted.Name);
+    if (found == nullptr) {
+      findings.Add(IsAddedByUpgrade(wanted.Name, {}) ? kNotUpgraded : kMissing, "the table " + wanted.Name);
+      continue;
+    }
+    access_sql::Table part = ReadablePart(wanted, *found, findings);
+    if (part.Counter() == nullptr) continue;
+    CheckCounter(database, part, findings);
+    readable.Tables.push_back(std::move(part));
+  }
+  if (!copied) {
+    for (const std::string& index : database.MissingIndexes()) findings.Add(kIndex, index);
+  }
+  return readable;
+}
+
+}  // namespace orlune

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "drivers/access_sql/catalogue.h"
+#include "drivers/schema/database_maintenance.h"
+
+namespace orlune {
+
+/// Reads a table from its first row to its last, a batch at a time.
+class TableScan {
+ public:
+  /// The table's first column is its counter. Both outlive the scan.
+  TableScan(DatabaseMaintenance& database, const access_sql::Table& table)
+      : database_(database), table_(table) {}
+
+  /// Moves to the next row, at first to the first; false past the last one. Throws DatabaseError.
+  bool Next();
+
+  /// The position of a column, as the functions below take it; below 0 when the table lacks it.
+  int Column(std::string_view name) const;
+  /// Null for a column that the table lacks.
+  const StoredField& Get(int column) const;
+  /// "" for Null, and for what is no text.
+  std::string_view Text(int column) const;
+  /// No for what is no yes/no.
+  bool YesNo(int column) const;
+  /// The counter of the row.
+  std::int64_t Number() const { return std::get<std::int64_t>(Row().front()); }
+  const StoredRow& Row() const { return rows_[next_ - 1]; }
+
+ private:
+  DatabaseMaintenance& database_;
+  const access_sql::Table& table_;
+  std::vector<StoredRow> rows_;
+  std::size_t next_ = 0;
+};
+
+}  // namespace orlune

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "commands/database_engines.h"
+#include "data/schema_upgrade.h"
+#include "data/statement.h"
+#include "drivers/regional.h"
+#include "support/test_database.h"
+
+namespace orlune::testing {
+
+/// Databases as the operator's commands and the pages reach them.
+class CommandsFixture : public ::testing::Test {
+ protected:
+  NamedDatabase Named(const DatabasePlace& place) { return engines_.Named(place.Path()); }
+  std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabasePlace& place) {
+    return Named(place).Engine.OpenToRead(place.Path());
+  }
+  std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabasePlace& place) {
+    return Named(place).Engine.OpenToFill(place.Path());
+  }
+
+  /// Runs a statement of the dialect.
+  void Run(const DatabasePlace& place, const Statement& statement) {
+    place.MakeDriver(regional_)->Open(place.Path())->Execute(statement);
+  }
+
+  /// Makes a sound database without events: 'admin', 'default', and 'Ben' of the group 'team'.
+  void Make(const DatabasePlace& place) {
+    place.CreateTables();
+    const auto driver = place.MakeDriver(regional_);
+    const auto database = driver->Open(place.Path());
+    database->Begin();
+    database->Execute(
+        Statement("INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('Default', 'default.css')"));
+    for (const char* group : {"default", "team"})
+      database->Execute(Statement("INSERT INTO Calendars (Name, IsGroup) VALUES ('{}', yes)", group));
+    database->Execute(Statement("INSERT INTO Calendars (Name, Password) VALUES ('admin', 'x')"));
+    database->Execute(
+        Statement("INSERT INTO Calendars (Name, MemberOfGroups) VALUES ('Ben', 'default, team')"));
+    database->Commit();
+  }
+  void MakeCurrent(const DatabasePlace& place) {
+    Make(place);
+    UpgradeSchema(*place.MakeDriver(regional_)->Open(place.Path()));
+  }
+
+  RegionalSettings regional_ = AmericanSettings();
+  DatabaseEngines engines_{regional_};
+};
+
+}  // namespace orlune::testing

@@ -1,0 +1,282 @@
+#include "commands/copy.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <set>
+#include <sstream>
+#include <utility>
+
+#include "commands/commands_fixture.h"
+#include "commands/current_tables.h"
+#include "commands/interrupted_engine.h"
+#include "commands/row_digest.h"
+#include "data/field.h"
+
+namespace orlune::testing {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::minutes;
+using std::chrono::seconds;
+using std::chrono::year;
+
+/// Which engines the copies go from and to.
+std::vector<std::pair<Engine, Engine>> EnginePairs() {
+  if (EngineUnderTest() == Engine::kSqlite) return {{Engine::kSqlite, Engine::kSqlite}};
+  return {{Engine::kSqlite, Engine::kPostgresql},
+          {Engine::kPostgresql, Engine::kSqlite},
+          {Engine::kPostgresql, Engine::kPostgresql}};
+}
+
+class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<std::pair<Engine, Engine>> {
+ protected:
+  void Copy(const NamedDatabase& from, const NamedDatabase& to) {
+    std::ostringstream progressText;
+    CopyProgress progress(progressText, false);
+    output_.str("");
+    CopyDatabase(from, to, output_, progress);
+  }
+  void Copy() { Copy(Named(from_), Named(to_)); }
+  /// The sentence that a copy is refused with; "" when it is not.
+  std::string Refusal(const NamedDatabase& from, const NamedDatabase& to) {
+    try {
+      Copy(from, to);
+      return "";
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+  }
+
+  std::map<std::string, std::vector<StoredRow>> AllRows(const DatabasePlace& place) {
+    std::map<std::string, std::vector<StoredRow>> rows;
+    const auto database = OpenToRead(place);
+    for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
+      rows[table.Name] = database->Rows(table, kBeforeFirstRow, 100'000);
+    return rows;
+  }
+  std::map<std::string, std::int64_t> Counters(const DatabasePlace& place) {
+    std::map<std::string, std::int64_t> counters;
+    const auto database = OpenToRead(place);
+    for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
+      counters[table.Name] = database->LastCounter(table.Name);
+    return counters;
+  }
+  void ExpectEqualDatabases() {
+    EXPECT_EQ(AllRows(to_), AllRows(from_));
+    EXPECT_EQ(Counters(to_), Counters(from_));
+    EXPECT_EQ(OpenToRead(to_)->MissingIndexes(), std::vector<std::string>());
+  }
+
+  static access_sql::Table TableOf(const std::string& name) {
+    return *TablesInForm(SchemaForm::kCurrent).Find(name);
+  }
+  /// More rows than one transaction takes.
+  void AddEvents(const DatabasePlace& place, std::int64_t count) {
+    const access_sql::Table table{"Events",
+                                  {{"EventID", access_sql::ColumnType::kCounter},
+                                   {"EventName", access_sql::ColumnType::kText},
+                                   {"Private", access_sql::ColumnType::kYesNo}}};
+    std::vector<StoredRow> rows;
+    for (std::int64_t i = 1; i <= count; ++i) rows.push_back({i, "event " + std::to_string(i), i % 2 == 0});
+    OpenToFill(place)->Insert(table, rows);
+  }
+
+  DatabasePlace from_{GetParam().first};
+  DatabasePlace to_{GetParam().second};
+  std::ostringstream output_;
+};
+
+/// Files, unlike servers, may hold what does not fit its column.
+using CopyFromFileTest = CopyTest;
+
+TEST_P(CopyTest, KeepsEveryValueExactly) {
+  MakeCurrent(from_);
+  const std::string longText(100'000, 'x');
+  const Date first = year{100} / 1 / 1;
+  const Date last = year{9999} / 12 / 31;
+  std::vector<StoredRow> messages;
+  for (const std::string& text : std::vector<std::string>{
+           "", " ", "'", "''); DROP TABLE Events; --", "\"", "\\", "a\r\nb\tc", "*1", "Null", "- - - -",
+           "%s%n", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "e\xCC\x81", "\xEF\xBF\xBD", longText}) {
+    const auto id = static_cast<std::int64_t>(7 * messages.size() + 3);
+    messages.push_back({id, text, text, DateTime{last, hours{23} + minutes{59} + seconds{59}}, text, text,
+                        messages.size() % 2 == 0, std::monostate{}});
+  }
+  OpenToFill(from_)->Insert(TableOf("Messages"), messages);
+  const StoredField null;
+  const std::vector<StoredRow> events{{std::int64_t{1}, "x", "Ben", "none", first, null, TimeOfDay{0},
+                                       TimeOfDay{86'399}, null, "", null, "", null, false, null, "", null},
+                                      {std::int64_t{1} << 40, null, null, null, null, last, null, null, null,
+                                       null, null, null, longText, true, null, null, ""}};
+  OpenToFill(from_)->Insert(TableOf("Events"), events);
+  Run(from_, Statement("UPDATE Calendars SET DayBegin = {}, DayEnd = {} WHERE Name = 'Ben'",
+                       std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()));
+
+  Copy();
+  ExpectEqualDatabases();
+  EXPECT_EQ(AllRows(to_)["Messages"], messages);
+  EXPECT_EQ(AllRows(to_)["Events"], events);
+  EXPECT_EQ(output_.str().find("note"), std::string::npos) << output_.str();
+}
+
+TEST_P(CopyTest, NumbersNewRowsAsItsSourceWouldHave) {
+  MakeCurrent(from_);
+  AddEvents(from_, 5);
+  Run(from_, Statement("INSERT INTO Events (EventName) VALUES ('six')"));
+  Run(from_, Statement("DELETE FROM Events WHERE EventID > 3"));
+  Copy();
+  Run(to_, Statement("INSERT INTO Events (EventName) VALUES ('seven')"));
+  EXPECT_EQ(OpenToRead(to_)->HighestNumber(TableOf("Events")), 7);
+}
+
+TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
+  MakeCurrent(from_);
+  AddEvents(from_, 1001);
+  Interruption never(-1, false);
+  InterruptedEngine counted(Named(to_).Engine, never);
+  Copy(Named(from_), {counted, to_.Path()});
+  const int last = never.Writes() - 1;
+  ASSERT_GT(last, 10);
+  // After one write is before the next one.
+  for (int at = 0; at <= last + 1; ++at) {
+    SCOPED_TRACE(at);
+    const bool isComplete = at > last;
+    DatabasePlace target(GetParam().second);
+    Interruption interruption(std::min(at, last), isComplete);
+    InterruptedEngine engine(Named(target).Engine, interruption);
+    EXPECT_EQ(Refusal(Named(from_), {engine, target.Path()}), "interrupted");
+    EXPECT_EQ(!Refusal(Named(from_), Named(target)).empty(), isComplete)
+        << "only a complete copy has no end to go on to";
+    EXPECT_EQ(AllRows(target), AllRows(from_));
+    EXPECT_EQ(Counters(target), Counters(from_));
+    EXPECT_EQ(OpenToRead(target)->UnfinishedCopySource(), std::nullopt);
+  }
+}
+
+TEST_P(CopyTest, IsNotServedBeforeItIsComplete) {
+  MakeCurrent(from_);
+  AddEvents(from_, 2500);
+  const int inTheMiddleOfTheEvents = 7;
+  Interruption interruption(inTheMiddleOfTheEvents, false);
+  InterruptedEngine engine(Named(to_).Engine, interruption);
+  EXPECT_EQ(Refusal(Named(from_), {engine, to_.Path()}), "interrupted");
+  EXPECT_THROW(to_.MakeDriver(regional_)->Open(to_.Path()), DatabaseError);
+
+  DatabasePlace other(GetParam().first);
+  MakeCurrent(other);
+  EXPECT_NE(Refusal(Named(other), Named(to_)).find("is an unfinished copy of"), std::string::npos);
+  DatabasePlace another(GetParam().second);
+  EXPECT_NE(Refusal(Named(to_), Named(another)).find("is itself an unfinished copy"), std::string::npos);
+
+  Copy();
+  EXPECT_NE(to_.MakeDriver(regional_)->Open(to_.Path()), nullptr);
+}
+
+TEST_P(CopyTest, FindsThatItsSourceChangedMeanwhile) {
+  const struct {
+    const char* Name;
+    Statement Change;
+  } cases[] = {
+      {"row changed", Statement("UPDATE Events SET EventName = 'changed' WHERE EventID = 1")},
+      {"row changed from empty", Statement("UPDATE Events SET Owner = '' WHERE EventID = 1")},
+      {"row deleted", Statement("DELETE FROM Events WHERE EventID = 1")},
+      {"row of another table", Statement("UPDATE Calendars SET Password = 'y' WHERE Name = 'admin'")}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    DatabasePlace source(GetParam().first);
+    DatabasePlace target(GetParam().second);
+    MakeCurrent(source);
+    AddEvents(source, 2500);
+    const int afterTheEvents = 9;
+    Interruption interruption(afterTheEvents, true);
+    InterruptedEngine engine(Named(target).Engine, interruption);
+    EXPECT_EQ(Refusal(Named(source), {engine, target.Path()}), "interrupted");
+    Run(source, c.Change);
+    EXPECT_NE(Refusal(Named(source), Named(target)).find("differs from its source"), std::string::npos);
+    EXPECT_NE(output_.str().find("DIFFERENT"), std::string::npos);
+    EXPECT_THROW(target.MakeDriver(regional_)->Open(target.Path()), DatabaseError);
+  }
+}
+
+TEST_P(CopyTest, LeavesATargetWithRowsAsItWas) {
+  MakeCurrent(from_);
+  MakeCurrent(to_);
+  Run(to_, Statement("UPDATE Calendars SET FriendlyName = 'mine'"));
+  const auto before = AllRows(to_);
+  EXPECT_NE(Refusal(Named(from_), Named(to_)).find("is not empty: the table Calendars has rows"),
+            std::string::npos);
+  EXPECT_EQ(AllRows(to_), before);
+  EXPECT_EQ(Refusal(Named(from_), Named(from_)), "A database cannot be copied into itself.");
+}
+
+TEST_P(CopyTest, TakesOverADatabaseOfTheFormBeforeTheUpgrade) {
+  Make(from_);
+  Run(from_, Statement("UPDATE Calendars SET MondayFirst = no WHERE Name = 'Ben'"));
+  Copy();
+  EXPECT_EQ(OpenToRead(from_)->Tables().Find("Calendars")->Find("ClockMode"), nullptr);
+  UpgradeSchema(*from_.MakeDriver(regional_)->Open(from_.Path()));
+  ExpectEqualDatabases();
+  const auto rows = to_.MakeDriver(regional_)
+                        ->Open(to_.Path())
+                        ->Query(Statement("SELECT FirstDayOfWeek FROM Calendars WHERE Name = 'Ben'"));
+  ASSERT_TRUE(rows->Next());
+  EXPECT_EQ(NumberOf(rows->Get(0)), 1);
+}
+
+TEST_P(CopyFromFileTest, TellsWhatItCannotKeep) {
+  MakeCurrent(from_);
+  AddEvents(from_, 4);
+  for (const char* sql :
+       {"UPDATE Events SET BeginTime = '25:00:00' WHERE EventID < 3",
+        "UPDATE Events SET BeginDate = '0099-12-31' WHERE EventID = 4",
+        "UPDATE Events SET Comments = CAST(x'61FF62' AS TEXT) WHERE EventID = 4",
+        "UPDATE Calendars SET DayBegin = 'early' WHERE Name = 'Ben'", "CREATE TABLE Sessions (Id TEXT)",
+        "CREATE TABLE Rooms (Id TEXT)", "ALTER TABLE Events ADD COLUMN Room TEXT"})
+    from_.RunNative(sql);
+  Copy();
+  for (const char* note :
+       {"note: 2 values of Events.BeginTime", "note: 1 value of Events.BeginDate",
+        "note: 1 value of Events.Comments", "note: 1 value of Calendars.DayBegin",
+        "note: the table Rooms is none of the calendar's", "note: the column Events.Room was not copied"})
+    EXPECT_NE(output_.str().find(note), std::string::npos) << note << "\n" << output_.str();
+  EXPECT_EQ(output_.str().find("Sessions"), std::string::npos);
+  const StoredRow fourth = AllRows(to_)["Events"][3];
+  EXPECT_EQ(fourth[4], StoredField());
+  EXPECT_EQ(fourth[12], StoredField("a\xEF\xBF\xBD"
+                                    "b"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::ValuesIn(EnginePairs()));
+INSTANTIATE_TEST_SUITE_P(Engines, CopyFromFileTest,
+                         ::testing::Values(std::pair{Engine::kSqlite, EngineUnderTest()}));
+
+TEST(RowDigest, TellsApartWhatLooksAlike) {
+  const std::vector<std::vector<StoredRow>> different{
+      {},
+      {{}},
+      {{"ab", ""}},
+      {{"a", "b"}},
+      {{"", "ab"}},
+      {{"ab"}, {""}},
+      {{""}, {"ab"}},
+      {{"ab", StoredField()}},
+      {{StoredField(), "ab"}},
+      {{std::int64_t{1}}},
+      {{true}},
+      {{"1"}},
+      {{TimeOfDay{1}}},
+      {{Date{std::chrono::days{1}}}},
+      {{DateTime{Date{}, TimeOfDay{1}}}},
+  };
+  std::set<std::string> digests;
+  for (const auto& rows : different) {
+    RowDigest digest;
+    for (const StoredRow& row : rows) digest.Add(row);
+    digests.insert(digest.Finish());
+  }
+  EXPECT_EQ(digests.size(), different.size());
+}
+
+}  // namespace
+}  // namespace orlune::testing
