@@ -35,7 +35,7 @@ BareStatements::BareStatements(const std::filesystem::path& file, const Regional
     const access_sql::Translation& translation = translator.Translated(statement)->Translation;
     Prepared& added = statements_.emplace_back();
     added.Handle = sqlite::Prepare(database_.get(), translation.Sql);
-    for (const sqlite::Parameter& parameter : translation.Parameters) {
+    for (const access_sql::Parameter& parameter : translation.Parameters) {
       const access_sql::StoredValue value =
           access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch);
       if (const auto* text = std::get_if<std::string_view>(&value)) {

@@ -134,19 +134,24 @@ EventRow AnyEvent(Dice& dice, int number) {
   }
 }
 
+std::string CalendarTitle(std::string_view name) {
+  return "Calendar of " + std::string(name);
+}
+
+void AddUser(Connection& database, const std::string& name, bool isHidden) {
+  database.Execute(
+      Statement("INSERT INTO Calendars (Name, FriendlyName, Password, IsGroup, IsHidden, MemberOfGroups, "
+                "ClockMode, FirstDayOfWeek, Weekend) "
+                "VALUES ('{}', '{}', '{}', no, {}, 'sales, staff', 24, 2, '1, 7')",
+                name, CalendarTitle(name), kPassword, isHidden ? "yes" : "no"));
+}
+
 void AddCalendars(Connection& database) {
-  const auto friendlyName = [](std::string_view name) { return "Calendar of " + std::string(name); };
-  for (int i = 0; i < kUsers; ++i) {
-    database.Execute(
-        Statement("INSERT INTO Calendars (Name, FriendlyName, Password, IsGroup, IsHidden, MemberOfGroups, "
-                  "ClockMode, FirstDayOfWeek, Weekend) "
-                  "VALUES ('{}', '{}', '{}', no, {}, 'sales, staff', 24, 2, '1, 7')",
-                  UserName(i), friendlyName(UserName(i)), kPassword, i < kVisibleUsers ? "no" : "yes"));
-  }
+  for (int i = 0; i < kUsers; ++i) AddUser(database, UserName(i), i >= kVisibleUsers);
   for (const std::string_view group : kGroups) {
     database.Execute(Statement(
         "INSERT INTO Calendars (Name, FriendlyName, IsGroup, IsHidden) VALUES ('{}', '{}', yes, no)", group,
-        friendlyName(group)));
+        CalendarTitle(group)));
   }
 }
 
@@ -209,7 +214,8 @@ void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const R
   std::filesystem::rename(unfinished, file);
 }
 
-void AddReceivedMessages(const std::filesystem::path& file, int count, const RegionalSettings& regional) {
+void AddReceivedMessages(const std::filesystem::path& file, int count, const RegionalSettings& regional,
+                         std::string_view user) {
   SqliteDriver driver(regional);
   const auto database = driver.Open(file.string());
   const demo::RowWriter rows(*database, regional);
@@ -217,13 +223,21 @@ void AddReceivedMessages(const std::filesystem::path& file, int count, const Reg
   for (int i = 0; i < count; ++i) {
     MessageRow message;
     message.Sender = UserName(1 + i % (kUsers - 1));
-    message.Recipient = kUser;
+    message.Recipient = user;
     message.SentDate = {kToday - days{i % 1000}, std::chrono::minutes{i % 1440}};
     message.Subject = "Minutes of meeting " + std::to_string(i);
     message.Content = "See you there.";
     message.IsViewed = i % 20 != 0;
     rows.Write(message);
   }
+  database->Commit();
+}
+
+void AddVisibleUsers(const std::filesystem::path& file, int count, const RegionalSettings& regional) {
+  SqliteDriver driver(regional);
+  const auto database = driver.Open(file.string());
+  database->Begin();
+  for (int i = 0; i < count; ++i) AddUser(*database, UserName(kUsers + i), false);
   database->Commit();
 }
 

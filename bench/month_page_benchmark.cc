@@ -5,6 +5,7 @@
 #include "bare_statements.h"
 #include "calendar_file.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "drivers/sqlite/sqlite_driver.h"
 #include "ratio_reporter.h"
 #include "visitor.h"
 
@@ -25,7 +26,8 @@ class Setting {
   explicit Setting(const benchmark::State& state)
       : Regional(LoadRegionalSettings("en_US")),
         File(PreparedFile(static_cast<int>(state.range(0)), Regional)),
-        User(File, Regional) {
+        Driver(Regional),
+        User(Driver, File.string(), Regional) {
     const int shown = CountOf(User.Ask({}).Body, kShownTitle);
     if (shown != kShownOccurrences)
       throw std::runtime_error("the page shows " + std::to_string(shown) + " occurrences");
@@ -33,6 +35,7 @@ class Setting {
 
   const RegionalSettings Regional;
   const std::filesystem::path File;
+  SqliteDriver Driver;
   Visitor User;
 };
 

@@ -1,21 +1,22 @@
 #include "visitor.h"
 
+#include <stdexcept>
 #include <utility>
-
-#include "calendar_file.h"
 
 namespace orlune::bench {
 
-Visitor::Visitor(const std::filesystem::path& databaseFile, const RegionalSettings& regional)
-    : databaseFile_(databaseFile.string()),
+Visitor::Visitor(DatabaseDriver& databases, std::string database, const RegionalSettings& regional,
+                 std::string_view user)
+    : databases_(databases),
+      database_(std::move(database)),
       regional_(regional),
-      clock_({kToday, std::chrono::hours{10}}),
-      driver_(regional) {
-  Ask({{{"p", "l"}}, {{"Name", std::string(kUser)}, {"Passwd", std::string(kPassword)}}});
+      clock_({kToday, std::chrono::hours{10}}) {
+  Ask({{{"p", "l"}}, {{"Name", std::string(user)}, {"Passwd", std::string(kPassword)}}});
+  if (host_.LastAnswer().RedirectedTo.empty()) throw std::runtime_error("the login was refused");
 }
 
 std::vector<RecordedStatement> Visitor::Statements(const PageRequest& request) {
-  StatementRecorder recorder(driver_);
+  StatementRecorder recorder(databases_);
   Answer(recorder, request);
   return recorder.Statements();
 }
@@ -24,7 +25,7 @@ const testing::Answer& Visitor::Answer(DatabaseDriver& databases, PageRequest re
   const Surroundings surroundings{clock_, databases, regional_, languagePacks_};
   host_.StartRequest(std::move(request.Query), std::move(request.Form), {});
   Orlune page(surroundings);
-  page.DBPath(databaseFile_);
+  page.DBPath(database_);
   page.ShowTitle(true);
   page.OnStartPage(host_.Context());
   page.Execute();

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "calendar_file.h"
 #include "component/orlune.h"
-#include "drivers/sqlite/sqlite_driver.h"
 #include "server/clocks.h"
 #include "statement_recorder.h"
 #include "support/fake_host.h"
@@ -24,25 +23,26 @@ struct PageRequest {
   testing::FakeHost::Fields Form;
 };
 
-/// A logged-in user in front of a file from `MakeCalendarFile`, without a network. Used by one thread.
+/// A logged-in user in front of the rows of `MakeCalendarFile`, without a network. Used by one thread.
 class Visitor {
  public:
-  /// Logs in.
-  Visitor(const std::filesystem::path& databaseFile, const RegionalSettings& regional);
+  /// Logs in. The drivers and `regional` outlive the visitor.
+  Visitor(DatabaseDriver& databases, std::string database, const RegionalSettings& regional,
+          std::string_view user = kUser);
 
   /// What one request is answered with; valid until the next one.
-  const testing::Answer& Ask(const PageRequest& request) { return Answer(driver_, request); }
+  const testing::Answer& Ask(const PageRequest& request) { return Answer(databases_, request); }
   /// The statements that one request sends, in their order.
   std::vector<RecordedStatement> Statements(const PageRequest& request);
 
  private:
   const testing::Answer& Answer(DatabaseDriver& databases, PageRequest request);
 
-  const std::string databaseFile_;
+  DatabaseDriver& databases_;
+  const std::string database_;
   const RegionalSettings& regional_;
   const FixedClock clock_;
   NoLanguagePacks languagePacks_;
-  SqliteDriver driver_;
   testing::FakeHost host_;
 };
 

@@ -8,6 +8,7 @@
 #include "bare_statements.h"
 #include "calendar_file.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "drivers/sqlite/sqlite_driver.h"
 #include "ratio_reporter.h"
 #include "visitor.h"
 
@@ -67,7 +68,10 @@ std::filesystem::path FreshFile(const RegionalSettings& regional) {
 
 struct Setting {
   explicit Setting(const WorkingPage& page)
-      : Regional(LoadRegionalSettings("en_US")), File(FreshFile(Regional)), User(File, Regional) {
+      : Regional(LoadRegionalSettings("en_US")),
+        File(FreshFile(Regional)),
+        Driver(Regional),
+        User(Driver, File.string(), Regional) {
     const testing::Answer& answer = User.Ask(page.Request);
     const int shown = page.Row.empty() ? 0 : CountOf(answer.Body, page.Row);
     if (page.Rows >= 0 && shown != page.Rows)
@@ -78,6 +82,7 @@ struct Setting {
 
   const RegionalSettings Regional;
   const std::filesystem::path File;
+  SqliteDriver Driver;
   Visitor User;
 };
 

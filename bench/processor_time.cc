@@ -1,0 +1,185 @@
+// The processor time that a page takes of the node and of the database, on each engine, in calendars of
+// several sizes and with many calendars to choose from. scripts/with_postgresql.sh has to run it; its
+// arguments choose among the sections growth, work and choice_lists.
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <sys/resource.h>
+
+#include "calendar_file.h"
+#include "drivers/icu/icu_regional_settings.h"
+#include "drivers/postgresql/postgresql_driver.h"
+#include "drivers/sqlite/sqlite_driver.h"
+#include "measured_pages.h"
+#include "postgresql_server.h"
+
+namespace orlune::bench {
+namespace {
+
+using Microseconds = std::chrono::duration<double, std::micro>;
+
+constexpr int kMessages = 10'000;
+constexpr int kVisibleUsers = 10'000;
+constexpr int kRounds = 7;
+constexpr int kWarmUps = 8;
+constexpr std::chrono::milliseconds kRoundTime{400};
+
+std::chrono::nanoseconds OwnTime() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return std::chrono::seconds(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+         std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
+}
+
+/// For one page.
+struct Cost {
+  Microseconds Node;
+  Microseconds Database;
+
+  Microseconds Sum() const { return Node + Database; }
+};
+
+Cost MedianOf(std::vector<Cost> costs) {
+  const auto middle = costs.begin() + static_cast<std::ptrdiff_t>(costs.size() / 2);
+  std::nth_element(costs.begin(), middle, costs.end(),
+                   [](const Cost& a, const Cost& b) { return a.Sum() < b.Sum(); });
+  return *middle;
+}
+
+Cost MeasureRound(Visitor& visitor, const MeasuredPage& page, const PostgresqlServer& server) {
+  using Clock = std::chrono::steady_clock;
+  const auto nodeBefore = OwnTime();
+  const auto databaseBefore = server.ProcessorTime();
+  const auto end = Clock::now() + kRoundTime;
+  int asked = 0;
+  do {
+    visitor.Ask(page.Request);
+    ++asked;
+  } while (Clock::now() < end);
+  return {Microseconds(OwnTime() - nodeBefore) / asked,
+          Microseconds(server.ProcessorTime() - databaseBefore) / asked};
+}
+
+/// The same rows in both engines, and somebody in front of each.
+class Calendar {
+ public:
+  Calendar(const PostgresqlServer& server, const std::filesystem::path& file,
+           const RegionalSettings& regional)
+      : server_(server),
+        sqlite_(regional),
+        postgresql_(regional),
+        atFile_(sqlite_, file.string(), regional),
+        atServer_(postgresql_, AddressOfCopy(server, file, regional), regional) {}
+
+  /// Prints a line for `page`, called `name`.
+  void Measure(const MeasuredPage& page, const std::string& name) {
+    std::vector<Cost> file;
+    std::vector<Cost> server;
+    for (int i = 0; i < kWarmUps; ++i) {
+      Try(atFile_, page);
+      Try(atServer_, page);
+    }
+    for (int round = 0; round < kRounds; ++round) {
+      file.push_back(MeasureRound(atFile_, page, server_));
+      server.push_back(MeasureRound(atServer_, page, server_));
+    }
+    const Cost onFile = MedianOf(file);
+    const Cost onServer = MedianOf(server);
+    const double node = onFile.Node.count();
+    std::cout << std::fixed << std::setprecision(0) << "| " << name << " | "
+              << atFile_.Ask(page.Request).Body.size() << " | " << node << " us | " << std::setprecision(2)
+              << onServer.Node.count() / node << " | " << onServer.Database.count() / node << " | "
+              << onServer.Sum().count() / node << " |" << std::endl;
+  }
+
+ private:
+  static std::string AddressOfCopy(const PostgresqlServer& server, const std::filesystem::path& file,
+                                   const RegionalSettings& regional) {
+    server.MakeDatabase("calendar", file, regional);
+    return server.Address("calendar");
+  }
+
+  const PostgresqlServer& server_;
+  SqliteDriver sqlite_;
+  PostgresqlDriver postgresql_;
+  Visitor atFile_;
+  Visitor atServer_;
+};
+
+std::filesystem::path PreparedFile(int events, const RegionalSettings& regional) {
+  auto file = std::filesystem::path(ORLUNE_CALENDAR_FOLDER) / (std::to_string(events) + ".db");
+  MakeCalendarFile(file, events, regional);
+  return file;
+}
+
+/// For pages that change it.
+std::filesystem::path FreshCopy(const std::filesystem::path& file) {
+  auto copy = file.parent_path() / "processor_time.db";
+  for (const char* const suffix : {"", "-wal", "-shm"}) std::filesystem::remove(copy.string() + suffix);
+  std::filesystem::copy_file(file, copy);
+  return copy;
+}
+
+std::string Named(const MeasuredPage& page, const char* setting) {
+  return page.Name + ", " + setting;
+}
+
+void MeasureGrowth(const PostgresqlServer& server, const RegionalSettings& regional) {
+  for (const int events : {1'000, 20'000, 1'000'000}) {
+    Calendar calendar(server, PreparedFile(events, regional), regional);
+    calendar.Measure(MonthPage(), Named(MonthPage(), (std::to_string(events) + " events").c_str()));
+  }
+}
+
+void MeasureWork(const PostgresqlServer& server, const RegionalSettings& regional) {
+  const auto file = FreshCopy(PreparedFile(100'000, regional));
+  AddReceivedMessages(file, kMessages, regional);
+  Calendar calendar(server, file, regional);
+  for (const MeasuredPage& page :
+       {SearchEverywhere(), SearchOneCalendar(), MessageListPage(), SavedEvent(), SentSuggestion()})
+    calendar.Measure(page, Named(page, "100000 events"));
+}
+
+void MeasureChoiceLists(const PostgresqlServer& server, const RegionalSettings& regional) {
+  const auto file = FreshCopy(PreparedFile(20'000, regional));
+  AddVisibleUsers(file, kVisibleUsers, regional);
+  Calendar calendar(server, file, regional);
+  for (const MeasuredPage& page : {MonthPage(), EventForm(), MessageForm()})
+    calendar.Measure(page, Named(page, "10000 calendars"));
+}
+
+using Section = void (*)(const PostgresqlServer&, const RegionalSettings&);
+const std::map<std::string_view, Section> kSections{
+    {"choice_lists", MeasureChoiceLists}, {"growth", MeasureGrowth}, {"work", MeasureWork}};
+
+/// Runs the sections named, or all.
+void Run(const std::vector<std::string_view>& names) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  const PostgresqlServer server;
+  std::cout << "Processor time for one page: on SQLite, and on PostgreSQL as multiples of that.\n\n"
+               "| page | bytes | SQLite | node | database | both |\n|---|--:|--:|--:|--:|--:|\n";
+  for (const std::string_view name : names) kSections.at(name)(server, regional);
+  if (!names.empty()) return;
+  for (const auto& [name, section] : kSections) section(server, regional);
+}
+
+}  // namespace
+}  // namespace orlune::bench
+
+int main(int argc, char** argv) {
+  try {
+    orlune::bench::Run({argv + 1, argv + argc});
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}
