@@ -169,6 +169,7 @@ std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::in
   const ReplyPtr reply = link_.Run(query.c_str());
   const ResultHandle& result = link_.Require(*reply);
   std::vector<StoredRow> rows;
+  rows.reserve(static_cast<std::size_t>(PQntuples(result.get())));
   for (int row = 0; row < PQntuples(result.get()); ++row) rows.push_back(ReadRow(result, row, table));
   return rows;
 }
@@ -180,6 +181,8 @@ void Maintenance::Insert(const access_sql::Table& table, std::span<const StoredR
   for (const StoredRow& row : rows) {
     std::vector<std::optional<std::string>> texts;
     std::vector<const char*> values;
+    texts.reserve(row.size());
+    values.reserve(row.size());
     for (const StoredField& field : row) texts.push_back(std::visit(ParameterText(), field));
     for (const auto& text : texts) values.push_back(text ? text->c_str() : nullptr);
     replies.push_back(link_.RunPrepared("insertion", values));
@@ -246,6 +249,7 @@ std::vector<std::string> Maintenance::AskAll(const char* query) {
   const ReplyPtr reply = link_.Run(query);
   const ResultHandle& result = link_.Require(*reply);
   std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(PQntuples(result.get())));
   for (int row = 0; row < PQntuples(result.get()); ++row) texts.emplace_back(FieldText(result, row, 0));
   return texts;
 }
