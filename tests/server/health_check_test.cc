@@ -1,8 +1,8 @@
 #include "server/health_check.h"
 
+#include <array>
 #include <atomic>
 #include <future>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -22,9 +22,9 @@ TEST(HealthCheck, ProbesOnceForAllWhoAsk) {
         return true;
       },
       {kForever, kForever});
-  std::vector<std::future<bool>> answers;
-  for (int i = 0; i < 8; ++i)
-    answers.push_back(std::async(std::launch::async, [&check] { return check.IsHealthy(); }));
+  std::array<std::future<bool>, 8> answers;
+  for (std::future<bool>& answer : answers)
+    answer = std::async(std::launch::async, [&check] { return check.IsHealthy(); });
   released.set_value();
   for (std::future<bool>& answer : answers) EXPECT_TRUE(answer.get());
   EXPECT_TRUE(check.IsHealthy());

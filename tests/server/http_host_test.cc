@@ -1,8 +1,7 @@
 #include "server/http_host.h"
 
-#include <array>
-#include <atomic>
 #include <future>
+#include <memory>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -429,26 +428,29 @@ TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
 }
 
 TEST(HttpHost, AnswersThoseWhoAreConnectingWhenItStops) {
-  StartedHost host;
-  std::atomic<int> busyThreads = 0;
+  ListeningSocket socket("127.0.0.1:0");
+  const std::string address = socket.Address();
+  std::promise<void> entered;
   std::promise<void> released;
-  host.Answer = [&busyThreads, release = released.get_future().share()](const ScriptingContext&) {
-    ++busyThreads;
-    release.wait();
-  };
-  const auto fetch = [&host] { return Fetch(host.Address(), "GET /a.asp"); };
-  std::array answers{std::async(std::launch::async, fetch), std::async(std::launch::async, fetch)};
-  while (busyThreads < 2) std::this_thread::yield();
-  HttpClient waiting(host.Address());
-  waiting.Send("GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n");
-  host.CloseConnectionsAfterReply();
-  auto stopped = std::async(std::launch::async, [&host] { host.Stop(); });
+  auto host =
+      std::make_unique<HttpHost>(std::move(socket), 1, HostLimits(), [&](const RequestMessage& request) {
+        if (request.Path != "/slow") return Refusal(404);
+        entered.set_value();
+        released.get_future().wait();
+        return RedirectTo("/");
+      });
+  auto slow = std::async(std::launch::async, [&address] { return Fetch(address, "GET /slow"); });
+  entered.get_future().wait();
+  HttpClient waiting(address);
+  waiting.Send("GET /waiting HTTP/1.1\r\nHost: h\r\n\r\n");
+  host->CloseConnectionsAfterReply();
+  auto stopped = std::async(std::launch::async, [&host] { host = nullptr; });
   EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
   released.set_value();
-  EXPECT_EQ(waiting.ReadAll().substr(0, 12), "HTTP/1.1 200");
-  for (auto& answer : answers) EXPECT_EQ(answer.get().Status, 200);
+  EXPECT_EQ(waiting.ReadAll().substr(0, 12), "HTTP/1.1 404");
+  EXPECT_EQ(slow.get().Status, 302);
   stopped.get();
-  EXPECT_THROW(HttpClient{host.Address()}, std::runtime_error);
+  EXPECT_THROW(HttpClient{address}, std::runtime_error);
 }
 
 TEST(ListeningSocket, RefusesUnusableAddresses) {
