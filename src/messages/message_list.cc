@@ -1,5 +1,9 @@
 #include "messages/message_list.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "component/component_state.h"
 #include "data/database_access.h"
 #include "data/field.h"
@@ -24,10 +28,15 @@ Html HeaderRow(const ComponentState& state) {
       Content(LoadText(state, 502)), Content(LoadText(state, 503)), Content(LoadText(state, 504)));
 }
 
-void AddMessageRows(Html& page, const ComponentState& state) {
-  const std::string_view hint = LoadText(state, 505);
-  const Html linkAttributes("TITLE=\"{}\" {}", Attribute(hint), StatusHandler(hint));
-  SenderNames senders(*state.Database);
+struct ListedMessage {
+  int Id;
+  bool IsViewed;
+  std::string Sender;
+  std::string Subject;
+  std::optional<DateTime> SentDate;
+};
+
+std::vector<ListedMessage> ReadMessages(const ComponentState& state) {
   const auto rows = OpenQuery(*state.Database,
                               Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
                                         "WHERE Recipient = '{}' ORDER BY SentDate",
@@ -37,23 +46,36 @@ void AddMessageRows(Html& page, const ComponentState& state) {
   const int sentDate = rows->Column("SentDate");
   const int messageId = rows->Column("MessageID");
   const int viewed = rows->Column("Viewed");
-  bool hasRows = false;
-  for (; rows->Next(); hasRows = true) {
-    const int id = NumberOf(rows->Get(messageId)).value_or(0);
+  std::vector<ListedMessage> messages;
+  while (rows->Next()) {
+    messages.push_back({NumberOf(rows->Get(messageId)).value_or(0), YesNoOf(rows->Get(viewed)),
+                        std::string(TextOf(rows->Get(sender))), std::string(TextOf(rows->Get(subject))),
+                        DateTimeOf(rows->Get(sentDate))});
+  }
+  return messages;
+}
+
+void AddMessageRows(Html& page, const ComponentState& state) {
+  const std::string_view hint = LoadText(state, 505);
+  const Html linkAttributes("TITLE=\"{}\" {}", Attribute(hint), StatusHandler(hint));
+  const std::vector<ListedMessage> messages = ReadMessages(state);
+  SenderNames senders(*state.Database);
+  for (const ListedMessage& message : messages) senders.Announce(message.Sender);
+  for (const ListedMessage& message : messages) {
     page.Add("<TR><TD><TABLE WIDTH=100%><TR><TD ALIGN=CENTER WIDTH=5%><IMG SRC=\"{}{}\"></TD>",
              Attribute(state.ImageDir),
-             YesNoOf(rows->Get(viewed)) ? Markup("msg_oldmail.gif") : Markup("msg_newmail.gif"));
+             message.IsViewed ? Markup("msg_oldmail.gif") : Markup("msg_newmail.gif"));
     page.Add("<TD WIDTH=25%>{}</TD><TD WIDTH=45%><A HREF=\"{}?p=m&act=view&msg={}\" {}>{}</A></TD>",
-             Content(senders.DisplayName(TextOf(rows->Get(sender)))), Attribute(state.ScriptName), id,
-             linkAttributes, Content(TextOf(rows->Get(subject))));
-    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>",
-             Content(SentDateText(state, DateTimeOf(rows->Get(sentDate)))));
+             Content(senders.DisplayName(message.Sender)), Attribute(state.ScriptName), message.Id,
+             linkAttributes, Content(message.Subject));
+    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>", Content(SentDateText(state, message.SentDate)));
     page.Add(
         "</TD><TD ALIGN=CENTER CLASS=\"captions\" WIDTH=5%>"
         "<INPUT TYPE=checkbox NAME=\"msg\" VALUE=\"{}\"></TD></TR>",
-        id);
+        message.Id);
   }
-  if (!hasRows) page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(state, 501)));
+  if (messages.empty())
+    page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(state, 501)));
 }
 
 Html DeleteRow(const ComponentState& state) {

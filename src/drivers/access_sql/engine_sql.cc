@@ -12,6 +12,12 @@ std::string Enclosed(std::string_view text, char mark) {
 
 }  // namespace
 
+std::string Listed(const std::vector<std::string>& items) {
+  std::string list;
+  for (const std::string& item : items) list.append(list.empty() ? "" : ", ").append(item);
+  return list;
+}
+
 std::string Quoted(std::string_view name) {
   return Enclosed(name, '"');
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "drivers/access_sql/ast.h"
 #include "drivers/access_sql/evaluation.h"
@@ -35,10 +36,15 @@ class EngineSql {
   virtual std::string OfFirstInGroup(std::string_view column, std::string_view counter) const = 0;
   /// A table's own number of a row, where it has no counter.
   virtual std::string_view RowNumber() const = 0;
+  /// The columns of an index, in parentheses: `keys` as `SortKey` gives them, and `covered` ones kept beside.
+  virtual std::string IndexColumns(const std::vector<std::string>& keys,
+                                   const std::vector<std::string>& covered) const = 0;
   /// An INSERT that gives the counter itself, changed so that the table goes on counting after it.
   virtual std::string InsertWithCounter(std::string insert, const Table& table) const = 0;
 };
 
+/// The items with commas between.
+std::string Listed(const std::vector<std::string>& items);
 /// `name` as an identifier of SQL.
 std::string Quoted(std::string_view name);
 /// `text` as a literal of SQL.

@@ -10,8 +10,8 @@ namespace orlune::postgresql {
 
 namespace {
 
-/// What was sent ahead is given up when this much waits for being asked.
-constexpr std::size_t kMostAnnounced = 32;
+/// No more is sent ahead when so many queries wait for being asked.
+constexpr std::size_t kMostAnnounced = 256;
 
 }  // namespace
 

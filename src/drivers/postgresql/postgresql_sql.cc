@@ -94,6 +94,12 @@ std::string PostgresqlSql::OfFirstInGroup(std::string_view column, std::string_v
   return std::string("(array_agg(").append(column).append(" ORDER BY ").append(counter).append("))[1]");
 }
 
+std::string PostgresqlSql::IndexColumns(const std::vector<std::string>& keys,
+                                        const std::vector<std::string>& covered) const {
+  const std::string columns = " (" + access_sql::Listed(keys) + ")";
+  return covered.empty() ? columns : columns + " INCLUDE (" + access_sql::Listed(covered) + ")";
+}
+
 /// A number that comes from elsewhere does not move the identity's sequence by itself.
 std::string PostgresqlSql::InsertWithCounter(std::string insert, const access_sql::Table& table) const {
   const std::string column = access_sql::Quoted(table.Counter()->Name);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "drivers/access_sql/engine_sql.h"
 
@@ -22,6 +23,8 @@ class PostgresqlSql : public access_sql::EngineSql {
                       bool isDescending) const override;
   std::string OfFirstInGroup(std::string_view column, std::string_view counter) const override;
   std::string_view RowNumber() const override { return "ctid"; }
+  std::string IndexColumns(const std::vector<std::string>& keys,
+                           const std::vector<std::string>& covered) const override;
   std::string InsertWithCounter(std::string insert, const access_sql::Table& table) const override;
 };
 

@@ -9,7 +9,11 @@ namespace {
 const std::vector<Index>& Indexes() {
   static const std::vector<Index> kIndexes{
       {"CalendarsName", "Calendars", {"Name"}},
-      {"CalendarsChoice", "Calendars", {"IsGroup", "FriendlyName", "Name", "IsHidden"}},
+      {"CalendarsChoice",
+       "Calendars",
+       {"IsGroup", "FriendlyName", "CalendarID"},
+       IndexedRows::kAll,
+       {"Name", "FriendlyName", "IsHidden"}},
       {"EventsOwnerBegin", "Events", {"Owner", "BeginDate"}},
       {"EventsRepeating", "Events", {"Owner", "EndDate", "BeginDate"}, IndexedRows::kRepeating},
       {"EventsSuggID", "Events", {"SuggID"}, IndexedRows::kNotNull},
@@ -27,9 +31,10 @@ const std::vector<Index>& Indexes() {
 
 bool IsPossible(const Index& index, const access_sql::Catalogue& catalogue) {
   const access_sql::Table* table = catalogue.Find(index.Table);
-  return table != nullptr &&
-         std::all_of(index.Columns.begin(), index.Columns.end(),
-                     [table](std::string_view column) { return table->Find(column) != nullptr; });
+  if (table == nullptr) return false;
+  const auto isThere = [table](std::string_view column) { return table->Find(column) != nullptr; };
+  return std::all_of(index.Columns.begin(), index.Columns.end(), isThere) &&
+         std::all_of(index.Covered.begin(), index.Covered.end(), isThere);
 }
 
 std::string ComparableColumn(const access_sql::Table& table, std::string_view name,
@@ -60,13 +65,16 @@ std::vector<const Index*> MissingIndexes(const access_sql::Catalogue& catalogue,
 
 std::string CreationOf(const Index& index, const access_sql::Table& table,
                        const access_sql::EngineSql& engine) {
-  std::string keys;
-  for (const std::string_view column : index.Columns) {
-    if (!keys.empty()) keys += ", ";
-    keys += engine.SortKey(ComparableColumn(table, column, engine), table.Find(column)->Type, false);
-  }
+  std::vector<std::string> keys;
+  keys.reserve(index.Columns.size());
+  for (const std::string_view column : index.Columns)
+    keys.push_back(engine.SortKey(ComparableColumn(table, column, engine), table.Find(column)->Type, false));
+  std::vector<std::string> covered;
+  covered.reserve(index.Covered.size());
+  for (const std::string_view column : index.Covered)
+    covered.push_back(access_sql::Quoted(table.Find(column)->Name));
   std::string sql = "CREATE INDEX IF NOT EXISTS " + access_sql::Quoted(index.Name) + " ON " +
-                    access_sql::Quoted(table.Name) + " (" + keys + ")";
+                    access_sql::Quoted(table.Name) + engine.IndexColumns(keys, covered);
   if (index.Rows == IndexedRows::kNotNull)
     sql += " WHERE " + ComparableColumn(table, index.Columns.front(), engine) + " IS NOT NULL";
   if (index.Rows == IndexedRows::kRepeating) {

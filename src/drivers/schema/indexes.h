@@ -18,6 +18,7 @@ struct Index {
   std::string_view Table;
   std::vector<std::string_view> Columns;
   IndexedRows Rows = IndexedRows::kAll;
+  std::vector<std::string_view> Covered{};  ///< kept beside, so that queries need not look at the rows
 };
 
 /// The indexes for which the tables and columns are there: the queries of a page read through them, whatever

@@ -1,5 +1,7 @@
 #include "drivers/sqlite/sqlite_sql.h"
 
+#include <algorithm>
+
 #include "drivers/sqlite/column_declaration.h"
 
 namespace orlune::sqlite {
@@ -39,6 +41,16 @@ std::string SqliteSql::SortKey(std::string_view comparable, access_sql::ColumnTy
 
 std::string SqliteSql::OfFirstInGroup(std::string_view column, std::string_view /*counter*/) const {
   return std::string(column);
+}
+
+/// What an index covers stands among its keys.
+std::string SqliteSql::IndexColumns(const std::vector<std::string>& keys,
+                                    const std::vector<std::string>& covered) const {
+  std::vector<std::string> columns = keys;
+  for (const std::string& column : covered) {
+    if (std::find(keys.begin(), keys.end(), column) == keys.end()) columns.push_back(column);
+  }
+  return " (" + access_sql::Listed(columns) + ")";
 }
 
 std::string SqliteSql::InsertWithCounter(std::string insert, const access_sql::Table& /*table*/) const {

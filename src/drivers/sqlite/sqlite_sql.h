@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "drivers/access_sql/engine_sql.h"
 
@@ -21,6 +22,8 @@ class SqliteSql : public access_sql::EngineSql {
                       bool isDescending) const override;
   std::string OfFirstInGroup(std::string_view column, std::string_view counter) const override;
   std::string_view RowNumber() const override { return "rowid"; }
+  std::string IndexColumns(const std::vector<std::string>& keys,
+                           const std::vector<std::string>& covered) const override;
   std::string InsertWithCounter(std::string insert, const access_sql::Table& table) const override;
 };
 
