@@ -16,13 +16,17 @@ namespace {
 constexpr FindingKind kDamage{"The database is damaged",
                               "stop the server, keep a copy of the damaged database, and restore a backup"};
 
+constexpr FindingKind kUnread{
+    "Not everything could be read",
+    "the cause tells why, such as a right or time that was missing; then check again"};
+
 /// Runs one check; what the engine cannot read is a finding too.
 template <class Check>
 void Guarded(Findings& findings, Check check) {
   try {
     check();
   } catch (const DatabaseError& error) {
-    findings.Add(kDamage, error.what());
+    findings.Add(kUnread, error.what());
   }
 }
 

@@ -5,6 +5,7 @@
 namespace orlune {
 
 NamedDatabase DatabaseEngines::Named(const std::string& address) {
+  if (LooksLikeAnAddress(address)) throw DatabaseError(std::string(kHowToWriteAddresses));
   if (IsPostgresqlAddress(address)) return {servers_, address};
   return {files_, address};
 }

@@ -15,7 +15,7 @@ class DatabaseEngines {
   /// `regional` has to outlive the engines.
   explicit DatabaseEngines(const RegionalSettings& regional) : files_(regional), servers_(regional) {}
 
-  /// The engines outlive what it returns.
+  /// Throws DatabaseError for an address that is misspelt. The engines outlive what it returns.
   NamedDatabase Named(const std::string& address);
 
  private:

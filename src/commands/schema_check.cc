@@ -17,7 +17,7 @@ constexpr FindingKind kMissing{"Tables and columns are missing", "restore a back
 constexpr FindingKind kNotUpgraded{"Tables and columns of this version are missing",
                                    "the first page that a server shows adds them"};
 constexpr FindingKind kWrongType{"Columns have another type than they should",
-                                 "copy the rows to a new database with \"orlune copy\""};
+                                 "give them the right one by hand, or restore a backup"};
 constexpr FindingKind kIndex{"Indexes are missing, and pages are slow",
                              "the next start of a server that may write to the database makes them"};
 constexpr FindingKind kCounter{
@@ -44,7 +44,8 @@ access_sql::Table ReadablePart(const access_sql::Table& wanted, const access_sql
     const std::string place = wanted.Name + "." + column.Name;
     const access_sql::Column* found = present.Find(column.Name);
     if (found == nullptr) {
-      findings.Add(IsAddedByUpgrade(wanted.Name, column.Name) ? kNotUpgraded : kMissing, place);
+      const bool isAdded = IsAddedByUpgrade(wanted.Name, column.Name) && !IsAddedByUpgrade(wanted.Name, {});
+      findings.Add(isAdded ? kNotUpgraded : kMissing, place);
       continue;
     }
     const bool isSame = found->Type == column.Type || (IsText(found->Type) && IsText(column.Type));

@@ -1,6 +1,9 @@
 #include "eventpages/found_events.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "component/component_state.h"
 #include "data/database_access.h"
@@ -26,12 +29,15 @@ namespace {
 constexpr std::size_t kMostDatesOfEvent = 20'000;
 constexpr std::size_t kMostDatesOnPage = 1'000'000;
 
+Statement OccurrenceRuleQuery(int id) {
+  return Statement(
+      "SELECT EventName, Type, BeginDate, EndDate, BeginTime, EndTime, RepeatWeekday, "
+      "RepeatFrequency, RepeatDay, RepeatWeekends FROM Events WHERE (EventID = {})",
+      id);
+}
+
 std::optional<OL_Event> ReadOccurrenceRule(const ComponentState& state, int id) {
-  const auto row =
-      OpenQuery(*state.Database,
-                Statement("SELECT EventName, Type, BeginDate, EndDate, BeginTime, EndTime, RepeatWeekday, "
-                          "RepeatFrequency, RepeatDay, RepeatWeekends FROM Events WHERE (EventID = {})",
-                          id));
+  const auto row = OpenQuery(*state.Database, OccurrenceRuleQuery(id));
   if (!row->Next()) return std::nullopt;
   const auto field = [&](std::string_view name) { return row->Get(row->Column(name)); };
   const auto text = [&](std::string_view name) { return std::string(TextOf(field(name))); };
@@ -46,41 +52,59 @@ std::optional<OL_Event> ReadOccurrenceRule(const ComponentState& state, int id) 
   return event;
 }
 
+struct Hit {
+  int Id;
+  std::string Name;
+  std::string Owner;
+  std::string OwnerName;
+  bool IsPrivate;
+  std::optional<TimeOfDay> BeginTime;
+  std::optional<TimeOfDay> EndTime;
+};
+
+std::vector<Hit> FindHits(const ComponentState& state, const EventSearch& search) {
+  const auto rows = OpenQuery(*state.Database, SearchQuery(state, search));
+  const auto field = [&](std::string_view name) { return rows->Get(rows->Column(name)); };
+  const auto text = [&](std::string_view name) { return std::string(TextOf(field(name))); };
+  std::vector<Hit> hits;
+  while (rows->Next()) {
+    hits.push_back({NumberOf(field("EventID")).value_or(0), text("EventName"), text("Owner"),
+                    text("FriendlyName"), YesNoOf(field("Private")), TimeOf(field("BeginTime")),
+                    TimeOf(field("EndTime"))});
+  }
+  return hits;
+}
+
 /// The rows of the hits, numbered from 1.
 class HitList {
  public:
   explicit HitList(const ComponentState& state) : state_(state), week_(state.FirstDayOfWeek, state.Weekend) {}
 
   void AddRows(Html& page, const EventSearch& search) {
-    const auto rows = OpenQuery(*state_.Database, SearchQuery(state_, search));
-    const int eventId = rows->Column("EventID");
-    const int owner = rows->Column("Owner");
-    const int beginTime = rows->Column("BeginTime");
-    const int endTime = rows->Column("EndTime");
-    while (rows->Next()) {
+    const std::vector<Hit> hits = FindHits(state_, search);
+    for (const Hit& hit : hits) state_.Database->Announce(OccurrenceRuleQuery(hit.Id));
+    for (const Hit& hit : hits) {
       ++count_;
-      const int id = NumberOf(rows->Get(eventId)).value_or(0);
-      page.Add("<TR><TD>{}</TD><TD>", Title(*rows, id));
-      AddTime(page, TimeOf(rows->Get(beginTime)), TimeOf(rows->Get(endTime)));
+      page.Add("<TR><TD>{}</TD><TD>", Title(hit));
+      AddTime(page, hit.BeginTime, hit.EndTime);
       page.Add("</TD><TD>");
-      AddOccurrences(page, id, TextOf(rows->Get(owner)));
+      AddOccurrences(page, hit.Id, hit.Owner);
       page.Add(
           "</TD><TD ALIGN=CENTER CLASS=\"captions\">"
           "<INPUT TYPE=checkbox NAME=\"id\" VALUE=\"{}\" TITLE=\"{}\"></TD></TR>\r\n",
-          id, Attribute(LoadText(state_, 438)));
+          hit.Id, Attribute(LoadText(state_, 438)));
     }
   }
   int Count() const { return count_; }
 
  private:
-  Html Title(const ResultSet& row, int id) const {
-    const auto field = [&](std::string_view name) { return row.Get(row.Column(name)); };
-    const bool isOpen = !YesNoOf(field("Private")) || MayChangeEventsOf(state_, TextOf(field("Owner")));
-    const HtmlPart ownerName = Content(TextOf(field("FriendlyName")));
+  Html Title(const Hit& hit) const {
+    const bool isOpen = !hit.IsPrivate || MayChangeEventsOf(state_, hit.Owner);
+    const HtmlPart ownerName = Content(hit.OwnerName);
     if (!isOpen) return Html("{} ({})", Content(LoadText(state_, 329)), ownerName);
     const std::string_view hint = LoadText(state_, 210);
-    return Html("<A HREF=\"{}?p=e&id={}\" TITLE=\"{}\" {}>{}</A> ({})", Attribute(state_.ScriptName), id,
-                Attribute(hint), StatusHandler(hint), Content(TextOf(field("EventName"))), ownerName);
+    return Html("<A HREF=\"{}?p=e&id={}\" TITLE=\"{}\" {}>{}</A> ({})", Attribute(state_.ScriptName), hit.Id,
+                Attribute(hint), StatusHandler(hint), Content(hit.Name), ownerName);
   }
 
   void AddTime(Html& page, std::optional<TimeOfDay> begin, std::optional<TimeOfDay> end) const {

@@ -271,7 +271,7 @@ std::string_view TypeOf(const ServerSetting& setting) {
 
 template <class Setting>
 void Describe(std::ostringstream& text, const Setting& setting, std::string_view type) {
-  text << "  " << std::left << std::setw(16) << setting.Name << std::setw(15) << type << setting.Help
+  text << "  " << std::left << std::setw(21) << setting.Name << std::setw(15) << type << setting.Help
        << " (default " << setting.Default << ")\n";
 }
 
@@ -299,6 +299,8 @@ void CheckConfiguration(const Configuration& configuration) {
   refuseBelowSite(configuration.SecretFile);
   for (const PageConfiguration& page : configuration.Pages) {
     if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
+    if (LooksLikeAnAddress(page.DBPath))
+      throw ConfigurationError("DBPath of page " + page.Path + ": " + std::string(kHowToWriteAddresses));
     if (!IsPostgresqlAddress(page.DBPath)) refuseBelowSite(DatabaseFile(configuration, page));
   }
 }

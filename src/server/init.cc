@@ -173,6 +173,7 @@ void FillServer(const InitOptions& options, const std::string& password, const R
 }  // namespace
 
 std::string InitDatabase(const InitOptions& options, const RegionalSettings& regional) {
+  if (LooksLikeAnAddress(options.Database)) throw std::runtime_error(std::string(kHowToWriteAddresses));
   const bool isOnServer = IsPostgresqlAddress(options.Database);
   if (!isOnServer) RequireFree(options.Database);
   std::string password = PasswordOf(options);

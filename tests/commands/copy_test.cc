@@ -23,8 +23,8 @@ using std::chrono::year;
 
 /// Which engines the copies go from and to.
 std::vector<std::pair<Engine, Engine>> EnginePairs() {
-  if (EngineUnderTest() == Engine::kSqlite) return {{Engine::kSqlite, Engine::kSqlite}};
-  return {{Engine::kSqlite, Engine::kPostgresql},
+  return {{Engine::kSqlite, Engine::kSqlite},
+          {Engine::kSqlite, Engine::kPostgresql},
           {Engine::kPostgresql, Engine::kSqlite},
           {Engine::kPostgresql, Engine::kPostgresql}};
 }
@@ -247,9 +247,16 @@ TEST_P(CopyFromFileTest, TellsWhatItCannotKeep) {
                                     "b"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::ValuesIn(EnginePairs()));
+std::string NameOfPair(const ::testing::TestParamInfo<std::pair<Engine, Engine>>& pair) {
+  const auto name = [](Engine engine) { return engine == Engine::kSqlite ? "File" : "Server"; };
+  return std::string(name(pair.param.first)) + "To" + name(pair.param.second);
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::ValuesIn(EnginePairs()), NameOfPair);
 INSTANTIATE_TEST_SUITE_P(Engines, CopyFromFileTest,
-                         ::testing::Values(std::pair{Engine::kSqlite, EngineUnderTest()}));
+                         ::testing::Values(std::pair{Engine::kSqlite, Engine::kSqlite},
+                                           std::pair{Engine::kSqlite, Engine::kPostgresql}),
+                         NameOfPair);
 
 TEST(RowDigest, TellsApartWhatLooksAlike) {
   const std::vector<std::vector<StoredRow>> different{

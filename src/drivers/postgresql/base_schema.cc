@@ -15,9 +15,19 @@ namespace orlune {
 
 namespace {
 
+/// The tables of a calendar: those that it starts with, and those that the upgrade adds.
+std::vector<std::string> OurTables() {
+  std::vector<std::string> names{"GroupViews", "EventTypes"};
+  for (const schema::BaseTable& table : schema::BaseTables()) names.push_back(table.Name);
+  return names;
+}
+
 void RequireNoneOfOurs(const access_sql::Catalogue& tables) {
-  for (const schema::BaseTable& table : schema::BaseTables()) {
-    if (tables.Find(table.Name) != nullptr) throw DatabaseError("it has a table " + table.Name + " already");
+  for (const std::string& table : OurTables()) {
+    if (tables.Find(table) != nullptr) {
+      throw DatabaseError("it has a table " + table +
+                          " already; name an empty database, or \"orlune check\" this one");
+    }
   }
 }
 
@@ -50,9 +60,7 @@ void CreateBaseTables(const std::string& address) {
 void DropTables(const std::string& address) {
   OnServer(address, "cannot remove the tables of ", [](postgresql::Link& link) {
     std::vector<std::string> statements;
-    for (const schema::BaseTable& table : schema::BaseTables())
-      statements.push_back("DROP TABLE IF EXISTS " + access_sql::Quoted(table.Name));
-    for (const char* table : {"GroupViews", "EventTypes"})
+    for (const std::string& table : OurTables())
       statements.push_back("DROP TABLE IF EXISTS " + access_sql::Quoted(table));
     statements.emplace_back(postgresql::kTellOthers);
     postgresql::RunAsOnlyWriter(link, statements);

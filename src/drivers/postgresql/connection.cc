@@ -11,7 +11,7 @@ namespace orlune::postgresql {
 namespace {
 
 /// No more is sent ahead when so many queries wait for being asked.
-constexpr std::size_t kMostAnnounced = 256;
+constexpr std::size_t kMostAnnounced = 1024;
 
 }  // namespace
 

@@ -7,7 +7,7 @@
 
 #include <libpq-fe.h>
 
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/access_sql/naming.h"
 #include "drivers/access_sql/parser.h"
 #include "drivers/access_sql/shape.h"
 #include "drivers/postgresql/parameter_texts.h"
@@ -27,12 +27,13 @@ bool HasFailed(const ReplyPtr& reply) {
 
 /// Whether an error tells that the tables or statements on the server are not what they were taken for.
 bool IsStale(std::string_view sqlState) {
-  constexpr std::array<std::string_view, 5> kStates{
+  constexpr std::array<std::string_view, 6> kStates{
       "42P01",  // no such table
       "42703",  // no such column
       "42701",  // the column exists
       "0A000",  // a prepared statement's columns changed
       "26000",  // no such prepared statement
+      "42883",  // no such function, as when somebody removed the one that folds texts
   };
   return std::find(kStates.begin(), kStates.end(), sqlState) != kStates.end();
 }
@@ -81,7 +82,9 @@ void Database::EndReading() {
 
 void Database::BeginTransaction() {
   EndReading();
-  unconfirmed_ = {link_.Run(kBeginWriting), link_.Run(kBecomeOnlyWriter)};
+  unconfirmed_.clear();
+  for (const char* command : {kBeginWriting, kBecomeOnlyWriter})
+    unconfirmed_.push_back({link_.Run(command), ""});
   state_ = State::kTransaction;
 }
 
@@ -180,10 +183,10 @@ void Database::RunAlone(CachedStatement& translated, const StatementText& statem
 }
 
 void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
-  unconfirmed_.push_back(Start(translated, statement));
+  unconfirmed_.push_back({Start(translated, statement), access_sql::MaskedText(statement)});
   if (translated.Translation.ChangesSchema) TellSchemaChange();
   if (unconfirmed_.size() < kMostUnconfirmed) return;
-  link_.Await(*unconfirmed_.back());
+  link_.Await(*unconfirmed_.back().Reply);
   RequireUnconfirmed();
 }
 
@@ -197,12 +200,12 @@ void Database::RunWithSavepoint(CachedStatement& translated, const StatementText
     if (translated.Translation.ChangesSchema) TellSchemaChange();
     return;
   }
-  if (!HasFailed(savepoint)) unconfirmed_.push_back(link_.Run("ROLLBACK TO before"));
+  if (!HasFailed(savepoint)) unconfirmed_.push_back({link_.Run("ROLLBACK TO before"), ""});
   ThrowFailure(*reply);
 }
 
 void Database::TellSchemaChange() {
-  unconfirmed_.push_back(link_.Run(kTellOthers));
+  unconfirmed_.push_back({link_.Run(kTellOthers), ""});
   ForgetTables();
 }
 
@@ -224,7 +227,8 @@ void Database::Deallocate(const std::string& name) {
 
 /// What was sent before in the transaction has happened. Throws DatabaseError.
 void Database::RequireUnconfirmed() {
-  for (const ReplyPtr& reply : unconfirmed_) link_.Require(*reply);
+  for (const Unconfirmed& command : unconfirmed_)
+    access_sql::NamingMasked([&] { return command.Statement; }, [&] { link_.Require(*command.Reply); });
   unconfirmed_.clear();
 }
 

@@ -76,7 +76,12 @@ class Database {
   bool knowsTables_ = false;
   bool hasReadTables_ = false;  // for the current request
   StatementCache cache_;
-  std::vector<ReplyPtr> unconfirmed_;  // of the transaction
+  /// A command of the transaction whose reply has not been looked at.
+  struct Unconfirmed {
+    ReplyPtr Reply;
+    std::string Statement;  ///< without its values; "" for what is ours
+  };
+  std::vector<Unconfirmed> unconfirmed_;
   std::uint64_t preparedCount_ = 0;
   ParameterTexts parameters_;
   std::string key_;

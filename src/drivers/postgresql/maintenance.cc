@@ -231,11 +231,15 @@ void Maintenance::MarkUnfinishedCopy(const std::string& source) {
 }
 
 void Maintenance::MarkCopyComplete() {
-  std::vector<std::string> statements = MissingParts(ReadSchema(link_));
+  const Schema schema = ReadSchema(link_);
+  std::vector<std::string> statements = MissingParts(schema);
   statements.push_back("DROP TABLE IF EXISTS " + Quoted(kUnfinishedCopy));
-  statements.emplace_back("ANALYZE");
   statements.emplace_back(kTellOthers);
   RunAsOnlyWriter(link_, statements);
+  // The server would see by itself how large the tables are, but later.
+  for (const access_sql::Table& table : schema.Tables.Tables) {
+    if (table.Counter() != nullptr) Ask("ANALYZE " + Quoted(table.Name));
+  }
 }
 
 std::optional<std::string> Maintenance::Ask(const std::string& query) {

@@ -6,6 +6,9 @@ namespace orlune::schema {
 
 namespace {
 
+/// Of an event that does not repeat it is "none".
+constexpr std::string_view kKindColumn = "Type";
+
 const std::vector<Index>& Indexes() {
   static const std::vector<Index> kIndexes{
       {"CalendarsName", "Calendars", {"Name"}},
@@ -33,6 +36,7 @@ bool IsPossible(const Index& index, const access_sql::Catalogue& catalogue) {
   const access_sql::Table* table = catalogue.Find(index.Table);
   if (table == nullptr) return false;
   const auto isThere = [table](std::string_view column) { return table->Find(column) != nullptr; };
+  if (index.Rows == IndexedRows::kRepeating && !isThere(kKindColumn)) return false;
   return std::all_of(index.Columns.begin(), index.Columns.end(), isThere) &&
          std::all_of(index.Covered.begin(), index.Covered.end(), isThere);
 }
@@ -78,7 +82,7 @@ std::string CreationOf(const Index& index, const access_sql::Table& table,
   if (index.Rows == IndexedRows::kNotNull)
     sql += " WHERE " + ComparableColumn(table, index.Columns.front(), engine) + " IS NOT NULL";
   if (index.Rows == IndexedRows::kRepeating) {
-    sql += " WHERE " + ComparableColumn(table, "Type", engine) + " <> " +
+    sql += " WHERE " + ComparableColumn(table, kKindColumn, engine) + " <> " +
            engine.Fixed(std::string_view("none"), access_sql::ColumnType::kText,
                         access_sql::LiteralUse::kCompared);
   }
