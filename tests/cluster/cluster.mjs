@@ -75,7 +75,7 @@ export class Cluster {
 
   async start() {
     this.#folder = await mkdtemp(join(tmpdir(), 'orlune-cluster-'));
-    this.database = await makeDatabase(this.#folder);
+    this.database = await makeDatabase();
     await run(orlune, ['init', this.database.path, '--demo']);
     await this.#startNodes();
     await this.#startNginx();

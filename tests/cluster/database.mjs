@@ -1,28 +1,11 @@
-import { rename } from 'node:fs/promises';
-import { join } from 'node:path';
-
 import { run } from './processes.mjs';
 
 /**
- * A database for one cluster: `path` as pages name it, and `goAway()`, `comeBack()` and `drop()`. It is one of the
- * PostgreSQL server that the environment names, or a file in `folder`.
+ * A database for one cluster, of the PostgreSQL server that the environment names: `path` as pages name it, and
+ * `goAway()`, `comeBack()` and `drop()`.
  */
-export async function makeDatabase(folder) {
+export async function makeDatabase() {
   const server = process.env.ORLUNE_TEST_POSTGRESQL;
-  return server ? makePostgresql(server) : makeFile(join(folder, 'calendar.db'));
-}
-
-function makeFile(path) {
-  const away = `${path}.away`;
-  return {
-    path,
-    goAway: () => rename(path, away),
-    comeBack: () => rename(away, path),
-    drop: async () => {},
-  };
-}
-
-async function makePostgresql(server) {
   const name = `cluster_${process.pid}`;
   const psql = (sql) => run('psql', ['--no-psqlrc', '--quiet', '--command', sql, server]);
   const control = (how) => run('sh', ['-c', `exec $0 $1`, process.env.ORLUNE_TEST_POSTGRESQL_CTL, how]);
