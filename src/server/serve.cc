@@ -229,7 +229,8 @@ void Serve(const ServeOptions& options) {
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log});
 
-  if (!health.IsHealthy()) log->warn("serving without a database; \"orlune init\" makes one");
+  if (!health.IsHealthy())
+    log->warn("serving without a database until it can be opened; \"orlune init\" makes a new one");
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + firstPath;
   {
