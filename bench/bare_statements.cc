@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/dialect/evaluation.h"
 #include "drivers/sqlite/database.h"
 
 namespace orlune::bench {
@@ -32,12 +32,12 @@ BareStatements::BareStatements(const std::filesystem::path& file, const Regional
   translator.EnsureReading();
   std::string scratch;
   for (const RecordedStatement& statement : statements) {
-    const access_sql::Translation& translation = translator.Translated(statement)->Translation;
+    const dialect::Translation& translation = translator.Translated(statement)->Translation;
     Prepared& added = statements_.emplace_back();
     added.Handle = sqlite::Prepare(database_.get(), translation.Sql);
-    for (const access_sql::Parameter& parameter : translation.Parameters) {
-      const access_sql::StoredValue value =
-          access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch);
+    for (const dialect::Parameter& parameter : translation.Parameters) {
+      const dialect::StoredValue value =
+          dialect::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch);
       if (const auto* text = std::get_if<std::string_view>(&value)) {
         added.Values.emplace_back(std::string(*text));
       } else if (const auto* number = std::get_if<std::int64_t>(&value)) {

@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "base/regional_settings.h"
 #include "drivers/sqlite/handles.h"
-#include "platform/regional_settings.h"
 #include "statement_recorder.h"
 
 namespace orlune::bench {

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "data/statement.h"
+#include "base/dates.h"
+#include "commands/init.h"
+#include "demo/demo_company_rows.h"
 #include "drivers/sqlite/sqlite_driver.h"
-#include "frame/dates.h"
-#include "server/demo_company_rows.h"
-#include "server/init.h"
+#include "store/statement.h"
 
 namespace orlune::bench {
 namespace {

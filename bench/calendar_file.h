@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "platform/civil_time.h"
-#include "platform/regional_settings.h"
+#include "base/civil_time.h"
+#include "base/regional_settings.h"
 
 namespace orlune::bench {
 

@@ -13,9 +13,9 @@
 #include <unistd.h>
 
 #include "calendar_file.h"
+#include "commands/init.h"
 #include "drivers/postgresql/postgresql_driver.h"
 #include "drivers/sqlite/database.h"
-#include "server/init.h"
 
 namespace orlune::bench {
 namespace {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/regional_settings.h"
+#include "base/regional_settings.h"
 
 struct pg_conn;
 

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "app/clocks.h"
 #include "calendar_file.h"
 #include "component/orlune.h"
-#include "server/clocks.h"
 #include "statement_recorder.h"
 #include "support/fake_host.h"
 

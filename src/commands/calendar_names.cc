@@ -1,7 +1,7 @@
 #include "commands/calendar_names.h"
 
+#include "base/text.h"
 #include "commands/table_scan.h"
-#include "frame/text.h"
 
 namespace orlune {
 namespace {
@@ -24,7 +24,7 @@ std::string Quote(std::string_view name) {
 
 }  // namespace
 
-CalendarNames::CalendarNames(DatabaseMaintenance& database, const access_sql::Table& calendars,
+CalendarNames::CalendarNames(DatabaseMaintenance& database, const dialect::Table& calendars,
                              Findings& findings) {
   TableScan row(database, calendars);
   const int name = row.Column("Name");

@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "commands/findings.h"
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
 
 namespace orlune {
@@ -15,7 +15,7 @@ class CalendarNames {
  public:
   /// Reads the table Calendars; tells `findings` of names that are missing or there twice. Throws
   /// DatabaseError.
-  CalendarNames(DatabaseMaintenance& database, const access_sql::Table& calendars, Findings& findings);
+  CalendarNames(DatabaseMaintenance& database, const dialect::Table& calendars, Findings& findings);
 
   bool Contains(std::string_view name) const;
   bool IsGroup(std::string_view name) const;

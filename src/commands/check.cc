@@ -30,17 +30,17 @@ void Guarded(Findings& findings, Check check) {
   }
 }
 
-void CheckRows(DatabaseMaintenance& database, const access_sql::Catalogue& tables, Findings& findings) {
-  for (const access_sql::Table& table : tables.Tables) {
+void CheckRows(DatabaseMaintenance& database, const dialect::Catalogue& tables, Findings& findings) {
+  for (const dialect::Table& table : tables.Tables) {
     Guarded(findings, [&] { CheckFields(database, table, findings); });
   }
-  const access_sql::Table* calendars = tables.Find("Calendars");
+  const dialect::Table* calendars = tables.Find("Calendars");
   if (calendars == nullptr) return;
   const CalendarNames names(database, *calendars, findings);
   Guarded(findings,
           [&] { CheckCalendars(database, *calendars, tables.Find("StyleSheets"), names, findings); });
   const auto checkTable = [&](std::string_view name, auto check) {
-    const access_sql::Table* table = tables.Find(name);
+    const dialect::Table* table = tables.Find(name);
     if (table != nullptr) Guarded(findings, [&] { check(database, *table, names, findings); });
   };
   checkTable("Events", CheckEvents);
@@ -54,7 +54,7 @@ bool CheckDatabase(const NamedDatabase& named, std::ostream& output) {
   const std::unique_ptr<DatabaseMaintenance> database = named.Engine.OpenToRead(named.Address);
   Findings findings;
   Guarded(findings, [&] {
-    const access_sql::Catalogue tables = CheckSchema(*database, findings);
+    const dialect::Catalogue tables = CheckSchema(*database, findings);
     CheckRows(*database, tables, findings);
   });
   Guarded(findings, [&] {

@@ -12,8 +12,8 @@
 
 #include "commands/current_tables.h"
 #include "commands/table_copy.h"
-#include "data/schema_upgrade.h"
 #include "drivers/postgresql/address.h"
+#include "store/schema_upgrade.h"
 
 namespace orlune {
 namespace {
@@ -30,23 +30,23 @@ bool IsSameDatabase(const std::string& one, const std::string& other) {
   return LastingName(one) == LastingName(other) || std::filesystem::equivalent(one, other, missing);
 }
 
-bool HasColumn(const access_sql::Catalogue& catalogue, std::string_view table, std::string_view column) {
-  const access_sql::Table* found = catalogue.Find(table);
+bool HasColumn(const dialect::Catalogue& catalogue, std::string_view table, std::string_view column) {
+  const dialect::Table* found = catalogue.Find(table);
   return found != nullptr && found->Find(column) != nullptr;
 }
 
 /// Whether `catalogue` has every table and column of `wanted`.
-bool Covers(const access_sql::Catalogue& catalogue, const access_sql::Catalogue& wanted) {
-  return std::all_of(wanted.Tables.begin(), wanted.Tables.end(), [&](const access_sql::Table& table) {
-    return std::all_of(table.Columns.begin(), table.Columns.end(), [&](const access_sql::Column& column) {
+bool Covers(const dialect::Catalogue& catalogue, const dialect::Catalogue& wanted) {
+  return std::all_of(wanted.Tables.begin(), wanted.Tables.end(), [&](const dialect::Table& table) {
+    return std::all_of(table.Columns.begin(), table.Columns.end(), [&](const dialect::Column& column) {
       return HasColumn(catalogue, table.Name, column.Name);
     });
   });
 }
 
-bool HasAnyAddition(const access_sql::Catalogue& catalogue) {
-  for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
-    for (const access_sql::Column& column : table.Columns) {
+bool HasAnyAddition(const dialect::Catalogue& catalogue) {
+  for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
+    for (const dialect::Column& column : table.Columns) {
       if (IsAddedByUpgrade(table.Name, column.Name) && HasColumn(catalogue, table.Name, column.Name))
         return true;
     }
@@ -66,7 +66,7 @@ class Copy {
   [[noreturn]] static void Refuse(const std::string& sentence) { throw std::runtime_error(sentence); }
 
   void OpenSource();
-  SchemaForm FormOf(const access_sql::Catalogue& catalogue) const;
+  SchemaForm FormOf(const dialect::Catalogue& catalogue) const;
   void OpenTarget();
   void BeginAnew();
   bool Compare();
@@ -80,14 +80,14 @@ class Copy {
   std::unique_ptr<DatabaseMaintenance> source_;
   std::unique_ptr<DatabaseMaintenance> target_;
   SchemaForm form_ = SchemaForm::kCurrent;
-  access_sql::Catalogue tables_;
+  dialect::Catalogue tables_;
 };
 
 void Copy::Run() {
   if (IsSameDatabase(from_.Address, to_.Address)) Refuse("A database cannot be copied into itself.");
   OpenSource();
   OpenTarget();
-  for (const access_sql::Table& table : tables_.Tables) CopyTable(table, *source_, *target_, progress_);
+  for (const dialect::Table& table : tables_.Tables) CopyTable(table, *source_, *target_, progress_);
   TellWhatStays();
   if (!Compare()) {
     Refuse(
@@ -110,7 +110,7 @@ void Copy::OpenSource() {
   tables_ = TablesInForm(form_);
 }
 
-SchemaForm Copy::FormOf(const access_sql::Catalogue& catalogue) const {
+SchemaForm Copy::FormOf(const dialect::Catalogue& catalogue) const {
   if (Covers(catalogue, TablesInForm(SchemaForm::kCurrent))) return SchemaForm::kCurrent;
   if (HasAnyAddition(catalogue) || !Covers(catalogue, TablesInForm(SchemaForm::kBase))) {
     Refuse("The database " + WithoutPassword(from_.Address) + " lacks tables or columns; \"orlune check " +
@@ -137,8 +137,8 @@ void Copy::OpenTarget() {
 }
 
 void Copy::BeginAnew() {
-  const access_sql::Catalogue present = target_->Tables();
-  for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
+  const dialect::Catalogue present = target_->Tables();
+  for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
     if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0) {
       Refuse("The database " + WithoutPassword(to_.Address) + " is not empty: the table " + table.Name +
              " has rows. It was left as it was; name another one.");
@@ -153,7 +153,7 @@ bool Copy::Compare() {
   LostFields ofTarget;
   bool isEqual = true;
   std::vector<std::string> lines;
-  for (const access_sql::Table& table : tables_.Tables) {
+  for (const dialect::Table& table : tables_.Tables) {
     const TableSummary source = Summarise(table, *source_, "source", lost, progress_);
     const TableSummary target = Summarise(table, *target_, "copy", ofTarget, progress_);
     std::ostringstream line;
@@ -181,14 +181,14 @@ void Copy::TellLosses(const LostFields& lost) {
 }
 
 void Copy::TellWhatStays() {
-  for (const access_sql::Table& table : source_->Tables().Tables) {
-    if (access_sql::SameName(table.Name, kSessionsTable)) continue;
-    const access_sql::Table* copied = tables_.Find(table.Name);
+  for (const dialect::Table& table : source_->Tables().Tables) {
+    if (dialect::SameName(table.Name, kSessionsTable)) continue;
+    const dialect::Table* copied = tables_.Find(table.Name);
     if (copied == nullptr) {
       output_ << "note: the table " << table.Name << " is none of the calendar's and was not copied\n";
       continue;
     }
-    for (const access_sql::Column& column : table.Columns) {
+    for (const dialect::Column& column : table.Columns) {
       if (copied->Find(column.Name) == nullptr) {
         output_ << "note: the column " << table.Name << "." << column.Name << " was not copied\n";
       }

@@ -9,7 +9,7 @@
 namespace orlune {
 namespace {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 struct ColumnOfTable {
   std::string_view Table;
@@ -39,9 +39,9 @@ constexpr std::array<ColumnOfTable, 15> kAdditions{{
 /// Taken over into `FirstDayOfWeek` and dropped.
 constexpr std::string_view kDropped = "MondayFirst";
 
-void Add(access_sql::Catalogue& catalogue, const ColumnOfTable& addition) {
-  access_sql::Table* holder = nullptr;
-  for (access_sql::Table& table : catalogue.Tables) {
+void Add(dialect::Catalogue& catalogue, const ColumnOfTable& addition) {
+  dialect::Table* holder = nullptr;
+  for (dialect::Table& table : catalogue.Tables) {
     if (table.Name == addition.Table) holder = &table;
   }
   if (holder == nullptr) {
@@ -53,12 +53,12 @@ void Add(access_sql::Catalogue& catalogue, const ColumnOfTable& addition) {
 
 }  // namespace
 
-access_sql::Catalogue TablesInForm(SchemaForm form) {
-  access_sql::Catalogue catalogue;
+dialect::Catalogue TablesInForm(SchemaForm form) {
+  dialect::Catalogue catalogue;
   for (const schema::BaseTable& base : schema::BaseTables()) {
-    access_sql::Table table{base.Name, {}};
+    dialect::Table table{base.Name, {}};
     for (const schema::BaseColumn& column : base.Columns) {
-      const access_sql::Column& defined = column.Definition.Defined;
+      const dialect::Column& defined = column.Definition.Defined;
       if (form == SchemaForm::kBase || defined.Name != kDropped) table.Columns.push_back(defined);
     }
     catalogue.Tables.push_back(std::move(table));
@@ -70,8 +70,8 @@ access_sql::Catalogue TablesInForm(SchemaForm form) {
 }
 
 bool IsAddedByUpgrade(std::string_view table, std::string_view column) {
-  const access_sql::Catalogue base = TablesInForm(SchemaForm::kBase);
-  const access_sql::Table* found = base.Find(table);
+  const dialect::Catalogue base = TablesInForm(SchemaForm::kBase);
+  const dialect::Table* found = base.Find(table);
   return found == nullptr || (!column.empty() && found->Find(column) == nullptr);
 }
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 
 namespace orlune {
 
@@ -10,7 +10,7 @@ namespace orlune {
 enum class SchemaForm { kBase, kCurrent };
 
 /// Our tables in one form. Each begins with its counter.
-access_sql::Catalogue TablesInForm(SchemaForm form);
+dialect::Catalogue TablesInForm(SchemaForm form);
 
 /// Whether the upgrade adds this column, or its whole table; with "" for a column, whether it adds the table.
 bool IsAddedByUpgrade(std::string_view table, std::string_view column);

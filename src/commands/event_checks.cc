@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/lists.h"
+#include "base/text.h"
 #include "commands/row_checks.h"
 #include "commands/table_scan.h"
-#include "frame/lists.h"
-#include "frame/text.h"
 
 namespace orlune {
 namespace {
@@ -98,7 +98,7 @@ class Suggestions {
 
 }  // namespace
 
-void CheckEvents(DatabaseMaintenance& database, const access_sql::Table& events, const CalendarNames& names,
+void CheckEvents(DatabaseMaintenance& database, const dialect::Table& events, const CalendarNames& names,
                  Findings& findings) {
   Suggestions suggestions;
   TableScan row(database, events);

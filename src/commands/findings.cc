@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "server/log_text.h"
+#include "base/log_text.h"
 
 namespace orlune {
 namespace {

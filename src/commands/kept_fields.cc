@@ -1,14 +1,14 @@
 #include "commands/kept_fields.h"
 
-#include "server/utf8.h"
+#include "base/utf8.h"
 
 namespace orlune {
 namespace {
 
 /// Whether the field had to change.
-bool KeepReadable(StoredField& field, access_sql::ColumnType type) {
+bool KeepReadable(StoredField& field, dialect::ColumnType type) {
   if (std::holds_alternative<Unreadable>(field)) {
-    field = type == access_sql::ColumnType::kYesNo ? StoredField(false) : StoredField();
+    field = type == dialect::ColumnType::kYesNo ? StoredField(false) : StoredField();
     return true;
   }
   auto* text = std::get_if<std::string>(&field);
@@ -21,9 +21,9 @@ bool KeepReadable(StoredField& field, access_sql::ColumnType type) {
 
 }  // namespace
 
-void KeepReadable(const access_sql::Table& table, StoredRow& row, LostFields& lost) {
+void KeepReadable(const dialect::Table& table, StoredRow& row, LostFields& lost) {
   for (std::size_t i = 0; i < row.size(); ++i) {
-    const access_sql::Column& column = table.Columns[i];
+    const dialect::Column& column = table.Columns[i];
     if (KeepReadable(row[i], column.Type)) ++lost[{table.Name, column.Name}];
   }
 }

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "base/lists.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "commands/table_scan.h"
-#include "frame/lists.h"
-#include "frame/text.h"
-#include "server/utf8.h"
 
 namespace orlune {
 namespace {
@@ -50,7 +50,7 @@ void CheckGroupList(std::string_view list, std::string_view column, const std::s
   });
 }
 
-std::unordered_set<std::int64_t> NumbersOf(DatabaseMaintenance& database, const access_sql::Table* table) {
+std::unordered_set<std::int64_t> NumbersOf(DatabaseMaintenance& database, const dialect::Table* table) {
   std::unordered_set<std::int64_t> numbers;
   if (table == nullptr) return numbers;
   for (TableScan row(database, *table); row.Next();) numbers.insert(row.Number());
@@ -65,7 +65,7 @@ std::size_t ItemCount(std::string_view list) {
 
 }  // namespace
 
-void CheckFields(DatabaseMaintenance& database, const access_sql::Table& table, Findings& findings) {
+void CheckFields(DatabaseMaintenance& database, const dialect::Table& table, Findings& findings) {
   for (TableScan row(database, table); row.Next();) {
     for (std::size_t i = 0; i < table.Columns.size(); ++i) {
       const StoredField& field = row.Row()[i];
@@ -81,8 +81,8 @@ void CheckFields(DatabaseMaintenance& database, const access_sql::Table& table, 
   }
 }
 
-void CheckCalendars(DatabaseMaintenance& database, const access_sql::Table& calendars,
-                    const access_sql::Table* styleSheets, const CalendarNames& names, Findings& findings) {
+void CheckCalendars(DatabaseMaintenance& database, const dialect::Table& calendars,
+                    const dialect::Table* styleSheets, const CalendarNames& names, Findings& findings) {
   const std::unordered_set<std::int64_t> sheets = NumbersOf(database, styleSheets);
   TableScan row(database, calendars);
   const int name = row.Column("Name");
@@ -102,8 +102,8 @@ void CheckCalendars(DatabaseMaintenance& database, const access_sql::Table& cale
   }
 }
 
-void CheckMessages(DatabaseMaintenance& database, const access_sql::Table& messages,
-                   const CalendarNames& names, Findings& findings) {
+void CheckMessages(DatabaseMaintenance& database, const dialect::Table& messages, const CalendarNames& names,
+                   Findings& findings) {
   TableScan row(database, messages);
   const int recipient = row.Column("Recipient");
   const int sent = row.Column("SentDate");
@@ -116,7 +116,7 @@ void CheckMessages(DatabaseMaintenance& database, const access_sql::Table& messa
   }
 }
 
-void CheckGroupViews(DatabaseMaintenance& database, const access_sql::Table& groupViews,
+void CheckGroupViews(DatabaseMaintenance& database, const dialect::Table& groupViews,
                      const CalendarNames& names, Findings& findings) {
   std::set<std::string> viewNames;
   TableScan row(database, groupViews);

@@ -2,7 +2,7 @@
 
 #include "commands/calendar_names.h"
 #include "commands/findings.h"
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
 
 namespace orlune {
@@ -11,19 +11,19 @@ namespace orlune {
 /// columns that are there. All throw DatabaseError.
 
 /// Fields that their columns cannot hold, in any table.
-void CheckFields(DatabaseMaintenance& database, const access_sql::Table& table, Findings& findings);
+void CheckFields(DatabaseMaintenance& database, const dialect::Table& table, Findings& findings);
 
 /// Memberships and adminships, and colour schemes of users; `styleSheets` is null when there is no such
 /// table.
-void CheckCalendars(DatabaseMaintenance& database, const access_sql::Table& calendars,
-                    const access_sql::Table* styleSheets, const CalendarNames& names, Findings& findings);
+void CheckCalendars(DatabaseMaintenance& database, const dialect::Table& calendars,
+                    const dialect::Table* styleSheets, const CalendarNames& names, Findings& findings);
 /// Owners, begin dates, repetition rules and the events that suggestions refer to.
-void CheckEvents(DatabaseMaintenance& database, const access_sql::Table& events, const CalendarNames& names,
+void CheckEvents(DatabaseMaintenance& database, const dialect::Table& events, const CalendarNames& names,
                  Findings& findings);
-void CheckMessages(DatabaseMaintenance& database, const access_sql::Table& messages,
-                   const CalendarNames& names, Findings& findings);
+void CheckMessages(DatabaseMaintenance& database, const dialect::Table& messages, const CalendarNames& names,
+                   Findings& findings);
 /// Owners, names, and whether there is a colour for each calendar that is shown.
-void CheckGroupViews(DatabaseMaintenance& database, const access_sql::Table& groupViews,
+void CheckGroupViews(DatabaseMaintenance& database, const dialect::Table& groupViews,
                      const CalendarNames& names, Findings& findings);
 
 }  // namespace orlune

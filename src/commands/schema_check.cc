@@ -7,7 +7,7 @@
 namespace orlune {
 namespace {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 constexpr FindingKind kForeign{"This is no calendar's database",
                                "name another one, or make one with \"orlune init\""};
@@ -28,21 +28,20 @@ bool IsText(ColumnType type) {
   return type == ColumnType::kText || type == ColumnType::kMemo;
 }
 
-bool IsForeign(const access_sql::Catalogue& present, Findings& findings) {
+bool IsForeign(const dialect::Catalogue& present, Findings& findings) {
   if (present.Find("Calendars") != nullptr) return false;
   std::string names;
-  for (const access_sql::Table& table : present.Tables) names += (names.empty() ? "" : ", ") + table.Name;
+  for (const dialect::Table& table : present.Tables) names += (names.empty() ? "" : ", ") + table.Name;
   findings.Add(kForeign, names.empty() ? "it has no tables" : "its tables are " + names);
   return true;
 }
 
 /// The columns of `wanted` that `present` has, as its row checks read them.
-access_sql::Table ReadablePart(const access_sql::Table& wanted, const access_sql::Table& present,
-                               Findings& findings) {
-  access_sql::Table part{wanted.Name, {}};
-  for (const access_sql::Column& column : wanted.Columns) {
+dialect::Table ReadablePart(const dialect::Table& wanted, const dialect::Table& present, Findings& findings) {
+  dialect::Table part{wanted.Name, {}};
+  for (const dialect::Column& column : wanted.Columns) {
     const std::string place = wanted.Name + "." + column.Name;
-    const access_sql::Column* found = present.Find(column.Name);
+    const dialect::Column* found = present.Find(column.Name);
     if (found == nullptr) {
       const bool isAdded = IsAddedByUpgrade(wanted.Name, column.Name) && !IsAddedByUpgrade(wanted.Name, {});
       findings.Add(isAdded ? kNotUpgraded : kMissing, place);
@@ -58,7 +57,7 @@ access_sql::Table ReadablePart(const access_sql::Table& wanted, const access_sql
   return part;
 }
 
-void CheckCounter(DatabaseMaintenance& database, const access_sql::Table& table, Findings& findings) {
+void CheckCounter(DatabaseMaintenance& database, const dialect::Table& table, Findings& findings) {
   const std::int64_t highest = database.HighestNumber(table).value_or(0);
   const std::int64_t last = database.LastCounter(table.Name);
   if (last >= highest) return;
@@ -68,19 +67,19 @@ void CheckCounter(DatabaseMaintenance& database, const access_sql::Table& table,
 
 }  // namespace
 
-access_sql::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings) {
-  const access_sql::Catalogue present = database.Tables();
+dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings) {
+  const dialect::Catalogue present = database.Tables();
   if (IsForeign(present, findings)) return {};
   const auto copied = database.UnfinishedCopySource();
   if (copied) findings.Add(kUnfinished, "it is one of " + *copied);
-  access_sql::Catalogue readable;
-  for (const access_sql::Table& wanted : TablesInForm(SchemaForm::kCurrent).Tables) {
-    const access_sql::Table* found = present.Find(wanted.Name);
+  dialect::Catalogue readable;
+  for (const dialect::Table& wanted : TablesInForm(SchemaForm::kCurrent).Tables) {
+    const dialect::Table* found = present.Find(wanted.Name);
     if (found == nullptr) {
       findings.Add(IsAddedByUpgrade(wanted.Name, {}) ? kNotUpgraded : kMissing, "the table " + wanted.Name);
       continue;
     }
-    access_sql::Table part = ReadablePart(wanted, *found, findings);
+    dialect::Table part = ReadablePart(wanted, *found, findings);
     if (part.Counter() == nullptr) continue;
     CheckCounter(database, part, findings);
     readable.Tables.push_back(std::move(part));

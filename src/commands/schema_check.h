@@ -1,13 +1,13 @@
 #pragma once
 
 #include "commands/findings.h"
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
 
 namespace orlune {
 
 /// Checks tables, columns, indexes, counters and whether a copy is complete. Returns our tables as far as
 /// they can be read: with the columns that are there, and each with its counter. Throws DatabaseError.
-access_sql::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings);
+dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings);
 
 }  // namespace orlune

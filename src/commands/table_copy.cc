@@ -13,7 +13,7 @@ constexpr std::size_t kBatch = 1000;
 /// Calls `take` with the readable rows above the counter `after`, a batch at a time. Every table of ours
 /// begins with its counter.
 template <class Take>
-void ForEachBatch(const access_sql::Table& table, DatabaseMaintenance& database, std::int64_t after,
+void ForEachBatch(const dialect::Table& table, DatabaseMaintenance& database, std::int64_t after,
                   LostFields& lost, Take take) {
   for (;;) {
     std::vector<StoredRow> rows = database.Rows(table, after, kBatch);
@@ -26,7 +26,7 @@ void ForEachBatch(const access_sql::Table& table, DatabaseMaintenance& database,
 
 }  // namespace
 
-void CopyTable(const access_sql::Table& table, DatabaseMaintenance& source, DatabaseMaintenance& target,
+void CopyTable(const dialect::Table& table, DatabaseMaintenance& source, DatabaseMaintenance& target,
                CopyProgress& progress) {
   LostFields toldLater;
   progress.Begin("copying " + table.Name, target.RowCount(table.Name), source.RowCount(table.Name));
@@ -39,7 +39,7 @@ void CopyTable(const access_sql::Table& table, DatabaseMaintenance& source, Data
   progress.End();
 }
 
-TableSummary Summarise(const access_sql::Table& table, DatabaseMaintenance& database, std::string_view whose,
+TableSummary Summarise(const dialect::Table& table, DatabaseMaintenance& database, std::string_view whose,
                        LostFields& lost, CopyProgress& progress) {
   TableSummary summary;
   RowDigest digest;

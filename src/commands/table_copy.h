@@ -6,14 +6,14 @@
 
 #include "commands/copy_progress.h"
 #include "commands/kept_fields.h"
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
 
 namespace orlune {
 
 /// Copies the rows of `table` that come after those that the target has, and raises its counter to the
 /// source's. Throws DatabaseError.
-void CopyTable(const access_sql::Table& table, DatabaseMaintenance& source, DatabaseMaintenance& target,
+void CopyTable(const dialect::Table& table, DatabaseMaintenance& source, DatabaseMaintenance& target,
                CopyProgress& progress);
 
 /// What is compared of a table.
@@ -26,7 +26,7 @@ struct TableSummary {
 
 /// The rows of `table` as a copy keeps them; counts in `lost` what it cannot. `whose` is "source" or "copy",
 /// for the progress. Throws DatabaseError.
-TableSummary Summarise(const access_sql::Table& table, DatabaseMaintenance& database, std::string_view whose,
+TableSummary Summarise(const dialect::Table& table, DatabaseMaintenance& database, std::string_view whose,
                        LostFields& lost, CopyProgress& progress);
 
 }  // namespace orlune

@@ -20,7 +20,7 @@ bool TableScan::Next() {
 }
 
 int TableScan::Column(std::string_view name) const {
-  const access_sql::Column* column = table_.Find(name);
+  const dialect::Column* column = table_.Find(name);
   return column == nullptr ? -1 : static_cast<int>(column - table_.Columns.data());
 }
 

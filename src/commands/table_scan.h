@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
 
 namespace orlune {
@@ -14,7 +14,7 @@ namespace orlune {
 class TableScan {
  public:
   /// The table's first column is its counter. Both outlive the scan.
-  TableScan(DatabaseMaintenance& database, const access_sql::Table& table)
+  TableScan(DatabaseMaintenance& database, const dialect::Table& table)
       : database_(database), table_(table) {}
 
   /// Moves to the next row, at first to the first; false past the last one. Throws DatabaseError.
@@ -34,7 +34,7 @@ class TableScan {
 
  private:
   DatabaseMaintenance& database_;
-  const access_sql::Table& table_;
+  const dialect::Table& table_;
   std::vector<StoredRow> rows_;
   std::size_t next_ = 0;
 };

@@ -1,18 +1,17 @@
 #include "component/orlune.h"
 
-#include "admin/admin_page.h"
-#include "data/database_access.h"
-#include "data/schema_upgrade.h"
-#include "eventpages/event_page.h"
-#include "frame/dates.h"
-#include "messages/messages_page.h"
-#include "preferences/preferences_page.h"
-#include "session/login.h"
-#include "session/request_state.h"
-#include "session/session_data.h"
-#include "session/settings.h"
-#include "views/calendar_page.h"
-#include "views/date_picker.h"
+#include "base/dates.h"
+#include "pages/admin/admin_page.h"
+#include "pages/calendar/calendar_page.h"
+#include "pages/calendar/date_picker.h"
+#include "pages/events/event_page.h"
+#include "pages/login/login.h"
+#include "pages/messages/messages_page.h"
+#include "pages/preferences/preferences_page.h"
+#include "request/request_state.h"
+#include "request/session_data.h"
+#include "request/settings.h"
+#include "store/schema_upgrade.h"
 
 namespace orlune {
 namespace {
@@ -20,6 +19,19 @@ namespace {
 std::string WithTrailingSlash(std::string directory) {
   if (!directory.ends_with('/')) directory += '/';
   return directory;
+}
+
+/// Takes the request's connection to `DBPath`. When that fails, writes the open-failure text to the response
+/// and returns false.
+bool OpenDatabase(ComponentState& state) {
+  try {
+    state.Database = state.Surroundings->Databases.Open(state.DBPath);
+    return true;
+  } catch (const DatabaseError&) {
+    state.Context.Response->SetStatus(503);
+    state.Context.Response->Write("Could not open database " + state.DBPath + ".");
+    return false;
+  }
 }
 
 }  // namespace
@@ -121,7 +133,7 @@ void Orlune::Execute() {
   } else {
     LoginOrLogout();
   }
-  CloseDatabase(state_);
+  state_.Database.reset();
 }
 
 void Orlune::ShowPage() {

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "component/component_state.h"
-#include "component/surroundings.h"
 #include "platform/page_host.h"
+#include "platform/surroundings.h"
+#include "request/component_state.h"
 
 namespace orlune {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/civil_time.h"
+#include "base/civil_time.h"
 
 namespace orlune {
 

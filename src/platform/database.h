@@ -9,7 +9,7 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/civil_time.h"
+#include "base/civil_time.h"
 
 namespace orlune {
 

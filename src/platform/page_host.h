@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/civil_time.h"
+#include "base/civil_time.h"
 
 namespace orlune {
 

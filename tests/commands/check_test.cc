@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "commands/commands_fixture.h"
-#include "server/demo_company.h"
+#include "demo/demo_company.h"
 
 namespace orlune::testing {
 namespace {

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/database_engines.h"
-#include "data/schema_upgrade.h"
-#include "data/statement.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/regional.h"
+#include "store/schema_upgrade.h"
+#include "store/statement.h"
 #include "support/test_database.h"
 
 namespace orlune::testing {

@@ -11,7 +11,7 @@
 #include "commands/current_tables.h"
 #include "commands/interrupted_engine.h"
 #include "commands/row_digest.h"
-#include "data/field.h"
+#include "store/field.h"
 
 namespace orlune::testing {
 namespace {
@@ -51,14 +51,14 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
   std::map<std::string, std::vector<StoredRow>> AllRows(const DatabasePlace& place) {
     std::map<std::string, std::vector<StoredRow>> rows;
     const auto database = OpenToRead(place);
-    for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
+    for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
       rows[table.Name] = database->Rows(table, kBeforeFirstRow, 100'000);
     return rows;
   }
   std::map<std::string, std::int64_t> Counters(const DatabasePlace& place) {
     std::map<std::string, std::int64_t> counters;
     const auto database = OpenToRead(place);
-    for (const access_sql::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
+    for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
       counters[table.Name] = database->LastCounter(table.Name);
     return counters;
   }
@@ -68,15 +68,15 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
     EXPECT_EQ(OpenToRead(to_)->MissingIndexes(), std::vector<std::string>());
   }
 
-  static access_sql::Table TableOf(const std::string& name) {
+  static dialect::Table TableOf(const std::string& name) {
     return *TablesInForm(SchemaForm::kCurrent).Find(name);
   }
   /// More rows than one transaction takes.
   void AddEvents(const DatabasePlace& place, std::int64_t count) {
-    const access_sql::Table table{"Events",
-                                  {{"EventID", access_sql::ColumnType::kCounter},
-                                   {"EventName", access_sql::ColumnType::kText},
-                                   {"Private", access_sql::ColumnType::kYesNo}}};
+    const dialect::Table table{"Events",
+                               {{"EventID", dialect::ColumnType::kCounter},
+                                {"EventName", dialect::ColumnType::kText},
+                                {"Private", dialect::ColumnType::kYesNo}}};
     std::vector<StoredRow> rows;
     for (std::int64_t i = 1; i <= count; ++i) rows.push_back({i, "event " + std::to_string(i), i % 2 == 0});
     OpenToFill(place)->Insert(table, rows);

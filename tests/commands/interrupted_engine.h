@@ -35,17 +35,17 @@ class InterruptedMaintenance : public DatabaseMaintenance {
   InterruptedMaintenance(std::unique_ptr<DatabaseMaintenance> inner, Interruption& interruption)
       : inner_(std::move(inner)), interruption_(interruption) {}
 
-  access_sql::Catalogue Tables() override { return inner_->Tables(); }
+  dialect::Catalogue Tables() override { return inner_->Tables(); }
   std::vector<std::string> MissingIndexes() override { return inner_->MissingIndexes(); }
   std::vector<std::string> Damages() override { return inner_->Damages(); }
   std::int64_t RowCount(const std::string& table) override { return inner_->RowCount(table); }
-  std::optional<std::int64_t> HighestNumber(const access_sql::Table& table) override {
+  std::optional<std::int64_t> HighestNumber(const dialect::Table& table) override {
     return inner_->HighestNumber(table);
   }
-  std::vector<StoredRow> Rows(const access_sql::Table& table, std::int64_t after, std::size_t most) override {
+  std::vector<StoredRow> Rows(const dialect::Table& table, std::int64_t after, std::size_t most) override {
     return inner_->Rows(table, after, most);
   }
-  void Insert(const access_sql::Table& table, std::span<const StoredRow> rows) override {
+  void Insert(const dialect::Table& table, std::span<const StoredRow> rows) override {
     interruption_.Write([&] { inner_->Insert(table, rows); });
   }
   std::int64_t LastCounter(const std::string& table) override { return inner_->LastCounter(table); }

@@ -1,7 +1,7 @@
 #include "component/orlune.h"
 
-#include "frame/form_parts.h"
-#include "frame/texts.h"
+#include "html/form_parts.h"
+#include "request/texts.h"
 #include "support/calendar_fixture.h"
 
 namespace orlune::testing {

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "data/statement.h"
 #include "drivers/regional.h"
+#include "store/statement.h"
 #include "support/test_database.h"
 
 namespace orlune::testing {

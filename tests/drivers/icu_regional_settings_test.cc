@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/dates.h"
+#include "base/dates.h"
 
 namespace orlune {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "drivers/langpack/langpack_factory.h"
-#include "server/write_file.h"
 #include "support/temporary_folder.h"
+#include "support/write_file.h"
 
 namespace orlune::testing {
 namespace {

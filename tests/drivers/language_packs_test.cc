@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "drivers/langpack/langpack_factory.h"
-#include "resources/string_table.h"
+#include "texts/string_table.h"
 
 namespace orlune::testing {
 namespace {

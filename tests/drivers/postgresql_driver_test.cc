@@ -5,9 +5,9 @@
 
 #include <unistd.h>
 
-#include "drivers/access_sql/parser.h"
-#include "drivers/access_sql/translation.h"
 #include "drivers/database_fixture.h"
+#include "drivers/dialect/parser.h"
+#include "drivers/dialect/translation.h"
 #include "drivers/postgresql/address.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/postgresql_sql.h"
@@ -51,9 +51,8 @@ class Postgresql : public testing::DatabaseFixture {
         static_cast<std::size_t>(std::count(format.begin(), format.end(), '{')), "1");
     const testing::Spliced query(format, anything);
     postgresql::Link link(place_.Path(), {});
-    const auto translation =
-        access_sql::Translate(access_sql::Parse(query), postgresql::ReadSchema(link).Tables,
-                              postgresql::PostgresqlSql(), regional_);
+    const auto translation = dialect::Translate(dialect::Parse(query), postgresql::ReadSchema(link).Tables,
+                                                postgresql::PostgresqlSql(), regional_);
     std::string values;
     for (std::size_t i = 0; i < translation.Parameters.size(); ++i) values += i == 0 ? "(NULL" : ", NULL";
     return place_.RunNative(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/regional_settings.h"
+#include "base/regional_settings.h"
 
 namespace orlune::testing {
 

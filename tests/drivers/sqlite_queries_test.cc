@@ -1,5 +1,5 @@
-#include "drivers/access_sql/parser.h"
-#include "drivers/access_sql/translation.h"
+#include "drivers/dialect/parser.h"
+#include "drivers/dialect/translation.h"
 #include "drivers/spliced.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/sqlite_sql.h"
@@ -19,8 +19,8 @@ class SqliteQueries : public testing::SqliteFixture {
   /// How SQLite would run a query, a line for each step.
   std::string Plan(const StatementText& query) const {
     const auto raw = sqlite::OpenExisting(file_, {});
-    const auto translation = access_sql::Translate(access_sql::Parse(query), sqlite::ReadCatalogue(raw.get()),
-                                                   sqlite::SqliteSql(), regional_);
+    const auto translation = dialect::Translate(dialect::Parse(query), sqlite::ReadCatalogue(raw.get()),
+                                                sqlite::SqliteSql(), regional_);
     const auto step = sqlite::Prepare(raw.get(), "EXPLAIN QUERY PLAN " + translation.Sql);
     std::string plan = translation.Sql;
     while (sqlite::Step(step.get())) plan.append("\n").append(sqlite::ColumnText(step.get(), 3));

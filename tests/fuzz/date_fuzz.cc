@@ -3,8 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/dates.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "frame/dates.h"
 
 namespace {
 

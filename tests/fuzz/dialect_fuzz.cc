@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "drivers/access_sql/parser.h"
-#include "drivers/access_sql/shape.h"
+#include "drivers/dialect/parser.h"
+#include "drivers/dialect/shape.h"
 
 namespace {
 
@@ -41,15 +41,15 @@ Composed Compose(std::string_view input) {
 }
 
 struct Understood {
-  orlune::access_sql::Statement Tree;
+  orlune::dialect::Statement Tree;
   std::string Key;
 };
 
 /// Nothing when the statement is refused.
 std::optional<Understood> Understand(const StatementText& statement) {
   try {
-    Understood understood{orlune::access_sql::Parse(statement), {}};
-    orlune::access_sql::WriteShapeKey(statement, understood.Key);
+    Understood understood{orlune::dialect::Parse(statement), {}};
+    orlune::dialect::WriteShapeKey(statement, understood.Key);
     return understood;
   } catch (const DatabaseError&) {
     return std::nullopt;

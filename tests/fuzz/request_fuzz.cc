@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "server/cookie_sealer.h"
-#include "server/cookies.h"
-#include "server/static_files.h"
-#include "server/url_encoding.h"
-#include "server/utf8.h"
+#include "base/url_encoding.h"
+#include "base/utf8.h"
+#include "http/cookies.h"
+#include "http/static_files.h"
+#include "sessions/cookie_sealer.h"
 
 namespace {
 

@@ -2,11 +2,11 @@
 
 #include <fstream>
 
-#include "data/field.h"
-#include "data/schema_upgrade.h"
+#include "base/date_text.h"
+#include "base/dates.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "frame/date_text.h"
-#include "frame/dates.h"
+#include "store/field.h"
+#include "store/schema_upgrade.h"
 
 namespace orlune::testing {
 namespace {

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "component/orlune.h"
-#include "data/statement.h"
+#include "store/statement.h"
 #include "support/fake_host.h"
 #include "support/temporary_folder.h"
 #include "support/test_database.h"

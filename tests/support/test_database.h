@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "base/regional_settings.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 #include "support/temporary_folder.h"
 
 namespace orlune::testing {

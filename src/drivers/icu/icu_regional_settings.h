@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/regional_settings.h"
+#include "base/regional_settings.h"
 
 namespace orlune {
 

@@ -22,7 +22,7 @@ std::vector<std::string> OurTables() {
   return names;
 }
 
-void RequireNoneOfOurs(const access_sql::Catalogue& tables) {
+void RequireNoneOfOurs(const dialect::Catalogue& tables) {
   for (const std::string& table : OurTables()) {
     if (tables.Find(table) != nullptr) {
       throw DatabaseError("it has a table " + table +
@@ -61,7 +61,7 @@ void DropTables(const std::string& address) {
   OnServer(address, "cannot remove the tables of ", [](postgresql::Link& link) {
     std::vector<std::string> statements;
     for (const std::string& table : OurTables())
-      statements.push_back("DROP TABLE IF EXISTS " + access_sql::Quoted(table));
+      statements.push_back("DROP TABLE IF EXISTS " + dialect::Quoted(table));
     statements.emplace_back(postgresql::kTellOthers);
     postgresql::RunAsOnlyWriter(link, statements);
   });

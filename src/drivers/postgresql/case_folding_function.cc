@@ -1,6 +1,6 @@
 #include "drivers/postgresql/case_folding_function.h"
 
-#include "drivers/access_sql/engine_sql.h"
+#include "drivers/dialect/engine_sql.h"
 
 namespace orlune::postgresql {
 

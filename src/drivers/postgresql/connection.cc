@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "drivers/access_sql/naming.h"
+#include "drivers/dialect/naming.h"
 #include "drivers/postgresql/result_rows.h"
 
 namespace orlune::postgresql {
@@ -16,7 +16,7 @@ constexpr std::size_t kMostAnnounced = 1024;
 }  // namespace
 
 std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& statement) {
-  return access_sql::Naming(statement, [&] { return Ask(statement); });
+  return dialect::Naming(statement, [&] { return Ask(statement); });
 }
 
 void PostgresqlConnection::Announce(const StatementText& query) {
@@ -29,7 +29,7 @@ void PostgresqlConnection::Announce(const StatementText& query) {
 }
 
 void PostgresqlConnection::Execute(const StatementText& statement) {
-  access_sql::Naming(statement, [&] {
+  dialect::Naming(statement, [&] {
     const auto translated = Current().Translated(statement);
     if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
     Write(*translated, statement, false);
@@ -100,7 +100,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
   isUnused_ = false;
   const auto* translation = &sent.Statement->Translation;
   return std::make_unique<ResultRows>(
-      std::shared_ptr<const access_sql::Translation>(std::move(sent.Statement), translation),
+      std::shared_ptr<const dialect::Translation>(std::move(sent.Statement), translation),
       std::move(sent.Reply));
 }
 

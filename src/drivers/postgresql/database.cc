@@ -7,9 +7,9 @@
 
 #include <libpq-fe.h>
 
-#include "drivers/access_sql/naming.h"
-#include "drivers/access_sql/parser.h"
-#include "drivers/access_sql/shape.h"
+#include "drivers/dialect/naming.h"
+#include "drivers/dialect/parser.h"
+#include "drivers/dialect/shape.h"
 #include "drivers/postgresql/parameter_texts.h"
 #include "drivers/postgresql/postgresql_sql.h"
 #include "drivers/postgresql/schema_reader.h"
@@ -38,9 +38,9 @@ bool IsStale(std::string_view sqlState) {
   return std::find(kStates.begin(), kStates.end(), sqlState) != kStates.end();
 }
 
-std::vector<unsigned> TypesOf(const access_sql::Translation& translation) {
+std::vector<unsigned> TypesOf(const dialect::Translation& translation) {
   std::vector<unsigned> types;
-  for (const access_sql::Parameter& parameter : translation.Parameters)
+  for (const dialect::Parameter& parameter : translation.Parameters)
     types.push_back(TypeOf(parameter.Target.Type));
   return types;
 }
@@ -119,10 +119,10 @@ void Database::Reset() noexcept {
 
 std::shared_ptr<CachedStatement> Database::Translated(const StatementText& statement) {
   if (!knowsTables_) ReadTables();
-  access_sql::WriteShapeKey(statement, key_);
+  dialect::WriteShapeKey(statement, key_);
   if (auto known = cache_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
-  translated->Translation = Translate(access_sql::Parse(statement));
+  translated->Translation = Translate(dialect::Parse(statement));
   translated->Name = "s" + std::to_string(++preparedCount_);
   const auto displaced = cache_.Add(key_, translated);
   if (displaced && displaced->Prepared) Deallocate(displaced->Name);
@@ -130,13 +130,13 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
 }
 
 /// Another node may have added just now what is missing.
-access_sql::Translation Database::Translate(const access_sql::Statement& statement) {
+dialect::Translation Database::Translate(const dialect::Statement& statement) {
   try {
-    return access_sql::Translate(statement, tables_, PostgresqlSql(), regional_);
+    return dialect::Translate(statement, tables_, PostgresqlSql(), regional_);
   } catch (const DatabaseError&) {
     if (hasReadTables_) throw;
     ReadTables();
-    return access_sql::Translate(statement, tables_, PostgresqlSql(), regional_);
+    return dialect::Translate(statement, tables_, PostgresqlSql(), regional_);
   }
 }
 
@@ -183,7 +183,7 @@ void Database::RunAlone(CachedStatement& translated, const StatementText& statem
 }
 
 void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
-  unconfirmed_.push_back({Start(translated, statement), access_sql::MaskedText(statement)});
+  unconfirmed_.push_back({Start(translated, statement), dialect::MaskedText(statement)});
   if (translated.Translation.ChangesSchema) TellSchemaChange();
   if (unconfirmed_.size() < kMostUnconfirmed) return;
   link_.Await(*unconfirmed_.back().Reply);
@@ -228,7 +228,7 @@ void Database::Deallocate(const std::string& name) {
 /// What was sent before in the transaction has happened. Throws DatabaseError.
 void Database::RequireUnconfirmed() {
   for (const Unconfirmed& command : unconfirmed_)
-    access_sql::NamingMasked([&] { return command.Statement; }, [&] { link_.Require(*command.Reply); });
+    dialect::NamingMasked([&] { return command.Statement; }, [&] { link_.Require(*command.Reply); });
   unconfirmed_.clear();
 }
 

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
+#include "base/regional_settings.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/postgresql/cached_statement.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/options.h"
 #include "drivers/postgresql/parameter_texts.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune::postgresql {
 
@@ -61,7 +61,7 @@ class Database {
  private:
   enum class State { kIdle, kReading, kTransaction };
 
-  access_sql::Translation Translate(const access_sql::Statement& statement);
+  dialect::Translation Translate(const dialect::Statement& statement);
   ReplyPtr Send(CachedStatement& translated);
   void TellSchemaChange();
   void ForgetTables();
@@ -72,7 +72,7 @@ class Database {
   const RegionalSettings& regional_;
   Link link_;
   State state_ = State::kIdle;
-  access_sql::Catalogue tables_;
+  dialect::Catalogue tables_;
   bool knowsTables_ = false;
   bool hasReadTables_ = false;  // for the current request
   StatementCache cache_;

@@ -18,9 +18,9 @@
 
 namespace orlune::postgresql {
 
-using access_sql::ColumnType;
-using access_sql::Quoted;
-using access_sql::TextLiteral;
+using dialect::ColumnType;
+using dialect::Quoted;
+using dialect::TextLiteral;
 
 namespace {
 
@@ -52,10 +52,10 @@ StoredField ReadField(std::string_view text, ColumnType type) {
   }
 }
 
-StoredRow ReadRow(const ResultHandle& result, int row, const access_sql::Table& table) {
+StoredRow ReadRow(const ResultHandle& result, int row, const dialect::Table& table) {
   StoredRow fields;
   fields.reserve(table.Columns.size());
-  for (const access_sql::Column& column : table.Columns) {
+  for (const dialect::Column& column : table.Columns) {
     const int position = static_cast<int>(fields.size());
     if (PQgetisnull(result.get(), row, position) == 1) {
       fields.push_back(column.Type == ColumnType::kYesNo ? StoredField(false) : StoredField());
@@ -84,36 +84,36 @@ struct ParameterText {
   }
 };
 
-std::string InsertionInto(const access_sql::Table& table) {
+std::string InsertionInto(const dialect::Table& table) {
   std::string places;
   for (std::size_t i = 1; i <= table.Columns.size(); ++i)
     places.append(i == 1 ? "$" : ", $").append(std::to_string(i));
   return "INSERT INTO " + Quoted(table.Name) + " (" + schema::ColumnList(table) + ") VALUES (" + places + ")";
 }
 
-std::vector<unsigned> TypesOf(const access_sql::Table& table) {
+std::vector<unsigned> TypesOf(const dialect::Table& table) {
   std::vector<unsigned> types;
-  for (const access_sql::Column& column : table.Columns) types.push_back(TypeOf(column.Type));
+  for (const dialect::Column& column : table.Columns) types.push_back(TypeOf(column.Type));
   return types;
 }
 
 /// The sequence behind a table's counter, as an expression; Null for a table without one.
-std::string SequenceOf(const access_sql::Table& table) {
-  const access_sql::Column* counter = table.Counter();
+std::string SequenceOf(const dialect::Table& table) {
+  const dialect::Column* counter = table.Counter();
   if (counter == nullptr) return "NULL::regclass";
   return "pg_get_serial_sequence(" + TextLiteral(Quoted(table.Name)) + ", " + TextLiteral(counter->Name) +
          ")::regclass";
 }
 
 /// The statement that makes a counter go on after `last`, unless it is further already.
-std::string RaisingTo(const access_sql::Table& table, std::int64_t last) {
+std::string RaisingTo(const dialect::Table& table, std::int64_t last) {
   const std::string sequence = SequenceOf(table);
   const std::string number = std::to_string(last);
   return "SELECT setval(" + sequence + ", " + number + ") WHERE " + number +
          " > coalesce(pg_sequence_last_value(" + sequence + "), 0)";
 }
 
-std::int64_t HighestOf(const access_sql::Table& table, std::span<const StoredRow> rows) {
+std::int64_t HighestOf(const dialect::Table& table, std::span<const StoredRow> rows) {
   const auto counter = static_cast<std::size_t>(table.Counter() - table.Columns.data());
   std::int64_t highest = 0;
   for (const StoredRow& row : rows) highest = std::max(highest, std::get<std::int64_t>(row[counter]));
@@ -126,7 +126,7 @@ Maintenance::Maintenance(const std::string& address) : link_(address, kWithoutHu
   Configure(link_, kWithoutHurry);
 }
 
-access_sql::Catalogue Maintenance::Tables() {
+dialect::Catalogue Maintenance::Tables() {
   return ReadSchema(link_).Tables;
 }
 
@@ -154,14 +154,13 @@ std::int64_t Maintenance::RowCount(const std::string& table) {
   return Number(Ask("SELECT count(*) FROM " + Quoted(table)).value_or("0")).value_or(0);
 }
 
-std::optional<std::int64_t> Maintenance::HighestNumber(const access_sql::Table& table) {
+std::optional<std::int64_t> Maintenance::HighestNumber(const dialect::Table& table) {
   const auto highest =
       Ask("SELECT max(" + Quoted(schema::CounterName(table)) + ") FROM " + Quoted(table.Name));
   return highest ? Number(*highest) : std::nullopt;
 }
 
-std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::int64_t after,
-                                         std::size_t most) {
+std::vector<StoredRow> Maintenance::Rows(const dialect::Table& table, std::int64_t after, std::size_t most) {
   const std::string counter = Quoted(schema::CounterName(table));
   const std::string query = "SELECT " + schema::ColumnList(table) + " FROM " + Quoted(table.Name) +
                             " WHERE " + counter + " > " + std::to_string(after) + " ORDER BY " + counter +
@@ -174,7 +173,7 @@ std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::in
   return rows;
 }
 
-void Maintenance::Insert(const access_sql::Table& table, std::span<const StoredRow> rows) {
+void Maintenance::Insert(const dialect::Table& table, std::span<const StoredRow> rows) {
   const std::string insertion = InsertionInto(table);
   const std::vector<unsigned> types = TypesOf(table);
   std::vector<ReplyPtr> replies{link_.Run(kBeginWriting), link_.Prepare("insertion", insertion, types)};
@@ -202,15 +201,15 @@ void Maintenance::Insert(const access_sql::Table& table, std::span<const StoredR
 }
 
 std::int64_t Maintenance::LastCounter(const std::string& table) {
-  const access_sql::Catalogue tables = Tables();
-  const access_sql::Table* found = tables.Find(table);
+  const dialect::Catalogue tables = Tables();
+  const dialect::Table* found = tables.Find(table);
   if (found == nullptr) return 0;
   return Number(Ask("SELECT pg_sequence_last_value(" + SequenceOf(*found) + ")").value_or("0")).value_or(0);
 }
 
 void Maintenance::RaiseCounter(const std::string& table, std::int64_t last) {
-  const access_sql::Catalogue tables = Tables();
-  const access_sql::Table* found = tables.Find(table);
+  const dialect::Catalogue tables = Tables();
+  const dialect::Table* found = tables.Find(table);
   if (found == nullptr) throw DatabaseError("there is no table " + table);
   Ask(RaisingTo(*found, last));
 }
@@ -237,7 +236,7 @@ void Maintenance::MarkCopyComplete() {
   statements.emplace_back(kTellOthers);
   RunAsOnlyWriter(link_, statements);
   // The server would see by itself how large the tables are, but later.
-  for (const access_sql::Table& table : schema.Tables.Tables) {
+  for (const dialect::Table& table : schema.Tables.Tables) {
     if (table.Counter() != nullptr) Ask("ANALYZE " + Quoted(table.Name));
   }
 }

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/dialect/evaluation.h"
 #include "drivers/unicode/case_folding.h"
 
 namespace orlune::postgresql {
 
-using access_sql::ColumnType;
-using access_sql::LiteralUse;
+using dialect::ColumnType;
+using dialect::LiteralUse;
 
 namespace {
 
@@ -26,20 +26,20 @@ bool IsTooLong(const std::string& pattern) {
 
 }  // namespace
 
-void ParameterTexts::Evaluate(const std::vector<access_sql::Parameter>& parameters,
+void ParameterTexts::Evaluate(const std::vector<dialect::Parameter>& parameters,
                               const StatementText& statement, const RegionalSettings& regional) {
   if (texts_.size() < parameters.size()) texts_.resize(parameters.size());
   values_.clear();
   for (std::size_t i = 0; i < parameters.size(); ++i) {
-    const access_sql::Parameter& parameter = parameters[i];
-    const access_sql::StoredValue value =
-        access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch_);
+    const dialect::Parameter& parameter = parameters[i];
+    const dialect::StoredValue value =
+        dialect::Evaluate(parameter.Source, parameter.Target, statement, regional, scratch_);
     values_.push_back(WriteText(parameter, value, texts_[i]) ? texts_[i].c_str() : nullptr);
   }
 }
 
 /// False for Null.
-bool ParameterTexts::WriteText(const access_sql::Parameter& parameter, const access_sql::StoredValue& value,
+bool ParameterTexts::WriteText(const dialect::Parameter& parameter, const dialect::StoredValue& value,
                                std::string& text) const {
   const ColumnType type = parameter.Target.Type;
   if (const auto* number = std::get_if<std::int64_t>(&value)) {

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "drivers/access_sql/translation.h"
+#include "base/regional_settings.h"
+#include "drivers/dialect/translation.h"
 #include "drivers/postgresql/link.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune::postgresql {
 
@@ -14,13 +14,13 @@ namespace orlune::postgresql {
 class ParameterTexts {
  public:
   /// Throws DatabaseError for a value that does not fit its column.
-  void Evaluate(const std::vector<access_sql::Parameter>& parameters, const StatementText& statement,
+  void Evaluate(const std::vector<dialect::Parameter>& parameters, const StatementText& statement,
                 const RegionalSettings& regional);
   /// Valid until the next `Evaluate`.
   Parameters Values() const { return values_; }
 
  private:
-  bool WriteText(const access_sql::Parameter& parameter, const access_sql::StoredValue& value,
+  bool WriteText(const dialect::Parameter& parameter, const dialect::StoredValue& value,
                  std::string& text) const;
 
   std::vector<std::string> texts_;

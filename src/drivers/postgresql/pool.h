@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "base/regional_settings.h"
 #include "drivers/postgresql/database.h"
 #include "drivers/postgresql/options.h"
-#include "platform/regional_settings.h"
 
 namespace orlune::postgresql {
 

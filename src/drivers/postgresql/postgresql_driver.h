@@ -6,9 +6,9 @@
 #include <mutex>
 #include <string>
 
+#include "base/regional_settings.h"
 #include "drivers/postgresql/options.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune {
 

@@ -9,8 +9,8 @@
 
 namespace orlune::postgresql {
 
-using access_sql::ColumnType;
-using access_sql::LiteralUse;
+using dialect::ColumnType;
+using dialect::LiteralUse;
 
 namespace {
 
@@ -44,12 +44,12 @@ bool IsText(ColumnType type) {
 
 }  // namespace
 
-std::string PostgresqlSql::Declare(const access_sql::ColumnDefinition& definition,
-                                   const access_sql::StoredValue& defaultValue) const {
+std::string PostgresqlSql::Declare(const dialect::ColumnDefinition& definition,
+                                   const dialect::StoredValue& defaultValue) const {
   const auto& [name, type] = definition.Defined;
   if (definition.IsPrimaryKey && type != ColumnType::kCounter)
     throw DatabaseError("the primary key " + name + " is not a counter");
-  std::string declaration = access_sql::Quoted(name).append(" ").append(Native(type).Declaration);
+  std::string declaration = dialect::Quoted(name).append(" ").append(Native(type).Declaration);
   const bool isNull = std::holds_alternative<std::monostate>(defaultValue);
   if (isNull && type != ColumnType::kYesNo) return declaration;
   return declaration + " DEFAULT " +
@@ -60,15 +60,14 @@ std::string PostgresqlSql::Parameter(std::size_t position) const {
   return "$" + std::to_string(position);
 }
 
-std::string PostgresqlSql::Fixed(const access_sql::StoredValue& value, ColumnType type,
-                                 LiteralUse use) const {
+std::string PostgresqlSql::Fixed(const dialect::StoredValue& value, ColumnType type, LiteralUse use) const {
   if (const auto* number = std::get_if<std::int64_t>(&value)) {
     if (type == ColumnType::kYesNo) return *number != 0 ? "true" : "false";
     return std::to_string(*number);
   }
   if (const auto* text = std::get_if<std::string_view>(&value)) {
     const bool isFolded = IsText(type) && use != LiteralUse::kStored;
-    return access_sql::TextLiteral(isFolded ? unicode::FoldCase(*text) : *text);
+    return dialect::TextLiteral(isFolded ? unicode::FoldCase(*text) : *text);
   }
   return "NULL";
 }
@@ -96,16 +95,15 @@ std::string PostgresqlSql::OfFirstInGroup(std::string_view column, std::string_v
 
 std::string PostgresqlSql::IndexColumns(const std::vector<std::string>& keys,
                                         const std::vector<std::string>& covered) const {
-  const std::string columns = " (" + access_sql::Listed(keys) + ")";
-  return covered.empty() ? columns : columns + " INCLUDE (" + access_sql::Listed(covered) + ")";
+  const std::string columns = " (" + dialect::Listed(keys) + ")";
+  return covered.empty() ? columns : columns + " INCLUDE (" + dialect::Listed(covered) + ")";
 }
 
 /// A number that comes from elsewhere does not move the identity's sequence by itself.
-std::string PostgresqlSql::InsertWithCounter(std::string insert, const access_sql::Table& table) const {
-  const std::string column = access_sql::Quoted(table.Counter()->Name);
-  const std::string sequence = "pg_get_serial_sequence(" +
-                               access_sql::TextLiteral(access_sql::Quoted(table.Name)) + ", " +
-                               access_sql::TextLiteral(table.Counter()->Name) + ")::regclass";
+std::string PostgresqlSql::InsertWithCounter(std::string insert, const dialect::Table& table) const {
+  const std::string column = dialect::Quoted(table.Counter()->Name);
+  const std::string sequence = "pg_get_serial_sequence(" + dialect::TextLiteral(dialect::Quoted(table.Name)) +
+                               ", " + dialect::TextLiteral(table.Counter()->Name) + ")::regclass";
   return "WITH inserted AS (" + insert + " RETURNING " + column + ") SELECT setval(" + sequence + ", " +
          column + ") FROM inserted WHERE " + column + " > coalesce(pg_sequence_last_value(" + sequence +
          "), 0)";

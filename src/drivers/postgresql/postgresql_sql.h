@@ -4,33 +4,33 @@
 #include <string_view>
 #include <vector>
 
-#include "drivers/access_sql/engine_sql.h"
+#include "drivers/dialect/engine_sql.h"
 
 namespace orlune::postgresql {
 
 /// How PostgreSQL writes statements: native types, and texts compared through the function of
 /// case_folding_function.h. Parameters that texts are compared with have to come folded.
-class PostgresqlSql : public access_sql::EngineSql {
+class PostgresqlSql : public dialect::EngineSql {
  public:
-  std::string Declare(const access_sql::ColumnDefinition& definition,
-                      const access_sql::StoredValue& defaultValue) const override;
+  std::string Declare(const dialect::ColumnDefinition& definition,
+                      const dialect::StoredValue& defaultValue) const override;
   std::string Parameter(std::size_t position) const override;
-  std::string Fixed(const access_sql::StoredValue& value, access_sql::ColumnType type,
-                    access_sql::LiteralUse use) const override;
-  std::string Comparable(std::string_view column, access_sql::ColumnType type) const override;
+  std::string Fixed(const dialect::StoredValue& value, dialect::ColumnType type,
+                    dialect::LiteralUse use) const override;
+  std::string Comparable(std::string_view column, dialect::ColumnType type) const override;
   std::string Like(std::string_view pattern) const override;
-  std::string SortKey(std::string_view comparable, access_sql::ColumnType type,
+  std::string SortKey(std::string_view comparable, dialect::ColumnType type,
                       bool isDescending) const override;
   std::string OfFirstInGroup(std::string_view column, std::string_view counter) const override;
   std::string_view RowNumber() const override { return "ctid"; }
   std::string IndexColumns(const std::vector<std::string>& keys,
                            const std::vector<std::string>& covered) const override;
-  std::string InsertWithCounter(std::string insert, const access_sql::Table& table) const override;
+  std::string InsertWithCounter(std::string insert, const dialect::Table& table) const override;
 };
 
 /// The type of the server, as a parameter has it (its OID).
-unsigned TypeOf(access_sql::ColumnType type);
+unsigned TypeOf(dialect::ColumnType type);
 /// The type that a column of the server has for us; a text for an unknown one.
-access_sql::ColumnType ColumnTypeOf(unsigned type, bool isIdentity);
+dialect::ColumnType ColumnTypeOf(unsigned type, bool isIdentity);
 
 }  // namespace orlune::postgresql

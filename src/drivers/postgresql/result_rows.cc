@@ -6,11 +6,11 @@
 
 #include <libpq-fe.h>
 
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/dialect/evaluation.h"
 
 namespace orlune::postgresql {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 namespace {
 
@@ -27,7 +27,7 @@ std::string_view FieldText(const ResultHandle& result, int row, int column) {
           static_cast<std::size_t>(PQgetlength(result.get(), row, column))};
 }
 
-ResultRows::ResultRows(std::shared_ptr<const access_sql::Translation> translation, ReplyPtr reply)
+ResultRows::ResultRows(std::shared_ptr<const dialect::Translation> translation, ReplyPtr reply)
     : translation_(std::move(translation)), reply_(std::move(reply)) {}
 
 bool ResultRows::Next() {
@@ -37,7 +37,7 @@ bool ResultRows::Next() {
 }
 
 int ResultRows::Column(std::string_view name) const {
-  return access_sql::FindColumn(*translation_, name);
+  return dialect::FindColumn(*translation_, name);
 }
 
 Value ResultRows::Get(int column) const {
@@ -52,7 +52,7 @@ Value ResultRows::Get(int column) const {
     case ColumnType::kYesNo:
       return text == "t";
     default:
-      return access_sql::ReadStoredText(type, text);
+      return dialect::ReadStoredText(type, text);
   }
 }
 

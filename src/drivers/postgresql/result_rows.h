@@ -3,7 +3,7 @@
 #include <memory>
 #include <string_view>
 
-#include "drivers/access_sql/translation.h"
+#include "drivers/dialect/translation.h"
 #include "drivers/postgresql/link.h"
 #include "platform/database.h"
 
@@ -12,14 +12,14 @@ namespace orlune::postgresql {
 /// The rows of a query, all of which have come.
 class ResultRows : public ResultSet {
  public:
-  ResultRows(std::shared_ptr<const access_sql::Translation> translation, ReplyPtr reply);
+  ResultRows(std::shared_ptr<const dialect::Translation> translation, ReplyPtr reply);
 
   bool Next() override;
   int Column(std::string_view name) const override;
   Value Get(int column) const override;
 
  private:
-  std::shared_ptr<const access_sql::Translation> translation_;
+  std::shared_ptr<const dialect::Translation> translation_;
   ReplyPtr reply_;
   int row_ = -1;
 };

@@ -34,8 +34,8 @@ unsigned TypeAt(const ResultHandle& result, int row) {
   return type;
 }
 
-access_sql::Catalogue TablesOf(const ResultHandle& columns) {
-  access_sql::Catalogue catalogue;
+dialect::Catalogue TablesOf(const ResultHandle& columns) {
+  dialect::Catalogue catalogue;
   for (int row = 0; row < PQntuples(columns.get()); ++row) {
     const std::string_view table = FieldText(columns, row, 0);
     if (catalogue.Tables.empty() || catalogue.Tables.back().Name != table)

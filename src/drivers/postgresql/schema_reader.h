@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/postgresql/link.h"
 
 namespace orlune::postgresql {
 
 /// What the server tells about the schema that a connection works in.
 struct Schema {
-  access_sql::Catalogue Tables;
+  dialect::Catalogue Tables;
   std::vector<std::string> Indexes;
   std::string Name;
   bool CanCompareTexts = false;  ///< whether the case folding function is there

@@ -20,13 +20,13 @@ namespace {
 constexpr int kOldestVersion = 150'000;
 
 std::string DefaultSetting(std::string_view name, std::chrono::milliseconds value) {
-  const std::string quoted = access_sql::TextLiteral(name);
+  const std::string quoted = dialect::TextLiteral(name);
   return "SELECT set_config(" + quoted + ", '" + std::to_string(value.count()) +
          "', false) WHERE current_setting(" + quoted + ") = '0'";
 }
 
 /// Half a calendar is not shown to anybody.
-void RequireCompleteCopy(const access_sql::Catalogue& tables) {
+void RequireCompleteCopy(const dialect::Catalogue& tables) {
   if (tables.Find(kUnfinishedCopy) != nullptr)
     throw DatabaseError("a copy into it is not complete; give \"orlune copy\" again");
 }
@@ -63,7 +63,7 @@ void Configure(Link& link, const PostgresqlOptions& options) {
   link.Mark();
 }
 
-access_sql::Catalogue SetUpSchema(Link& link) {
+dialect::Catalogue SetUpSchema(Link& link) {
   Schema schema = ReadSchema(link);
   if (schema.Tables.Find("Calendars") == nullptr) {
     throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" makes one");

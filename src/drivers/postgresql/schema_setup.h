@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/options.h"
 #include "drivers/postgresql/schema_reader.h"
@@ -30,7 +30,7 @@ std::vector<std::string> MissingParts(const Schema& schema);
 
 /// The tables of a calendar, with its missing indexes made where the database can be written. Throws
 /// DatabaseError when it is no calendar's.
-access_sql::Catalogue SetUpSchema(Link& link);
+dialect::Catalogue SetUpSchema(Link& link);
 
 /// Runs `statements` in one transaction as the only writer. Throws DatabaseError, and then none has happened.
 void RunAsOnlyWriter(Link& link, std::span<const std::string> statements);

@@ -5,12 +5,12 @@
 
 namespace orlune::schema {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 namespace {
 
 BaseColumn Define(std::string_view name, ColumnType type, int length = 0,
-                  access_sql::StoredValue defaultValue = {}) {
+                  dialect::StoredValue defaultValue = {}) {
   return {{{std::string(name), type}, length, false}, defaultValue};
 }
 BaseColumn Number(std::string_view name, std::int64_t defaultValue) {
@@ -52,13 +52,13 @@ const std::vector<BaseTable>& BaseTables() {
   return kTables;
 }
 
-std::string CreationOf(const BaseTable& table, const access_sql::EngineSql& engine) {
+std::string CreationOf(const BaseTable& table, const dialect::EngineSql& engine) {
   std::string columns;
   for (const BaseColumn& column : table.Columns) {
     if (!columns.empty()) columns += ", ";
     columns += engine.Declare(column.Definition, column.Default);
   }
-  return "CREATE TABLE " + access_sql::Quoted(table.Name) + " (" + columns + ")";
+  return "CREATE TABLE " + dialect::Quoted(table.Name) + " (" + columns + ")";
 }
 
 }  // namespace orlune::schema

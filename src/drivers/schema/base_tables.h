@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "drivers/access_sql/ast.h"
-#include "drivers/access_sql/engine_sql.h"
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/dialect/ast.h"
+#include "drivers/dialect/engine_sql.h"
+#include "drivers/dialect/evaluation.h"
 
 namespace orlune::schema {
 
 struct BaseColumn {
-  access_sql::ColumnDefinition Definition;
-  access_sql::StoredValue Default;  ///< of new rows, where that is not the type's own
+  dialect::ColumnDefinition Definition;
+  dialect::StoredValue Default;  ///< of new rows, where that is not the type's own
 };
 
 struct BaseTable {
@@ -23,6 +23,6 @@ struct BaseTable {
 const std::vector<BaseTable>& BaseTables();
 
 /// The statement that creates one of them in an engine's SQL.
-std::string CreationOf(const BaseTable& table, const access_sql::EngineSql& engine);
+std::string CreationOf(const BaseTable& table, const dialect::EngineSql& engine);
 
 }  // namespace orlune::schema

@@ -9,8 +9,8 @@
 #include <variant>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
-#include "platform/civil_time.h"
+#include "base/civil_time.h"
+#include "drivers/dialect/catalogue.h"
 
 namespace orlune {
 
@@ -38,7 +38,7 @@ class DatabaseMaintenance {
   virtual ~DatabaseMaintenance() = default;
 
   /// All tables of the database as they are now, foreign ones included.
-  virtual access_sql::Catalogue Tables() = 0;
+  virtual dialect::Catalogue Tables() = 0;
   /// The indexes that the pages' queries want and that are missing, by name.
   virtual std::vector<std::string> MissingIndexes() = 0;
   /// What the engine itself finds wrong, each in one sentence; none when the database is sound.
@@ -47,14 +47,13 @@ class DatabaseMaintenance {
   /// How many rows `table` has.
   virtual std::int64_t RowCount(const std::string& table) = 0;
   /// The highest counter among the rows of `table`, which has a counter; nothing without rows.
-  virtual std::optional<std::int64_t> HighestNumber(const access_sql::Table& table) = 0;
+  virtual std::optional<std::int64_t> HighestNumber(const dialect::Table& table) = 0;
   /// Up to `most` rows whose counters are above `after`, in the counter's order. `table` has a counter; its
   /// columns say what is read, and as which types. A yes/no is never Null.
-  virtual std::vector<StoredRow> Rows(const access_sql::Table& table, std::int64_t after,
-                                      std::size_t most) = 0;
+  virtual std::vector<StoredRow> Rows(const dialect::Table& table, std::int64_t after, std::size_t most) = 0;
   /// Adds the rows with the counters that they have, all or none; durable on return. None of their fields is
   /// Unreadable.
-  virtual void Insert(const access_sql::Table& table, std::span<const StoredRow> rows) = 0;
+  virtual void Insert(const dialect::Table& table, std::span<const StoredRow> rows) = 0;
 
   /// The highest number that the counter of `table` has given, also to rows that are gone; 0 when none.
   virtual std::int64_t LastCounter(const std::string& table) = 0;

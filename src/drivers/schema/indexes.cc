@@ -32,8 +32,8 @@ const std::vector<Index>& Indexes() {
   return kIndexes;
 }
 
-bool IsPossible(const Index& index, const access_sql::Catalogue& catalogue) {
-  const access_sql::Table* table = catalogue.Find(index.Table);
+bool IsPossible(const Index& index, const dialect::Catalogue& catalogue) {
+  const dialect::Table* table = catalogue.Find(index.Table);
   if (table == nullptr) return false;
   const auto isThere = [table](std::string_view column) { return table->Find(column) != nullptr; };
   if (index.Rows == IndexedRows::kRepeating && !isThere(kKindColumn)) return false;
@@ -41,15 +41,15 @@ bool IsPossible(const Index& index, const access_sql::Catalogue& catalogue) {
          std::all_of(index.Covered.begin(), index.Covered.end(), isThere);
 }
 
-std::string ComparableColumn(const access_sql::Table& table, std::string_view name,
-                             const access_sql::EngineSql& engine) {
-  const access_sql::Column& column = *table.Find(name);
-  return engine.Comparable(access_sql::Quoted(column.Name), column.Type);
+std::string ComparableColumn(const dialect::Table& table, std::string_view name,
+                             const dialect::EngineSql& engine) {
+  const dialect::Column& column = *table.Find(name);
+  return engine.Comparable(dialect::Quoted(column.Name), column.Type);
 }
 
 }  // namespace
 
-std::vector<const Index*> PossibleIndexes(const access_sql::Catalogue& catalogue) {
+std::vector<const Index*> PossibleIndexes(const dialect::Catalogue& catalogue) {
   std::vector<const Index*> possible;
   for (const Index& index : Indexes()) {
     if (IsPossible(index, catalogue)) possible.push_back(&index);
@@ -57,18 +57,17 @@ std::vector<const Index*> PossibleIndexes(const access_sql::Catalogue& catalogue
   return possible;
 }
 
-std::vector<const Index*> MissingIndexes(const access_sql::Catalogue& catalogue,
+std::vector<const Index*> MissingIndexes(const dialect::Catalogue& catalogue,
                                          std::span<const std::string> existing) {
   std::vector<const Index*> missing = PossibleIndexes(catalogue);
   std::erase_if(missing, [existing](const Index* index) {
     return std::any_of(existing.begin(), existing.end(),
-                       [index](const std::string& name) { return access_sql::SameName(name, index->Name); });
+                       [index](const std::string& name) { return dialect::SameName(name, index->Name); });
   });
   return missing;
 }
 
-std::string CreationOf(const Index& index, const access_sql::Table& table,
-                       const access_sql::EngineSql& engine) {
+std::string CreationOf(const Index& index, const dialect::Table& table, const dialect::EngineSql& engine) {
   std::vector<std::string> keys;
   keys.reserve(index.Columns.size());
   for (const std::string_view column : index.Columns)
@@ -76,15 +75,14 @@ std::string CreationOf(const Index& index, const access_sql::Table& table,
   std::vector<std::string> covered;
   covered.reserve(index.Covered.size());
   for (const std::string_view column : index.Covered)
-    covered.push_back(access_sql::Quoted(table.Find(column)->Name));
-  std::string sql = "CREATE INDEX IF NOT EXISTS " + access_sql::Quoted(index.Name) + " ON " +
-                    access_sql::Quoted(table.Name) + engine.IndexColumns(keys, covered);
+    covered.push_back(dialect::Quoted(table.Find(column)->Name));
+  std::string sql = "CREATE INDEX IF NOT EXISTS " + dialect::Quoted(index.Name) + " ON " +
+                    dialect::Quoted(table.Name) + engine.IndexColumns(keys, covered);
   if (index.Rows == IndexedRows::kNotNull)
     sql += " WHERE " + ComparableColumn(table, index.Columns.front(), engine) + " IS NOT NULL";
   if (index.Rows == IndexedRows::kRepeating) {
     sql += " WHERE " + ComparableColumn(table, kKindColumn, engine) + " <> " +
-           engine.Fixed(std::string_view("none"), access_sql::ColumnType::kText,
-                        access_sql::LiteralUse::kCompared);
+           engine.Fixed(std::string_view("none"), dialect::ColumnType::kText, dialect::LiteralUse::kCompared);
   }
   return sql;
 }

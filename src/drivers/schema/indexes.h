@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "drivers/access_sql/catalogue.h"
-#include "drivers/access_sql/engine_sql.h"
+#include "drivers/dialect/catalogue.h"
+#include "drivers/dialect/engine_sql.h"
 
 namespace orlune::schema {
 
@@ -23,14 +23,13 @@ struct Index {
 
 /// The indexes for which the tables and columns are there: the queries of a page read through them, whatever
 /// the number of rows, and so does what renaming a user changes.
-std::vector<const Index*> PossibleIndexes(const access_sql::Catalogue& catalogue);
+std::vector<const Index*> PossibleIndexes(const dialect::Catalogue& catalogue);
 
 /// Those that are not among the `existing` names, compared whatever their case.
-std::vector<const Index*> MissingIndexes(const access_sql::Catalogue& catalogue,
+std::vector<const Index*> MissingIndexes(const dialect::Catalogue& catalogue,
                                          std::span<const std::string> existing);
 
 /// The statement that creates an index in an engine's SQL, unless one of its name is there.
-std::string CreationOf(const Index& index, const access_sql::Table& table,
-                       const access_sql::EngineSql& engine);
+std::string CreationOf(const Index& index, const dialect::Table& table, const dialect::EngineSql& engine);
 
 }  // namespace orlune::schema

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "drivers/access_sql/evaluation.h"
-#include "frame/dates.h"
+#include "base/dates.h"
+#include "drivers/dialect/evaluation.h"
 
 namespace orlune::schema {
 
@@ -35,8 +35,8 @@ std::string MomentText(const DateTime& moment) {
   return FormatDateTime(StoredForm(), moment);
 }
 
-StoredField ReadMoment(std::string stored, access_sql::ColumnType type) {
-  const Value value = access_sql::ReadStoredText(type, stored);
+StoredField ReadMoment(std::string stored, dialect::ColumnType type) {
+  const Value value = dialect::ReadStoredText(type, stored);
   if (const auto* date = std::get_if<Date>(&value); date != nullptr && IsKnownDay(*date)) return *date;
   if (const auto* time = std::get_if<TimeOfDay>(&value)) return *time;
   if (const auto* moment = std::get_if<DateTime>(&value); moment != nullptr && IsKnownDay(moment->Day))

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "drivers/access_sql/catalogue.h"
+#include "base/civil_time.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/schema/database_maintenance.h"
-#include "platform/civil_time.h"
 
 namespace orlune::schema {
 
@@ -14,6 +14,6 @@ std::string MomentText(TimeOfDay time);
 std::string MomentText(const DateTime& moment);
 
 /// Reads such a text, for a column of days or times; Unreadable when it is none that the pages know.
-StoredField ReadMoment(std::string stored, access_sql::ColumnType type);
+StoredField ReadMoment(std::string stored, dialect::ColumnType type);
 
 }  // namespace orlune::schema

@@ -7,8 +7,8 @@
 
 namespace orlune::sqlite {
 
-access_sql::Catalogue ReadCatalogue(sqlite3* database) {
-  access_sql::Catalogue catalogue;
+dialect::Catalogue ReadCatalogue(sqlite3* database) {
+  dialect::Catalogue catalogue;
   const auto row =
       Prepare(database,
               "SELECT t.name, c.name, c.type, c.pk FROM sqlite_schema t, pragma_table_info(t.name) c "

@@ -3,12 +3,12 @@
 #include <array>
 #include <utility>
 
-#include "drivers/access_sql/engine_sql.h"
+#include "drivers/dialect/engine_sql.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 namespace {
 
@@ -31,12 +31,12 @@ std::string_view FirstWord(std::string_view text) {
 
 }  // namespace
 
-std::string DeclareColumn(const access_sql::ColumnDefinition& definition) {
+std::string DeclareColumn(const dialect::ColumnDefinition& definition) {
   const auto& [name, type] = definition.Defined;
   if (definition.IsPrimaryKey && type != ColumnType::kCounter) {
     throw DatabaseError("the primary key " + name + " is not a counter");
   }
-  std::string declaration = access_sql::Quoted(name) + ' ';
+  std::string declaration = dialect::Quoted(name) + ' ';
   for (const auto& [declaredType, text] : kDeclarations) {
     if (declaredType == type) declaration += text;
   }
@@ -45,10 +45,10 @@ std::string DeclareColumn(const access_sql::ColumnDefinition& definition) {
   return declaration += " COLLATE NOCASE";
 }
 
-access_sql::ColumnType TypeOfDeclaration(std::string_view declared, bool isPrimaryKey) {
+dialect::ColumnType TypeOfDeclaration(std::string_view declared, bool isPrimaryKey) {
   const std::string_view word = FirstWord(declared);
   for (const auto& [type, text] : kDeclarations) {
-    if (!access_sql::SameName(word, FirstWord(text))) continue;
+    if (!dialect::SameName(word, FirstWord(text))) continue;
     return type == ColumnType::kCounter && !isPrimaryKey ? ColumnType::kLong : type;
   }
   return ColumnType::kText;

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "drivers/access_sql/naming.h"
+#include "drivers/dialect/naming.h"
 #include "drivers/sqlite/result_sets.h"
 
 namespace orlune::sqlite {
@@ -12,7 +12,7 @@ SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool)
     : lease_(std::make_shared<Lease>(std::move(pool))) {}
 
 std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statement) {
-  return access_sql::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
+  return dialect::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
     Current().EnsureReading();
     const auto translated = Current().Translated(statement);
     if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
@@ -23,7 +23,7 @@ std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statemen
 }
 
 void SqliteConnection::Execute(const StatementText& statement) {
-  access_sql::Naming(statement, [&] {
+  dialect::Naming(statement, [&] {
     const std::string_view refusal = Write(statement);
     if (!refusal.empty()) throw DatabaseError(std::string(refusal));
   });

@@ -4,9 +4,9 @@
 
 #include <sqlite3.h>
 
-#include "drivers/access_sql/evaluation.h"
-#include "drivers/access_sql/parser.h"
-#include "drivers/access_sql/shape.h"
+#include "drivers/dialect/evaluation.h"
+#include "drivers/dialect/parser.h"
+#include "drivers/dialect/shape.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/indexes.h"
 #include "drivers/sqlite/sqlite_sql.h"
@@ -15,7 +15,7 @@ namespace orlune::sqlite {
 
 namespace {
 
-void Bind(sqlite3_stmt* statement, int position, const access_sql::StoredValue& value) {
+void Bind(sqlite3_stmt* statement, int position, const dialect::StoredValue& value) {
   int result = SQLITE_OK;
   if (const auto* number = std::get_if<std::int64_t>(&value)) {
     result = sqlite3_bind_int64(statement, position, *number);
@@ -86,11 +86,10 @@ bool Database::Reset() noexcept {
 }
 
 std::shared_ptr<CachedStatement> Database::Translated(const StatementText& statement) {
-  access_sql::WriteShapeKey(statement, key_);
+  dialect::WriteShapeKey(statement, key_);
   if (auto known = cache_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
-  translated->Translation =
-      access_sql::Translate(access_sql::Parse(statement), catalogue_, SqliteSql(), regional_);
+  translated->Translation = dialect::Translate(dialect::Parse(statement), catalogue_, SqliteSql(), regional_);
   cache_.Add(key_, translated);
   return translated;
 }
@@ -106,9 +105,9 @@ RunningStatement Database::Start(const std::shared_ptr<CachedStatement>& transla
   }
   RunningStatement running(translated, std::move(prepared));
   int position = 0;
-  for (const access_sql::Parameter& parameter : translated->Translation.Parameters) {
+  for (const dialect::Parameter& parameter : translated->Translation.Parameters) {
     Bind(running.Handle(), ++position,
-         access_sql::Evaluate(parameter.Source, parameter.Target, statement, regional_, scratch_));
+         dialect::Evaluate(parameter.Source, parameter.Target, statement, regional_, scratch_));
   }
   return running;
 }

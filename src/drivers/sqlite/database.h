@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-#include "drivers/access_sql/catalogue.h"
+#include "base/regional_settings.h"
+#include "drivers/dialect/catalogue.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/running_statement.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune::sqlite {
 
@@ -60,7 +60,7 @@ class Database {
   StatementHandle schemaVersion_;
   State state_ = State::kIdle;
   std::optional<std::int64_t> knownVersion_;
-  access_sql::Catalogue catalogue_;
+  dialect::Catalogue catalogue_;
   StatementCache cache_;
   std::string key_;
   std::string scratch_;

@@ -12,7 +12,7 @@ namespace orlune::sqlite {
 
 namespace {
 
-std::vector<const schema::Index*> Missing(sqlite3* database, const access_sql::Catalogue& catalogue) {
+std::vector<const schema::Index*> Missing(sqlite3* database, const dialect::Catalogue& catalogue) {
   std::vector<std::string> existing;
   const auto row = Prepare(database, "SELECT name FROM sqlite_schema WHERE type = 'index'");
   while (Step(row.get())) existing.emplace_back(ColumnText(row.get(), 0));
@@ -21,17 +21,17 @@ std::vector<const schema::Index*> Missing(sqlite3* database, const access_sql::C
 
 }  // namespace
 
-bool HasAllIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+bool HasAllIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
   return Missing(database, catalogue).empty();
 }
 
-std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
   std::vector<std::string> names;
   for (const schema::Index* index : Missing(database, catalogue)) names.emplace_back(index->Name);
   return names;
 }
 
-void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+void CreateMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
   Run(database, "BEGIN IMMEDIATE");
   try {
     for (const schema::Index* index : Missing(database, catalogue)) {
@@ -44,9 +44,9 @@ void CreateMissingIndexes(sqlite3* database, const access_sql::Catalogue& catalo
   }
 }
 
-void DropIndexes(sqlite3* database, const access_sql::Catalogue& catalogue) {
+void DropIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
   for (const schema::Index* index : schema::PossibleIndexes(catalogue)) {
-    Run(database, ("DROP INDEX IF EXISTS " + access_sql::Quoted(index->Name)).c_str());
+    Run(database, ("DROP INDEX IF EXISTS " + dialect::Quoted(index->Name)).c_str());
   }
 }
 

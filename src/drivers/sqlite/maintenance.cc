@@ -6,7 +6,7 @@
 
 #include <sqlite3.h>
 
-#include "drivers/access_sql/engine_sql.h"
+#include "drivers/dialect/engine_sql.h"
 #include "drivers/schema/moment_text.h"
 #include "drivers/schema/table_names.h"
 #include "drivers/sqlite/catalogue_reader.h"
@@ -15,8 +15,8 @@
 
 namespace orlune::sqlite {
 
-using access_sql::ColumnType;
-using access_sql::Quoted;
+using dialect::ColumnType;
+using dialect::Quoted;
 
 namespace {
 
@@ -68,7 +68,7 @@ StoredField ReadField(sqlite3_stmt* row, int column, ColumnType type) {
   }
 }
 
-std::string InsertionInto(const access_sql::Table& table) {
+std::string InsertionInto(const dialect::Table& table) {
   std::string places = "?";
   for (std::size_t i = 1; i < table.Columns.size(); ++i) places += ", ?";
   return "INSERT INTO " + Quoted(table.Name) + " (" + schema::ColumnList(table) + ") VALUES (" + places + ")";
@@ -96,7 +96,7 @@ class WriteTransaction {
 
 }  // namespace
 
-access_sql::Catalogue Maintenance::Tables() {
+dialect::Catalogue Maintenance::Tables() {
   return ReadCatalogue(database_.get());
 }
 
@@ -119,7 +119,7 @@ std::int64_t Maintenance::RowCount(const std::string& table) {
   return sqlite3_column_int64(row.get(), 0);
 }
 
-std::optional<std::int64_t> Maintenance::HighestNumber(const access_sql::Table& table) {
+std::optional<std::int64_t> Maintenance::HighestNumber(const dialect::Table& table) {
   const auto row = Prepare(
       database_.get(), "SELECT max(" + Quoted(schema::CounterName(table)) + ") FROM " + Quoted(table.Name));
   Step(row.get());
@@ -127,8 +127,7 @@ std::optional<std::int64_t> Maintenance::HighestNumber(const access_sql::Table& 
   return sqlite3_column_int64(row.get(), 0);
 }
 
-std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::int64_t after,
-                                         std::size_t most) {
+std::vector<StoredRow> Maintenance::Rows(const dialect::Table& table, std::int64_t after, std::size_t most) {
   const std::string counter = Quoted(schema::CounterName(table));
   const auto row =
       Prepare(database_.get(), "SELECT " + schema::ColumnList(table) + " FROM " + Quoted(table.Name) +
@@ -139,14 +138,14 @@ std::vector<StoredRow> Maintenance::Rows(const access_sql::Table& table, std::in
   while (Step(row.get())) {
     StoredRow& fields = rows.emplace_back();
     fields.reserve(table.Columns.size());
-    for (const access_sql::Column& column : table.Columns) {
+    for (const dialect::Column& column : table.Columns) {
       fields.push_back(ReadField(row.get(), static_cast<int>(fields.size()), column.Type));
     }
   }
   return rows;
 }
 
-void Maintenance::Insert(const access_sql::Table& table, std::span<const StoredRow> rows) {
+void Maintenance::Insert(const dialect::Table& table, std::span<const StoredRow> rows) {
   WriteTransaction transaction(database_.get());
   const auto insertion = Prepare(database_.get(), InsertionInto(table));
   for (const StoredRow& row : rows) {

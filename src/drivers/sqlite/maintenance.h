@@ -17,14 +17,14 @@ class Maintenance : public DatabaseMaintenance {
  public:
   explicit Maintenance(DatabaseHandle database) : database_(std::move(database)) {}
 
-  access_sql::Catalogue Tables() override;
+  dialect::Catalogue Tables() override;
   std::vector<std::string> MissingIndexes() override;
   std::vector<std::string> Damages() override;
 
   std::int64_t RowCount(const std::string& table) override;
-  std::optional<std::int64_t> HighestNumber(const access_sql::Table& table) override;
-  std::vector<StoredRow> Rows(const access_sql::Table& table, std::int64_t after, std::size_t most) override;
-  void Insert(const access_sql::Table& table, std::span<const StoredRow> rows) override;
+  std::optional<std::int64_t> HighestNumber(const dialect::Table& table) override;
+  std::vector<StoredRow> Rows(const dialect::Table& table, std::int64_t after, std::size_t most) override;
+  void Insert(const dialect::Table& table, std::span<const StoredRow> rows) override;
 
   std::int64_t LastCounter(const std::string& table) override;
   void RaiseCounter(const std::string& table, std::int64_t last) override;

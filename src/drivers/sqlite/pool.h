@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/regional_settings.h"
 #include "drivers/sqlite/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune::sqlite {
 

@@ -4,11 +4,11 @@
 
 #include <sqlite3.h>
 
-#include "drivers/access_sql/evaluation.h"
+#include "drivers/dialect/evaluation.h"
 
 namespace orlune::sqlite {
 
-using access_sql::ColumnType;
+using dialect::ColumnType;
 
 namespace {
 
@@ -23,7 +23,7 @@ Value ReadField(sqlite3_stmt* row, int column, ColumnType type) {
     case ColumnType::kYesNo:
       return sqlite3_column_int64(row, column) != 0;
     default:
-      return access_sql::ReadStoredText(type, ColumnText(row, column));
+      return dialect::ReadStoredText(type, ColumnText(row, column));
   }
 }
 
@@ -41,7 +41,7 @@ bool RunningRows::Next() {
 }
 
 int RunningRows::Column(std::string_view name) const {
-  return access_sql::FindColumn(origin_->Translation, name);
+  return dialect::FindColumn(origin_->Translation, name);
 }
 
 Value RunningRows::Get(int column) const {
@@ -53,7 +53,7 @@ Value RunningRows::Get(int column) const {
 ReadRows::ReadRows(RunningStatement running) : origin_(running.Origin()) {
   while (Step(running.Handle())) {
     int column = 0;
-    for (const access_sql::ResultColumn& described : origin_->Translation.Columns) {
+    for (const dialect::ResultColumn& described : origin_->Translation.Columns) {
       Value field = ReadField(running.Handle(), column++, described.Type);
       if (auto* text = std::get_if<std::string_view>(&field)) *text = texts_.emplace_back(*text);
       fields_.push_back(field);
@@ -68,7 +68,7 @@ bool ReadRows::Next() {
 }
 
 int ReadRows::Column(std::string_view name) const {
-  return access_sql::FindColumn(origin_->Translation, name);
+  return dialect::FindColumn(origin_->Translation, name);
 }
 
 Value ReadRows::Get(int column) const {

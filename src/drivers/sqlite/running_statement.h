@@ -4,19 +4,19 @@
 #include <utility>
 #include <vector>
 
-#include "drivers/access_sql/statement_cache.h"
-#include "drivers/access_sql/translation.h"
+#include "drivers/dialect/statement_cache.h"
+#include "drivers/dialect/translation.h"
 #include "drivers/sqlite/handles.h"
 
 namespace orlune::sqlite {
 
 /// A translated statement with those prepared for it that are not running.
 struct CachedStatement {
-  access_sql::Translation Translation;
+  dialect::Translation Translation;
   std::vector<StatementHandle> Idle;
 };
 
-using StatementCache = access_sql::StatementCache<CachedStatement>;
+using StatementCache = dialect::StatementCache<CachedStatement>;
 
 /// A prepared statement while it runs; goes back to its cached statement, reset, when destroyed. Its database
 /// must outlive it.

@@ -9,8 +9,8 @@
 #include <mutex>
 #include <string>
 
+#include "base/regional_settings.h"
 #include "platform/database.h"
-#include "platform/regional_settings.h"
 
 namespace orlune {
 

@@ -6,27 +6,27 @@
 
 namespace orlune::sqlite {
 
-std::string SqliteSql::Declare(const access_sql::ColumnDefinition& definition,
-                               const access_sql::StoredValue& defaultValue) const {
-  const access_sql::ColumnType type = definition.Defined.Type;
+std::string SqliteSql::Declare(const dialect::ColumnDefinition& definition,
+                               const dialect::StoredValue& defaultValue) const {
+  const dialect::ColumnType type = definition.Defined.Type;
   const bool isNull = std::holds_alternative<std::monostate>(defaultValue);
-  if (isNull && type != access_sql::ColumnType::kYesNo) return DeclareColumn(definition);
+  if (isNull && type != dialect::ColumnType::kYesNo) return DeclareColumn(definition);
   return DeclareColumn(definition) + " DEFAULT " +
-         Fixed(isNull ? std::int64_t{0} : defaultValue, type, access_sql::LiteralUse::kStored);
+         Fixed(isNull ? std::int64_t{0} : defaultValue, type, dialect::LiteralUse::kStored);
 }
 
 std::string SqliteSql::Parameter(std::size_t /*position*/) const {
   return "?";
 }
 
-std::string SqliteSql::Fixed(const access_sql::StoredValue& value, access_sql::ColumnType /*type*/,
-                             access_sql::LiteralUse /*use*/) const {
+std::string SqliteSql::Fixed(const dialect::StoredValue& value, dialect::ColumnType /*type*/,
+                             dialect::LiteralUse /*use*/) const {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
-  if (const auto* text = std::get_if<std::string_view>(&value)) return access_sql::TextLiteral(*text);
+  if (const auto* text = std::get_if<std::string_view>(&value)) return dialect::TextLiteral(*text);
   return "NULL";
 }
 
-std::string SqliteSql::Comparable(std::string_view column, access_sql::ColumnType /*type*/) const {
+std::string SqliteSql::Comparable(std::string_view column, dialect::ColumnType /*type*/) const {
   return std::string(column);
 }
 
@@ -34,7 +34,7 @@ std::string SqliteSql::Like(std::string_view pattern) const {
   return std::string(" LIKE ").append(pattern);
 }
 
-std::string SqliteSql::SortKey(std::string_view comparable, access_sql::ColumnType /*type*/,
+std::string SqliteSql::SortKey(std::string_view comparable, dialect::ColumnType /*type*/,
                                bool isDescending) const {
   return std::string(comparable).append(isDescending ? " DESC" : "");
 }
@@ -50,10 +50,10 @@ std::string SqliteSql::IndexColumns(const std::vector<std::string>& keys,
   for (const std::string& column : covered) {
     if (std::find(keys.begin(), keys.end(), column) == keys.end()) columns.push_back(column);
   }
-  return " (" + access_sql::Listed(columns) + ")";
+  return " (" + dialect::Listed(columns) + ")";
 }
 
-std::string SqliteSql::InsertWithCounter(std::string insert, const access_sql::Table& /*table*/) const {
+std::string SqliteSql::InsertWithCounter(std::string insert, const dialect::Table& /*table*/) const {
   return insert;
 }
 

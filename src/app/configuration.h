@@ -1,0 +1,56 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "app/page_properties.h"
+#include "base/configuration_error.h"
+#include "http/ip_network.h"
+
+namespace orlune {
+
+/// A property that a hosting page sets, and its value: a text or a switch, as the property wants it.
+struct PropertyValue {
+  const PageProperty* Property;
+  std::variant<std::string, bool> Value;
+};
+
+struct PageConfiguration {
+  std::string Path;
+  std::string Region;                     ///< how its dates are written; "" for the server's region
+  std::string DBPath;                     ///< as it is configured; "" when it is not set
+  std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
+};
+
+/// What the configuration file says; the paths of the server are absolute.
+struct Configuration {
+  std::string Listen = "127.0.0.1:8080";
+  std::filesystem::path Site = "site";
+  std::string Region = "en_US";
+  long long SessionMinutes = 60;
+  bool StoresSessions = false;        ///< in the databases of their pages, not in memory
+  long long Threads = 0;              ///< 0: chosen from the processors
+  long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
+  std::filesystem::path SecretFile = "var/secret.key";
+  std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
+  long long DrainSeconds = 0;             ///< between the signal to stop and the stop
+  std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
+  std::vector<PageConfiguration> Pages;
+};
+
+/// Reads a TOML file. Throws ConfigurationError that names file, line, key and what was expected.
+Configuration LoadConfiguration(const std::filesystem::path& file);
+
+/// Throws ConfigurationError when the server cannot be run so: an unusable address, a site folder that is
+/// missing, a page without a database, or a file that the site folder would give to everybody.
+void CheckConfiguration(const Configuration& configuration);
+
+/// The database file of a page, absolute.
+std::filesystem::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page);
+
+/// All settings with their types, defaults and meanings, for people.
+std::string DescribeSettings();
+
+}  // namespace orlune

@@ -1,0 +1,32 @@
+#include "app/page_runner.h"
+
+#include <utility>
+
+#include "drivers/postgresql/address.h"
+
+namespace orlune {
+namespace {
+
+void Apply(const PropertyValue& setting, Orlune& page) {
+  if (const auto* set = std::get_if<PageProperty::SwitchSetter>(&setting.Property->Set)) {
+    (*set)(page, std::get<bool>(setting.Value));
+  } else {
+    std::get<PageProperty::TextSetter>(setting.Property->Set)(page, std::get<std::string>(setting.Value));
+  }
+}
+
+}  // namespace
+
+HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings) {
+  std::string path = configuration.Path;
+  return {std::move(path),
+          [configuration = std::move(configuration), surroundings](const ScriptingContext& context) {
+            Orlune page(surroundings);
+            page.DBPath(WithoutPassword(configuration.DBPath));
+            for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
+            page.OnStartPage(context);
+            page.Execute();
+          }};
+}
+
+}  // namespace orlune

@@ -1,0 +1,125 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <locale>
+
+namespace orlune {
+namespace {
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+char ToLowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// The case rules of Unicode, which the C library carries under this name on every Debian.
+const std::ctype<wchar_t>& UnicodeCharacters() {
+  static const std::locale kUnicode("C.UTF-8");
+  return std::use_facet<std::ctype<wchar_t>>(kUnicode);
+}
+
+/// Takes one well-formed multi-byte code point off `text`, or returns 0 and takes nothing.
+char32_t TakeCodePoint(std::string_view& text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : byte(0) >= 0xC2 ? 2 : 0;
+  if (length == 0 || length > text.size()) return 0;
+  char32_t codePoint = byte(0) & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0) != 0x80) return 0;
+    codePoint = codePoint << 6 | (byte(i) & 0x3F);
+  }
+  text.remove_prefix(length);
+  return codePoint;
+}
+
+void AppendCodePoint(std::string& text, char32_t codePoint) {
+  const auto append = [&](char32_t bits) { text += static_cast<char>(bits); };
+  if (codePoint < 0x80) {
+    append(codePoint);
+    return;
+  }
+  if (codePoint < 0x800) {
+    append(0xC0 | codePoint >> 6);
+  } else if (codePoint < 0x10000) {
+    append(0xE0 | codePoint >> 12);
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  } else {
+    append(0xF0 | codePoint >> 18);
+    append(0x80 | (codePoint >> 12 & 0x3F));
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  }
+  append(0x80 | (codePoint & 0x3F));
+}
+
+}  // namespace
+
+std::string ToLower(std::string_view text) {
+  std::string lower;
+  lower.reserve(text.size());
+  while (!text.empty()) {
+    const char first = text.front();
+    const char32_t codePoint = static_cast<unsigned char>(first) < 0x80 ? 0 : TakeCodePoint(text);
+    if (codePoint == 0) {
+      lower += ToLowerAscii(first);
+      text.remove_prefix(1);
+    } else {
+      AppendCodePoint(lower,
+                      static_cast<char32_t>(UnicodeCharacters().tolower(static_cast<wchar_t>(codePoint))));
+    }
+  }
+  return lower;
+}
+
+bool IsDigits(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  if (!IsAscii(a) || !IsAscii(b)) return ToLower(a) == ToLower(b);
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return ToLowerAscii(x) == ToLowerAscii(y); });
+}
+
+std::string_view WithoutFirstCharacter(std::string_view text) {
+  if (!text.empty() && TakeCodePoint(text) == 0) text.remove_prefix(1);
+  return text;
+}
+
+std::string_view FirstCharacter(std::string_view text) {
+  return text.substr(0, text.size() - WithoutFirstCharacter(text).size());
+}
+
+std::string WithReferencesShown(std::string_view text) {
+  std::string shown;
+  shown.reserve(text.size());
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    shown += text[at];
+    const char next = at + 1 < text.size() ? text[at + 1] : ' ';
+    const bool mayBeReference = next == '#' || (next >= 'A' && next <= 'Z') || (next >= 'a' && next <= 'z');
+    if (text[at] == '&' && mayBeReference) shown += "amp;";
+  }
+  return shown;
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
+  std::string replaced;
+  replaced.reserve(text.size());
+  for (std::size_t at = text.find(from); at != std::string_view::npos; at = text.find(from)) {
+    replaced.append(text.substr(0, at)).append(to);
+    text.remove_prefix(at + from.size());
+  }
+  return replaced.append(text);
+}
+
+std::optional<int> WholeNumber(std::string_view text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+}  // namespace orlune

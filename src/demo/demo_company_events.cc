@@ -1,0 +1,258 @@
+#include "demo/demo_company_events.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <random>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/dates.h"
+#include "base/lists.h"
+#include "base/text.h"
+#include "demo/demo_company_activities.h"
+#include "demo/demo_company_people.h"
+
+namespace orlune::demo {
+namespace {
+
+constexpr int kMonthsAround = 4;
+
+/// Throws the same numbers in every build: the demo is the same for everybody who makes it on one day.
+class Dice {
+ public:
+  explicit Dice(std::uint32_t seed) : engine_(seed) { engine_.discard(10); }
+  /// A number below `sides`.
+  std::size_t Throw(std::size_t sides) { return engine_() % sides; }
+  bool Chance(std::size_t percent) { return Throw(100) < percent; }
+  template <class T>
+  const T& Pick(std::span<const T> items) {
+    return items[Throw(items.size())];
+  }
+
+ private:
+  std::minstd_rand engine_;
+};
+
+/// Deals activities in a random order, each once before any comes again.
+class Deck {
+ public:
+  explicit Deck(std::span<const Activity> activities) : activities_(activities) {}
+
+  const Activity& Deal(Dice& dice) {
+    if (next_ == order_.size()) Shuffle(dice);
+    return activities_[order_[next_++]];
+  }
+
+ private:
+  void Shuffle(Dice& dice) {
+    order_.resize(activities_.size());
+    for (std::size_t i = 0; i < order_.size(); ++i) order_[i] = i;
+    for (std::size_t i = order_.size(); i > 1; --i) std::swap(order_[i - 1], order_[dice.Throw(i)]);
+    next_ = 0;
+  }
+
+  std::span<const Activity> activities_;
+  std::vector<std::size_t> order_;
+  std::size_t next_ = 0;
+};
+
+Date MondayOf(Date day) {
+  return AddDays(day, -((WeekdayNumber(day) + 5) % 7));
+}
+Date FirstOfMonth(Date day) {
+  return AddDays(day, 1 - DayOfMonth(day));
+}
+
+/// `begin` is "hh:mm"; the end lies on the same day.
+std::string MinutesLater(std::string_view begin, int minutes) {
+  const TimeOfDay end = ParseTime(begin).value_or(TimeOfDay{0}) + std::chrono::minutes{minutes};
+  const std::chrono::hh_mm_ss time{end};
+  const auto twoDigits = [](std::int64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+  };
+  return twoDigits(time.hours().count()) + ':' + twoDigits(time.minutes().count());
+}
+
+std::string_view FirstName(const Person& person) {
+  return person.FriendlyName.substr(0, person.FriendlyName.find(' '));
+}
+
+/// Fills one person's days with what happens once.
+class PersonalCalendar {
+ public:
+  PersonalCalendar(const RowWriter& rows, const Person& person, std::uint32_t seed)
+      : rows_(&rows),
+        person_(&person),
+        dice_(seed),
+        work_(ActivitiesOf(person.Department)),
+        common_(CommonActivities()),
+        evenings_(EveningActivities()),
+        weekends_(WeekendActivities()) {}
+
+  void Fill(Date first, Date last, Date vacationBegin, Date vacationEnd) {
+    for (Date day = first; day <= last; day += std::chrono::days{1}) {
+      if (day >= vacationBegin && day <= vacationEnd) continue;
+      if (IsInList(person_->Weekend, std::to_string(WeekdayNumber(day)))) {
+        if (dice_.Chance(25)) Add(weekends_, day);
+      } else {
+        FillWorkday(day);
+      }
+    }
+  }
+
+ private:
+  void FillWorkday(Date day) {
+    constexpr std::array kEventsADay{0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 2, 2, 2, 3};
+    for (int count = dice_.Pick<int>(kEventsADay); count > 0; --count) {
+      Add(dice_.Chance(75) ? work_ : common_, day);
+    }
+    if (dice_.Chance(10)) Add(evenings_, day);
+  }
+
+  void Add(Deck& deck, Date day) {
+    const Activity& activity = deck.Deal(dice_);
+    const std::string_view client = dice_.Pick(Clients());
+    const std::string_view colleague = FirstName(Colleague());
+    const auto filled = [&](std::string_view text) {
+      return ReplaceAll(ReplaceAll(text, "{client}", client), "{colleague}", colleague);
+    };
+    EventRow row;
+    row.EventName = filled(activity.Title);
+    row.Owner = person_->Name;
+    row.BeginDate = day;
+    row.IsPrivate = activity.IsPrivate;
+    row.Comments = filled(activity.Comments);
+    row.EventType = activity.EventType;
+    if (activity.Minutes > 0) SetTimes(row, activity);
+    rows_->Write(row);
+  }
+
+  void SetTimes(EventRow& row, const Activity& activity) {
+    constexpr std::array<std::string_view, 18> kHours{"08:30", "09:00", "09:30", "10:00", "10:00", "10:30",
+                                                      "11:00", "11:30", "12:00", "13:00", "13:00", "13:30",
+                                                      "14:00", "14:15", "14:30", "15:00", "15:30", "16:45"};
+    row.BeginTime = activity.Begin.empty() ? dice_.Pick<std::string_view>(kHours) : activity.Begin;
+    if (!dice_.Chance(8)) row.EndTime = MinutesLater(row.BeginTime, activity.Minutes);
+  }
+
+  const Person& Colleague() {
+    for (;;) {
+      const Person& colleague = dice_.Pick<Person>(kPeople);
+      if (colleague.IsHidden || colleague.Name == person_->Name) continue;
+      if (!WorksInTeam() || colleague.Department == person_->Department) return colleague;
+    }
+  }
+
+  bool WorksInTeam() const {
+    return person_->Department == Department::kEngineering || person_->Department == Department::kSales;
+  }
+
+  const RowWriter* rows_;
+  const Person* person_;
+  Dice dice_;
+  Deck work_;
+  Deck common_;
+  Deck evenings_;
+  Deck weekends_;
+};
+
+EventRow EveryDay(std::string_view owner, std::string_view title, Date first, Date last) {
+  EventRow row;
+  row.EventName = title;
+  row.Owner = owner;
+  row.Type = "day";
+  row.BeginDate = first;
+  row.EndDate = last;
+  return row;
+}
+
+EventRow EveryYear(std::string_view owner, std::string_view title, Date first, std::string_view weekends) {
+  EventRow row = EveryDay(owner, title, first, AddMonths(first, 12 * 20));
+  row.Type = "year";
+  row.RepeatWeekends = weekends;
+  return row;
+}
+
+/// The day in the year before `today`, so that this year's is a repetition.
+Date LastYears(Date today, int month, int day) {
+  const auto year = std::chrono::year_month_day{today}.year() - std::chrono::years{1};
+  return year / month / day;
+}
+
+void AddPersonalDays(const RowWriter& rows, const Person& person, int place, Date today) {
+  const Date first = AddMonths(FirstOfMonth(today), -kMonthsAround);
+  const Date last = LastDayOfMonth(AddMonths(today, kMonthsAround));
+  const Date vacationBegin = AddDays(MondayOf(today), 14 * place - 63);
+  const Date vacationEnd = AddDays(vacationBegin, place % 2 == 0 ? 4 : 11);
+  EventRow vacation = EveryDay(person.Name, "Vacation", vacationBegin, vacationEnd);
+  vacation.EventType = "Holiday";
+  rows.Write(vacation);
+  PersonalCalendar(rows, person, static_cast<std::uint32_t>(1000 + place))
+      .Fill(first, last, vacationBegin, vacationEnd);
+}
+
+void AddRegulars(const RowWriter& rows, Date today) {
+  const Date begin = MondayOf(AddMonths(FirstOfMonth(today), -kMonthsAround));
+  const Date end = AddMonths(today, 12);
+  for (const Regular& regular : Regulars()) {
+    EventRow row = EveryDay(regular.Owner, regular.Title, begin, end);
+    row.Type = regular.Frequency.empty() ? "month" : "weekday";
+    row.BeginTime = regular.Begin;
+    row.EndTime = regular.End;
+    row.RepeatWeekday = regular.Weekdays;
+    row.RepeatFrequency = regular.Frequency;
+    row.RepeatDay = regular.Days;
+    row.RepeatWeekends = regular.Weekends;
+    row.IsPrivate = regular.IsPrivate;
+    row.Comments = regular.Comments;
+    row.EventType = regular.EventType;
+    rows.Write(row);
+  }
+}
+
+void AddStretches(const RowWriter& rows, Date today) {
+  for (const Stretch& stretch : Stretches()) {
+    const Date begin = AddDays(MondayOf(today), stretch.FirstDay);
+    EventRow row = EveryDay(stretch.Owner, stretch.Title, begin, AddDays(begin, stretch.Days - 1));
+    row.BeginTime = stretch.Begin;
+    row.EndTime = stretch.End;
+    row.Comments = stretch.Comments;
+    row.EventType = stretch.EventType;
+    rows.Write(row);
+  }
+}
+
+void AddYearly(const RowWriter& rows, Date today) {
+  for (const Anniversary& anniversary : Anniversaries()) {
+    EventRow row = EveryYear(anniversary.Owner, anniversary.Title,
+                             LastYears(today, anniversary.Month, anniversary.Day), anniversary.Weekends);
+    row.Comments = anniversary.Comments;
+    row.EventType = anniversary.EventType;
+    rows.Write(row);
+  }
+  for (const Person& person : kPeople) {
+    if (person.IsHidden) continue;
+    EventRow row = EveryYear("default", std::string(FirstName(person)) + "'s birthday",
+                             LastYears(today, person.BirthMonth, person.BirthDay), "vkl_ok");
+    row.EventType = "Birthday";
+    rows.Write(row);
+  }
+}
+
+}  // namespace
+
+void AddEvents(const RowWriter& rows, Date today) {
+  int place = 0;
+  AddPersonalDays(rows, kAdministrator, place++, today);
+  for (const Person& person : kPeople) AddPersonalDays(rows, person, place++, today);
+  AddRegulars(rows, today);
+  AddStretches(rows, today);
+  AddYearly(rows, today);
+}
+
+}  // namespace orlune::demo

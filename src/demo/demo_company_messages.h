@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/civil_time.h"
+#include "demo/demo_company_rows.h"
+
+namespace orlune::demo {
+
+/// Writes what people wrote each other in the two weeks before `today`, read and unread. Throws
+/// DatabaseError.
+void AddMessages(const RowWriter& rows, Date today);
+
+/// Writes suggested events for the weeks to come: the sender's copies, the recipients' with their answers,
+/// and the messages that tell of both. Throws DatabaseError.
+void AddSuggestions(const RowWriter& rows, Date today);
+
+}  // namespace orlune::demo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+
+#include "html/html.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// A page's beginning up to its BODY tag. An empty `title` writes none; `onLoad` is a script, written unless
+/// empty.
+Html PageHead(const ComponentState& state, std::string_view title, const Html& onLoad = {});
+Html PageFoot(const ComponentState& state);
+/// Shows the request's error texts as one alert box; nothing when there are none. Stands after the page foot.
+Html AlertScript(const ComponentState& state);
+
+/// The frame around a page's content: a row with the caption on the left and buttons on the right, then the
+/// cell for the content, which stays open. `width` is in per cent; an empty one leaves it to the browser.
+Html TitleBarOpen(Markup width, const Html& caption, const Html& rightContent);
+/// Closes the content's cell and the frame with the row of the product and session links.
+Html TitleBarClose(const ComponentState& state);
+Html TableClose();
+
+/// A whole page that tells an error instead of what was asked for.
+Html ErrorPage(const ComponentState& state, std::string_view message);
+
+/// Writes `page` as the request's answer.
+void WritePage(ComponentState& state, Html page);
+
+/// Closes a page whose frame stands in a form, and writes it.
+void FinishFormPage(ComponentState& state, Html page);
+
+}  // namespace orlune

@@ -1,0 +1,52 @@
+#include "http/http_message.h"
+
+#include "base/url_encoding.h"
+
+namespace orlune {
+namespace {
+
+struct Reason {
+  unsigned Status;
+  std::string_view Title;
+  std::string_view Sentence;
+};
+
+constexpr Reason kReasons[] = {
+    {400, "Bad Request", "The request could not be read."},
+    {403, "Forbidden", "This request came from another site."},
+    {404, "Not Found", "There is nothing at this address."},
+    {405, "Method Not Allowed", "This address does not answer requests of this kind."},
+    {413, "Content Too Large", "What was sent is too large."},
+    {414, "URI Too Long", "The address is too long."},
+    {500, "Internal Server Error", "Something went wrong here. Please try again."},
+    {503, "Service Unavailable", "The database cannot be opened."},
+};
+
+const Reason& FindReason(unsigned status) {
+  for (const Reason& reason : kReasons) {
+    if (reason.Status == status) return reason;
+  }
+  return kReasons[0];
+}
+
+}  // namespace
+
+std::size_t ReplyMessage::BodySize() const {
+  const auto* text = std::get_if<std::string>(&Body);
+  return text != nullptr ? text->size() : std::get<OpenFile>(Body).size();
+}
+
+ReplyMessage Refusal(unsigned status) {
+  const Reason& reason = FindReason(status);
+  std::string page = "<!DOCTYPE html>\n<HTML><HEAD><TITLE>";
+  page.append(reason.Title).append("</TITLE></HEAD><BODY><H1>").append(reason.Title).append("</H1><P>");
+  page.append(reason.Sentence).append("</P></BODY></HTML>\n");
+  return {
+      status, {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}}, std::move(page)};
+}
+
+ReplyMessage RedirectTo(std::string_view url) {
+  return {302, {{"Location", EncodeUrl(url)}, {"Cache-Control", "no-store"}}, std::string()};
+}
+
+}  // namespace orlune

@@ -1,0 +1,83 @@
+#include "http/http_response.h"
+
+#include "base/url_encoding.h"
+#include "http/cookies.h"
+#include "http/http_date.h"
+
+namespace orlune {
+namespace {
+
+ReplyMessage PageReply(unsigned status, std::string page, std::chrono::minutes lifetime) {
+  ReplyMessage reply{status, {{"Content-Type", "text/html; charset=utf-8"}}, std::move(page)};
+  if (lifetime > std::chrono::minutes(0)) {
+    reply.Headers.emplace_back("Cache-Control",
+                               "private, max-age=" + std::to_string(std::chrono::seconds(lifetime).count()));
+  } else {
+    reply.Headers.emplace_back("Cache-Control", "no-store");
+    reply.Headers.emplace_back("Expires", FormatHttpDate({}));
+  }
+  return reply;
+}
+
+}  // namespace
+
+HttpResponse::HttpResponse(const HttpRequest& request, std::string_view pagePath, const CookieSealer& sealer,
+                           DateTime now, bool isSecure)
+    : request_(request), pagePath_(pagePath), sealer_(sealer), now_(now), isSecure_(isSecure) {}
+
+void HttpResponse::Write(std::string text) {
+  if (page_.empty()) {
+    page_ = std::move(text);
+  } else {
+    page_ += text;
+  }
+}
+
+void HttpResponse::SetCookieValue(std::string_view cookie, std::string_view key, std::string_view value) {
+  DraftOf(cookie).Contents.SubKeys.Set(key, value);
+}
+
+void HttpResponse::ClearCookie(std::string_view cookie) {
+  Draft& draft = DraftOf(cookie);
+  draft.Contents.SubKeys = {};
+  draft.IsCleared = true;
+}
+
+void HttpResponse::SetCookiePath(std::string_view cookie, std::string_view path) {
+  DraftOf(cookie).Path = EncodeUrl(path);
+}
+
+void HttpResponse::SetCookieExpires(std::string_view cookie, Date day) {
+  DraftOf(cookie).Contents.Expires = day;
+}
+
+ReplyMessage HttpResponse::Finish() {
+  ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(status_, std::move(page_), lifetime_);
+  AddCookies(reply);
+  return reply;
+}
+
+HttpResponse::Draft& HttpResponse::DraftOf(std::string_view cookie) {
+  const auto known = drafts_.find(cookie);
+  if (known != drafts_.end()) return known->second;
+  Draft& draft = drafts_[std::string(cookie)];
+  draft.Contents.SubKeys = request_.CookieSubKeys(cookie);
+  draft.Path = pagePath_;
+  return draft;
+}
+
+void HttpResponse::AddCookies(ReplyMessage& reply) const {
+  for (const auto& [name, draft] : drafts_) {
+    if (draft.Contents.SubKeys.size() == 0 && !draft.IsCleared) continue;
+    reply.Headers.emplace_back("Set-Cookie", FormatDraft(name, draft));
+  }
+}
+
+std::string HttpResponse::FormatDraft(const std::string& name, const Draft& draft) const {
+  BrowserCookie cookie{name, {}, draft.Path, std::nullopt, isSecure_};
+  if (draft.Contents.Expires) cookie.Lifetime = *draft.Contents.Expires - now_.Day - now_.Time;
+  if (draft.Contents.SubKeys.size() > 0) cookie.Value = sealer_.Seal(draft.Contents, name, pagePath_);
+  return FormatSetCookie(cookie);
+}
+
+}  // namespace orlune

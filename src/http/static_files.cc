@@ -1,0 +1,151 @@
+#include "http/static_files.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <optional>
+#include <vector>
+
+#include "base/configuration_error.h"
+#include "base/url_encoding.h"
+#include "http/http_date.h"
+
+namespace orlune {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FileType {
+  std::string_view Extension;
+  std::string_view ContentType;
+};
+
+constexpr FileType kFileTypes[] = {
+    {".css", "text/css; charset=utf-8"},
+    {".gif", "image/gif"},
+    {".html", "text/html; charset=utf-8"},
+    {".ico", "image/x-icon"},
+    {".jpeg", "image/jpeg"},
+    {".jpg", "image/jpeg"},
+    {".js", "text/javascript"},
+    {".png", "image/png"},
+    {".svg", "image/svg+xml"},
+    {".txt", "text/plain; charset=utf-8"},
+    {".webp", "image/webp"},
+};
+
+std::string_view ContentTypeOf(const fs::path& file) {
+  std::string extension = file.extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  for (const FileType& type : kFileTypes) {
+    if (type.Extension == extension) return type.ContentType;
+  }
+  return "application/octet-stream";
+}
+
+std::vector<std::string_view> SplitPath(std::string_view path) {
+  std::vector<std::string_view> names;
+  while (true) {
+    const std::size_t slash = path.find('/');
+    names.push_back(path.substr(0, slash));
+    if (slash == std::string_view::npos) return names;
+    path.remove_prefix(slash + 1);
+  }
+}
+
+bool IsServedName(std::string_view name) {
+  return !name.empty() && name.front() != '.' && std::none_of(name.begin(), name.end(), [](char c) {
+    return c == '\\' || (c >= 0 && c < ' ') || c == 0x7F;
+  });
+}
+
+bool IsServedPath(std::string_view relativePath) {
+  const std::vector<std::string_view> names = SplitPath(relativePath);
+  return std::all_of(names.begin(), names.end(), IsServedName);
+}
+
+std::string EntityTag(const OpenFile& file) {
+  std::array<char, 40> text;
+  char* end = std::to_chars(text.data(), text.data() + 18, file.size(), 16).ptr;
+  *end++ = '-';
+  end = std::to_chars(end, text.data() + text.size(), file.ModifiedAt().time_since_epoch().count(), 16).ptr;
+  return '"' + std::string(text.data(), end) + '"';
+}
+
+bool IsUnchanged(const RequestMessage& request, std::string_view tag, std::string_view modifiedAt) {
+  const std::string_view knownTags = request.Headers.Find("If-None-Match");
+  if (!knownTags.empty()) return NamesTag(knownTags, tag);
+  return request.Headers.Find("If-Modified-Since") == modifiedAt;
+}
+
+// Follows the "." and ".." of an absolute path as a browser does.
+std::string ResolveDots(std::string_view path) {
+  std::vector<std::string_view> kept;
+  for (const std::string_view name : SplitPath(path)) {
+    if (name == "..") {
+      if (kept.size() > 1) kept.pop_back();
+    } else if (name != ".") {
+      kept.push_back(name);
+    }
+  }
+  std::string resolved;
+  for (std::size_t i = 1; i < kept.size(); ++i) resolved.append(1, '/').append(kept[i]);
+  return resolved;
+}
+
+}  // namespace
+
+bool NamesTag(std::string_view ifNoneMatch, std::string_view tag) {
+  while (!ifNoneMatch.empty()) {
+    if (ifNoneMatch.front() == '*') return true;
+    if (ifNoneMatch.front() != '"') {
+      ifNoneMatch.remove_prefix(1);
+      continue;
+    }
+    const std::size_t closing = ifNoneMatch.find('"', 1);
+    if (closing == std::string_view::npos) return false;
+    if (ifNoneMatch.substr(0, closing + 1) == tag) return true;
+    ifNoneMatch.remove_prefix(closing + 1);
+  }
+  return false;
+}
+
+StaticFiles::StaticFiles(const fs::path& folder) {
+  std::error_code error;
+  folder_ = fs::canonical(folder, error);
+  if (error || !fs::is_directory(folder_, error))
+    throw ConfigurationError("site folder " + folder.string() + " is missing");
+}
+
+ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
+  const fs::path path = Find(request.Path);
+  std::optional<OpenFile> file = path.empty() ? std::nullopt : OpenFile::Open(path);
+  if (!file) return Refusal(404);
+  const std::string tag = EntityTag(*file);
+  const std::string modifiedAt = FormatHttpDate(std::chrono::floor<std::chrono::seconds>(file->ModifiedAt()));
+  std::vector<Header> headers{{"ETag", tag}, {"Last-Modified", modifiedAt}, {"Cache-Control", "max-age=300"}};
+  if (IsUnchanged(request, tag, modifiedAt)) return {304, std::move(headers), std::string()};
+  headers.emplace_back("Content-Type", ContentTypeOf(path));
+  return {200, std::move(headers), std::move(*file)};
+}
+
+fs::path StaticFiles::Find(std::string_view urlPath) const {
+  const std::optional<std::string> decoded = DecodePath(urlPath);
+  if (!decoded || !decoded->starts_with('/') || !IsServedPath(decoded->substr(1))) return {};
+  std::error_code error;
+  fs::path file = fs::canonical(folder_ / decoded->substr(1), error);
+  if (error || !fs::is_regular_file(file, error)) return {};
+  const fs::path relative = file.lexically_relative(folder_);
+  return IsServedPath(relative.native()) ? file : fs::path();
+}
+
+fs::path StaticFiles::FindLinked(std::string_view pagePath, std::string_view link) const {
+  link = link.substr(0, link.find_first_of("?#"));
+  if (link.starts_with('/')) return Find(ResolveDots(link));
+  std::string absolute(pagePath.substr(0, pagePath.rfind('/') + 1));
+  return Find(ResolveDots(absolute.append(link)));
+}
+
+}  // namespace orlune

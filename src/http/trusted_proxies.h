@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "http/http_message.h"
+#include "http/ip_network.h"
+
+namespace orlune {
+
+/// Who sent a request, and how, as far as it is known.
+struct Sender {
+  IpAddress Address;
+  bool IsOverHttps = false;
+};
+
+/// The proxies in front of the server. What they add to a request about its sender is believed; what anybody
+/// else does is not. May be used by several threads at once.
+class TrustedProxies {
+ public:
+  /// Nobody is believed.
+  TrustedProxies() = default;
+  explicit TrustedProxies(std::vector<IpNetwork> networks) : networks_(std::move(networks)) {}
+
+  /// The sender of a request: its peer or, when that is a trusted proxy, the nearest machine before it that
+  /// is none. Reads "X-Forwarded-For" and "X-Forwarded-Proto", and "Forwarded" when both are missing. An
+  /// entry that is no address ends the search at the machine that wrote it.
+  Sender SenderOf(const RequestMessage& request) const;
+
+ private:
+  bool Include(const IpAddress& address) const;
+  Sender FollowForwardedFor(const RequestMessage& request) const;
+  Sender FollowForwarded(const RequestMessage& request) const;
+
+  std::vector<IpNetwork> networks_;
+};
+
+}  // namespace orlune

@@ -1,0 +1,112 @@
+#include "http/website.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "base/log_text.h"
+#include "http/cookies.h"
+#include "http/http_request.h"
+#include "http/http_response.h"
+#include "http/request_guard.h"
+#include "platform/database.h"
+
+namespace orlune {
+namespace {
+
+constexpr const char* kSessionCookie = "orlune_session";
+
+class PageServer : public Server {
+ public:
+  PageServer(const StaticFiles& files, std::string_view pagePath) : files_(files), pagePath_(pagePath) {}
+  std::filesystem::path MapPath(std::string_view virtualPath) const override {
+    return files_.FindLinked(pagePath_, virtualPath);
+  }
+
+ private:
+  const StaticFiles& files_;
+  std::string_view pagePath_;
+};
+
+void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
+                      bool isSecure) {
+  const std::optional<std::string>& id = session.NewIdentifier();
+  if (!id) return;
+  BrowserCookie cookie{kSessionCookie, *id, path, std::nullopt, isSecure};
+  if (id->empty()) cookie.Lifetime = std::chrono::seconds(0);
+  reply.Headers.emplace_back("Set-Cookie", FormatSetCookie(cookie));
+}
+
+ReplyMessage MethodNotAllowed(const char* allowed) {
+  ReplyMessage reply = Refusal(405);
+  reply.Headers.emplace_back("Allow", allowed);
+  return reply;
+}
+
+bool IsReading(const RequestMessage& request) {
+  return request.Method == "GET" || request.Method == "HEAD";
+}
+
+}  // namespace
+
+ReplyMessage Website::Answer(const RequestMessage& request) {
+  const HostedPage* page = FindPage(request.Path);
+  if (page == nullptr) return AnswerOther(request);
+  const auto begin = std::chrono::steady_clock::now();
+  const Sender sender = parts_.Proxies.SenderOf(request);
+  ReplyMessage reply = AnswerPage(*page, request, sender);
+  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
+  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
+                  page->Path, reply.Status, reply.BodySize(), spent.count());
+  return reply;
+}
+
+const HostedPage* Website::FindPage(std::string_view path) const {
+  const auto found = std::find_if(parts_.Pages.begin(), parts_.Pages.end(),
+                                  [path](const HostedPage& page) { return page.Path == path; });
+  return found == parts_.Pages.end() ? nullptr : &*found;
+}
+
+ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& message,
+                                 const Sender& sender) {
+  if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
+  const DateTime now = parts_.Clock.Now();
+  HttpRequest request(message, page.Path, parts_.Sealer, now.Day);
+  const bool couldChange = CouldChangeSomething(message, request.Query());
+  if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
+  if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
+  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
+  PageSession session(parts_.Sessions, page.Path,
+                      CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
+  PageServer server(parts_.Files, page.Path);
+  const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
+  ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
+  AddSessionCookie(reply, session, page.Path, sender.IsOverHttps);
+  return reply;
+}
+
+std::optional<unsigned> Website::RunPage(const HostedPage& page, const ScriptingContext& context,
+                                         PageSession& session) const {
+  try {
+    page.Answer(context);
+    session.Save();
+    return std::nullopt;
+  } catch (const DatabaseUnavailable& error) {
+    parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+    return 503;
+  } catch (const std::exception& error) {
+    parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+  } catch (...) {
+    parts_.Log.error("{}: unknown error", page.Path);
+  }
+  return 500;
+}
+
+ReplyMessage Website::AnswerOther(const RequestMessage& request) const {
+  if (!IsReading(request)) return MethodNotAllowed("GET, HEAD");
+  if (request.Path == "/") return RedirectTo(parts_.Pages.front().Path);
+  if (request.Path != "/healthz") return parts_.Files.Answer(request);
+  if (!parts_.IsHealthy()) return Refusal(503);
+  return {200, {{"Content-Type", "text/plain"}, {"Cache-Control", "no-store"}}, std::string("ok")};
+}
+
+}  // namespace orlune

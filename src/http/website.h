@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <spdlog/logger.h>
+
+#include "http/http_message.h"
+#include "http/static_files.h"
+#include "http/trusted_proxies.h"
+#include "platform/clock.h"
+#include "platform/page_host.h"
+#include "sessions/cookie_sealer.h"
+#include "sessions/page_session.h"
+#include "sessions/session_store.h"
+
+namespace orlune {
+
+/// Answers one request of a hosting page. Called by several threads at once.
+using Page = std::function<void(const ScriptingContext&)>;
+
+/// A page and the address that it answers at.
+struct HostedPage {
+  std::string Path;  ///< begins with "/"; letters, digits and "/._-~" only
+  Page Answer;
+};
+
+/// What a website consists of.
+struct WebsiteParts {
+  std::vector<HostedPage> Pages;  ///< at least one; "/" leads to the first
+  StaticFiles Files;              ///< served at every other address
+  SessionStore& Sessions;         ///< outlives the website, as the clock and the log do
+  CookieSealer Sealer;
+  TrustedProxies Proxies;
+  const orlune::Clock& Clock;
+  std::function<bool()> IsHealthy;  ///< what "/healthz" tells
+  spdlog::logger& Log;
+};
+
+/// Everything that is served: the hosting pages, "/healthz", and the files beside them. May be used by
+/// several threads at once.
+class Website {
+ public:
+  explicit Website(WebsiteParts parts) : parts_(std::move(parts)) {}
+
+  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500, or 503 when
+  /// the database was lost.
+  ReplyMessage Answer(const RequestMessage& request);
+
+ private:
+  const HostedPage* FindPage(std::string_view path) const;
+  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
+  /// Nothing when the page answered and what it changed in the session is kept, else the status of its
+  /// failure.
+  std::optional<unsigned> RunPage(const HostedPage& page, const ScriptingContext& context,
+                                  PageSession& session) const;
+  ReplyMessage AnswerOther(const RequestMessage& request) const;
+
+  WebsiteParts parts_;
+};
+
+}  // namespace orlune

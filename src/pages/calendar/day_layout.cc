@@ -1,0 +1,66 @@
+#include "pages/calendar/day_layout.h"
+
+#include <algorithm>
+
+namespace orlune {
+namespace {
+
+int HourOf(TimeOfDay time) {
+  return static_cast<int>(std::chrono::floor<std::chrono::hours>(time).count());
+}
+
+}  // namespace
+
+bool Occupies(const OL_Event& event, int hour) {
+  if (!event.BeginTime) return false;
+  const int begin = HourOf(*event.BeginTime);
+  return begin == hour || (event.EndTime && begin < hour && HourOf(*event.EndTime) > hour);
+}
+
+int Occupancy(std::span<const OL_Event* const> events, int hour) {
+  return static_cast<int>(std::count_if(events.begin(), events.end(),
+                                        [&](const OL_Event* event) { return Occupies(*event, hour); }));
+}
+
+int ColumnCount(std::span<const OL_Event* const> events, DisplayedHours hours) {
+  int most = 1;
+  for (int hour = hours.First; hour <= hours.Last; ++hour) most = std::max(most, Occupancy(events, hour));
+  return most;
+}
+
+std::optional<int> SpanInRow(const OL_Event& event, int hour, int firstHour) {
+  if (!event.BeginTime) return std::nullopt;
+  const int begin = HourOf(*event.BeginTime);
+  if (begin == hour) return event.EndTime ? HourOf(*event.EndTime) - begin : 1;
+  const bool reachesFirstRow =
+      hour == firstHour && begin < hour && event.EndTime && HourOf(*event.EndTime) > firstHour;
+  return reachesFirstRow ? std::optional(HourOf(*event.EndTime) - firstHour) : std::nullopt;
+}
+
+void ColumnTable::Allocate(int span) {
+  const int rows = std::max(0, span);
+  const auto free = std::find(remainingRows_.begin(), remainingRows_.end(), 0);
+  if (free != remainingRows_.end()) {
+    *free = rows;
+  } else {
+    remainingRows_.push_back(rows);
+  }
+}
+
+std::vector<int> ColumnTable::FreeRuns() const {
+  std::vector<int> runs;
+  bool isInRun = false;
+  for (const int remaining : remainingRows_) {
+    const bool isFree = remaining == 0;
+    if (isFree && !isInRun) runs.push_back(0);
+    if (isFree) ++runs.back();
+    isInRun = isFree;
+  }
+  return runs;
+}
+
+void ColumnTable::EndRow() {
+  for (int& remaining : remainingRows_) remaining = std::max(0, remaining - 1);
+}
+
+}  // namespace orlune

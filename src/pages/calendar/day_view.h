@@ -1,0 +1,13 @@
+#pragma once
+
+#include "html/html.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The current date as a timetable: a row for each hour of the user's day, timed occurrences side by side
+/// over the hours that they cover, and the others in a column on the right. Throws DatabaseError.
+void AddDayView(Html& page, const ComponentState& state);
+
+}  // namespace orlune

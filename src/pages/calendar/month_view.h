@@ -1,0 +1,13 @@
+#pragma once
+
+#include "html/html.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The month that holds the current date: a row for each week, led by a link to it, and a cell for each day
+/// with its occurrences. Throws DatabaseError.
+void AddMonthView(Html& page, const ComponentState& state);
+
+}  // namespace orlune

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "base/civil_time.h"
+
+namespace orlune {
+
+/// How much of a calendar is shown at once; in the order of the views' texts.
+enum class ViewMode { kDay, kWeek, kMonth };
+
+/// The mode named "day", "week" or "month"; nothing for any other name.
+std::optional<ViewMode> ViewModeNamed(std::string_view name);
+
+/// `date` moved by `steps` days, weeks or calendar months.
+Date Stepped(Date date, ViewMode mode, int steps);
+
+}  // namespace orlune

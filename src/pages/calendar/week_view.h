@@ -1,0 +1,13 @@
+#pragma once
+
+#include "html/html.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The week that holds the current date: one row of seven tall cells with the occurrences of their days.
+/// Throws DatabaseError.
+void AddWeekView(Html& page, const ComponentState& state);
+
+}  // namespace orlune

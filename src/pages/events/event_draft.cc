@@ -1,0 +1,107 @@
+#include "pages/events/event_draft.h"
+
+#include <algorithm>
+
+#include "base/date_text.h"
+#include "base/dates.h"
+#include "base/lists.h"
+#include "base/text.h"
+#include "pages/events/repetition_kinds.h"
+#include "request/component_state.h"
+#include "store/database_access.h"
+#include "store/event_reader.h"
+
+namespace orlune {
+namespace {
+
+/// The kind that the form chose; "none" for what is no kind.
+std::string ChosenKind(std::string_view posted) {
+  const auto kind = std::find_if(kRepetitionKinds.begin(), kRepetitionKinds.end(),
+                                 [&](const RepetitionKind& known) { return known.Name.Text() == posted; });
+  return std::string((kind == kRepetitionKinds.end() ? kRepetitionKinds.front() : *kind).Name.Text());
+}
+
+}  // namespace
+
+std::optional<int> EventNumber(std::string_view text) {
+  const auto number = WholeNumber(text);
+  return number && *number > 0 ? number : std::nullopt;
+}
+
+std::optional<std::string> EventNumbers(std::string_view text) {
+  std::string numbers;
+  bool isList = true;
+  ForEachItem(text, [&](std::string_view item) {
+    const auto number = EventNumber(item);
+    isList = isList && number;
+    if (!numbers.empty()) numbers += ", ";
+    numbers += std::to_string(number.value_or(0));
+  });
+  return isList ? std::optional(std::move(numbers)) : std::nullopt;
+}
+
+std::optional<OL_Event> FindEvent(const ComponentState& state, std::string_view id) {
+  const auto number = EventNumber(id);
+  if (!number) return std::nullopt;
+  const auto rows =
+      OpenQuery(*state.Database, Statement("SELECT * FROM Events WHERE (EventID = {})", *number));
+  return rows->Next() ? std::optional(EventReader(*rows).Read(*rows)) : std::nullopt;
+}
+
+EventDraft PostedDraft(const ComponentState& state, const std::optional<OL_Event>& stored) {
+  const auto field = [&](std::string_view name) {
+    return std::string(state.Context.Request->FormField(name));
+  };
+  EventDraft draft;
+  draft.IsTyped = true;
+  OL_Event& event = draft.Event;
+  if (stored) {
+    event.EventID = stored->EventID;
+    event.SuggID = stored->SuggID;
+  }
+  event.EventName = field("title");
+  event.Comments = field("addinfo");
+  event.Type = ChosenKind(field("reptype"));
+  event.Owner = field("calendar");
+  event.Private = field("private") == "on";
+  event.RepeatWeekday = field("repweekday");
+  event.RepeatFrequency = field("frequency");
+  event.RepeatDay = field("repday");
+  event.RepeatWeekends = field("repweekends");
+  event.SuggestState = field("suggstate");
+  event.EventType = ReplaceAll(field("type"), "'", "&#39;");
+  draft.BeginDate = field("date1");
+  draft.EndDate = field("date2");
+  draft.BeginTime = field("time1");
+  draft.EndTime = field("time2");
+  return draft;
+}
+
+EventDraft StoredDraft(const ComponentState& state, const OL_Event& stored) {
+  const RegionalSettings& regional = state.Surroundings->Regional;
+  const auto timeText = [&](std::optional<TimeOfDay> time) {
+    return time ? FormatTime(state.TimeFormat, *time) : "";
+  };
+  EventDraft draft{.Event = stored,
+                   .IsTyped = false,
+                   .BeginDate = FormatShortDate(regional, stored.BeginDate),
+                   .EndDate = stored.Type == "none" ? "" : FormatShortDate(regional, stored.EndDate),
+                   .BeginTime = timeText(stored.BeginTime),
+                   .EndTime = timeText(stored.EndTime)};
+  draft.Event.Type = ChosenKind(stored.Type);
+  return draft;
+}
+
+void FillDefaults(const ComponentState& state, EventDraft& draft) {
+  const auto fill = [](std::string& field, std::string_view value) {
+    if (field.empty()) field = value;
+  };
+  const std::string today = FormatShortDate(state.Surroundings->Regional, state.CurrentDate);
+  fill(draft.BeginDate, today);
+  fill(draft.EndDate, today);
+  fill(draft.Event.Type, kRepetitionKinds.front().Name.Text());
+  fill(draft.Event.RepeatWeekends, "vkl_ok");
+  fill(draft.Event.Owner, state.LoginName);
+}
+
+}  // namespace orlune

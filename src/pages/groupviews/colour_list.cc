@@ -1,0 +1,119 @@
+#include "pages/groupviews/colour_list.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/text.h"
+#include "html/form_parts.h"
+#include "request/component_state.h"
+#include "request/texts.h"
+
+namespace orlune {
+namespace {
+
+struct PaletteColour {
+  Markup Value;
+  int Text;
+};
+
+constexpr std::array<PaletteColour, 16> kPalette{{
+    {"#000000", 667},
+    {"#FFFFFF", 668},
+    {"#C0C0C0", 669},
+    {"#FF0000", 670},
+    {"#00FF00", 671},
+    {"#0000FF", 672},
+    {"#FFFF00", 673},
+    {"#00FFFF", 674},
+    {"#FF00FF", 675},
+    {"#808080", 676},
+    {"#800000", 677},
+    {"#008000", 678},
+    {"#000080", 679},
+    {"#808000", 680},
+    {"#008080", 681},
+    {"#800080", 682},
+}};
+
+/// Names that mean something else in the scripts of a browser than an element with that id.
+constexpr std::array kScriptWords{
+    "alert",      "await",      "blur",      "break",       "caches",      "case",        "catch",
+    "chrome",     "class",      "close",     "closed",      "confirm",     "console",     "const",
+    "continue",   "crypto",     "debugger",  "default",     "delete",      "do",          "document",
+    "else",       "enum",       "escape",    "eval",        "event",       "export",      "extends",
+    "external",   "false",      "fetch",     "finally",     "find",        "focus",       "for",
+    "frames",     "function",   "history",   "if",          "implements",  "import",      "in",
+    "instanceof", "interface",  "length",    "let",         "location",    "locationbar", "menubar",
+    "name",       "navigation", "navigator", "new",         "null",        "open",        "opener",
+    "origin",     "package",    "parent",    "performance", "personalbar", "print",       "private",
+    "prompt",     "protected",  "public",    "return",      "scheduler",   "screen",      "scroll",
+    "scrollbars", "self",       "static",    "status",      "statusbar",   "stop",        "super",
+    "switch",     "this",       "throw",     "toolbar",     "top",         "true",        "try",
+    "typeof",     "undefined",  "unescape",  "var",         "void",        "while",       "window",
+    "with",       "yield"};
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool IsLetterOrDigit(char c) {
+  return IsLetter(c) || (c >= '0' && c <= '9');
+}
+
+/// Whether `name` alone stands for the element of that id in a script.
+bool IsScriptName(std::string_view name) {
+  return !name.empty() && IsLetter(name.front()) && std::all_of(name.begin(), name.end(), IsLetterOrDigit) &&
+         std::find(kScriptWords.begin(), kScriptWords.end(), name) == kScriptWords.end();
+}
+
+Html RepaintAttribute(std::string_view calendar, ColourKind kind) {
+  const Markup property = kind == ColourKind::kBackground ? Markup("background") : Markup("color");
+  return Html(" onChange=\"javascript:{}.style.{}=this.value;\"", ScriptAttribute(calendar), property);
+}
+
+}  // namespace
+
+Html ColourList(const ComponentState& state, std::string_view calendar, ColourKind kind,
+                std::string_view colour) {
+  Html list("<SELECT NAME=\"{}{}\"", Attribute(calendar),
+            kind == ColourKind::kBackground ? Markup("BG") : Markup("FG"));
+  if (state.IsCompatibleBrowser && IsScriptName(calendar)) list.Add(RepaintAttribute(calendar, kind));
+  list.Add("><OPTION VALUE=\"\">\r\n");
+  for (const PaletteColour& choice : kPalette) {
+    list.Add("<OPTION VALUE=\"{}\"{}>{}", choice.Value,
+             SelectedWhen(EqualIgnoringCase(choice.Value.Text(), colour)),
+             Content(LoadText(state, choice.Text)));
+  }
+  return list.Add("</SELECT>");
+}
+
+Html PaintScript(std::span<const std::string> calendars) {
+  Html script("<SCRIPT LANGUAGE=javascript>\r\n<!--\r\n");
+  for (const std::string& calendar : calendars) {
+    if (!IsScriptName(calendar)) continue;
+    const HtmlPart name = Script(calendar);
+    script.Add(
+        "{}.style.background=document.acForm.{}BG.value;{}.style.color=document.acForm.{}FG.value;\r\n", name,
+        name, name, name);
+  }
+  return script.Add("//-->\r\n</SCRIPT>");
+}
+
+Html RepaintScript() {
+  return Html(
+      "<SCRIPT LANGUAGE=javascript>\r\n"
+      "<!--\r\n"
+      "(function(fields) {\r\n"
+      "  function paint(list) {\r\n"
+      "    var cell = document.getElementById(list.name.slice(0, -2));\r\n"
+      "    if (cell && list.name.slice(-2) == 'BG') cell.style.background = list.value;\r\n"
+      "    if (cell && list.name.slice(-2) == 'FG') cell.style.color = list.value;\r\n"
+      "  }\r\n"
+      "  for (var i = 0; i < fields.length; i++) paint(fields[i]);\r\n"
+      "  document.acForm.onchange = function(change) { paint(change.target); };\r\n"
+      "})(document.acForm.elements);\r\n"
+      "//-->\r\n"
+      "</SCRIPT>");
+}
+
+}  // namespace orlune

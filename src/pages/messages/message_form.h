@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+#include "pages/messages/message_state.h"
+
+namespace orlune {
+
+struct ComponentState;
+
+/// The form for a new message, filled with `message`. Throws DatabaseError.
+void ShowMessageForm(ComponentState& state, const MessageState& message);
+
+/// The same as a reply to the message whose number is `msg`. Throws DatabaseError, also when there is no such
+/// message.
+void ShowReplyForm(ComponentState& state, std::string_view msg);
+
+}  // namespace orlune

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "pages/preferences/display_preferences.h"
+
+namespace orlune {
+
+/// The page on which the user chooses `preferences`. Asks for no right. Throws DatabaseError.
+void ShowPreferencesForm(ComponentState& state, const DisplayPreferences& preferences);
+
+}  // namespace orlune

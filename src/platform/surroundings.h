@@ -1,0 +1,18 @@
+#pragma once
+
+#include "base/regional_settings.h"
+#include "platform/clock.h"
+#include "platform/database.h"
+#include "platform/localiser.h"
+
+namespace orlune {
+
+/// What the component needs of the machine that it runs on. Shared by all requests; all parts outlive them.
+struct Surroundings {
+  const orlune::Clock& Clock;
+  DatabaseDriver& Databases;
+  const RegionalSettings& Regional;
+  LocaliserFactory& Localisers;
+};
+
+}  // namespace orlune

@@ -1,0 +1,65 @@
+#include "sessions/session_cleaner.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <random>
+#include <utility>
+
+#include "base/log_text.h"
+
+namespace orlune {
+namespace {
+
+/// Other servers pause for another time, so that they do not clean at the same moment.
+std::chrono::milliseconds RandomPause(std::chrono::milliseconds mean) {
+  std::random_device randomness;
+  std::uniform_int_distribution<std::chrono::milliseconds::rep> pause(mean.count() / 2, mean.count() * 3 / 2);
+  return std::chrono::milliseconds(pause(randomness));
+}
+
+}  // namespace
+
+SessionCleaner::SessionCleaner(const SessionDatabases& databases, spdlog::logger& log, CleaningRules rules,
+                               DatabaseSessionStore::TimeSource now)
+    : log_(log), rules_(rules), now_(std::move(now)) {
+  for (const auto& [pagePath, database] : databases) {
+    const bool isKnown =
+        std::any_of(databases_.begin(), databases_.end(),
+                    [&path = database.Path](const SessionDatabase& known) { return known.Path == path; });
+    if (!isKnown) databases_.push_back(database);
+  }
+}
+
+void SessionCleaner::Start() {
+  thread_ = std::jthread([this](const std::stop_token& stop) {
+    std::mutex mutex;
+    std::condition_variable_any wakeUp;
+    std::unique_lock lock(mutex);
+    while (!stop.stop_requested()) {
+      wakeUp.wait_for(lock, stop, RandomPause(rules_.Pause), [] { return false; });
+      if (!stop.stop_requested()) CleanUp();
+    }
+  });
+}
+
+void SessionCleaner::CleanUp() {
+  for (const SessionDatabase& database : databases_) {
+    try {
+      CleanUp(database);
+    } catch (const std::exception& error) {
+      log_.error("cannot remove expired sessions: {}", OneLine(error.what()));
+    }
+  }
+}
+
+void SessionCleaner::CleanUp(const SessionDatabase& database) {
+  SessionTable table(database);
+  table.RemoveExpired(std::chrono::floor<std::chrono::seconds>(now_()).time_since_epoch().count());
+  std::int64_t excess = table.Count() - rules_.MostSessions;
+  if (excess > 0) log_.warn("{} sessions too many; those unused for longest are ended", excess);
+  for (; excess > 0; excess -= 1000) table.RemoveThousand();
+}
+
+}  // namespace orlune

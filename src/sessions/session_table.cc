@@ -1,0 +1,115 @@
+#include "sessions/session_table.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "store/database_access.h"
+#include "store/field.h"
+#include "store/statement.h"
+#include "store/transaction.h"
+
+namespace orlune {
+namespace {
+
+std::int64_t NumberAt(const ResultSet& rows, std::string_view column) {
+  const Value value = rows.Get(rows.Column(column));
+  const auto* number = std::get_if<std::int64_t>(&value);
+  return number == nullptr ? 0 : *number;
+}
+
+/// When the last of the 1000 rows that expire first does.
+std::int64_t LastOfThousand(Connection& connection) {
+  const auto rows = connection.Query(Statement("SELECT TOP 1000 Expires FROM Sessions ORDER BY Expires"));
+  std::int64_t last = 0;
+  while (rows->Next()) last = NumberAt(*rows, "Expires");
+  return last;
+}
+
+std::vector<SessionRow> ReadRows(Connection& connection, const Statement& condition) {
+  const auto found = connection.Query(
+      Statement("SELECT SessionKey, SessionValues, Version, Expires FROM Sessions WHERE {}", condition));
+  std::vector<SessionRow> rows;
+  while (found->Next()) {
+    rows.push_back({std::string(TextOf(found->Get(found->Column("SessionKey")))),
+                    std::string(TextOf(found->Get(found->Column("SessionValues")))),
+                    NumberAt(*found, "Version"), NumberAt(*found, "Expires")});
+  }
+  return rows;
+}
+
+Statement Insertion(const SessionRow& row) {
+  return Statement(
+      "INSERT INTO Sessions (SessionKey, SessionValues, Version, Expires) VALUES ('{}', '{}', {}, {})",
+      row.Key, row.Values, row.Version, row.ExpiresAt);
+}
+
+Statement Removal(const std::string& key) {
+  return Statement("DELETE FROM Sessions WHERE SessionKey = '{}'", key);
+}
+
+}  // namespace
+
+SessionTable::SessionTable(const SessionDatabase& database)
+    : connection_(database.Driver->Open(database.Path)) {
+  connection_->TryExecute(Statement(
+      "CREATE TABLE Sessions (SessionKey TEXT (64), SessionValues MEMO, Version LONG, Expires LONG)"));
+}
+
+std::optional<SessionRow> SessionTable::FindRunning(std::span<const std::string> keys, std::int64_t now) {
+  std::vector<SessionRow> rows =
+      ReadRows(*connection_, Statement("(SessionKey IN ({})) AND (Expires > {})", QuotedList(keys), now));
+  for (const std::string& key : keys) {
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&key](const SessionRow& candidate) { return candidate.Key == key; });
+    if (row != rows.end()) return std::move(*row);
+  }
+  return std::nullopt;
+}
+
+std::optional<SessionRow> SessionTable::Find(const std::string& key) {
+  std::vector<SessionRow> rows = ReadRows(*connection_, Statement("SessionKey = '{}'", key));
+  if (rows.empty()) return std::nullopt;
+  return std::move(rows.front());
+}
+
+void SessionTable::Insert(const SessionRow& row) {
+  connection_->Execute(Insertion(row));
+}
+
+void SessionTable::Replace(const std::string& endedKey, const SessionRow& row) {
+  Transaction transaction(*connection_);
+  connection_->Execute(Removal(endedKey));
+  connection_->Execute(Insertion(row));
+  transaction.Commit();
+}
+
+void SessionTable::UpdateValues(const SessionRow& row, std::int64_t replaced) {
+  connection_->Execute(
+      Statement("UPDATE Sessions SET SessionValues = '{}', Version = {} "
+                "WHERE (SessionKey = '{}') AND (Version = {})",
+                row.Values, row.Version, row.Key, replaced));
+}
+
+void SessionTable::TryProlong(const SessionRow& row) {
+  connection_->TryExecute(
+      Statement("UPDATE Sessions SET Expires = {} WHERE SessionKey = '{}'", row.ExpiresAt, row.Key));
+}
+
+void SessionTable::Remove(const std::string& key) {
+  connection_->Execute(Removal(key));
+}
+
+std::int64_t SessionTable::Count() {
+  const auto rows = connection_->Query(Statement("SELECT Count(SessionKey) AS Kept FROM Sessions"));
+  return rows->Next() ? NumberAt(*rows, "Kept") : 0;
+}
+
+void SessionTable::RemoveExpired(std::int64_t now) {
+  connection_->Execute(Statement("DELETE FROM Sessions WHERE Expires <= {}", now));
+}
+
+void SessionTable::RemoveThousand() {
+  RemoveExpired(LastOfThousand(*connection_));
+}
+
+}  // namespace orlune

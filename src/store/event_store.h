@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "base/regional_settings.h"
+#include "model/ol_event.h"
+#include "platform/database.h"
+
+namespace orlune {
+
+/// All throw DatabaseError.
+
+/// Writes the columns that belong to the event's `Type`: as a new row when it has no `EventID`, else into its
+/// own. Columns of other kinds keep what they hold. Apostrophes and double quotes of title and comments are
+/// stored as character references.
+void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event);
+
+/// Deletes the events numbered in `ids`, which are joined with ", ".
+void DeleteEvents(Connection& database, std::string_view ids);
+
+/// The `EventID` of the sender's copy of the newest suggestion, or nothing when there is none.
+std::optional<int> FindNewestSenderCopy(Connection& database);
+
+/// Sets the state of the copies that the calendar `owner` received of the suggestion `suggId`.
+void SetSuggestState(Connection& database, std::string_view suggId, std::string_view owner,
+                     std::string_view state);
+
+}  // namespace orlune
