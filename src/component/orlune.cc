@@ -8,9 +8,8 @@
 #include "pages/login/login.h"
 #include "pages/messages/messages_page.h"
 #include "pages/preferences/preferences_page.h"
-#include "request/request_state.h"
-#include "request/session_data.h"
-#include "request/settings.h"
+#include "request/texts.h"
+#include "request/visitor_loading.h"
 #include "store/schema_upgrade.h"
 
 namespace orlune {
@@ -21,145 +20,157 @@ std::string WithTrailingSlash(std::string directory) {
   return directory;
 }
 
-/// Takes the request's connection to `DBPath`. When that fails, writes the open-failure text to the response
-/// and returns false.
-bool OpenDatabase(ComponentState& state) {
-  try {
-    state.Database = state.Surroundings->Databases.Open(state.DBPath);
-    return true;
-  } catch (const DatabaseError&) {
-    state.Context.Response->SetStatus(503);
-    state.Context.Response->Write("Could not open database " + state.DBPath + ".");
-    return false;
-  }
+void ShowPage(std::string_view page, Visit& visit) {
+  if (page == "c") ShowCalendarPage(visit);
+  if (page == "a") ShowAdminPage(visit);
+  if (page == "e") ShowEventPage(visit);
+  if (page == "m") ShowMessagesPage(visit);
+  if (page == "p") ShowPreferencesPage(visit);
+  if (page == "s") ShowDatePicker(visit);
 }
 
 }  // namespace
 
-Orlune::Orlune(const Surroundings& surroundings) : state_(surroundings) {}
+Orlune::Orlune(const Surroundings& surroundings)
+    : surroundings_(surroundings), today_(surroundings.Clock.Now().Day) {
+  hosting_.ExpireCookie = today_ + std::chrono::days{1};
+}
 
 void Orlune::LoginName(std::string name) {
-  state_.LoginName = std::move(name);
+  hosting_.LoginName = std::move(name);
 }
 
 void Orlune::CalName(std::string_view name) {
   if (name.empty()) return;
   if (name.size() >= 2 && name.starts_with('[') && name.ends_with(']'))
     name = name.substr(1, name.size() - 2);
-  state_.CalNameFixed = name.starts_with('!');
-  if (state_.CalNameFixed) name.remove_prefix(1);
-  state_.CalName = name;
+  hosting_.CalNameFixed = name.starts_with('!');
+  if (hosting_.CalNameFixed) name.remove_prefix(1);
+  hosting_.CalName = name;
 }
 
 void Orlune::ImageDir(std::string directory) {
-  state_.ImageDir = WithTrailingSlash(std::move(directory));
+  hosting_.ImageDir = WithTrailingSlash(std::move(directory));
 }
 void Orlune::CssDir(std::string directory) {
-  state_.CssDir = WithTrailingSlash(std::move(directory));
+  hosting_.CssDir = WithTrailingSlash(std::move(directory));
 }
 void Orlune::DBPath(std::string path) {
-  state_.DBPath = std::move(path);
+  hosting_.DBPath = std::move(path);
 }
 void Orlune::UseCookie(bool use) {
-  state_.UseCookie = use;
+  hosting_.UseCookie = use;
 }
 void Orlune::ExpireCookie(Date day) {
-  state_.ExpireCookie = day;
+  hosting_.ExpireCookie = day;
 }
 
 void Orlune::ExpireCookie(std::string_view day) {
-  state_.ExpireCookie = ParseDate(state_.Surroundings->Regional, day).value_or(state_.ExpireCookie);
+  hosting_.ExpireCookie = ParseDate(surroundings_.Regional, day).value_or(hosting_.ExpireCookie);
 }
 
 void Orlune::ExitToURL(std::string url) {
-  state_.ExitToURL = std::move(url);
+  hosting_.ExitToURL = std::move(url);
 }
 void Orlune::ShowTitle(bool show) {
-  state_.ShowTitle = show;
+  hosting_.ShowTitle = show;
 }
 void Orlune::NoMessaging(bool hide) {
-  state_.NoMessaging = hide;
+  hosting_.NoMessaging = hide;
 }
 void Orlune::NoLoginChange(bool hide) {
-  state_.NoLoginChange = hide;
+  hosting_.NoLoginChange = hide;
 }
 void Orlune::NoOLORLink(bool hide) {
-  state_.NoOLORLink = hide;
+  hosting_.NoOLORLink = hide;
 }
 void Orlune::DemoMode(bool demo) {
-  state_.DemoMode = demo;
+  hosting_.DemoMode = demo;
 }
 
 void Orlune::Language(std::string_view name) {
-  state_.Localiser = state_.Surroundings->Localisers.Create("OLOR_" + std::string(name) + ".Localise");
+  hosting_.Localiser = surroundings_.Localisers.Create("OLOR_" + std::string(name) + ".Localise");
 }
 
 void Orlune::HTMLHeader(std::string html) {
-  state_.HTMLHeader = std::move(html);
+  hosting_.HTMLHeader = std::move(html);
 }
 void Orlune::HTMLFooter(std::string html) {
-  state_.HTMLFooter = std::move(html);
+  hosting_.HTMLFooter = std::move(html);
 }
 void Orlune::HeadData(std::string html) {
-  state_.HeadData = std::move(html);
+  hosting_.HeadData = std::move(html);
 }
 
 std::string Orlune::GetSessionData(std::string_view strKey) const {
-  return orlune::GetSessionData(state_, strKey);
+  return Session().Get(strKey);
 }
 
 void Orlune::OnStartPage(const ScriptingContext& passedScriptingContext) {
-  state_.Context = passedScriptingContext;
-  const Request& request = *state_.Context.Request;
-  state_.IsCompatibleBrowser =
-      request.ServerVariable("HTTP_USER_AGENT").find("compatible") != std::string_view::npos;
-  state_.ScriptName = request.ServerVariable("SCRIPT_NAME");
+  context_ = passedScriptingContext;
+  hosting_.ScriptName = context_.Request->ServerVariable("SCRIPT_NAME");
 }
 
 void Orlune::Execute() {
-  state_.Context.Response->SetExpires(std::chrono::minutes{0});
-  if (!OpenDatabase(state_)) return;
-  UpgradeSchema(*state_.Database);
-  if (const auto page = state_.Context.Request->QueryParameter("p"); !page.empty()) state_.PageName = page;
-
-  const bool isLoggedIn = state_.LoginName.empty() || !GetSessionData("Login").empty();
-  if (isLoggedIn && state_.PageName != "l") {
-    TakeRequestState(state_);
-    if (LoadSettings(state_)) {
-      ShowPage();
-    } else {
-      EndLogin();
-    }
-  } else {
-    LoginOrLogout();
+  context_.Response->SetExpires(std::chrono::minutes{0});
+  std::unique_ptr<Connection> database;
+  try {
+    database = surroundings_.Databases.Open(hosting_.DBPath);
+  } catch (const DatabaseError&) {
+    context_.Response->SetStatus(503);
+    context_.Response->Write("Could not open database " + hosting_.DBPath + ".");
+    return;
   }
-  state_.Database.reset();
+  UpgradeSchema(*database);
+  SessionValues session = Session();
+  Answer(*database, session);
 }
 
-void Orlune::ShowPage() {
-  if (state_.PageName == "c") ShowCalendarPage(state_);
-  if (state_.PageName == "a") ShowAdminPage(state_);
-  if (state_.PageName == "e") ShowEventPage(state_);
-  if (state_.PageName == "m") ShowMessagesPage(state_);
-  if (state_.PageName == "p") ShowPreferencesPage(state_);
-  if (state_.PageName == "s") ShowDatePicker(state_);
+void Orlune::Answer(Connection& database, SessionValues& session) {
+  const bool isLoggedIn = hosting_.LoginName.empty() || !session.Get("Login").empty();
+  if (isLoggedIn && context_.Request->QueryParameter("p") != "l") {
+    AnswerLoggedIn(database, session);
+  } else {
+    AnswerLogin(database, session);
+  }
 }
 
-/// For a user whose account was deleted or renamed: what they changed from now on would be nobody's.
-void Orlune::EndLogin() {
-  Logout(state_);
-  state_.Context.Response->Redirect(state_.ScriptName);
+void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
+  const LoadedVisitor loaded = LoadVisitor(hosting_, context_, surroundings_, session, database);
+  if (!loaded.HasAccount) {
+    // What a user whose account was deleted or renamed changed from now on would be nobody's.
+    session.Logout();
+    context_.Response->Redirect(hosting_.ScriptName);
+    return;
+  }
+  const PageContext context = ContextFor(loaded.Visitor);
+  Visit visit{context, database, *context_.Request, *context_.Response, session, surroundings_.Clock};
+  if (!loaded.InvalidDate.empty()) AddAlert(visit, Text::kInvalidDate, {loaded.InvalidDate});
+  const std::string_view page = context_.Request->QueryParameter("p");
+  ShowPage(page.empty() ? "c" : page, visit);
 }
 
-void Orlune::LoginOrLogout() {
-  const bool isLeaving = !GetSessionData("Login").empty() && state_.PageName == "l" &&
-                         !state_.ExitToURL.empty() && state_.Context.Request->FormFieldCount() == 0;
-  Logout(state_);
+void Orlune::AnswerLogin(Connection& database, SessionValues& session) {
+  const bool isLeaving = !session.Get("Login").empty() && context_.Request->QueryParameter("p") == "l" &&
+                         !hosting_.ExitToURL.empty() && context_.Request->FormFieldCount() == 0;
+  session.Logout();
   if (isLeaving) {
-    state_.Context.Response->Redirect(state_.ExitToURL);
-  } else {
-    LoginStep(state_);
+    context_.Response->Redirect(hosting_.ExitToURL);
+    return;
   }
+  Visitor nobody;
+  nobody.LoginName = hosting_.LoginName;
+  nobody.CalName = hosting_.CalName;
+  nobody.CurrentDate = today_;
+  const PageContext context = ContextFor(nobody);
+  Visit visit{context, database, *context_.Request, *context_.Response, session, surroundings_.Clock};
+  LoginStep(visit);
+}
+
+PageContext Orlune::ContextFor(const Visitor& visitor) const {
+  const bool isCompatible =
+      context_.Request->ServerVariable("HTTP_USER_AGENT").find("compatible") != std::string_view::npos;
+  return {hosting_, visitor, surroundings_.Regional, today_, isCompatible};
 }
 
 }  // namespace orlune

@@ -5,7 +5,8 @@
 
 #include "platform/page_host.h"
 #include "platform/surroundings.h"
-#include "request/component_state.h"
+#include "request/hosting_page.h"
+#include "request/visit.h"
 
 namespace orlune {
 
@@ -50,11 +51,16 @@ class Orlune {
   void HeadData(std::string html);
 
  private:
-  void ShowPage();
-  void EndLogin();
-  void LoginOrLogout();
+  void Answer(Connection& database, SessionValues& session);
+  void AnswerLoggedIn(Connection& database, SessionValues& session);
+  void AnswerLogin(Connection& database, SessionValues& session);
+  PageContext ContextFor(const Visitor& visitor) const;
+  SessionValues Session() const { return {hosting_, context_, today_}; }
 
-  ComponentState state_;
+  const Surroundings& surroundings_;
+  Date today_;
+  HostingPage hosting_;
+  ScriptingContext context_{};
 };
 
 }  // namespace orlune

@@ -8,7 +8,7 @@
 #include "base/dates.h"
 #include "base/text.h"
 #include "demo/demo_company_people.h"
-#include "texts/string_table.h"
+#include "texts/english_texts.h"
 
 namespace orlune::demo {
 namespace {
@@ -125,25 +125,25 @@ EventRow SuggestedEvent(const Suggestion& suggestion, Date today) {
 }
 
 std::string SuggestionText(const EventRow& event, const RegionalSettings& regional) {
-  const auto line = [](int label, std::string_view value) {
-    return std::string(StringTableText(label)).append(" <B>").append(value).append("</B><BR>");
+  const auto line = [](Text label, std::string_view value) {
+    return std::string(EnglishText(label)).append(" <B>").append(value).append("</B><BR>");
   };
   std::string text = "<P>";
-  text.append(StringTableText(360)).append("<P>");
-  text += line(301, event.EventName) + line(336, event.EventType) + "<BR>";
-  text += line(309, FormatShortDate(regional, event.BeginDate));
-  text += line(310, event.BeginTime + '-' + event.EndTime) + "<BR>";
-  return text.append(StringTableText(312)).append(" ").append(event.Comments);
+  text.append(EnglishText(Text::kSuggestionIntroduction)).append("<P>");
+  text += line(Text::kEventName, event.EventName) + line(Text::kEventType, event.EventType) + "<BR>";
+  text += line(Text::kEventDate, FormatShortDate(regional, event.BeginDate));
+  text += line(Text::kEventTime, event.BeginTime + '-' + event.EndTime) + "<BR>";
+  return text.append(EnglishText(Text::kEventComments)).append(" ").append(event.Comments);
 }
 
 MessageRow AnswerMessage(const EventRow& event, const Answer& answer) {
-  const int state = answer.State == "accepted" ? 333 : 334;
+  const Text state = answer.State == "accepted" ? Text::kAccepted : Text::kDeclined;
   MessageRow message;
   message.Sender = answer.Recipient;
   message.Recipient = event.Owner;
-  message.Subject =
-      ReplaceAll(ReplaceAll(StringTableText(372), "%s", StringTableText(state)), "%t", event.EventName);
-  message.Content = answer.Comments.empty() ? StringTableText(373) : answer.Comments;
+  message.Subject = ReplaceAll(ReplaceAll(EnglishText(Text::kNotificationSubject), "%s", EnglishText(state)),
+                               "%t", event.EventName);
+  message.Content = answer.Comments.empty() ? EnglishText(Text::kNoFurtherInformation) : answer.Comments;
   return message;
 }
 

@@ -4,7 +4,7 @@
 
 #include "base/date_text.h"
 #include "base/lists.h"
-#include "request/component_state.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
@@ -25,22 +25,23 @@ Markup SelectedIf(std::span<const std::string> values, std::string_view value) {
   return SelectedWhen(std::find(searched.begin(), searched.end(), value) != searched.end());
 }
 
-Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
+Html TimeSelect(const PageContext& context, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
                 bool withEmpty) {
   using std::chrono::minutes;
   Html list("<SELECT NAME=\"{}\">\r\n", name);
   if (withEmpty) list.Add("<OPTION>- - - -\r\n");
   for (minutes time{0}; time < minutes{24 * 60}; time += minutes{stepMinutes}) {
     const bool isSelected = selected && std::chrono::floor<minutes>(*selected) == time;
-    list.Add("<OPTION{}>{}\r\n", SelectedWhen(isSelected), Content(FormatTime(state.TimeFormat, time)));
+    list.Add("<OPTION{}>{}\r\n", SelectedWhen(isSelected),
+             Content(FormatTime(context.Visitor.TimeFormat, time)));
   }
   list.Add("</SELECT>");
   return list;
 }
 
-Html TextInput(const ComponentState& state, Markup name, std::string_view value) {
+Html TextInput(const PageContext& context, Markup name, std::string_view value) {
   return Html("<INPUT TYPE=text NAME=\"{}\" VALUE=\"{}\" SIZE={}>", name, Attribute(value),
-              InputSize(state, 18, 38));
+              InputSize(context, 18, 38));
 }
 
 Html HiddenField(Markup name, std::string_view value) {
@@ -52,32 +53,32 @@ Html TextAreaContent(std::string_view text) {
   return Html("{}{}", beginsWithLineEnd ? Markup("\r\n") : Markup(""), Content(text));
 }
 
-Html ActionButton(const ComponentState& state, std::string_view label, const Html& query) {
+Html ActionButton(const PageContext& context, std::string_view label, const Html& query) {
   return Html(
       "<INPUT TYPE=button VALUE=\"{}\" "
       "onClick=\"javascript:document.acForm.action='{}?{}';document.acForm.submit();\">",
-      Attribute(label), ScriptAttribute(state.ScriptName), query);
+      Attribute(label), ScriptAttribute(context.Hosting.ScriptName), query);
 }
 
-int InputSize(const ComponentState& state, int other, int compatible) {
-  return state.IsCompatibleBrowser ? compatible : other;
+int InputSize(const PageContext& context, int other, int compatible) {
+  return context.IsCompatibleBrowser ? compatible : other;
 }
 
-Html FormTableOpen(const ComponentState& state) {
+Html FormTableOpen(const PageContext& context) {
   return Html(
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
       "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>",
-      CellSpacing(state));
+      CellSpacing(context));
 }
 
-Markup CellSpacing(const ComponentState& state) {
-  return state.IsCompatibleBrowser ? Markup("1") : Markup("0.5");
+Markup CellSpacing(const PageContext& context) {
+  return context.IsCompatibleBrowser ? Markup("1") : Markup("0.5");
 }
 
-std::string_view EventTypeIcon(const ComponentState& state, std::string_view typeName) {
-  const auto type = std::find_if(state.EventTypes.begin(), state.EventTypes.end(),
+std::string_view EventTypeIcon(const PageContext& context, std::string_view typeName) {
+  const auto type = std::find_if(context.Visitor.EventTypes.begin(), context.Visitor.EventTypes.end(),
                                  [&](const EventTypeEntry& entry) { return entry.TypeName == typeName; });
-  if (type == state.EventTypes.end() || type->FileName.empty()) return "cal_redind.gif";
+  if (type == context.Visitor.EventTypes.end() || type->FileName.empty()) return "cal_redind.gif";
   return type->FileName;
 }
 

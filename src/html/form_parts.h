@@ -7,10 +7,9 @@
 
 #include "base/civil_time.h"
 #include "html/html.h"
+#include "request/page_context.h"
 
 namespace orlune {
-
-struct ComponentState;
 
 /// " SELECTED" or nothing.
 Markup SelectedWhen(bool isSelected);
@@ -23,11 +22,11 @@ Markup SelectedIf(std::span<const std::string> values, std::string_view value);
 
 /// The choice list of the times of a day, `stepMinutes` apart, written by the user's clock; with `withEmpty`
 /// it begins with "- - - -". The entry of the same minute as `selected` is selected.
-Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
+Html TimeSelect(const PageContext& context, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
                 bool withEmpty);
 
 /// A text field that shows `value`.
-Html TextInput(const ComponentState& state, Markup name, std::string_view value);
+Html TextInput(const PageContext& context, Markup name, std::string_view value);
 
 /// A field that is sent along and not shown.
 Html HiddenField(Markup name, std::string_view value);
@@ -36,16 +35,16 @@ Html HiddenField(Markup name, std::string_view value);
 Html TextAreaContent(std::string_view text);
 
 /// A button that sends the page's form to the query `query` of the script.
-Html ActionButton(const ComponentState& state, std::string_view label, const Html& query);
+Html ActionButton(const PageContext& context, std::string_view label, const Html& query);
 
 /// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
-int InputSize(const ComponentState& state, int other, int compatible);
+int InputSize(const PageContext& context, int other, int compatible);
 /// Opens a form's outer table and in its only cell the table of the form's rows.
-Html FormTableOpen(const ComponentState& state);
+Html FormTableOpen(const PageContext& context);
 /// The space between the cells of a page's table.
-Markup CellSpacing(const ComponentState& state);
+Markup CellSpacing(const PageContext& context);
 
 /// The file of an event type's icon, or "cal_redind.gif" when the type or its file is unknown.
-std::string_view EventTypeIcon(const ComponentState& state, std::string_view typeName);
+std::string_view EventTypeIcon(const PageContext& context, std::string_view typeName);
 
 }  // namespace orlune

@@ -1,6 +1,6 @@
 #include "html/links.h"
 
-#include "request/component_state.h"
+#include "request/page_context.h"
 #include "request/texts.h"
 
 namespace orlune {
@@ -12,21 +12,21 @@ Html StatusHandler(std::string_view text) {
       ScriptAttribute(text));
 }
 
-Html PageLink(const ComponentState& state, Markup query) {
-  return Html("{}?{}", Attribute(state.ScriptName), query);
+Html PageLink(const PageContext& context, Markup query) {
+  return Html("{}?{}", Attribute(context.Hosting.ScriptName), query);
 }
 
-Html PageButton(const ComponentState& state, Markup query, int text, Markup imageFile) {
-  return ImageLink(state, PageLink(state, query), LoadText(state, text), imageFile);
+Html PageButton(const PageContext& context, Markup query, Text text, Markup imageFile) {
+  return ImageLink(context, PageLink(context, query), LoadText(context, text), imageFile);
 }
 
-Html ImageLink(const ComponentState& state, const Html& href, std::string_view text, Markup imageFile,
+Html ImageLink(const PageContext& context, const Html& href, std::string_view text, Markup imageFile,
                Markup name, const Html& onClick) {
   Html link("<A HREF=\"{}\" ", href);
   if (!name.Text().empty()) link.Add("NAME=\"{}\" ", name);
   if (!onClick.IsEmpty()) link.Add("onClick=\"{}\" ", onClick);
   link.Add("{}><IMG SRC=\"{}{}\" ALT=\"{}\" BORDER=0 ALIGN=ABSMIDDLE></A>\r\n", StatusHandler(text),
-           Attribute(state.ImageDir), imageFile, Attribute(text));
+           Attribute(context.Hosting.ImageDir), imageFile, Attribute(text));
   return link;
 }
 

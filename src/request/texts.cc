@@ -1,20 +1,20 @@
 #include "request/texts.h"
 
 #include "base/text.h"
-#include "request/component_state.h"
-#include "texts/string_table.h"
+#include "request/visit.h"
+#include "texts/english_texts.h"
 
 namespace orlune {
 
-std::string_view LoadText(const ComponentState& state, int id) {
-  if (state.Localiser) {
-    if (const auto text = state.Localiser->Loadstring(id)) return *text;
+std::string_view LoadText(const PageContext& context, Text id) {
+  if (context.Hosting.Localiser) {
+    if (const auto text = context.Hosting.Localiser->Loadstring(static_cast<int>(id))) return *text;
   }
-  return StringTableText(id);
+  return EnglishText(id);
 }
 
-std::string LoadText(const ComponentState& state, int id, std::initializer_list<std::string_view> arguments) {
-  std::string text(LoadText(state, id));
+std::string LoadText(const PageContext& context, Text id, std::initializer_list<std::string_view> arguments) {
+  std::string text(LoadText(context, id));
   std::string placeholder = "%s";
   for (const std::string_view argument : arguments) {
     text = ReplaceAll(text, placeholder, argument);
@@ -23,8 +23,8 @@ std::string LoadText(const ComponentState& state, int id, std::initializer_list<
   return text;
 }
 
-void AddAlert(ComponentState& state, int id, std::initializer_list<std::string_view> arguments) {
-  state.AlertText += LoadText(state, id, arguments);
+void AddAlert(Visit& visit, Text id, std::initializer_list<std::string_view> arguments) {
+  visit.Alerts += LoadText(visit.Context, id, arguments);
 }
 
 }  // namespace orlune

@@ -4,17 +4,20 @@
 #include <string>
 #include <string_view>
 
+#include "request/page_context.h"
+#include "texts/text.h"
+
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
-/// The user-visible text numbered `id`, in the language of the hosting page. Valid for the whole request.
-std::string_view LoadText(const ComponentState& state, int id);
+/// The text in the language of the hosting page. Valid for the whole request.
+std::string_view LoadText(const PageContext& context, Text id);
 /// The same with "%s" replaced by the first argument, then "%t" by the second, and so on; an argument that
 /// holds a later placeholder has that replaced as well.
-std::string LoadText(const ComponentState& state, int id, std::initializer_list<std::string_view> arguments);
+std::string LoadText(const PageContext& context, Text id, std::initializer_list<std::string_view> arguments);
 
-/// Appends the text `id` to the errors that the page will show.
-void AddAlert(ComponentState& state, int id, std::initializer_list<std::string_view> arguments = {});
+/// Appends the text to the errors that the page will show.
+void AddAlert(Visit& visit, Text id, std::initializer_list<std::string_view> arguments = {});
 
 }  // namespace orlune

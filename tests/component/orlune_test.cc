@@ -72,24 +72,27 @@ TEST_F(Component, ShowsTextsOfALanguagePackWithEnglishForTheRest) {
       return id == 110 ? std::optional<std::string_view>("Kirjaudu ulos %s (%t)") : std::nullopt;
     }
   };
-  ComponentState state(surroundings_);
-  EXPECT_EQ(LoadText(state, 810, {"1.1."}), "1.1. is not a valid date.\\n");
-  EXPECT_EQ(LoadText(state, 99), "");
-  state.Localiser = std::make_shared<Pack>();
-  EXPECT_EQ(LoadText(state, 110, {"%t", "x"}), "Kirjaudu ulos x (x)");
-  EXPECT_EQ(LoadText(state, 103), "Login");
+  HostingPage hosting;
+  const Visitor visitor;
+  const PageContext context{hosting, visitor, surroundings_.Regional, {}, false};
+  EXPECT_EQ(LoadText(context, Text::kInvalidDate, {"1.1."}), "1.1. is not a valid date.\\n");
+  hosting.Localiser = std::make_shared<Pack>();
+  EXPECT_EQ(LoadText(context, Text::kLogout, {"%t", "x"}), "Kirjaudu ulos x (x)");
+  EXPECT_EQ(LoadText(context, Text::kLoginButton), "Login");
 }
 
 TEST_F(Component, OffersTimesInTheUsersClock) {
-  ComponentState state(surroundings_);
+  const HostingPage hosting;
+  Visitor visitor;
+  const PageContext context{hosting, visitor, surroundings_.Regional, {}, false};
   const auto count = [](const std::string& text, std::string_view part) {
     std::size_t found = 0;
     for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
     return found;
   };
-  EXPECT_EQ(count(TimeSelect(state, "t", {}, 30, false).Text(), "<OPTION>"), 48U);
-  state.TimeFormat = "Hh:Nn AM/PM";
-  const std::string list = TimeSelect(state, "time1", std::chrono::seconds{9 * 3600 + 59}, 15, true).Text();
+  EXPECT_EQ(count(TimeSelect(context, "t", {}, 30, false).Text(), "<OPTION>"), 48U);
+  visitor.TimeFormat = "Hh:Nn AM/PM";
+  const std::string list = TimeSelect(context, "time1", std::chrono::seconds{9 * 3600 + 59}, 15, true).Text();
   EXPECT_TRUE(list.starts_with("<SELECT NAME=\"time1\">\r\n<OPTION>- - - -\r\n<OPTION>12:00 AM\r\n")) << list;
   EXPECT_EQ(count(list, "<OPTION"), 97U);
   EXPECT_EQ(count(list, " SELECTED"), 1U);

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "drivers/langpack/langpack_factory.h"
-#include "texts/string_table.h"
+#include "texts/english_texts.h"
 
 namespace orlune::testing {
 namespace {
@@ -54,7 +54,7 @@ TEST(LanguagePacks, TranslateEveryTextInTheFormOfTheEnglish) {
     for (int id = 0; id < kBeyondAllTexts; ++id) {
       SCOPED_TRACE(id);
       const auto text = pack->Loadstring(id);
-      const std::string english(StringTableText(id));
+      const std::string english(EnglishText(static_cast<Text>(id)));
       EXPECT_EQ(text.has_value(), !english.empty());
       if (text && !english.empty()) CheckText(std::string(*text), english);
     }

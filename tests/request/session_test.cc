@@ -1,6 +1,4 @@
-#include "request/request_state.h"
-#include "request/rights.h"
-#include "request/settings.h"
+#include "request/visitor_loading.h"
 #include "support/calendar_fixture.h"
 
 namespace orlune::testing {
@@ -116,18 +114,22 @@ TEST_F(LoginPage, KeepsTheSessionInACookieWhenTold) {
 
 class RequestState : public CalendarFixture {
  protected:
-  /// The state after a request of `login` with the query parameters `query`.
-  ComponentState Take(const std::string& login, FakeHost::Fields query) {
+  /// Who a request of `login` with the query parameters `query` comes from.
+  Visitor Take(const std::string& login, FakeHost::Fields query) {
     host_.SessionValues = {{"Login", login}};
     host_.StartRequest(std::move(query), {}, "");
-    ComponentState state(surroundings_);
-    state.Context = host_.Context();
-    state.Database = driver_.Open(databasePath_);
-    TakeRequestState(state);
-    LoadSettings(state);
-    return state;
+    const HostingPage hosting;
+    SessionValues session(hosting, host_.Context(), Now().Day);
+    const auto database = driver_.Open(databasePath_);
+    const LoadedVisitor loaded = LoadVisitor(hosting, host_.Context(), surroundings_, session, *database);
+    invalidDate_ = loaded.InvalidDate;
+    return loaded.Visitor;
   }
   using Names = std::vector<std::string>;
+
+  DateTime Now() const { return surroundings_.Clock.Now(); }
+
+  std::string invalidDate_;
 };
 
 TEST_F(RequestState, FallsBackToTheOwnCalendar) {
@@ -151,54 +153,54 @@ TEST_F(RequestState, EndsTheLoginOfAnAccountThatIsGone) {
 }
 
 TEST_F(RequestState, RefusesDatesThatAreNone) {
-  ComponentState state = Take("anna", {{"cd", "3/45/2004"}});
-  EXPECT_EQ(state.AlertText, "3/45/2004 is not a valid date.\\n");
-  EXPECT_EQ(state.CurrentDate, state.Today);
-  state = Take("anna", {{"cd", "2004-02-29"}});
-  EXPECT_EQ(state.AlertText, "");
-  EXPECT_EQ(state.CurrentDate, Date{std::chrono::year{2004} / 2 / 29});
+  Visitor visitor = Take("anna", {{"cd", "3/45/2004"}});
+  EXPECT_EQ(invalidDate_, "3/45/2004");
+  EXPECT_EQ(visitor.CurrentDate, Now().Day);
+  visitor = Take("anna", {{"cd", "2004-02-29"}});
+  EXPECT_EQ(invalidDate_, "");
+  EXPECT_EQ(visitor.CurrentDate, Date{std::chrono::year{2004} / 2 / 29});
 }
 
 TEST_F(RequestState, HoldsTheUsersSettings) {
-  ComponentState state = Take("ben", {});
-  EXPECT_EQ(state.FirstDayOfWeek, 1);
-  EXPECT_EQ(state.TimeFormat, "Hh:Nn AM/PM");
-  EXPECT_EQ(state.DisplayMode, "day");
-  EXPECT_EQ(state.DayBegin * 100 + state.DayEnd, 916);
-  EXPECT_EQ(state.SheetFile, "dark.css");
+  Visitor visitor = Take("ben", {});
+  EXPECT_EQ(visitor.FirstDayOfWeek, 1);
+  EXPECT_EQ(visitor.TimeFormat, "Hh:Nn AM/PM");
+  EXPECT_EQ(visitor.DisplayMode, "day");
+  EXPECT_EQ(visitor.DayBegin * 100 + visitor.DayEnd, 916);
+  EXPECT_EQ(visitor.SheetFile, "dark.css");
 
   Run(Statement("UPDATE StyleSheets SET SheetFile = 'gone.css'"));
   Run(Statement(
       "UPDATE Calendars SET StartMode = Null, DayBegin = Null, FirstDayOfWeek = 9 WHERE Name = 'ben'"));
-  state = Take("ben", {});
-  EXPECT_EQ(state.SheetFile, "default.css");
-  EXPECT_EQ(state.DisplayMode, "month");
-  EXPECT_EQ(state.DayBegin, 6);
-  EXPECT_EQ(state.FirstDayOfWeek, 2);
+  visitor = Take("ben", {});
+  EXPECT_EQ(visitor.SheetFile, "default.css");
+  EXPECT_EQ(visitor.DisplayMode, "month");
+  EXPECT_EQ(visitor.DayBegin, 6);
+  EXPECT_EQ(visitor.FirstDayOfWeek, 2);
 
-  state = Take("", {});
-  EXPECT_EQ(state.DayBegin, 8) << "without a login the administrator's settings count";
+  visitor = Take("", {});
+  EXPECT_EQ(visitor.DayBegin, 8) << "without a login the administrator's settings count";
   Run(Statement("DELETE FROM StyleSheets WHERE SheetID = 1"));
   EXPECT_EQ(Take("ben", {}).DayBegin, 6);
 }
 
 TEST_F(RequestState, ListsMembershipsAndAdminships) {
   Run(Statement("INSERT INTO GroupViews (Name, Calendars) VALUES ('team', 'ben, anna, nobody')"));
-  ComponentState state = Take("anna", {{"cn", "anna"}});
-  EXPECT_EQ(state.MemberOfGroups, (Names{"sales", "staff", "default"}));
-  EXPECT_EQ(state.AdminOfGroups, Names{"sales"});
-  EXPECT_TRUE(MayChangeEventsOf(state, "ANNA"));
-  EXPECT_TRUE(MayChangeEventsOf(state, "sales"));
-  EXPECT_FALSE(MayChangeEventsOf(state, "staff"));
-  EXPECT_FALSE(IsAdministrator(state));
+  Visitor visitor = Take("anna", {{"cn", "anna"}});
+  EXPECT_EQ(visitor.MemberOfGroups, (Names{"sales", "staff", "default"}));
+  EXPECT_EQ(visitor.AdminOfGroups, Names{"sales"});
+  EXPECT_TRUE(visitor.MayChangeEventsOf("ANNA"));
+  EXPECT_TRUE(visitor.MayChangeEventsOf("sales"));
+  EXPECT_FALSE(visitor.MayChangeEventsOf("staff"));
+  EXPECT_FALSE(visitor.IsAdministrator());
 
   EXPECT_EQ(Take("anna", {{"cn", "@team"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
   EXPECT_EQ(Take("anna", {{"cn", "ben"}}).MemberOfGroups, Names{"default"});
   EXPECT_EQ(Take("ben", {}).AdminOfGroups, Names{});
 
-  state = Take("admin", {{"cn", "admin"}});
-  EXPECT_EQ(state.MemberOfGroups, (Names{"default", "sales", "staff"}));
-  EXPECT_EQ(state.AdminOfGroups, (Names{"default", "sales", "staff"}));
+  visitor = Take("admin", {{"cn", "admin"}});
+  EXPECT_EQ(visitor.MemberOfGroups, (Names{"default", "sales", "staff"}));
+  EXPECT_EQ(visitor.AdminOfGroups, (Names{"default", "sales", "staff"}));
   EXPECT_EQ(Take("admin", {{"cn", "anna"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
 }
 

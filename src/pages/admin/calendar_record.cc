@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/lists.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 #include "store/field.h"
 
 namespace orlune {
@@ -26,8 +26,8 @@ void RenameInGroupViews(Connection& database, std::string_view oldName, std::str
 
 }  // namespace
 
-bool LoadCalendar(const ComponentState& state, AdminState& record, SqlLiteral isGroup) {
-  const auto row = OpenQuery(*state.Database,
+bool LoadCalendar(const Visit& visit, AdminState& record, SqlLiteral isGroup) {
+  const auto row = OpenQuery(visit.Database,
                              Statement("SELECT FriendlyName, Name, Password, MemberOfGroups, AdminOfGroups, "
                                        "IsHidden FROM Calendars WHERE (CalendarID = {}) AND (IsGroup = {})",
                                        record.Id, isGroup));
@@ -44,8 +44,8 @@ bool LoadCalendar(const ComponentState& state, AdminState& record, SqlLiteral is
   return true;
 }
 
-std::string_view PostedHide(const ComponentState& state, std::string_view otherwise) {
-  const std::string_view hide = state.Context.Request->FormField("hide");
+std::string_view PostedHide(const Visit& visit, std::string_view otherwise) {
+  const std::string_view hide = visit.Request.FormField("hide");
   return hide == "yes" || hide == "no" ? hide : otherwise;
 }
 
@@ -55,10 +55,10 @@ bool IsAlphanumeric(std::string_view name) {
   });
 }
 
-bool IsNameTaken(const ComponentState& state, const AdminState& record) {
+bool IsNameTaken(const Visit& visit, const AdminState& record) {
   Statement sql("SELECT CalendarID FROM Calendars WHERE Name = '{}'", record.IntName);
   if (!record.Id.empty()) sql.Add(" And CalendarID <> {}", record.Id);
-  return OpenQuery(*state.Database, sql)->Next();
+  return OpenQuery(visit.Database, sql)->Next();
 }
 
 void AddPreferenceDefaults(std::vector<ColumnValue>& columns) {

@@ -8,20 +8,20 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 // What users and groups, both rows of Calendars, have in common in the administration.
 
 /// Fills `record` from the user (`isGroup` "no") or the group ("yes") of its `Id`; false when there is none.
-bool LoadCalendar(const ComponentState& state, AdminState& record, SqlLiteral isGroup);
+bool LoadCalendar(const Visit& visit, AdminState& record, SqlLiteral isGroup);
 
 /// Whether the calendar is hidden by the posted form: "yes" or "no", or `otherwise` when it tells neither.
-std::string_view PostedHide(const ComponentState& state, std::string_view otherwise);
+std::string_view PostedHide(const Visit& visit, std::string_view otherwise);
 
 /// Whether `name` holds nothing but unaccented letters and digits.
 bool IsAlphanumeric(std::string_view name);
 /// Whether another calendar than the record's has its internal name.
-bool IsNameTaken(const ComponentState& state, const AdminState& record);
+bool IsNameTaken(const Visit& visit, const AdminState& record);
 
 /// The preferences that a new calendar begins with.
 void AddPreferenceDefaults(std::vector<ColumnValue>& columns);

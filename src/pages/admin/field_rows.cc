@@ -5,8 +5,8 @@
 #include "base/name_set.h"
 #include "html/form_parts.h"
 #include "html/option_label.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
@@ -31,34 +31,35 @@ void AddRecordOptions(Html& list, ResultSet& rows, const std::function<bool(std:
   }
 }
 
-Html FieldRow(const ComponentState& state, int label, const Html& field) {
-  return Html("<TR><TD>{}</TD><TD>{}</TD></TR>", Content(LoadText(state, label)), field);
+Html FieldRow(const Visit& visit, Text label, const Html& field) {
+  return Html("<TR><TD>{}</TD><TD>{}</TD></TR>", Content(LoadText(visit, label)), field);
 }
 
 Html TallRow(const Html& label, const Html& field) {
   return Html("<TR><TD VALIGN=TOP>{}</TD><TD VALIGN=TOP>{}</TD></TR>", label, field);
 }
 
-Html ChoiceRow(const ComponentState& state, int label, Markup name, SqlLiteral records,
-               const NameSet& selected) {
+Html ChoiceRow(const Visit& visit, Text label, Markup name, SqlLiteral records, const NameSet& selected) {
   Html list("<SELECT NAME=\"{}\" SIZE=5 MULTIPLE>", name);
-  AddRecordOptions(list, *OpenQuery(*state.Database, Statement("{}", records)),
+  AddRecordOptions(list, *OpenQuery(visit.Database, Statement("{}", records)),
                    [&](std::string_view calendar) { return selected.Contains(calendar); });
   list.Add("</SELECT>");
-  return TallRow(Html("{}<BR>{}", Content(LoadText(state, label)), Content(LoadText(state, 792))), list);
+  return TallRow(
+      Html("{}<BR>{}", Content(LoadText(visit, label)), Content(LoadText(visit, Text::kSelectionHint))),
+      list);
 }
 
-Html FixedChoiceRow(const ComponentState& state, int label, Markup name, std::string_view choice) {
-  return TallRow(Html("{}", Content(LoadText(state, label))),
+Html FixedChoiceRow(const Visit& visit, Text label, Markup name, std::string_view choice) {
+  return TallRow(Html("{}", Content(LoadText(visit, label))),
                  Html("{}{}", Content(choice), HiddenField(name, "")));
 }
 
-Html VisibilityRow(const ComponentState& state, std::string_view hide) {
-  return FieldRow(state, 739,
+Html VisibilityRow(const Visit& visit, std::string_view hide) {
+  return FieldRow(visit, Text::kCalendarVisibility,
                   Html("<INPUT TYPE=radio NAME=\"hide\" VALUE=\"no\"{}>{}"
                        "<INPUT TYPE=radio NAME=\"hide\" VALUE=\"yes\"{}>{}",
-                       CheckedIf(hide, "no"), Content(LoadText(state, 740)), CheckedIf(hide, "yes"),
-                       Content(LoadText(state, 741))));
+                       CheckedIf(hide, "no"), Content(LoadText(visit, Text::kVisible)),
+                       CheckedIf(hide, "yes"), Content(LoadText(visit, Text::kHidden))));
 }
 
 }  // namespace orlune

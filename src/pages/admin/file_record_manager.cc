@@ -4,61 +4,62 @@
 
 #include "html/form_parts.h"
 #include "pages/admin/field_rows.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/field.h"
 
 namespace orlune {
 
 constexpr FileRecordKind kEventTypes{
-    {710, 711, 712, "SELECT TypeID AS ID, TypeName AS PrettyName, FileName AS IntName FROM EventTypes",
-     "EventTypes", "TypeID"},
+    {Text::kEventTypesTitle, Text::kCurrentEventTypes, Text::kNewEventType,
+     "SELECT TypeID AS ID, TypeName AS PrettyName, FileName AS IntName FROM EventTypes", "EventTypes",
+     "TypeID"},
     "TypeName",
     "FileName",
-    713,
-    714,
+    Text::kEventTypeName,
+    Text::kEventTypeFile,
     ""};
 
 constexpr FileRecordKind kColourSchemes{
-    {700, 701, 702,
+    {Text::kColourSchemesTitle, Text::kAvailableColourSchemes, Text::kNewColourScheme,
      "SELECT SheetID AS ID, SheetName AS PrettyName, SheetFile AS IntName FROM StyleSheets "
      "ORDER BY SheetName",
      "StyleSheets", "SheetID"},
     "SheetName",
     "SheetFile",
-    703,
-    704,
+    Text::kColourSchemeName,
+    Text::kColourSchemeFile,
     "default.css"};
 
 bool FileRecordManager::HasFixedFile(const AdminState& record) const {
   return !record.Id.empty() && !kind_.FixedFile.empty() && record.StoredIntName == kind_.FixedFile;
 }
 
-bool FileRecordManager::Load(const ComponentState& state, AdminState& record) const {
+bool FileRecordManager::Load(const Visit& visit, AdminState& record) const {
   const auto row =
-      OpenQuery(*state.Database, Statement("SELECT {}, {} FROM {} WHERE ({} = {})", kind_.NameColumn,
-                                           kind_.FileColumn, kind_.Kind.Table, kind_.Kind.Key, record.Id));
+      OpenQuery(visit.Database, Statement("SELECT {}, {} FROM {} WHERE ({} = {})", kind_.NameColumn,
+                                          kind_.FileColumn, kind_.Kind.Table, kind_.Kind.Key, record.Id));
   if (!row->Next()) return false;
   record.Name = TextOf(row->Get(0));
   record.IntName = record.StoredIntName = TextOf(row->Get(1));
   return true;
 }
 
-void FileRecordManager::ReadForm(const ComponentState& state, AdminState& record) const {
-  record.Name = state.Context.Request->FormField("name");
-  record.IntName = HasFixedFile(record) ? "" : state.Context.Request->FormField("intname");
+void FileRecordManager::ReadForm(const Visit& visit, AdminState& record) const {
+  record.Name = visit.Request.FormField("name");
+  record.IntName = HasFixedFile(record) ? "" : visit.Request.FormField("intname");
 }
 
-Html FileRecordManager::FieldRows(const ComponentState& state, const AdminState& record) const {
-  Html rows = FieldRow(state, kind_.NameLabel, TextInput(state, "name", record.Name));
-  rows.Add(FieldRow(state, kind_.FileLabel,
+Html FileRecordManager::FieldRows(const Visit& visit, const AdminState& record) const {
+  Html rows = FieldRow(visit, kind_.NameLabel, TextInput(visit, "name", record.Name));
+  rows.Add(FieldRow(visit, kind_.FileLabel,
                     HasFixedFile(record) ? Html("{}", Content(kind_.FixedFile))
-                                         : TextInput(state, "intname", record.IntName)));
+                                         : TextInput(visit, "intname", record.IntName)));
   return rows;
 }
 
-void FileRecordManager::Validate(ComponentState& state, const AdminState& record) const {
-  if (record.IntName.empty()) AddAlert(state, 853);
+void FileRecordManager::Validate(Visit& visit, const AdminState& record) const {
+  if (record.IntName.empty()) AddAlert(visit, Text::kFileNameMissing);
 }
 
 std::vector<ColumnValue> FileRecordManager::Columns(const AdminState& record) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/admin/record_manager.h"
+#include "texts/text.h"
 
 namespace orlune {
 
@@ -9,8 +10,8 @@ struct FileRecordKind {
   RecordKind Kind;
   SqlLiteral NameColumn;
   SqlLiteral FileColumn;
-  int NameLabel;
-  int FileLabel;
+  Text NameLabel;
+  Text FileLabel;
   std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
 };
 
@@ -26,10 +27,10 @@ class FileRecordManager : public RecordManager {
   explicit FileRecordManager(const FileRecordKind& kind) : kind_(kind) {}
 
   const RecordKind& Kind() const override { return kind_.Kind; }
-  bool Load(const ComponentState& state, AdminState& record) const override;
-  void ReadForm(const ComponentState& state, AdminState& record) const override;
-  Html FieldRows(const ComponentState& state, const AdminState& record) const override;
-  void Validate(ComponentState& state, const AdminState& record) const override;
+  bool Load(const Visit& visit, AdminState& record) const override;
+  void ReadForm(const Visit& visit, AdminState& record) const override;
+  Html FieldRows(const Visit& visit, const AdminState& record) const override;
+  void Validate(Visit& visit, const AdminState& record) const override;
   std::vector<ColumnValue> Columns(const AdminState& record) const override;
 
  private:

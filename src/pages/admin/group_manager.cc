@@ -8,16 +8,16 @@
 #include "html/form_parts.h"
 #include "pages/admin/calendar_record.h"
 #include "pages/admin/field_rows.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-constexpr RecordKind kGroups{760,
-                             761,
-                             762,
+constexpr RecordKind kGroups{Text::kGroupsTitle,
+                             Text::kAllGroupsList,
+                             Text::kNewGroup,
                              "SELECT CalendarID AS ID, FriendlyName AS PrettyName, Name AS IntName "
                              "FROM Calendars WHERE (IsGroup = yes) ORDER BY FriendlyName",
                              "Calendars",
@@ -46,13 +46,15 @@ std::string CalendarsNaming(Connection& database, SqlLiteral column, std::string
   return names;
 }
 
-Html UserRows(const ComponentState& state, const AdminState& group) {
+Html UserRows(const Visit& visit, const AdminState& group) {
   if (IsEverybody(group)) {
-    return Html("{}{}", FixedChoiceRow(state, 765, "memberships", LoadText(state, 767)),
-                FixedChoiceRow(state, 766, "adminships", "admin"));
+    return Html("{}{}",
+                FixedChoiceRow(visit, Text::kGroupMembers, "memberships", LoadText(visit, Text::kAllUsers)),
+                FixedChoiceRow(visit, Text::kGroupAdministrators, "adminships", "admin"));
   }
-  return Html("{}{}", ChoiceRow(state, 765, "memberships", kOfferedUsers, NameSet(group.Memberships)),
-              ChoiceRow(state, 766, "adminships", kOfferedUsers, NameSet(group.Adminships)));
+  return Html(
+      "{}{}", ChoiceRow(visit, Text::kGroupMembers, "memberships", kOfferedUsers, NameSet(group.Memberships)),
+      ChoiceRow(visit, Text::kGroupAdministrators, "adminships", kOfferedUsers, NameSet(group.Adminships)));
 }
 
 /// A user's two lists of groups.
@@ -106,20 +108,20 @@ const RecordKind& GroupManager::Kind() const {
   return kGroups;
 }
 
-bool GroupManager::Load(const ComponentState& state, AdminState& record) const {
-  if (!LoadCalendar(state, record, "yes")) return false;
+bool GroupManager::Load(const Visit& visit, AdminState& record) const {
+  if (!LoadCalendar(visit, record, "yes")) return false;
   record.Memberships.clear();
   record.Adminships.clear();
   if (record.IntName.empty()) return true;
-  record.Memberships = CalendarsNaming(*state.Database, "MemberOfGroups", record.IntName);
-  record.Adminships = CalendarsNaming(*state.Database, "AdminOfGroups", record.IntName);
+  record.Memberships = CalendarsNaming(visit.Database, "MemberOfGroups", record.IntName);
+  record.Adminships = CalendarsNaming(visit.Database, "AdminOfGroups", record.IntName);
   return true;
 }
 
-void GroupManager::ReadForm(const ComponentState& state, AdminState& record) const {
-  const Request& request = *state.Context.Request;
+void GroupManager::ReadForm(const Visit& visit, AdminState& record) const {
+  const Request& request = visit.Request;
   record.Name = request.FormField("name");
-  record.Hide = PostedHide(state, "yes");
+  record.Hide = PostedHide(visit, "yes");
   if (IsEverybody(record)) {
     record.Memberships.clear();
     record.Adminships.clear();
@@ -128,29 +130,29 @@ void GroupManager::ReadForm(const ComponentState& state, AdminState& record) con
   record.Memberships = request.FormField("memberships");
   record.Adminships = request.FormField("adminships");
   if (record.Id.empty()) {
-    record.IntName = MakeInternalName(*state.Database, record.Name, "CalendarID", "Calendars");
+    record.IntName = MakeInternalName(visit.Database, record.Name, "CalendarID", "Calendars");
   } else if (const auto intName = request.FormField("intname"); !intName.empty()) {
     record.IntName = intName;
   }
 }
 
-Html GroupManager::FieldRows(const ComponentState& state, const AdminState& record) const {
+Html GroupManager::FieldRows(const Visit& visit, const AdminState& record) const {
   Html rows =
-      FieldRow(state, 763,
-               Html("{}{}", TextInput(state, "name", record.Name), HiddenField("intname", record.IntName)));
-  rows.Add(UserRows(state, record));
-  rows.Add(VisibilityRow(state, record.Hide.empty() ? "yes" : record.Hide));
+      FieldRow(visit, Text::kGroupName,
+               Html("{}{}", TextInput(visit, "name", record.Name), HiddenField("intname", record.IntName)));
+  rows.Add(UserRows(visit, record));
+  rows.Add(VisibilityRow(visit, record.Hide.empty() ? "yes" : record.Hide));
   return rows;
 }
 
 /// The form never changes a group's internal name. A request that does may give it no name that another
 /// calendar has or that pages cannot address.
-void GroupManager::Validate(ComponentState& state, const AdminState& record) const {
+void GroupManager::Validate(Visit& visit, const AdminState& record) const {
   if (record.Id.empty() || record.IntName == record.StoredIntName) return;
   if (!IsAlphanumeric(record.IntName)) {
-    AddAlert(state, 860);
-  } else if (IsNameTaken(state, record)) {
-    AddAlert(state, 861, {record.IntName});
+    AddAlert(visit, Text::kInternalNameNotAlphanumeric);
+  } else if (IsNameTaken(visit, record)) {
+    AddAlert(visit, Text::kInternalNameTaken, {record.IntName});
   }
 }
 

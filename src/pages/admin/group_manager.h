@@ -10,10 +10,10 @@ namespace orlune {
 class GroupManager : public RecordManager {
  public:
   const RecordKind& Kind() const override;
-  bool Load(const ComponentState& state, AdminState& record) const override;
-  void ReadForm(const ComponentState& state, AdminState& record) const override;
-  Html FieldRows(const ComponentState& state, const AdminState& record) const override;
-  void Validate(ComponentState& state, const AdminState& record) const override;
+  bool Load(const Visit& visit, AdminState& record) const override;
+  void ReadForm(const Visit& visit, AdminState& record) const override;
+  Html FieldRows(const Visit& visit, const AdminState& record) const override;
+  void Validate(Visit& visit, const AdminState& record) const override;
   std::vector<ColumnValue> Columns(const AdminState& record) const override;
   void AfterSave(Connection& database, const AdminState& record) const override;
   void AfterDelete(Connection& database, std::string_view name) const override;

@@ -11,16 +11,16 @@
 #include "html/form_parts.h"
 #include "pages/admin/calendar_record.h"
 #include "pages/admin/field_rows.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-constexpr RecordKind kUsers{730,
-                            731,
-                            732,
+constexpr RecordKind kUsers{Text::kUsersTitle,
+                            Text::kAllUsersList,
+                            Text::kNewUser,
                             "SELECT CalendarID AS ID, FriendlyName AS PrettyName, Name AS IntName "
                             "FROM Calendars WHERE (IsGroup = no) ORDER BY FriendlyName",
                             "Calendars",
@@ -34,55 +34,58 @@ bool IsAdministratorsRecord(const AdminState& record) {
   return record.StoredIntName == "admin";
 }
 
-bool HasFixedPassword(const ComponentState& state, const AdminState& record) {
-  return state.DemoMode && IsAdministratorsRecord(record);
+bool HasFixedPassword(const Visit& visit, const AdminState& record) {
+  return visit.Context.Hosting.DemoMode && IsAdministratorsRecord(record);
 }
 
-Html LoginNameRow(const ComponentState& state, const AdminState& record) {
+Html LoginNameRow(const Visit& visit, const AdminState& record) {
   if (IsAdministratorsRecord(record))
-    return FieldRow(state, 734, Html("admin{}", HiddenField("intname", "admin")));
-  return FieldRow(state, 734, TextInput(state, "intname", record.IntName));
+    return FieldRow(visit, Text::kUserLoginName, Html("admin{}", HiddenField("intname", "admin")));
+  return FieldRow(visit, Text::kUserLoginName, TextInput(visit, "intname", record.IntName));
 }
 
-Html PasswordRow(const ComponentState& state, const AdminState& record) {
-  if (HasFixedPassword(state, record)) {
+Html PasswordRow(const Visit& visit, const AdminState& record) {
+  if (HasFixedPassword(visit, record)) {
     return Html(
         "<TR><TD>{}<BR>[changing disabled <BR>in demo version]</TD>"
         "<TD>demo1{}</TD></TR>",
-        Content(LoadText(state, 735)), HiddenField("password", WithReferencesShown(record.Password)));
+        Content(LoadText(visit, Text::kUserPassword)),
+        HiddenField("password", WithReferencesShown(record.Password)));
   }
-  return FieldRow(state, 735,
+  return FieldRow(visit, Text::kUserPassword,
                   Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(WithReferencesShown(record.Password)), InputSize(state, 18, 38)));
+                       Attribute(WithReferencesShown(record.Password)), InputSize(visit, 18, 38)));
 }
 
-Html GroupRows(const ComponentState& state, const AdminState& record) {
+Html GroupRows(const Visit& visit, const AdminState& record) {
   if (IsAdministratorsRecord(record)) {
-    const std::string_view all = LoadText(state, 738);
-    return Html("{}{}", FixedChoiceRow(state, 736, "memberships", all),
-                FixedChoiceRow(state, 737, "adminships", all));
+    const std::string_view all = LoadText(visit, Text::kAllGroups);
+    return Html("{}{}", FixedChoiceRow(visit, Text::kUserMemberships, "memberships", all),
+                FixedChoiceRow(visit, Text::kUserAdminships, "adminships", all));
   }
-  return Html("{}{}", ChoiceRow(state, 736, "memberships", kOfferedGroups, NameSet(record.Memberships)),
-              ChoiceRow(state, 737, "adminships", kOfferedGroups, NameSet(record.Adminships)));
+  return Html(
+      "{}{}",
+      ChoiceRow(visit, Text::kUserMemberships, "memberships", kOfferedGroups, NameSet(record.Memberships)),
+      ChoiceRow(visit, Text::kUserAdminships, "adminships", kOfferedGroups, NameSet(record.Adminships)));
 }
 
-void ValidateLoginName(ComponentState& state, const AdminState& record) {
+void ValidateLoginName(Visit& visit, const AdminState& record) {
   if (record.IntName.empty()) {
-    AddAlert(state, 856);
+    AddAlert(visit, Text::kLoginNameMissing);
   } else if (IsDigits(record.IntName)) {
-    AddAlert(state, 862);
+    AddAlert(visit, Text::kLoginNameWithoutLetters);
   } else if (!IsAlphanumeric(record.IntName)) {
-    AddAlert(state, 857);
-  } else if (IsNameTaken(state, record)) {
-    AddAlert(state, 858, {record.IntName});
+    AddAlert(visit, Text::kLoginNameNotAlphanumeric);
+  } else if (IsNameTaken(visit, record)) {
+    AddAlert(visit, Text::kLoginNameTaken, {record.IntName});
   }
 }
 
-void ValidatePassword(ComponentState& state, const AdminState& record) {
+void ValidatePassword(Visit& visit, const AdminState& record) {
   if (record.Password.empty()) {
-    AddAlert(state, 854);
+    AddAlert(visit, Text::kPasswordMissing);
   } else if (record.Password.find(' ') != std::string::npos) {
-    AddAlert(state, 855);
+    AddAlert(visit, Text::kPasswordHasSpaces);
   }
 }
 
@@ -136,15 +139,15 @@ const RecordKind& UserManager::Kind() const {
   return kUsers;
 }
 
-bool UserManager::Load(const ComponentState& state, AdminState& record) const {
-  return LoadCalendar(state, record, "no");
+bool UserManager::Load(const Visit& visit, AdminState& record) const {
+  return LoadCalendar(visit, record, "no");
 }
 
-void UserManager::ReadForm(const ComponentState& state, AdminState& record) const {
-  const Request& request = *state.Context.Request;
+void UserManager::ReadForm(const Visit& visit, AdminState& record) const {
+  const Request& request = visit.Request;
   record.Name = request.FormField("name");
-  record.Hide = PostedHide(state, "no");
-  if (!HasFixedPassword(state, record)) record.Password = request.FormField("password");
+  record.Hide = PostedHide(visit, "no");
+  if (!HasFixedPassword(visit, record)) record.Password = request.FormField("password");
   if (IsAdministratorsRecord(record)) {
     record.Memberships.clear();
     record.Adminships.clear();
@@ -155,18 +158,18 @@ void UserManager::ReadForm(const ComponentState& state, AdminState& record) cons
   record.Adminships = request.FormField("adminships");
 }
 
-Html UserManager::FieldRows(const ComponentState& state, const AdminState& record) const {
-  Html rows = FieldRow(state, 733, TextInput(state, "name", record.Name));
-  rows.Add(LoginNameRow(state, record));
-  rows.Add(PasswordRow(state, record));
-  rows.Add(GroupRows(state, record));
-  rows.Add(VisibilityRow(state, record.Hide.empty() ? "no" : record.Hide));
+Html UserManager::FieldRows(const Visit& visit, const AdminState& record) const {
+  Html rows = FieldRow(visit, Text::kUserName, TextInput(visit, "name", record.Name));
+  rows.Add(LoginNameRow(visit, record));
+  rows.Add(PasswordRow(visit, record));
+  rows.Add(GroupRows(visit, record));
+  rows.Add(VisibilityRow(visit, record.Hide.empty() ? "no" : record.Hide));
   return rows;
 }
 
-void UserManager::Validate(ComponentState& state, const AdminState& record) const {
-  ValidateLoginName(state, record);
-  ValidatePassword(state, record);
+void UserManager::Validate(Visit& visit, const AdminState& record) const {
+  ValidateLoginName(visit, record);
+  ValidatePassword(visit, record);
 }
 
 std::vector<ColumnValue> UserManager::Columns(const AdminState& record) const {

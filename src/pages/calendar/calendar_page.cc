@@ -7,31 +7,31 @@
 #include "pages/calendar/view_mode.h"
 #include "pages/calendar/view_parts.h"
 #include "pages/calendar/week_view.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
 
 constexpr std::size_t kUsualPageSize = 65536;
 
-void AddView(Html& page, const ComponentState& state) {
-  const auto mode = ViewModeNamed(state.DisplayMode);
-  if (mode == ViewMode::kDay) AddDayView(page, state);
-  if (mode == ViewMode::kWeek) AddWeekView(page, state);
-  if (mode == ViewMode::kMonth) AddMonthView(page, state);
+void AddView(Html& page, const Visit& visit) {
+  const auto mode = ViewModeNamed(visit.Context.Visitor.DisplayMode);
+  if (mode == ViewMode::kDay) AddDayView(page, visit);
+  if (mode == ViewMode::kWeek) AddWeekView(page, visit);
+  if (mode == ViewMode::kMonth) AddMonthView(page, visit);
 }
 
 }  // namespace
 
-void ShowCalendarPage(ComponentState& state) {
-  AnnounceViewParts(state);
+void ShowCalendarPage(Visit& visit) {
+  AnnounceViewParts(visit);
   Html page;
   page.Reserve(kUsualPageSize);
-  page.Add(PageHead(state, state.ProductTitle));
-  AddView(page, state);
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  page.Add(PageHead(visit, visit.Context.Hosting.ProductTitle));
+  AddView(page, visit);
+  page.Add(PageFoot(visit));
+  page.Add(AlertScript(visit.Alerts));
+  WritePage(visit, std::move(page));
 }
 
 }  // namespace orlune

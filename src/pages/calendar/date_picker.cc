@@ -9,8 +9,8 @@
 #include "html/form_parts.h"
 #include "html/page_frame.h"
 #include "pages/calendar/view_parts.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 
@@ -22,20 +22,20 @@ constexpr int kWeekRows = 6;
 
 class PickerMonth {
  public:
-  PickerMonth(const ComponentState& state, Date date)
-      : state_(state),
-        week_(state.FirstDayOfWeek, state.Weekend),
+  PickerMonth(const Visit& visit, Date date)
+      : visit_(visit),
+        week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend),
         firstDay_(date - days{DayOfMonth(date) - 1}),
         lastDay_(LastDayOfMonth(date)) {}
 
   void AddMonthRow(Html& page) const {
-    const DateNames& names = state_.Surroundings->Regional.UpperCaseNames;
+    const DateNames& names = visit_.Context.Regional.UpperCaseNames;
     page.Add("<TR CLASS=\"plain\"><TD ALIGN=CENTER CLASS=\"captions\">");
-    AddMonthLink(page, AddMonths(firstDay_, -1), 152, "&lt;&lt;");
+    AddMonthLink(page, AddMonths(firstDay_, -1), Text::kPreviousMonth, "&lt;&lt;");
     page.Add("</TD>\r\n<TD ALIGN=CENTER COLSPAN=6 CLASS=\"captions\">{}&nbsp;{}</TD>",
              Content(MonthName(names, firstDay_)), Content(FormatYear(firstDay_)));
     page.Add("<TD ALIGN=CENTER CLASS=\"captions\">");
-    AddMonthLink(page, AddMonths(firstDay_, 1), 155, "&gt;&gt;");
+    AddMonthLink(page, AddMonths(firstDay_, 1), Text::kNextMonth, "&gt;&gt;");
     page.Add("</TD></TR>\r\n");
   }
 
@@ -43,8 +43,7 @@ class PickerMonth {
     page.Add("<TR><TD CLASS=\"captions\">&nbsp;</TD>");
     const Date weekStart = week_.Start(firstDay_);
     for (int column = 0; column < 7; ++column) {
-      const auto& name =
-          AbbreviatedWeekdayName(state_.Surroundings->Regional.Names, weekStart + days{column});
+      const auto& name = AbbreviatedWeekdayName(visit_.Context.Regional.Names, weekStart + days{column});
       page.Add("<TD ALIGN=CENTER CLASS=\"captions\">{}</TD>", Content(FirstCharacter(name)));
     }
     page.Add("</TR>\r\n");
@@ -65,10 +64,11 @@ class PickerMonth {
   }
 
  private:
-  void AddMonthLink(Html& page, Date month, int hint, Markup label) const {
-    page.Add("<A HREF=\"{}?p=s&sd={}\" CLASS=\"captions\" TITLE=\"{}\">{}</A>", Attribute(state_.ScriptName),
-             Attribute(FormatShortDate(state_.Surroundings->Regional, month)),
-             Attribute(LoadText(state_, hint)), label);
+  void AddMonthLink(Html& page, Date month, Text hint, Markup label) const {
+    page.Add("<A HREF=\"{}?p=s&sd={}\" CLASS=\"captions\" TITLE=\"{}\">{}</A>",
+             Attribute(visit_.Context.Hosting.ScriptName),
+             Attribute(FormatShortDate(visit_.Context.Regional, month)), Attribute(LoadText(visit_, hint)),
+             label);
   }
 
   void AddDayCell(Html& page, Date date) const {
@@ -76,53 +76,54 @@ class PickerMonth {
       page.Add("<TD ALIGN=CENTER CLASS=\"off\">&nbsp;</TD>\r\n");
       return;
     }
-    const std::string text = FormatShortDate(state_.Surroundings->Regional, date);
+    const std::string text = FormatShortDate(visit_.Context.Regional, date);
     page.Add(
         "<TD ALIGN=CENTER{}><A HREF=\"javascript:if (window.name=='win1') "
         "{window.opener.document.acForm.date1.value='{}'} "
         "else {window.opener.document.acForm.date2.value='{}'};window.close();\">{}</A> </TD>\r\n",
-        DayCellClass(state_, week_, date), ScriptAttribute(text), ScriptAttribute(text), DayOfMonth(date));
+        DayCellClass(visit_, week_, date), ScriptAttribute(text), ScriptAttribute(text), DayOfMonth(date));
   }
 
-  const ComponentState& state_;
+  const Visit& visit_;
   Week week_;
   Date firstDay_;
   Date lastDay_;
 };
 
-Html PickerHead(const ComponentState& state) {
+Html PickerHead(const Visit& visit) {
   return Html(
       "<HTML>\r\n<HEAD>\r\n<TITLE>{}</TITLE>\r\n"
       "<LINK REL=stylesheet HREF=\"{}{}\" TYPE=text/css>\r\n</HEAD>\r\n"
       "<STYLE>body { margin: 0pt } table { font-size: 8pt }</STYLE>\r\n"
       "<BODY onBlur=\"javascript:window.focus();\">\r\n",
-      Content(LoadText(state, 180)), Attribute(state.CssDir), Attribute(state.SheetFile));
+      Content(LoadText(visit, Text::kSelectDate)), Attribute(visit.Context.Hosting.CssDir),
+      Attribute(visit.Context.Visitor.SheetFile));
 }
 
 }  // namespace
 
-void ShowDatePicker(ComponentState& state, Date date) {
-  const PickerMonth month(state, date);
-  Html page = PickerHead(state);
+void ShowDatePicker(Visit& visit, Date date) {
+  const PickerMonth month(visit, date);
+  Html page = PickerHead(visit);
   page.Add(
       "<TABLE ALIGN=CENTER WIDTH=100% HEIGHT=100%><TR><TD CLASS=\"background\">\r\n"
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100% HEIGHT=100%>",
-      CellSpacing(state));
+      CellSpacing(visit));
   month.AddMonthRow(page);
   month.AddWeekdayRow(page);
   month.AddWeekRows(page);
   page.Add("</TABLE>");
   page.Add(TableClose());
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  page.Add(PageFoot(visit));
+  page.Add(AlertScript(visit.Alerts));
+  WritePage(visit, std::move(page));
 }
 
-void ShowDatePicker(ComponentState& state) {
-  const std::string_view asked = state.Context.Request->QueryParameter("sd");
-  const auto date = ParseDate(state.Surroundings->Regional, asked);
-  if (!date) AddAlert(state, 810, {asked});
-  ShowDatePicker(state, date.value_or(state.CurrentDate));
+void ShowDatePicker(Visit& visit) {
+  const std::string_view asked = visit.Request.QueryParameter("sd");
+  const auto date = ParseDate(visit.Context.Regional, asked);
+  if (!date) AddAlert(visit, Text::kInvalidDate, {asked});
+  ShowDatePicker(visit, date.value_or(visit.Context.Visitor.CurrentDate));
 }
 
 }  // namespace orlune

@@ -9,17 +9,20 @@
 #include "pages/calendar/ol_events.h"
 #include "pages/calendar/selection_row.h"
 #include "pages/calendar/view_parts.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
 
 class Timetable {
  public:
-  explicit Timetable(const ComponentState& state)
-      : state_(state), hours_{state.DayBegin, state.DayEnd}, entries_(state), events_(state) {
-    events_.GetEventsForPeriod(state.CurrentDate, state.CurrentDate);
-    events_.GetEventsForDay(state.CurrentDate);
+  explicit Timetable(const Visit& visit)
+      : visit_(visit),
+        hours_{visit.Context.Visitor.DayBegin, visit.Context.Visitor.DayEnd},
+        entries_(visit),
+        events_(visit) {
+    events_.GetEventsForPeriod(visit.Context.Visitor.CurrentDate, visit.Context.Visitor.CurrentDate);
+    events_.GetEventsForDay(visit.Context.Visitor.CurrentDate);
     for (std::size_t i = 1; i <= events_.DayCount(); ++i) today_.push_back(events_.EventsByDay(i));
     columnCount_ = ColumnCount(today_, hours_);
   }
@@ -31,7 +34,7 @@ class Timetable {
     ColumnTable columns(columnCount_);
     for (int hour = hours_.First; hour <= hours_.Last; ++hour) {
       page.Add("<TR><TD VALIGN=TOP WIDTH=1% CLASS=\"captions\" NOWRAP>{}</TD>\r\n",
-               Content(FormatTime(state_.TimeFormat, std::chrono::hours{hour})));
+               Content(FormatTime(visit_.Context.Visitor.TimeFormat, std::chrono::hours{hour})));
       AddEventCells(page, hour, columns);
       AddFreeCells(page, hour, columns);
       if (hour == hours_.First) AddAllDayCell(page);
@@ -69,7 +72,7 @@ class Timetable {
     page.Add("&nbsp;</TD>\r\n");
   }
 
-  const ComponentState& state_;
+  const Visit& visit_;
   DisplayedHours hours_;
   EventEntryWriter entries_;
   OL_Events events_;
@@ -77,21 +80,22 @@ class Timetable {
   int columnCount_ = 1;
 };
 
-Html DayCaption(const ComponentState& state) {
-  return Html("{}", Content(FormatLongDate(state.Surroundings->Regional.UpperCaseNames, state.CurrentDate)));
+Html DayCaption(const Visit& visit) {
+  return Html("{}", Content(FormatLongDate(visit.Context.Regional.UpperCaseNames,
+                                           visit.Context.Visitor.CurrentDate)));
 }
 
 }  // namespace
 
-void AddDayView(Html& page, const ComponentState& state) {
-  const Timetable timetable(state);
-  page.Add(ViewOpen(state, ViewMode::kDay, DayCaption(state)));
-  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(state));
+void AddDayView(Html& page, const Visit& visit) {
+  const Timetable timetable(visit);
+  page.Add(ViewOpen(visit, ViewMode::kDay, DayCaption(visit)));
+  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(visit));
   page.Add("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}</TD></TR>\r\n", timetable.TotalColumns(),
-           Content(WeekdayName(state.Surroundings->Regional.Names, state.CurrentDate)));
+           Content(WeekdayName(visit.Context.Regional.Names, visit.Context.Visitor.CurrentDate)));
   timetable.AddHourRows(page);
-  page.Add(SelectionRow(state, timetable.TotalColumns()));
-  page.Add(ViewClose(state));
+  page.Add(SelectionRow(visit, timetable.TotalColumns()));
+  page.Add(ViewClose(visit));
 }
 
 }  // namespace orlune

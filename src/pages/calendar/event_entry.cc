@@ -4,16 +4,15 @@
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "pages/calendar/view_parts.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 
-EventEntryWriter::EventEntryWriter(const ComponentState& state)
-    : state_(&state),
-      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(state, 210)),
-                          StatusHandler(LoadText(state, 210))) {}
+EventEntryWriter::EventEntryWriter(const Visit& visit)
+    : visit_(&visit),
+      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(visit, Text::kEditEvent)),
+                          StatusHandler(LoadText(visit, Text::kEditEvent))) {}
 
 void EventEntryWriter::AddMonthEntry(Html& page, const OL_Event& event) const {
   if (AddIconAndTitle(page, event)) page.Add("</A>");
@@ -28,7 +27,8 @@ void EventEntryWriter::AddWeekEntry(Html& page, const OL_Event& event) const {
 void EventEntryWriter::AddDayEntry(Html& page, const OL_Event& event) const {
   const bool hasLink = AddEditLinkOpen(page, event);
   const Html colours = ColourStyleOpen(event.BackGround, event.ForeGround);
-  page.Add("{}<P>{}<B>{}</B>", colours, TimeSpanLabel(state_->TimeFormat, event.BeginTime, event.EndTime),
+  page.Add("{}<P>{}<B>{}</B>", colours,
+           TimeSpanLabel(visit_->Context.Visitor.TimeFormat, event.BeginTime, event.EndTime),
            Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   if (hasLink) page.Add("</A>");
@@ -36,13 +36,14 @@ void EventEntryWriter::AddDayEntry(Html& page, const OL_Event& event) const {
 }
 
 void EventEntryWriter::AddIcon(Html& page, const OL_Event& event) const {
-  page.Add("<IMG SRC=\"{}{}\" ALT=\"{}\">", Attribute(state_->ImageDir),
-           Attribute(EventTypeIcon(*state_, event.EventType)), Attribute(event.Comments));
+  page.Add("<IMG SRC=\"{}{}\" ALT=\"{}\">", Attribute(visit_->Context.Hosting.ImageDir),
+           Attribute(EventTypeIcon(*visit_, event.EventType)), Attribute(event.Comments));
 }
 
 bool EventEntryWriter::AddEditLinkOpen(Html& page, const OL_Event& event) const {
-  if (!MayChangeEventsOf(*state_, event.Owner)) return false;
-  page.Add("<A HREF=\"{}?p=e&id={}\" {}>", Attribute(state_->ScriptName), event.EventID, editLinkAttributes_);
+  if (!visit_->Context.Visitor.MayChangeEventsOf(event.Owner)) return false;
+  page.Add("<A HREF=\"{}?p=e&id={}\" {}>", Attribute(visit_->Context.Hosting.ScriptName), event.EventID,
+           editLinkAttributes_);
   return true;
 }
 
@@ -50,7 +51,8 @@ bool EventEntryWriter::AddIconAndTitle(Html& page, const OL_Event& event) const 
   AddIcon(page, event);
   const bool hasLink = AddEditLinkOpen(page, event);
   const Html colours = ColourStyleOpen(event.BackGround, event.ForeGround);
-  page.Add("{}{}{}", colours, TimeSpanLabel(state_->TimeFormat, event.BeginTime, event.EndTime),
+  page.Add("{}{}{}", colours,
+           TimeSpanLabel(visit_->Context.Visitor.TimeFormat, event.BeginTime, event.EndTime),
            Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   return hasLink;

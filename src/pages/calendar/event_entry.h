@@ -5,13 +5,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// Writes the occurrences of one page, with what all of them share worked out once. Refers to the page's
-/// state.
+/// visit.
 class EventEntryWriter {
  public:
-  explicit EventEntryWriter(const ComponentState& state);
+  explicit EventEntryWriter(const Visit& visit);
 
   /// An entry of the month view: icon, time span and title on one line.
   void AddMonthEntry(Html& page, const OL_Event& event) const;
@@ -26,7 +26,7 @@ class EventEntryWriter {
   bool AddEditLinkOpen(Html& page, const OL_Event& event) const;
   bool AddIconAndTitle(Html& page, const OL_Event& event) const;
 
-  const ComponentState* state_;
+  const Visit* visit_;
   Html editLinkAttributes_;
 };
 

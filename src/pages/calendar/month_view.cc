@@ -9,8 +9,8 @@
 #include "pages/calendar/ol_events.h"
 #include "pages/calendar/selection_row.h"
 #include "pages/calendar/view_parts.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 
@@ -20,13 +20,14 @@ namespace {
 
 class MonthGrid {
  public:
-  explicit MonthGrid(const ComponentState& state)
-      : state_(state),
-        week_(state.FirstDayOfWeek, state.Weekend),
-        entries_(state),
-        events_(state),
-        firstDay_(state.CurrentDate - days{DayOfMonth(state.CurrentDate) - 1}),
-        lastDay_(LastDayOfMonth(state.CurrentDate)) {
+  explicit MonthGrid(const Visit& visit)
+      : visit_(visit),
+        week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend),
+        entries_(visit),
+        events_(visit),
+        firstDay_(visit.Context.Visitor.CurrentDate -
+                  days{DayOfMonth(visit.Context.Visitor.CurrentDate) - 1}),
+        lastDay_(LastDayOfMonth(visit.Context.Visitor.CurrentDate)) {
     events_.GetEventsForPeriod(firstDay_, lastDay_);
   }
 
@@ -35,7 +36,7 @@ class MonthGrid {
     const Date weekStart = week_.Start(firstDay_);
     for (int column = 0; column < 7; ++column) {
       page.Add("<TD ALIGN=CENTER WIDTH=14% CLASS=\"captions\">{}</TD>\r\n",
-               Content(WeekdayName(state_.Surroundings->Regional.Names, weekStart + days{column})));
+               Content(WeekdayName(visit_.Context.Regional.Names, weekStart + days{column})));
     }
     page.Add("</TR>\r\n");
   }
@@ -51,12 +52,12 @@ class MonthGrid {
  private:
   Html WeekLinkCell(Date weekStart) const {
     const int number = week_.WeekNumber(weekStart);
-    const std::string hint = LoadText(state_, 209, {std::to_string(number)});
+    const std::string hint = LoadText(visit_, Text::kShowWeek, {std::to_string(number)});
     return Html(
         "<TR><TD ALIGN=CENTER CLASS=\"captions\"><BR><BR>"
         "<A HREF=\"{}?dm=week&cd={}\" CLASS=\"captions\" TITLE=\"{}\" {}>{}</A><BR><BR><BR></TD>\r\n",
-        Attribute(state_.ScriptName),
-        Attribute(FormatShortDate(state_.Surroundings->Regional, AddDays(weekStart, 0))), Attribute(hint),
+        Attribute(visit_.Context.Hosting.ScriptName),
+        Attribute(FormatShortDate(visit_.Context.Regional, AddDays(weekStart, 0))), Attribute(hint),
         StatusHandler(hint), number);
   }
 
@@ -64,8 +65,8 @@ class MonthGrid {
     if (date < firstDay_ || date > lastDay_) {
       page.Add("<TD VALIGN=TOP CLASS=\"off\"><FONT CLASS=\"daynumdim\">{}</FONT>", DayOfMonth(date));
     } else {
-      page.Add("<TD VALIGN=TOP{}>{}\r\n<BR>\r\n", DayCellClass(state_, week_, date),
-               DayNumberLink(state_, date));
+      page.Add("<TD VALIGN=TOP{}>{}\r\n<BR>\r\n", DayCellClass(visit_, week_, date),
+               DayNumberLink(visit_, date));
       AddEntries(page, date);
     }
     page.Add("</TD>\r\n");
@@ -77,7 +78,7 @@ class MonthGrid {
       entries_.AddMonthEntry(page, *events_.EventsByDay(i));
   }
 
-  const ComponentState& state_;
+  const Visit& visit_;
   Week week_;
   EventEntryWriter entries_;
   OL_Events events_;
@@ -85,21 +86,21 @@ class MonthGrid {
   Date lastDay_;
 };
 
-Html MonthCaption(const ComponentState& state) {
-  return Html("{}",
-              Content(FormatMonthAndYear(state.Surroundings->Regional.UpperCaseNames, state.CurrentDate)));
+Html MonthCaption(const Visit& visit) {
+  return Html("{}", Content(FormatMonthAndYear(visit.Context.Regional.UpperCaseNames,
+                                               visit.Context.Visitor.CurrentDate)));
 }
 
 }  // namespace
 
-void AddMonthView(Html& page, const ComponentState& state) {
-  MonthGrid grid(state);
-  page.Add(ViewOpen(state, ViewMode::kMonth, MonthCaption(state)));
-  page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(state));
+void AddMonthView(Html& page, const Visit& visit) {
+  MonthGrid grid(visit);
+  page.Add(ViewOpen(visit, ViewMode::kMonth, MonthCaption(visit)));
+  page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(visit));
   grid.AddHeaderRow(page);
   grid.AddWeekRows(page);
-  page.Add(SelectionRow(state, 8));
-  page.Add(ViewClose(state));
+  page.Add(SelectionRow(visit, 8));
+  page.Add(ViewClose(visit));
 }
 
 }  // namespace orlune

@@ -5,13 +5,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// Announces to the database what `NavigationBar` will ask.
-void AnnounceNavigationBar(const ComponentState& state);
+void AnnounceNavigationBar(const Visit& visit);
 
 /// The tool bar over a calendar: stepping through time, and the ways to events, messages, preferences and
 /// administration that are open to the user. Throws DatabaseError.
-Html NavigationBar(const ComponentState& state, ViewMode mode);
+Html NavigationBar(const Visit& visit, ViewMode mode);
 
 }  // namespace orlune

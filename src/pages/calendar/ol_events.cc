@@ -4,14 +4,13 @@
 #include <optional>
 
 #include "base/dates.h"
+#include "model/calendar.h"
 #include "model/repetition_rule.h"
-#include "request/component_state.h"
-#include "request/rights.h"
-#include "store/calendar_list.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/event_reader.h"
 #include "store/field.h"
-#include "store/group_data.h"
+#include "store/group_views.h"
 
 namespace orlune {
 namespace {
@@ -35,24 +34,26 @@ Statement PeriodQuery(const RegionalSettings& regional, const Statement& ownerFi
 
 }  // namespace
 
-OL_Events::OL_Events(const ComponentState& state)
-    : state_(&state), week_(state.FirstDayOfWeek, state.Weekend) {}
+OL_Events::OL_Events(const Visit& visit)
+    : visit_(&visit), week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend) {}
 
 void OL_Events::GetEventsForPeriod(Date first, Date last) {
   occurrences_.clear();
-  Connection& database = *state_->Database;
-  const bool isGroupView = IsGroupView(state_->CalName);
-  const GroupData group = isGroupView ? GetGroupData(database, state_->CalName.substr(1)) : GroupData();
-  const std::vector<std::string> viewed = isGroupView ? group.Calendars : std::vector{state_->CalName};
+  Connection& database = visit_->Database;
+  const bool isGroupView = IsGroupView(visit_->Context.Visitor.CalName);
+  const GroupViewMembers group =
+      isGroupView ? Ask(database, MembersOf(visit_->Context.Visitor.CalName.substr(1))) : GroupViewMembers();
+  const std::vector<std::string> viewed =
+      isGroupView ? group.Calendars : std::vector{visit_->Context.Visitor.CalName};
 
   const auto rows =
-      OpenQuery(database, PeriodQuery(state_->Surroundings->Regional, OwnerFilter(viewed), first, last));
+      OpenQuery(database, PeriodQuery(visit_->Context.Regional, OwnerFilter(viewed), first, last));
   const EventReader reader(*rows);
   while (rows->Next()) {
     OL_Event event = reader.Read(*rows);
     if (!IsShown(event)) continue;
-    event.BackGround = group.BackGroundOf(event.Owner);
-    event.ForeGround = group.ForeGroundOf(event.Owner);
+    event.BackGround = group.BackGroundAt(group.PlaceOf(event.Owner));
+    event.ForeGround = group.ForeGroundAt(group.PlaceOf(event.Owner));
     AddOccurrences(event, first, last);
   }
   isLoaded_ = true;
@@ -61,13 +62,13 @@ void OL_Events::GetEventsForPeriod(Date first, Date last) {
 Statement OL_Events::OwnerFilter(const std::vector<std::string>& viewed) const {
   if (view_ == "lomat") return Statement("(EventType = 'loma' OR EventType = 'poissaolo') ");
   if (view_ == "julkaisut") return Statement("(Owner = 'Julkaisut') ");
-  return OwnersIn(viewed, state_->MemberOfGroups);
+  return OwnersIn(viewed, visit_->Context.Visitor.MemberOfGroups);
 }
 
 bool OL_Events::IsShown(const OL_Event& event) const {
   const std::string& suggestion = event.SuggestState;
   if (!suggestion.empty() && suggestion != "accepted" && suggestion != "-") return false;
-  return !event.Private || IsViewingOwnCalendar(*state_);
+  return !event.Private || visit_->Context.Visitor.IsViewingOwnCalendar();
 }
 
 void OL_Events::AddOccurrences(const OL_Event& event, Date first, Date last) {

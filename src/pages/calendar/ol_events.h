@@ -10,14 +10,14 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 class Statement;
 
 /// The occurrences of one period in the viewed calendar, its groups, or a group view's members, read with one
 /// query and expanded in memory. Not shared between threads; one object serves one page.
 class OL_Events {
  public:
-  explicit OL_Events(const ComponentState& state);
+  explicit OL_Events(const Visit& visit);
 
   /// Replaces the list by the occurrences from `first` to `last`, both days included, which the user may see.
   /// Events come in the order of their `BeginTime`, each with all its occurrences. Throws DatabaseError.
@@ -42,7 +42,7 @@ class OL_Events {
   bool IsShown(const OL_Event& event) const;
   void AddOccurrences(const OL_Event& event, Date first, Date last);
 
-  const ComponentState* state_;
+  const Visit* visit_;
   Week week_;
   std::string view_;
   bool isLoaded_ = false;

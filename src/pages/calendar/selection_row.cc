@@ -4,83 +4,87 @@
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
 #include "html/option_label.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html DateInput(const ComponentState& state) {
+Html DateInput(const Visit& visit) {
   return Html("{}&nbsp;<INPUT TYPE=TEXT NAME=\"cd\" VALUE=\"{}\" SIZE={}>&nbsp;&nbsp;&nbsp;",
-              Content(LoadText(state, 201)),
-              Attribute(FormatShortDate(state.Surroundings->Regional, state.CurrentDate)),
-              InputSize(state, 18, 38));
+              Content(LoadText(visit, Text::kViewedDate)),
+              Attribute(FormatShortDate(visit.Context.Regional, visit.Context.Visitor.CurrentDate)),
+              InputSize(visit, 18, 38));
 }
 
-Statement GroupViewsQuery(const ComponentState& state) {
+Statement GroupViewsQuery(const Visit& visit) {
   return Statement(
       "SELECT Name, FriendlyName, Calendars FROM GroupViews "
       "WHERE (Owner = '{}' OR Owner = 'admin') ORDER BY FriendlyName",
-      state.LoginName);
+      visit.Context.Visitor.LoginName);
 }
 
-Statement CalendarsQuery(const ComponentState& state) {
+Statement CalendarsQuery(const Visit& visit) {
   return Statement(
       "SELECT Name, FriendlyName, IsGroup FROM Calendars "
       "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-      state.LoginName);
+      visit.Context.Visitor.LoginName);
 }
 
-void AddGroupViewOptions(Html& list, const ComponentState& state) {
-  const auto rows = OpenQuery(*state.Database, GroupViewsQuery(state));
+void AddGroupViewOptions(Html& list, const Visit& visit) {
+  const auto rows = OpenQuery(visit.Database, GroupViewsQuery(visit));
   const int name = rows->Column("Name");
   const int friendlyName = rows->Column("FriendlyName");
   while (rows->Next()) {
     const std::string calName = "@" + std::string(TextOf(rows->Get(name)));
-    list.Add("<OPTION VALUE=\"{}\"{}>-{}-", Attribute(calName), SelectedWhen(calName == state.CalName),
+    list.Add("<OPTION VALUE=\"{}\"{}>-{}-", Attribute(calName),
+             SelectedWhen(calName == visit.Context.Visitor.CalName),
              OptionLabel(TextOf(rows->Get(friendlyName))));
   }
 }
 
-void AddCalendarOptions(Html& list, const ComponentState& state) {
-  const auto rows = OpenQuery(*state.Database, CalendarsQuery(state));
-  AddCalendarOptions(list, *rows, [&](std::string_view name) { return name == state.CalName; });
+void AddCalendarOptions(Html& list, const Visit& visit) {
+  const auto rows = OpenQuery(visit.Database, CalendarsQuery(visit));
+  AddCalendarOptions(list, *rows,
+                     [&](std::string_view name) { return name == visit.Context.Visitor.CalName; });
 }
 
-Html ViewOption(const ComponentState& state, Markup value, int label) {
-  return Html("<OPTION VALUE=\"{}\"{}>{}", value, SelectedWhen(value.Text() == state.DisplayMode),
-              Content(LoadText(state, label)));
+Html ViewOption(const Visit& visit, Markup value, Text label) {
+  return Html("<OPTION VALUE=\"{}\"{}>{}", value,
+              SelectedWhen(value.Text() == visit.Context.Visitor.DisplayMode),
+              Content(LoadText(visit, label)));
 }
 
-Html ViewList(const ComponentState& state) {
-  return Html("{}&nbsp;<SELECT NAME=\"dm\">{}{}{}</SELECT>", Content(LoadText(state, 203)),
-              ViewOption(state, "day", 204), ViewOption(state, "week", 205), ViewOption(state, "month", 206));
+Html ViewList(const Visit& visit) {
+  return Html("{}&nbsp;<SELECT NAME=\"dm\">{}{}{}</SELECT>", Content(LoadText(visit, Text::kViewMode)),
+              ViewOption(visit, "day", Text::kDayMode), ViewOption(visit, "week", Text::kWeekMode),
+              ViewOption(visit, "month", Text::kMonthMode));
 }
 
-Html OkButton(const ComponentState& state) {
+Html OkButton(const Visit& visit) {
   return Html(
       "<INPUT TYPE=button VALUE=\"{}\" "
       "onClick=\"javascript:f=document.acForm;f.action='{}?'"
       "+f.cd.value+f.dm.options[f.dm.selectedIndex].value"
       "+f.cn.options[f.cn.selectedIndex].value;f.submit();\">",
-      Attribute(LoadText(state, 207)), ScriptAttribute(state.ScriptName));
+      Attribute(LoadText(visit, Text::kViewButton)), ScriptAttribute(visit.Context.Hosting.ScriptName));
 }
 
 }  // namespace
 
-void AnnounceSelectionRow(const ComponentState& state) {
-  state.Database->Announce(GroupViewsQuery(state));
-  state.Database->Announce(CalendarsQuery(state));
+void AnnounceSelectionRow(const Visit& visit) {
+  visit.Database.Announce(GroupViewsQuery(visit));
+  visit.Database.Announce(CalendarsQuery(visit));
 }
 
-Html SelectionRow(const ComponentState& state, int columnCount) {
-  Html row("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(state));
-  row.Add("{}&nbsp;<SELECT NAME=\"cn\">", Content(LoadText(state, 202)));
-  AddGroupViewOptions(row, state);
-  AddCalendarOptions(row, state);
-  row.Add("</SELECT>&nbsp;&nbsp;&nbsp;{}&nbsp;&nbsp;&nbsp;{}</TD></TR>", ViewList(state), OkButton(state));
+Html SelectionRow(const Visit& visit, int columnCount) {
+  Html row("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(visit));
+  row.Add("{}&nbsp;<SELECT NAME=\"cn\">", Content(LoadText(visit, Text::kViewedCalendar)));
+  AddGroupViewOptions(row, visit);
+  AddCalendarOptions(row, visit);
+  row.Add("</SELECT>&nbsp;&nbsp;&nbsp;{}&nbsp;&nbsp;&nbsp;{}</TD></TR>", ViewList(visit), OkButton(visit));
   return row;
 }
 

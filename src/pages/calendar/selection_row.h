@@ -4,13 +4,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// Announces to the database what `SelectionRow` will ask.
-void AnnounceSelectionRow(const ComponentState& state);
+void AnnounceSelectionRow(const Visit& visit);
 
 /// The last row of every view's table, where the user chooses date, calendar and view. It spans `columnCount`
 /// columns. Throws DatabaseError.
-Html SelectionRow(const ComponentState& state, int columnCount);
+Html SelectionRow(const Visit& visit, int columnCount);
 
 }  // namespace orlune

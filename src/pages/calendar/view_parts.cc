@@ -4,11 +4,11 @@
 #include "base/dates.h"
 #include "html/links.h"
 #include "html/page_frame.h"
+#include "model/calendar.h"
 #include "pages/calendar/navigation_bar.h"
 #include "pages/calendar/selection_row.h"
-#include "request/component_state.h"
 #include "request/texts.h"
-#include "store/calendar_list.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
@@ -24,42 +24,44 @@ Statement DisplayNameQuery(std::string_view calName) {
 
 }  // namespace
 
-std::string CalendarDisplayName(const ComponentState& state) {
-  const auto row = OpenQuery(*state.Database, DisplayNameQuery(state.CalName));
-  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName"))) : state.CalName);
+std::string CalendarDisplayName(const Visit& visit) {
+  const auto row = OpenQuery(visit.Database, DisplayNameQuery(visit.Context.Visitor.CalName));
+  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName")))
+                                 : visit.Context.Visitor.CalName);
 }
 
-void AnnounceViewParts(const ComponentState& state) {
-  if (state.ShowTitle) state.Database->Announce(DisplayNameQuery(state.CalName));
-  AnnounceNavigationBar(state);
-  AnnounceSelectionRow(state);
+void AnnounceViewParts(const Visit& visit) {
+  if (visit.Context.Hosting.ShowTitle)
+    visit.Database.Announce(DisplayNameQuery(visit.Context.Visitor.CalName));
+  AnnounceNavigationBar(visit);
+  AnnounceSelectionRow(visit);
 }
 
-Html ViewOpen(const ComponentState& state, ViewMode mode, const Html& caption) {
-  Html view("<FORM ACTION=\"{}\" NAME=\"acForm\">", Attribute(state.ScriptName));
-  if (state.ShowTitle) {
-    view.Add("<P ALIGN=CENTER><FONT CLASS=\"calname\">{}</FONT>", Content(CalendarDisplayName(state)));
+Html ViewOpen(const Visit& visit, ViewMode mode, const Html& caption) {
+  Html view("<FORM ACTION=\"{}\" NAME=\"acForm\">", Attribute(visit.Context.Hosting.ScriptName));
+  if (visit.Context.Hosting.ShowTitle) {
+    view.Add("<P ALIGN=CENTER><FONT CLASS=\"calname\">{}</FONT>", Content(CalendarDisplayName(visit)));
   }
-  view.Add(TitleBarOpen("100", caption, NavigationBar(state, mode)));
+  view.Add(TitleBarOpen("100", caption, NavigationBar(visit, mode)));
   return view;
 }
 
-Html ViewClose(const ComponentState& state) {
-  return Html("</TABLE>{}</FORM>", TitleBarClose(state));
+Html ViewClose(const Visit& visit) {
+  return Html("</TABLE>{}</FORM>", TitleBarClose(visit));
 }
 
-Markup DayCellClass(const ComponentState& state, const Week& week, Date date) {
-  if (date == state.Today) return " CLASS=\"today\"";
+Markup DayCellClass(const Visit& visit, const Week& week, Date date) {
+  if (date == visit.Context.Today) return " CLASS=\"today\"";
   if (week.IsWeekend(date)) return " CLASS=\"weekend\"";
   return "";
 }
 
-Html DayNumberLink(const ComponentState& state, Date date) {
-  const std::string_view hint = LoadText(state, 208);
+Html DayNumberLink(const Visit& visit, Date date) {
+  const std::string_view hint = LoadText(visit, Text::kShowDay);
   return Html(
       "<FONT CLASS=\"daynumber\"><A HREF=\"{}?p=c&cd={}&dm=day\" CLASS=\"daynumber\" TITLE=\"{}\" "
       "{}>{}</A></FONT>",
-      Attribute(state.ScriptName), Attribute(FormatShortDate(state.Surroundings->Regional, date)),
+      Attribute(visit.Context.Hosting.ScriptName), Attribute(FormatShortDate(visit.Context.Regional, date)),
       Attribute(hint), StatusHandler(hint), DayOfMonth(date));
 }
 

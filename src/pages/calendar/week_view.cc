@@ -8,8 +8,8 @@
 #include "pages/calendar/ol_events.h"
 #include "pages/calendar/selection_row.h"
 #include "pages/calendar/view_parts.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 
@@ -28,32 +28,31 @@ Html RangeText(const DateNames& names, Date weekStart, Date weekEnd) {
   return range;
 }
 
-Html WeekCaption(const ComponentState& state, const Week& week, Date weekStart) {
-  const std::string number = std::to_string(week.WeekNumber(state.CurrentDate));
-  return Html(
-      "{} - {}", Content(LoadText(state, 200, {number})),
-      RangeText(state.Surroundings->Regional.UpperCaseNames, AddDays(weekStart, 0), AddDays(weekStart, 6)));
+Html WeekCaption(const Visit& visit, const Week& week, Date weekStart) {
+  const std::string number = std::to_string(week.WeekNumber(visit.Context.Visitor.CurrentDate));
+  return Html("{} - {}", Content(LoadText(visit, Text::kWeekCaption, {number})),
+              RangeText(visit.Context.Regional.UpperCaseNames, AddDays(weekStart, 0), AddDays(weekStart, 6)));
 }
 
-void AddHeaderRow(Html& page, const ComponentState& state, Date weekStart) {
+void AddHeaderRow(Html& page, const Visit& visit, Date weekStart) {
   page.Add("<TR>");
   for (int column = 0; column < 7; ++column) {
     page.Add("<TD ALIGN=CENTER WIDTH=14% CLASS=\"captions\">{}</TD>",
-             Content(WeekdayName(state.Surroundings->Regional.Names, weekStart + days{column})));
+             Content(WeekdayName(visit.Context.Regional.Names, weekStart + days{column})));
   }
   page.Add("</TR>\r\n");
 }
 
-void AddDayRow(Html& page, const ComponentState& state, const Week& week, Date weekStart) {
-  OL_Events events(state);
+void AddDayRow(Html& page, const Visit& visit, const Week& week, Date weekStart) {
+  OL_Events events(visit);
   events.GetEventsForPeriod(AddDays(weekStart, 0), AddDays(weekStart, 6));
-  const EventEntryWriter entries(state);
+  const EventEntryWriter entries(visit);
 
   page.Add("<TR>");
   for (int column = 0; column < 7; ++column) {
     const Date date = AddDays(weekStart, column);
-    page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(state, week, date),
-             DayNumberLink(state, date));
+    page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(visit, week, date),
+             DayNumberLink(visit, date));
     events.GetEventsForDay(date);
     for (std::size_t i = 1; i <= events.DayCount(); ++i) entries.AddWeekEntry(page, *events.EventsByDay(i));
     page.Add("</TD>");
@@ -63,15 +62,15 @@ void AddDayRow(Html& page, const ComponentState& state, const Week& week, Date w
 
 }  // namespace
 
-void AddWeekView(Html& page, const ComponentState& state) {
-  const Week week(state.FirstDayOfWeek, state.Weekend);
-  const Date weekStart = week.Start(state.CurrentDate);
-  page.Add(ViewOpen(state, ViewMode::kWeek, WeekCaption(state, week, weekStart)));
-  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(state));
-  AddHeaderRow(page, state, weekStart);
-  AddDayRow(page, state, week, weekStart);
-  page.Add(SelectionRow(state, 7));
-  page.Add(ViewClose(state));
+void AddWeekView(Html& page, const Visit& visit) {
+  const Week week(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend);
+  const Date weekStart = week.Start(visit.Context.Visitor.CurrentDate);
+  page.Add(ViewOpen(visit, ViewMode::kWeek, WeekCaption(visit, week, weekStart)));
+  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(visit));
+  AddHeaderRow(page, visit, weekStart);
+  AddDayRow(page, visit, week, weekStart);
+  page.Add(SelectionRow(visit, 7));
+  page.Add(ViewClose(visit));
 }
 
 }  // namespace orlune

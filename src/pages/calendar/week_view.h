@@ -4,10 +4,10 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// The week that holds the current date: one row of seven tall cells with the occurrences of their days.
 /// Throws DatabaseError.
-void AddWeekView(Html& page, const ComponentState& state);
+void AddWeekView(Html& page, const Visit& visit);
 
 }  // namespace orlune

@@ -1,26 +1,26 @@
 #include "pages/events/event_check.h"
 
 #include "base/dates.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
 
-void ReadDates(ComponentState& state, const EventDraft& draft, OL_Event& event) {
-  const RegionalSettings& regional = state.Surroundings->Regional;
+void ReadDates(Visit& visit, const EventDraft& draft, OL_Event& event) {
+  const RegionalSettings& regional = visit.Context.Regional;
   const auto begin = ParseDate(regional, draft.BeginDate);
-  if (!begin) return AddAlert(state, 812);
+  if (!begin) return AddAlert(visit, Text::kInvalidStartDate);
   event.BeginDate = *begin;
   if (event.Type == "none") return;
 
   const auto end = ParseDate(regional, draft.EndDate);
-  if (!end) return AddAlert(state, 813);
+  if (!end) return AddAlert(visit, Text::kInvalidEndDate);
   event.EndDate = *end;
-  if (*end <= *begin) AddAlert(state, 814);
+  if (*end <= *begin) AddAlert(visit, Text::kEndBeforeStart);
 }
 
-void ReadTimes(ComponentState& state, const EventDraft& draft, OL_Event& event) {
+void ReadTimes(Visit& visit, const EventDraft& draft, OL_Event& event) {
   const auto isChosen = [](std::string_view time) { return !time.empty() && time != "- - - -"; };
   const auto isEarlier = [](TimeOfDay begin, TimeOfDay end) {
     return std::chrono::floor<std::chrono::minutes>(begin) < std::chrono::floor<std::chrono::minutes>(end);
@@ -28,29 +28,29 @@ void ReadTimes(ComponentState& state, const EventDraft& draft, OL_Event& event) 
   event.BeginTime = ParseTime(draft.BeginTime);
   event.EndTime = ParseTime(draft.EndTime);
   if (!event.BeginTime) {
-    if (isChosen(draft.BeginTime) || isChosen(draft.EndTime)) AddAlert(state, 815);
+    if (isChosen(draft.BeginTime) || isChosen(draft.EndTime)) AddAlert(visit, Text::kStartTimeMissing);
   } else if (isChosen(draft.EndTime) && !(event.EndTime && isEarlier(*event.BeginTime, *event.EndTime))) {
-    AddAlert(state, 816);
+    AddAlert(visit, Text::kEndTimeBeforeStartTime);
   }
 }
 
-void CheckRepetition(ComponentState& state, const OL_Event& event) {
+void CheckRepetition(Visit& visit, const OL_Event& event) {
   if (event.Type == "weekday") {
-    if (event.RepeatWeekday.empty()) AddAlert(state, 817);
-    if (event.RepeatFrequency.empty()) AddAlert(state, 818);
+    if (event.RepeatWeekday.empty()) AddAlert(visit, Text::kWeekdayMissing);
+    if (event.RepeatFrequency.empty()) AddAlert(visit, Text::kFrequencyMissing);
   }
-  if (event.Type == "month" && event.RepeatDay.empty()) AddAlert(state, 819);
+  if (event.Type == "month" && event.RepeatDay.empty()) AddAlert(visit, Text::kDayMissing);
 }
 
 }  // namespace
 
-std::optional<OL_Event> CheckEvent(ComponentState& state, const EventDraft& draft) {
+std::optional<OL_Event> CheckEvent(Visit& visit, const EventDraft& draft) {
   OL_Event event = draft.Event;
-  if (event.EventName.empty()) AddAlert(state, 811);
-  ReadDates(state, draft, event);
-  ReadTimes(state, draft, event);
-  CheckRepetition(state, event);
-  return state.AlertText.empty() ? std::optional(std::move(event)) : std::nullopt;
+  if (event.EventName.empty()) AddAlert(visit, Text::kTitleMissing);
+  ReadDates(visit, draft, event);
+  ReadTimes(visit, draft, event);
+  CheckRepetition(visit, event);
+  return visit.Alerts.empty() ? std::optional(std::move(event)) : std::nullopt;
 }
 
 }  // namespace orlune

@@ -6,10 +6,10 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// Checks what was typed and appends a text to the request's errors for everything that is wrong. Returns the
 /// event with its dates and times read, or nothing when the request has errors.
-std::optional<OL_Event> CheckEvent(ComponentState& state, const EventDraft& draft);
+std::optional<OL_Event> CheckEvent(Visit& visit, const EventDraft& draft);
 
 }  // namespace orlune

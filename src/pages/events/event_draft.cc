@@ -7,7 +7,7 @@
 #include "base/lists.h"
 #include "base/text.h"
 #include "pages/events/repetition_kinds.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/event_reader.h"
 
@@ -40,18 +40,16 @@ std::optional<std::string> EventNumbers(std::string_view text) {
   return isList ? std::optional(std::move(numbers)) : std::nullopt;
 }
 
-std::optional<OL_Event> FindEvent(const ComponentState& state, std::string_view id) {
+std::optional<OL_Event> FindEvent(const Visit& visit, std::string_view id) {
   const auto number = EventNumber(id);
   if (!number) return std::nullopt;
   const auto rows =
-      OpenQuery(*state.Database, Statement("SELECT * FROM Events WHERE (EventID = {})", *number));
+      OpenQuery(visit.Database, Statement("SELECT * FROM Events WHERE (EventID = {})", *number));
   return rows->Next() ? std::optional(EventReader(*rows).Read(*rows)) : std::nullopt;
 }
 
-EventDraft PostedDraft(const ComponentState& state, const std::optional<OL_Event>& stored) {
-  const auto field = [&](std::string_view name) {
-    return std::string(state.Context.Request->FormField(name));
-  };
+EventDraft PostedDraft(const Visit& visit, const std::optional<OL_Event>& stored) {
+  const auto field = [&](std::string_view name) { return std::string(visit.Request.FormField(name)); };
   EventDraft draft;
   draft.IsTyped = true;
   OL_Event& event = draft.Event;
@@ -77,10 +75,10 @@ EventDraft PostedDraft(const ComponentState& state, const std::optional<OL_Event
   return draft;
 }
 
-EventDraft StoredDraft(const ComponentState& state, const OL_Event& stored) {
-  const RegionalSettings& regional = state.Surroundings->Regional;
+EventDraft StoredDraft(const Visit& visit, const OL_Event& stored) {
+  const RegionalSettings& regional = visit.Context.Regional;
   const auto timeText = [&](std::optional<TimeOfDay> time) {
-    return time ? FormatTime(state.TimeFormat, *time) : "";
+    return time ? FormatTime(visit.Context.Visitor.TimeFormat, *time) : "";
   };
   EventDraft draft{.Event = stored,
                    .IsTyped = false,
@@ -92,16 +90,16 @@ EventDraft StoredDraft(const ComponentState& state, const OL_Event& stored) {
   return draft;
 }
 
-void FillDefaults(const ComponentState& state, EventDraft& draft) {
+void FillDefaults(const Visit& visit, EventDraft& draft) {
   const auto fill = [](std::string& field, std::string_view value) {
     if (field.empty()) field = value;
   };
-  const std::string today = FormatShortDate(state.Surroundings->Regional, state.CurrentDate);
+  const std::string today = FormatShortDate(visit.Context.Regional, visit.Context.Visitor.CurrentDate);
   fill(draft.BeginDate, today);
   fill(draft.EndDate, today);
   fill(draft.Event.Type, kRepetitionKinds.front().Name.Text());
   fill(draft.Event.RepeatWeekends, "vkl_ok");
-  fill(draft.Event.Owner, state.LoginName);
+  fill(draft.Event.Owner, visit.Context.Visitor.LoginName);
 }
 
 }  // namespace orlune

@@ -7,13 +7,12 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// The form of one event, filled with `draft`. Throws DatabaseError.
-void ShowEventForm(ComponentState& state, const EventDraft& draft);
+void ShowEventForm(Visit& visit, const EventDraft& draft);
 
 /// The same for suggesting the event to other users, of whom `recipients` are chosen. Throws DatabaseError.
-void ShowSuggestionForm(ComponentState& state, const EventDraft& draft,
-                        const std::vector<std::string>& recipients);
+void ShowSuggestionForm(Visit& visit, const EventDraft& draft, const std::vector<std::string>& recipients);
 
 }  // namespace orlune

@@ -8,9 +8,8 @@
 #include "pages/events/found_events.h"
 #include "pages/events/suggestions.h"
 #include "pages/messages/recipients.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/event_store.h"
 #include "store/field.h"
@@ -18,16 +17,16 @@
 namespace orlune {
 namespace {
 
-void RedirectToCalendar(ComponentState& state) {
-  state.Context.Response->Redirect(state.ScriptName);
+void RedirectToCalendar(Visit& visit) {
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName);
 }
 
-void Refuse(ComponentState& state) {
-  WritePage(state, ErrorPage(state, LoadText(state, 850)));
+void Refuse(Visit& visit) {
+  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
 }
 
-void ShowGone(ComponentState& state) {
-  WritePage(state, ErrorPage(state, LoadText(state, 821)));
+void ShowGone(Visit& visit) {
+  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kEventIsGone)));
 }
 
 /// The event that the request describes, and the stored one that it names.
@@ -37,114 +36,115 @@ struct RequestedEvent {
 };
 
 /// The posted number of the event, or that of the query.
-std::string_view EventId(const ComponentState& state) {
-  const Request& request = *state.Context.Request;
+std::string_view EventId(const Visit& visit) {
+  const Request& request = visit.Request;
   const std::string_view posted = request.FormField("id");
   return posted.empty() ? request.QueryParameter("id") : posted;
 }
 
 /// Appends an error when the request names an event that is gone.
-RequestedEvent ReadEvent(ComponentState& state) {
+RequestedEvent ReadEvent(Visit& visit) {
   RequestedEvent event;
-  const std::string_view id = EventId(state);
+  const std::string_view id = EventId(visit);
   if (!id.empty()) {
-    event.Stored = FindEvent(state, id);
-    if (!event.Stored) AddAlert(state, 821);
+    event.Stored = FindEvent(visit, id);
+    if (!event.Stored) AddAlert(visit, Text::kEventIsGone);
   }
-  if (state.Context.Request->FormFieldCount() > 0) {
-    event.Draft = PostedDraft(state, event.Stored);
+  if (visit.Request.FormFieldCount() > 0) {
+    event.Draft = PostedDraft(visit, event.Stored);
   } else if (event.Stored) {
-    event.Draft = StoredDraft(state, *event.Stored);
+    event.Draft = StoredDraft(visit, *event.Stored);
   }
-  FillDefaults(state, event.Draft);
+  FillDefaults(visit, event.Draft);
   return event;
 }
 
-bool MaySee(const ComponentState& state, const RequestedEvent& event) {
-  return !event.Stored || !event.Stored->Private || MayChangeEventsOf(state, event.Stored->Owner);
+bool MaySee(const Visit& visit, const RequestedEvent& event) {
+  return !event.Stored || !event.Stored->Private ||
+         visit.Context.Visitor.MayChangeEventsOf(event.Stored->Owner);
 }
 
-bool MaySave(const ComponentState& state, const RequestedEvent& event) {
-  return (!event.Stored || MayChangeEventsOf(state, event.Stored->Owner)) &&
-         MayChangeEventsOf(state, event.Draft.Event.Owner);
+bool MaySave(const Visit& visit, const RequestedEvent& event) {
+  return (!event.Stored || visit.Context.Visitor.MayChangeEventsOf(event.Stored->Owner)) &&
+         visit.Context.Visitor.MayChangeEventsOf(event.Draft.Event.Owner);
 }
 
-void Save(ComponentState& state, const RequestedEvent& event) {
-  if (!MaySave(state, event)) return Refuse(state);
-  const auto checked = CheckEvent(state, event.Draft);
-  if (!checked) return ShowEventForm(state, event.Draft);
-  SaveEvent(*state.Database, state.Surroundings->Regional, *checked);
-  RedirectToCalendar(state);
+void Save(Visit& visit, const RequestedEvent& event) {
+  if (!MaySave(visit, event)) return Refuse(visit);
+  const auto checked = CheckEvent(visit, event.Draft);
+  if (!checked) return ShowEventForm(visit, event.Draft);
+  SaveEvent(visit.Database, visit.Context.Regional, *checked);
+  RedirectToCalendar(visit);
 }
 
-std::vector<std::string> PostedRecipients(const ComponentState& state) {
-  return ChosenRecipients(*state.Database, state.Context.Request->FormField("vastaanottaja"));
+std::vector<std::string> PostedRecipients(const Visit& visit) {
+  return ChosenRecipients(visit.Database, visit.Request.FormField("vastaanottaja"));
 }
 
-void Send(ComponentState& state, RequestedEvent event) {
-  if (!MaySave(state, event)) return Refuse(state);
-  const std::vector<std::string> recipients = PostedRecipients(state);
+void Send(Visit& visit, RequestedEvent event) {
+  if (!MaySave(visit, event)) return Refuse(visit);
+  const std::vector<std::string> recipients = PostedRecipients(visit);
   event.Draft.Event.SuggestState = "-";
-  if (!SendSuggestion(state, event.Draft, recipients))
-    return ShowSuggestionForm(state, event.Draft, recipients);
-  RedirectToCalendar(state);
+  if (!SendSuggestion(visit, event.Draft, recipients))
+    return ShowSuggestionForm(visit, event.Draft, recipients);
+  RedirectToCalendar(visit);
 }
 
-void Answer(ComponentState& state, const RequestedEvent& event, std::string_view answer) {
-  if (!event.Stored) return ShowGone(state);
-  AnswerSuggestion(state, event.Stored->EventID, answer);
+void Answer(Visit& visit, const RequestedEvent& event, std::string_view answer) {
+  if (!event.Stored) return ShowGone(visit);
+  AnswerSuggestion(visit, event.Stored->EventID, answer);
 }
 
-bool MayDelete(const ComponentState& state, std::string_view ids) {
+bool MayDelete(const Visit& visit, std::string_view ids) {
   const auto rows =
-      OpenQuery(*state.Database, Statement("SELECT Owner FROM Events WHERE (EventID IN ({}))", ids));
+      OpenQuery(visit.Database, Statement("SELECT Owner FROM Events WHERE (EventID IN ({}))", ids));
   const int owner = rows->Column("Owner");
   while (rows->Next()) {
-    if (!MayChangeEventsOf(state, TextOf(rows->Get(owner)))) return false;
+    if (!visit.Context.Visitor.MayChangeEventsOf(TextOf(rows->Get(owner)))) return false;
   }
   return true;
 }
 
 /// Deletes one event or, from the hits of a search, several.
-void Delete(ComponentState& state) {
-  const std::string_view id = EventId(state);
+void Delete(Visit& visit) {
+  const std::string_view id = EventId(visit);
   if (!id.empty()) {
     const auto ids = EventNumbers(id);
-    const bool isFollowedLink = state.Context.Request->FormFieldCount() == 0;
-    if (!ids || (isFollowedLink && !FindEvent(state, id))) return ShowGone(state);
-    if (!MayDelete(state, *ids)) return Refuse(state);
-    DeleteEvents(*state.Database, *ids);
+    const bool isFollowedLink = visit.Request.FormFieldCount() == 0;
+    if (!ids || (isFollowedLink && !FindEvent(visit, id))) return ShowGone(visit);
+    if (!MayDelete(visit, *ids)) return Refuse(visit);
+    DeleteEvents(visit.Database, *ids);
   }
-  if (state.Context.Request->QueryParameter("ret") == "results") return ShowFoundEvents(state);
-  RedirectToCalendar(state);
+  if (visit.Request.QueryParameter("ret") == "results") return ShowFoundEvents(visit);
+  RedirectToCalendar(visit);
 }
 
-void ShowErrors(ComponentState& state) {
-  WritePage(state, ErrorPage(state, ReplaceAll(state.AlertText, "\\n", "<BR>")));
+void ShowErrors(Visit& visit) {
+  WritePage(visit, ErrorPage(visit, ReplaceAll(visit.Alerts, "\\n", "<BR>")));
 }
 
 /// The actions that are about the one event that the request names or describes.
-void ShowOneEvent(ComponentState& state, std::string_view action) {
-  RequestedEvent event = ReadEvent(state);
-  if (!state.AlertText.empty()) return ShowErrors(state);
-  if (action == "accepted" || action == "declined") return Answer(state, event, action);
-  if (action == "save") return Save(state, event);
-  if (action == "send") return Send(state, std::move(event));
-  if (!MaySee(state, event)) return Refuse(state);
-  if (action == "sendform") return ShowSuggestionForm(state, event.Draft, PostedRecipients(state));
-  ShowEventForm(state, event.Draft);
+void ShowOneEvent(Visit& visit, std::string_view action) {
+  RequestedEvent event = ReadEvent(visit);
+  if (!visit.Alerts.empty()) return ShowErrors(visit);
+  if (action == "accepted" || action == "declined") return Answer(visit, event, action);
+  if (action == "save") return Save(visit, event);
+  if (action == "send") return Send(visit, std::move(event));
+  if (!MaySee(visit, event)) return Refuse(visit);
+  if (action == "sendform") return ShowSuggestionForm(visit, event.Draft, PostedRecipients(visit));
+  ShowEventForm(visit, event.Draft);
 }
 
 }  // namespace
 
-void ShowEventPage(ComponentState& state) {
-  if (!state.AlertText.empty()) return ShowErrors(state);
-  const std::string_view action = state.Context.Request->QueryParameter("act");
-  if (action == "find") return ShowSearchForm(state);
-  if (action == "results") return ShowFoundEvents(state);
-  if (action == "delete") return Delete(state);
-  if (action == "notify") return NotifySender(state);
-  ShowOneEvent(state, action);
+void ShowEventPage(Visit& visit) {
+  if (!visit.Alerts.empty()) return ShowErrors(visit);
+  const std::string_view action = visit.Request.QueryParameter("act");
+  if (action == "find") return ShowSearchForm(visit);
+  if (action == "results") return ShowFoundEvents(visit);
+  if (action == "delete") return Delete(visit);
+  if (action == "notify") return NotifySender(visit);
+  ShowOneEvent(visit, action);
 }
 
 }  // namespace orlune

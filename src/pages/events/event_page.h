@@ -2,7 +2,7 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// Everything that is done with single events: the form, saving, deleting, suggesting, answering, searching.
 /// Reads the query parameters "id", "act" ("save", "sendform", "send", "delete", "accepted", "declined",
@@ -11,6 +11,6 @@ struct ComponentState;
 /// "frequency", "repday", "repweekends", "type", "suggstate", "id", "vastaanottaja" (recipients).
 /// Changing an event asks for the right to change those of its calendar; so does seeing a private one.
 /// Answering asks for somebody who is logged in.
-void ShowEventPage(ComponentState& state);
+void ShowEventPage(Visit& visit);
 
 }  // namespace orlune

@@ -5,52 +5,54 @@
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
 #include "html/page_frame.h"
-#include "pages/events/repetition_kinds.h"
 #include "pages/events/form_page.h"
-#include "request/component_state.h"
+#include "pages/events/repetition_kinds.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 
 namespace orlune {
 namespace {
 
-Html TextRow(const ComponentState& state, const EventSearch& search) {
-  return FieldRow(state, 401, "search",
+Html TextRow(const Visit& visit, const EventSearch& search) {
+  return FieldRow(visit, Text::kSearchText, "search",
                   Html("<INPUT TYPE=text NAME=\"search\" ID=\"search\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(WithReferencesShown(search.Text)), InputSize(state, 18, 38)));
+                       Attribute(WithReferencesShown(search.Text)), InputSize(visit, 18, 38)));
 }
 
-Html CalendarRow(const ComponentState& state, const EventSearch& search) {
-  const auto rows = OpenQuery(*state.Database,
+Html CalendarRow(const Visit& visit, const EventSearch& search) {
+  const auto rows = OpenQuery(visit.Database,
                               Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
                                         "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-                                        state.LoginName));
-  Html list("<SELECT NAME=\"cal\" ID=\"cal\">\r\n{}\r\n", Choice(state, "", 403, search.Calendar.empty()));
+                                        visit.Context.Visitor.LoginName));
+  Html list("<SELECT NAME=\"cal\" ID=\"cal\">\r\n{}\r\n",
+            Choice(visit, "", Text::kAllCalendars, search.Calendar.empty()));
   AddCalendarOptions(
       list, *rows, [&](std::string_view name) { return name == search.Calendar; }, "\r\n");
-  return FieldRow(state, 402, "cal", list.Add("</SELECT>"));
+  return FieldRow(visit, Text::kSearchCalendar, "cal", list.Add("</SELECT>"));
 }
 
-Html KindRow(const ComponentState& state, const EventSearch& search) {
+Html KindRow(const Visit& visit, const EventSearch& search) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\">\r\n{}\r\n",
-            Choice(state, "", 303, search.Kind.empty()));
+            Choice(visit, "", Text::kAnyRepetition, search.Kind.empty()));
   for (const RepetitionKind& kind : kRepetitionKinds)
-    list.Add("{}\r\n", Choice(state, kind.Name, kind.Text, kind.Name.Text() == search.Kind));
-  return FieldRow(state, 404, "reptype", list.Add("</SELECT>"));
+    list.Add("{}\r\n", Choice(visit, kind.Name, kind.Label, kind.Name.Text() == search.Kind));
+  return FieldRow(visit, Text::kSearchKind, "reptype", list.Add("</SELECT>"));
 }
 
-Html StartDateRow(const ComponentState& state, const EventSearch& search) {
-  const bool isFirstShow = state.Context.Request->FormFieldCount() == 0;
-  return FieldRow(state, 405, "date1",
-                  DateInput(state, 1,
-                            isFirstShow ? FormatShortDate(state.Surroundings->Regional, state.CurrentDate)
-                                        : search.StartDate));
+Html StartDateRow(const Visit& visit, const EventSearch& search) {
+  const bool isFirstShow = visit.Request.FormFieldCount() == 0;
+  return FieldRow(
+      visit, Text::kSearchStartDate, "date1",
+      DateInput(visit, 1,
+                isFirstShow ? FormatShortDate(visit.Context.Regional, visit.Context.Visitor.CurrentDate)
+                            : search.StartDate));
 }
 
 }  // namespace
 
-EventSearch PostedSearch(const ComponentState& state) {
-  const Request& request = *state.Context.Request;
+EventSearch PostedSearch(const Visit& visit) {
+  const Request& request = visit.Request;
   const std::string_view chosenKind = request.FormField("reptype");
   const std::string_view carriedKind = request.FormField("type");
   return {.Text = std::string(request.FormField("search")),
@@ -59,7 +61,7 @@ EventSearch PostedSearch(const ComponentState& state) {
           .StartDate = std::string(request.FormField("date1"))};
 }
 
-Statement SearchQuery(const ComponentState& state, const EventSearch& search) {
+Statement SearchQuery(const Visit& visit, const EventSearch& search) {
   Statement query(
       "SELECT SuggestState, FriendlyName, EventID, EventName, Owner, Type, BeginDate, "
       "EndDate, BeginTime, EndTime, Private FROM Events "
@@ -67,7 +69,7 @@ Statement SearchQuery(const ComponentState& state, const EventSearch& search) {
       "WHERE ((EventName LIKE '%{}%') OR (Comments LIKE '%{}%')) ",
       search.Text, search.Text);
   if (search.Calendar.empty()) {
-    query.Add("AND (IsHidden = no OR Owner = '{}') ", state.LoginName);
+    query.Add("AND (IsHidden = no OR Owner = '{}') ", visit.Context.Visitor.LoginName);
   } else {
     query.Add("AND (Owner = '{}') ", search.Calendar);
   }
@@ -78,15 +80,16 @@ Statement SearchQuery(const ComponentState& state, const EventSearch& search) {
       "AND (SuggestState In ('accepted', '-') OR SuggestState Is Null) ORDER BY BeginDate, BeginTime");
 }
 
-void ShowSearchForm(ComponentState& state) {
-  const EventSearch search = PostedSearch(state);
-  Html page = FormPageOpen(state, Html("p=e&act=results"), 400, SearchToolbar(state));
-  page.Add(TextRow(state, search));
-  page.Add(CalendarRow(state, search));
-  page.Add(KindRow(state, search));
-  page.Add(StartDateRow(state, search));
-  FinishFormRows(state, std::move(page),
-                 Html("<INPUT TYPE=submit VALUE=\"{}\">", Attribute(LoadText(state, 420))));
+void ShowSearchForm(Visit& visit) {
+  const EventSearch search = PostedSearch(visit);
+  Html page = FormPageOpen(visit, Html("p=e&act=results"), Text::kSearchTitle, SearchToolbar(visit));
+  page.Add(TextRow(visit, search));
+  page.Add(CalendarRow(visit, search));
+  page.Add(KindRow(visit, search));
+  page.Add(StartDateRow(visit, search));
+  FinishFormRows(
+      visit, std::move(page),
+      Html("<INPUT TYPE=submit VALUE=\"{}\">", Attribute(LoadText(visit, Text::kFindEventsButton))));
 }
 
 }  // namespace orlune

@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 class Statement;
 
 /// What a search looks for.
@@ -18,13 +18,13 @@ struct EventSearch {
 };
 
 /// The search of a posted form: the search form's, or the one that a list of hits carries on.
-EventSearch PostedSearch(const ComponentState& state);
+EventSearch PostedSearch(const Visit& visit);
 
 /// The query for the hits of `search`, the earliest first. Its start date has to be a valid one.
-Statement SearchQuery(const ComponentState& state, const EventSearch& search);
+Statement SearchQuery(const Visit& visit, const EventSearch& search);
 
 /// The form of a search, with what was posted. Reads the form fields "search", "cal", "reptype" and "date1".
 /// Asks for no right. Throws DatabaseError.
-void ShowSearchForm(ComponentState& state);
+void ShowSearchForm(Visit& visit);
 
 }  // namespace orlune

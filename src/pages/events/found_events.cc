@@ -14,9 +14,8 @@
 #include "model/occurrence_dates.h"
 #include "pages/events/event_search.h"
 #include "pages/events/form_page.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
@@ -36,8 +35,8 @@ Statement OccurrenceRuleQuery(int id) {
       id);
 }
 
-std::optional<OL_Event> ReadOccurrenceRule(const ComponentState& state, int id) {
-  const auto row = OpenQuery(*state.Database, OccurrenceRuleQuery(id));
+std::optional<OL_Event> ReadOccurrenceRule(const Visit& visit, int id) {
+  const auto row = OpenQuery(visit.Database, OccurrenceRuleQuery(id));
   if (!row->Next()) return std::nullopt;
   const auto field = [&](std::string_view name) { return row->Get(row->Column(name)); };
   const auto text = [&](std::string_view name) { return std::string(TextOf(field(name))); };
@@ -62,8 +61,8 @@ struct Hit {
   std::optional<TimeOfDay> EndTime;
 };
 
-std::vector<Hit> FindHits(const ComponentState& state, const EventSearch& search) {
-  const auto rows = OpenQuery(*state.Database, SearchQuery(state, search));
+std::vector<Hit> FindHits(const Visit& visit, const EventSearch& search) {
+  const auto rows = OpenQuery(visit.Database, SearchQuery(visit, search));
   const auto field = [&](std::string_view name) { return rows->Get(rows->Column(name)); };
   const auto text = [&](std::string_view name) { return std::string(TextOf(field(name))); };
   std::vector<Hit> hits;
@@ -78,11 +77,12 @@ std::vector<Hit> FindHits(const ComponentState& state, const EventSearch& search
 /// The rows of the hits, numbered from 1.
 class HitList {
  public:
-  explicit HitList(const ComponentState& state) : state_(state), week_(state.FirstDayOfWeek, state.Weekend) {}
+  explicit HitList(const Visit& visit)
+      : visit_(visit), week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend) {}
 
   void AddRows(Html& page, const EventSearch& search) {
-    const std::vector<Hit> hits = FindHits(state_, search);
-    for (const Hit& hit : hits) state_.Database->Announce(OccurrenceRuleQuery(hit.Id));
+    const std::vector<Hit> hits = FindHits(visit_, search);
+    for (const Hit& hit : hits) visit_.Database.Announce(OccurrenceRuleQuery(hit.Id));
     for (const Hit& hit : hits) {
       ++count_;
       page.Add("<TR><TD>{}</TD><TD>", Title(hit));
@@ -92,62 +92,65 @@ class HitList {
       page.Add(
           "</TD><TD ALIGN=CENTER CLASS=\"captions\">"
           "<INPUT TYPE=checkbox NAME=\"id\" VALUE=\"{}\" TITLE=\"{}\"></TD></TR>\r\n",
-          hit.Id, Attribute(LoadText(state_, 438)));
+          hit.Id, Attribute(LoadText(visit_, Text::kFoundDelete)));
     }
   }
   int Count() const { return count_; }
 
  private:
   Html Title(const Hit& hit) const {
-    const bool isOpen = !hit.IsPrivate || MayChangeEventsOf(state_, hit.Owner);
+    const bool isOpen = !hit.IsPrivate || visit_.Context.Visitor.MayChangeEventsOf(hit.Owner);
     const HtmlPart ownerName = Content(hit.OwnerName);
-    if (!isOpen) return Html("{} ({})", Content(LoadText(state_, 329)), ownerName);
-    const std::string_view hint = LoadText(state_, 210);
-    return Html("<A HREF=\"{}?p=e&id={}\" TITLE=\"{}\" {}>{}</A> ({})", Attribute(state_.ScriptName), hit.Id,
-                Attribute(hint), StatusHandler(hint), Content(hit.Name), ownerName);
+    if (!isOpen) return Html("{} ({})", Content(LoadText(visit_, Text::kPrivateEvent)), ownerName);
+    const std::string_view hint = LoadText(visit_, Text::kEditEvent);
+    return Html("<A HREF=\"{}?p=e&id={}\" TITLE=\"{}\" {}>{}</A> ({})",
+                Attribute(visit_.Context.Hosting.ScriptName), hit.Id, Attribute(hint), StatusHandler(hint),
+                Content(hit.Name), ownerName);
   }
 
   void AddTime(Html& page, std::optional<TimeOfDay> begin, std::optional<TimeOfDay> end) const {
-    if (begin) page.Add("{}", Content(FormatTime(state_.TimeFormat, *begin)));
-    if (end) page.Add("-{}", Content(FormatTime(state_.TimeFormat, *end)));
+    if (begin) page.Add("{}", Content(FormatTime(visit_.Context.Visitor.TimeFormat, *begin)));
+    if (end) page.Add("-{}", Content(FormatTime(visit_.Context.Visitor.TimeFormat, *end)));
     if (!begin && !end) page.Add("&nbsp;");
   }
 
   void AddOccurrences(Html& page, int id, std::string_view owner) {
-    const auto event = ReadOccurrenceRule(state_, id);
+    const auto event = ReadOccurrenceRule(visit_, id);
     const auto dates =
         event ? OccurrenceDates(*event, week_, std::clamp<std::size_t>(datesLeft_, 1, kMostDatesOfEvent))
               : std::vector<Date>();
     datesLeft_ -= std::min(datesLeft_, dates.size());
     if (dates.empty()) {
-      page.Add("{}", Content(LoadText(state_, 437)));
+      page.Add("{}", Content(LoadText(visit_, Text::kNoOccurrences)));
       return;
     }
-    page.Add("<NOBR><SELECT NAME=\"cd{}\" TITLE=\"{}\">\r\n", count_, Attribute(LoadText(state_, 435)));
+    page.Add("<NOBR><SELECT NAME=\"cd{}\" TITLE=\"{}\">\r\n", count_,
+             Attribute(LoadText(visit_, Text::kFoundOccurrences)));
     for (const Date date : dates) {
-      const std::string text = FormatShortDate(state_.Surroundings->Regional, date);
+      const std::string text = FormatShortDate(visit_.Context.Regional, date);
       page.Add("<OPTION VALUE=\"{}\">{} {}\r\n", Attribute(text),
-               Content(AbbreviatedWeekdayName(state_.Surroundings->Regional.Names, date)), Content(text));
+               Content(AbbreviatedWeekdayName(visit_.Context.Regional.Names, date)), Content(text));
     }
     page.Add(
         "</SELECT> <INPUT TYPE=button VALUE=\"{}\" onClick=\"javascript:f=document.acForm;"
         "f.action='{}?cn={}&cd='+f.cd{}.options[f.cd{}.selectedIndex].value;f.submit();\"></NOBR>",
-        Attribute(LoadText(state_, 436)), ScriptAttribute(state_.ScriptName), ScriptAttribute(owner), count_,
-        count_);
+        Attribute(LoadText(visit_, Text::kGoToOccurrence)),
+        ScriptAttribute(visit_.Context.Hosting.ScriptName), ScriptAttribute(owner), count_, count_);
   }
 
-  const ComponentState& state_;
+  const Visit& visit_;
   Week week_;
   int count_ = 0;
   std::size_t datesLeft_ = kMostDatesOnPage;
 };
 
-Html CaptionRow(const ComponentState& state) {
+Html CaptionRow(const Visit& visit) {
   return Html(
       "<TR><TD CLASS=\"captions\">{} ({})</TD><TD CLASS=\"captions\">{}</TD><TD CLASS=\"captions\">{}</TD>"
       "<TD ALIGN=CENTER CLASS=\"captions\">{}</TD></TR>\r\n",
-      Content(LoadText(state, 432)), Content(LoadText(state, 433)), Content(LoadText(state, 434)),
-      Content(LoadText(state, 435)), Content(LoadText(state, 438)));
+      Content(LoadText(visit, Text::kFoundTitle)), Content(LoadText(visit, Text::kFoundOwner)),
+      Content(LoadText(visit, Text::kFoundTime)), Content(LoadText(visit, Text::kFoundOccurrences)),
+      Content(LoadText(visit, Text::kFoundDelete)));
 }
 
 /// Carries the search on to the page after a deletion.
@@ -157,34 +160,38 @@ Html HiddenSearch(const EventSearch& search) {
               HiddenField("type", WithReferencesShown(search.Kind)), HiddenField("date1", search.StartDate));
 }
 
-Html LastRow(const ComponentState& state, bool hasHits) {
-  if (!hasHits) return Html("<TR><TD ALIGN=CENTER COLSPAN=4>{}</TD></TR>", Content(LoadText(state, 431)));
-  return Html("<TR><TD ALIGN=CENTER COLSPAN=4 CLASS=\"captions\">{}</TD></TR>",
-              ActionButton(state, LoadText(state, 460), Html("p=e&act=delete&ret=results")));
+Html LastRow(const Visit& visit, bool hasHits) {
+  if (!hasHits)
+    return Html("<TR><TD ALIGN=CENTER COLSPAN=4>{}</TD></TR>",
+                Content(LoadText(visit, Text::kNoEventsFound)));
+  return Html(
+      "<TR><TD ALIGN=CENTER COLSPAN=4 CLASS=\"captions\">{}</TD></TR>",
+      ActionButton(visit, LoadText(visit, Text::kDeleteSelectedEvents), Html("p=e&act=delete&ret=results")));
 }
 
-void ShowHits(ComponentState& state, const EventSearch& search) {
-  HitList hits(state);
-  Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=e&act=results\" NAME=\"acForm\">", Attribute(state.ScriptName));
+void ShowHits(Visit& visit, const EventSearch& search) {
+  HitList hits(visit);
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=e&act=results\" NAME=\"acForm\">",
+           Attribute(visit.Context.Hosting.ScriptName));
   page.Add(HiddenSearch(search));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(state, 430))),
-                        SearchToolbar(state).Add(SearchButton(state))));
-  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(state));
-  page.Add(CaptionRow(state));
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kFoundEventsTitle))),
+                        SearchToolbar(visit).Add(SearchButton(visit))));
+  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
+  page.Add(CaptionRow(visit));
   hits.AddRows(page, search);
-  page.Add(LastRow(state, hits.Count() > 0));
+  page.Add(LastRow(visit, hits.Count() > 0));
   page.Add("</TABLE>");
-  FinishFormPage(state, std::move(page));
+  FinishFormPage(visit, std::move(page));
 }
 
 }  // namespace
 
-void ShowFoundEvents(ComponentState& state) {
-  const EventSearch search = PostedSearch(state);
-  if (ParseDate(state.Surroundings->Regional, search.StartDate)) return ShowHits(state, search);
-  AddAlert(state, 812);
-  ShowSearchForm(state);
+void ShowFoundEvents(Visit& visit) {
+  const EventSearch search = PostedSearch(visit);
+  if (ParseDate(visit.Context.Regional, search.StartDate)) return ShowHits(visit, search);
+  AddAlert(visit, Text::kInvalidStartDate);
+  ShowSearchForm(visit);
 }
 
 }  // namespace orlune

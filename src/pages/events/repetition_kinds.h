@@ -3,16 +3,20 @@
 #include <array>
 
 #include "html/html.h"
+#include "texts/text.h"
 
 namespace orlune {
 
-/// A way in which events repeat: its stored name and the number of its text.
+/// A way in which events repeat: its stored name and its text.
 struct RepetitionKind {
   Markup Name;
-  int Text;
+  Text Label;
 };
 
-inline constexpr std::array<RepetitionKind, 5> kRepetitionKinds{
-    {{"none", 304}, {"day", 305}, {"weekday", 306}, {"month", 307}, {"year", 308}}};
+inline constexpr std::array<RepetitionKind, 5> kRepetitionKinds{{{"none", Text::kNoRepetition},
+                                                                 {"day", Text::kRepeatsDaily},
+                                                                 {"weekday", Text::kRepeatsByWeekday},
+                                                                 {"month", Text::kRepeatsMonthly},
+                                                                 {"year", Text::kRepeatsYearly}}};
 
 }  // namespace orlune

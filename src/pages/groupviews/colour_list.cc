@@ -5,34 +5,34 @@
 
 #include "base/text.h"
 #include "html/form_parts.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
 
 struct PaletteColour {
   Markup Value;
-  int Text;
+  Text Label;
 };
 
 constexpr std::array<PaletteColour, 16> kPalette{{
-    {"#000000", 667},
-    {"#FFFFFF", 668},
-    {"#C0C0C0", 669},
-    {"#FF0000", 670},
-    {"#00FF00", 671},
-    {"#0000FF", 672},
-    {"#FFFF00", 673},
-    {"#00FFFF", 674},
-    {"#FF00FF", 675},
-    {"#808080", 676},
-    {"#800000", 677},
-    {"#008000", 678},
-    {"#000080", 679},
-    {"#808000", 680},
-    {"#008080", 681},
-    {"#800080", 682},
+    {"#000000", Text::kBlack},
+    {"#FFFFFF", Text::kWhite},
+    {"#C0C0C0", Text::kLightGray},
+    {"#FF0000", Text::kRed},
+    {"#00FF00", Text::kGreen},
+    {"#0000FF", Text::kBlue},
+    {"#FFFF00", Text::kYellow},
+    {"#00FFFF", Text::kCyan},
+    {"#FF00FF", Text::kMagenta},
+    {"#808080", Text::kDarkGray},
+    {"#800000", Text::kDarkRed},
+    {"#008000", Text::kDarkGreen},
+    {"#000080", Text::kDarkBlue},
+    {"#808000", Text::kDarkYellow},
+    {"#008080", Text::kDarkCyan},
+    {"#800080", Text::kDarkMagenta},
 }};
 
 /// Names that mean something else in the scripts of a browser than an element with that id.
@@ -73,16 +73,15 @@ Html RepaintAttribute(std::string_view calendar, ColourKind kind) {
 
 }  // namespace
 
-Html ColourList(const ComponentState& state, std::string_view calendar, ColourKind kind,
-                std::string_view colour) {
+Html ColourList(const Visit& visit, std::string_view calendar, ColourKind kind, std::string_view colour) {
   Html list("<SELECT NAME=\"{}{}\"", Attribute(calendar),
             kind == ColourKind::kBackground ? Markup("BG") : Markup("FG"));
-  if (state.IsCompatibleBrowser && IsScriptName(calendar)) list.Add(RepaintAttribute(calendar, kind));
+  if (visit.Context.IsCompatibleBrowser && IsScriptName(calendar)) list.Add(RepaintAttribute(calendar, kind));
   list.Add("><OPTION VALUE=\"\">\r\n");
   for (const PaletteColour& choice : kPalette) {
     list.Add("<OPTION VALUE=\"{}\"{}>{}", choice.Value,
              SelectedWhen(EqualIgnoringCase(choice.Value.Text(), colour)),
-             Content(LoadText(state, choice.Text)));
+             Content(LoadText(visit, choice.Label)));
   }
   return list.Add("</SELECT>");
 }

@@ -1,12 +1,12 @@
 #include "pages/groupviews/colour_popup.h"
 
 #include "html/page_frame.h"
-#include "request/component_state.h"
+#include "model/calendar.h"
 #include "request/texts.h"
-#include "store/calendar_list.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
-#include "store/group_data.h"
+#include "store/group_views.h"
 
 namespace orlune {
 namespace {
@@ -22,25 +22,25 @@ HtmlPart Colour(std::string_view text) {
   return Attribute(IsColour(text) ? text : std::string_view());
 }
 
-void AddMemberLines(Html& page, const ComponentState& state) {
-  if (!IsGroupView(state.CalName)) return;
-  const GroupData group = GetGroupData(*state.Database, state.CalName.substr(1));
+void AddMemberLines(Html& page, const Visit& visit) {
+  if (!IsGroupView(visit.Context.Visitor.CalName)) return;
+  const GroupViewMembers group = Ask(visit.Database, MembersOf(visit.Context.Visitor.CalName.substr(1)));
   for (std::size_t place = 0; place < group.Calendars.size(); ++place) {
     const std::string& member = group.Calendars[place];
     if (member.empty()) continue;
     page.Add("<P ALIGN=CENTER STYLE=\"background:{}; color:{}\">{}", Colour(group.BackGroundAt(place)),
-             Colour(group.ForeGroundAt(place)), Content(MemberLabel(*state.Database, member)));
+             Colour(group.ForeGroundAt(place)), Content(MemberLabel(visit.Database, member)));
   }
 }
 
 }  // namespace
 
-void ShowColourPopup(ComponentState& state) {
-  Html page = PageHead(state, LoadText(state, 694));
-  AddMemberLines(page, state);
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+void ShowColourPopup(Visit& visit) {
+  Html page = PageHead(visit, LoadText(visit, Text::kColours));
+  AddMemberLines(page, visit);
+  page.Add(PageFoot(visit));
+  page.Add(AlertScript(visit.Alerts));
+  WritePage(visit, std::move(page));
 }
 
 }  // namespace orlune

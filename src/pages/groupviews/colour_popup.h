@@ -2,10 +2,10 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// A small page with a line for each member of the viewed group view, painted in its colours. Asks for no
 /// right. Throws DatabaseError.
-void ShowColourPopup(ComponentState& state);
+void ShowColourPopup(Visit& visit);
 
 }  // namespace orlune

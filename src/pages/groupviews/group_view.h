@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "model/group_view.h"
 #include "platform/database.h"
-#include "store/group_data.h"
 
 namespace orlune {
 
@@ -15,7 +15,7 @@ struct GroupView {
   std::string Owner;
   std::string Name;  ///< letters and digits; what calendar names address it by, after an "@"
   std::string FriendlyName;
-  GroupData Members;
+  GroupViewMembers Members;
 };
 
 /// Nothing when there is no such view. Throws DatabaseError.

@@ -13,30 +13,32 @@
 #include "html/option_label.h"
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_list.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html ToolBar(const ComponentState& state) {
-  Html bar = PageButton(state, "p=c", 163, "cal.gif");
-  bar.Add(PageButton(state, "p=p", 166, "prefs.gif"));
-  if (!state.NoLoginChange) bar.Add(PageButton(state, "p=p&act=login", 165, "pref_passwd.gif"));
+Html ToolBar(const Visit& visit) {
+  Html bar = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
+  bar.Add(PageButton(visit, "p=p", Text::kEditPreferences, "prefs.gif"));
+  if (!visit.Context.Hosting.NoLoginChange)
+    bar.Add(PageButton(visit, "p=p&act=login", Text::kChangePassword, "pref_passwd.gif"));
   return bar;
 }
 
-void AddViewRow(Html& page, const ComponentState& state, const GroupView& view) {
+void AddViewRow(Html& page, const Visit& visit, const GroupView& view) {
   page.Add(
       "<TR><TD VALIGN=TOP>{}</TD><TD VALIGN=TOP>"
       "<SELECT NAME=\"id\" onChange=\"javascript:document.acForm.submit();\">"
       "<OPTION VALUE=\"\"{}>&lt;{}&gt;",
-      Content(LoadText(state, 661)), SelectedWhen(!view.Id), Content(LoadText(state, 662)));
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT GroupID, Name, FriendlyName FROM GroupViews "
-                                                         "WHERE (Owner = '{}') ORDER BY FriendlyName",
-                                                         state.LoginName));
+      Content(LoadText(visit, Text::kSavedGroupViews)), SelectedWhen(!view.Id),
+      Content(LoadText(visit, Text::kNewGroupView)));
+  const auto rows = OpenQuery(visit.Database, Statement("SELECT GroupID, Name, FriendlyName FROM GroupViews "
+                                                        "WHERE (Owner = '{}') ORDER BY FriendlyName",
+                                                        visit.Context.Visitor.LoginName));
   const int groupId = rows->Column("GroupID");
   const int friendlyName = rows->Column("FriendlyName");
   while (rows->Next()) {
@@ -47,23 +49,24 @@ void AddViewRow(Html& page, const ComponentState& state, const GroupView& view) 
   page.Add("</SELECT></TD></TR>");
 }
 
-Html NameRow(const ComponentState& state, const GroupView& view) {
-  return Html("<TR><TD>{}</TD><TD>{}{}</TD></TR>", Content(LoadText(state, 663)),
-              TextInput(state, "name", view.FriendlyName), HiddenField("intname", view.Name));
+Html NameRow(const Visit& visit, const GroupView& view) {
+  return Html("<TR><TD>{}</TD><TD>{}{}</TD></TR>", Content(LoadText(visit, Text::kGroupViewName)),
+              TextInput(visit, "name", view.FriendlyName), HiddenField("intname", view.Name));
 }
 
 void AddKeptColour(Html& page, std::string_view calendar, Markup kind, std::string_view colour) {
   page.Add("<INPUT TYPE=hidden NAME=\"{}{}\" VALUE=\"{}\">", Attribute(calendar), kind, Attribute(colour));
 }
 
-void AddMemberStep(Html& page, const ComponentState& state, const GroupData& members) {
+void AddMemberStep(Html& page, const Visit& visit, const GroupViewMembers& members) {
   const NameSet names(JoinList(members.Calendars));
   page.Add("<TD VALIGN=TOP>{}<BR>{}</TD><TD><SELECT MULTIPLE SIZE=5 NAME=\"cals\">",
-           Content(LoadText(state, 665)), Content(LoadText(state, 792)));
-  const auto rows = OpenQuery(*state.Database,
+           Content(LoadText(visit, Text::kGroupViewCalendars)),
+           Content(LoadText(visit, Text::kSelectionHint)));
+  const auto rows = OpenQuery(visit.Database,
                               Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
                                         "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-                                        state.LoginName));
+                                        visit.Context.Visitor.LoginName));
   AddCalendarOptions(page, *rows, [&](std::string_view name) { return names.Contains(name); });
   for (std::size_t place = 0; place < members.Calendars.size(); ++place) {
     AddKeptColour(page, members.Calendars[place], "BG", members.BackGroundAt(place));
@@ -72,11 +75,13 @@ void AddMemberStep(Html& page, const ComponentState& state, const GroupData& mem
   page.Add("</SELECT>{}", HiddenField("return", "yes"));
 }
 
-void AddColourStep(Html& page, const ComponentState& state, const GroupData& members) {
+void AddColourStep(Html& page, const Visit& visit, const GroupViewMembers& members) {
   page.Add("<TD COLSPAN=2><TABLE WIDTH=100%><TR><TD>{}</TD><TD>{}</TD><TD>{}</TD></TR>",
-           Content(LoadText(state, 665)), Content(LoadText(state, 683)), Content(LoadText(state, 684)));
+           Content(LoadText(visit, Text::kGroupViewCalendars)),
+           Content(LoadText(visit, Text::kBackgroundColour)),
+           Content(LoadText(visit, Text::kForegroundColour)));
   const auto rows =
-      OpenQuery(*state.Database,
+      OpenQuery(visit.Database,
                 Statement("SELECT Name, FriendlyName FROM Calendars WHERE Name IN ({}) ORDER BY FriendlyName",
                           QuotedList(members.Calendars)));
   const int nameColumn = rows->Column("Name");
@@ -86,8 +91,8 @@ void AddColourStep(Html& page, const ComponentState& state, const GroupData& mem
     const std::string_view name = TextOf(rows->Get(nameColumn));
     page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(name),
              Content(TextOf(rows->Get(friendlyName))), HiddenField("cals", name),
-             ColourList(state, name, ColourKind::kBackground, members.BackGroundOf(name)),
-             ColourList(state, name, ColourKind::kForeground, members.ForeGroundOf(name)));
+             ColourList(visit, name, ColourKind::kBackground, members.BackGroundAt(members.PlaceOf(name))),
+             ColourList(visit, name, ColourKind::kForeground, members.ForeGroundAt(members.PlaceOf(name))));
     shown.emplace(ToLower(name), name);
   }
   page.Add("</TABLE>{}", HiddenField("return", "no"));
@@ -99,34 +104,37 @@ void AddColourStep(Html& page, const ComponentState& state, const GroupData& mem
   page.Add(RepaintScript());
 }
 
-Html ButtonRow(const ComponentState& state, bool isStored, bool hasColours) {
+Html ButtonRow(const Visit& visit, bool isStored, bool hasColours) {
   Html row("<TR><TD COLSPAN=6 ALIGN=CENTER CLASS=\"captions\">{}&nbsp;&nbsp;",
-           ActionButton(state, LoadText(state, 690), Html("p=p&act=gsave")));
-  if (hasColours) row.Add("{}&nbsp;&nbsp;", ActionButton(state, LoadText(state, 691), Html("p=p&act=gadd")));
-  if (isStored) row.Add(ActionButton(state, LoadText(state, 692), Html("p=p&act=gdelete")));
+           ActionButton(visit, LoadText(visit, Text::kSaveGroupView), Html("p=p&act=gsave")));
+  if (hasColours)
+    row.Add("{}&nbsp;&nbsp;",
+            ActionButton(visit, LoadText(visit, Text::kAddCalendars), Html("p=p&act=gadd")));
+  if (isStored)
+    row.Add(ActionButton(visit, LoadText(visit, Text::kDeleteGroupView), Html("p=p&act=gdelete")));
   return row;
 }
 
 }  // namespace
 
-void ShowGroupViewForm(ComponentState& state, const GroupView& view, FormStep step) {
+void ShowGroupViewForm(Visit& visit, const GroupView& view, FormStep step) {
   const bool hasColours = step == FormStep::kColours && view.Id && !view.Members.Calendars.empty();
-  Html page = PageHead(state, state.ProductTitle);
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, 660))), ToolBar(state)));
-  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(state, "p=p&act=groups"));
-  page.Add(FormTableOpen(state));
-  AddViewRow(page, state, view);
-  page.Add(NameRow(state, view));
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kGroupViewsTitle))), ToolBar(visit)));
+  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(visit, "p=p&act=groups"));
+  page.Add(FormTableOpen(visit));
+  AddViewRow(page, visit, view);
+  page.Add(NameRow(visit, view));
   page.Add("<TR>");
   if (hasColours) {
-    AddColourStep(page, state, view.Members);
+    AddColourStep(page, visit, view.Members);
   } else {
-    AddMemberStep(page, state, view.Members);
+    AddMemberStep(page, visit, view.Members);
   }
   page.Add("</TD></TR></TABLE>");
-  page.Add(ButtonRow(state, view.Id.has_value(), hasColours));
+  page.Add(ButtonRow(visit, view.Id.has_value(), hasColours));
   page.Add(TableClose());
-  FinishFormPage(state, std::move(page));
+  FinishFormPage(visit, std::move(page));
 }
 
 }  // namespace orlune

@@ -4,13 +4,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// What the form asks for: which calendars belong to a view, or their colours, which only a stored view with
 /// members has.
 enum class FormStep { kMembers, kColours };
 
 /// The page on which the user edits `view`. Throws DatabaseError.
-void ShowGroupViewForm(ComponentState& state, const GroupView& view, FormStep step);
+void ShowGroupViewForm(Visit& visit, const GroupView& view, FormStep step);
 
 }  // namespace orlune

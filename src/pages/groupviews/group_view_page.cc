@@ -6,15 +6,14 @@
 #include "pages/groupviews/colour_popup.h"
 #include "pages/groupviews/group_view.h"
 #include "pages/groupviews/group_view_form.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
 
-void Refuse(ComponentState& state) {
-  WritePage(state, ErrorPage(state, LoadText(state, 850)));
+void Refuse(Visit& visit) {
+  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
 }
 
 std::string_view RequestedId(const Request& request) {
@@ -22,13 +21,13 @@ std::string_view RequestedId(const Request& request) {
   return posted.empty() ? request.QueryParameter("id") : posted;
 }
 
-std::optional<GroupView> FindView(const ComponentState& state, std::string_view id) {
+std::optional<GroupView> FindView(const Visit& visit, std::string_view id) {
   const auto number = WholeNumber(id);
-  return number ? LoadGroupView(*state.Database, *number) : std::nullopt;
+  return number ? LoadGroupView(visit.Database, *number) : std::nullopt;
 }
 
-bool IsOwn(const ComponentState& state, const GroupView& view) {
-  return IsLoggedIn(state) && EqualIgnoringCase(view.Owner, state.LoginName);
+bool IsOwn(const Visit& visit, const GroupView& view) {
+  return visit.Context.Visitor.IsLoggedIn() && EqualIgnoringCase(view.Owner, visit.Context.Visitor.LoginName);
 }
 
 std::string PostedColour(const Request& request, const std::string& field) {
@@ -36,8 +35,8 @@ std::string PostedColour(const Request& request, const std::string& field) {
   return IsColour(colour) ? std::string(colour) : "";
 }
 
-GroupData PostedMembers(const Request& request) {
-  GroupData members;
+GroupViewMembers PostedMembers(const Request& request) {
+  GroupViewMembers members;
   ForEachItem(request.FormField("cals"), [&](std::string_view calendar) {
     if (calendar.empty()) return;
     const std::string name(calendar);
@@ -49,63 +48,63 @@ GroupData PostedMembers(const Request& request) {
 }
 
 /// The posted view; `stored` is what it replaces.
-GroupView PostedView(const ComponentState& state, const std::optional<GroupView>& stored) {
-  const Request& request = *state.Context.Request;
+GroupView PostedView(const Visit& visit, const std::optional<GroupView>& stored) {
+  const Request& request = visit.Request;
   GroupView view = stored.value_or(GroupView{});
   if (!stored) {
-    view.Owner = state.LoginName;
+    view.Owner = visit.Context.Visitor.LoginName;
     view.Name = request.FormField("intname");
   }
   view.FriendlyName = request.FormField("name");
-  if (view.Name.empty()) view.Name = UnusedViewName(*state.Database, view.FriendlyName);
+  if (view.Name.empty()) view.Name = UnusedViewName(visit.Database, view.FriendlyName);
   view.Members = PostedMembers(request);
   return view;
 }
 
 /// The number of the text that tells why `view` cannot be stored; nothing when it can.
-std::optional<int> Refusal(const GroupView& view) {
-  if (view.FriendlyName.empty()) return 851;
-  if (view.FriendlyName.find('"') != std::string::npos) return 852;
-  if (view.Members.Calendars.empty()) return 870;
+std::optional<Text> Refusal(const GroupView& view) {
+  if (view.FriendlyName.empty()) return Text::kNameMissing;
+  if (view.FriendlyName.find('"') != std::string::npos) return Text::kNameHasQuotes;
+  if (view.Members.Calendars.empty()) return Text::kMemberCalendarMissing;
   return std::nullopt;
 }
 
-void ShowList(ComponentState& state) {
-  state.Context.Response->Redirect(state.ScriptName + "?p=p&act=groups");
+void ShowList(Visit& visit) {
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=p&act=groups");
 }
 
-void Save(ComponentState& state, const std::optional<GroupView>& stored) {
-  GroupView view = PostedView(state, stored);
+void Save(Visit& visit, const std::optional<GroupView>& stored) {
+  GroupView view = PostedView(visit, stored);
   if (const auto refusal = Refusal(view)) {
-    AddAlert(state, *refusal);
-    return ShowGroupViewForm(state, view, FormStep::kColours);
+    AddAlert(visit, *refusal);
+    return ShowGroupViewForm(visit, view, FormStep::kColours);
   }
-  const int id = StoreGroupView(*state.Database, view);
-  if (state.Context.Request->FormField("return") != "yes") return ShowList(state);
-  ShowGroupViewForm(state, LoadGroupView(*state.Database, id).value_or(view), FormStep::kColours);
+  const int id = StoreGroupView(visit.Database, view);
+  if (visit.Request.FormField("return") != "yes") return ShowList(visit);
+  ShowGroupViewForm(visit, LoadGroupView(visit.Database, id).value_or(view), FormStep::kColours);
 }
 
-void Delete(ComponentState& state, const std::optional<GroupView>& stored) {
-  if (stored) DeleteGroupView(*state.Database, *stored);
-  ShowList(state);
+void Delete(Visit& visit, const std::optional<GroupView>& stored) {
+  if (stored) DeleteGroupView(visit.Database, *stored);
+  ShowList(visit);
 }
 
 }  // namespace
 
-void ShowGroupViewPage(ComponentState& state) {
-  const std::string_view action = state.Context.Request->QueryParameter("act");
-  if (action == "gcols") return ShowColourPopup(state);
+void ShowGroupViewPage(Visit& visit) {
+  const std::string_view action = visit.Request.QueryParameter("act");
+  if (action == "gcols") return ShowColourPopup(visit);
   const bool isChange = action == "gsave" || action == "gdelete";
-  if (isChange && !IsLoggedIn(state)) return Refuse(state);
+  if (isChange && !visit.Context.Visitor.IsLoggedIn()) return Refuse(visit);
 
-  const std::string_view id = RequestedId(*state.Context.Request);
-  const auto stored = FindView(state, id);
-  if (stored && !IsOwn(state, *stored)) return Refuse(state);
+  const std::string_view id = RequestedId(visit.Request);
+  const auto stored = FindView(visit, id);
+  if (stored && !IsOwn(visit, *stored)) return Refuse(visit);
   const bool isGone = !id.empty() && !stored;
-  if (isChange && isGone) return ShowList(state);
-  if (action == "gsave") return Save(state, stored);
-  if (action == "gdelete") return Delete(state, stored);
-  ShowGroupViewForm(state, stored.value_or(GroupView{}),
+  if (isChange && isGone) return ShowList(visit);
+  if (action == "gsave") return Save(visit, stored);
+  if (action == "gdelete") return Delete(visit, stored);
+  ShowGroupViewForm(visit, stored.value_or(GroupView{}),
                     action == "gadd" ? FormStep::kMembers : FormStep::kColours);
 }
 

@@ -2,7 +2,7 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// The group views of the user: choosing a view, its members and their colours. Reads the query parameter
 /// "act": "gsave" stores the posted view, "gdelete" deletes one, "gcols" shows the colours of the viewed one;
@@ -10,6 +10,6 @@ struct ComponentState;
 /// field or else the query parameter "id"; "gsave" reads the form fields "name", "intname", "cals", "return"
 /// and each member's colours, its name followed by "BG" and "FG".
 /// A view is its owner's alone to load, store or delete; storing and deleting ask for a login.
-void ShowGroupViewPage(ComponentState& state);
+void ShowGroupViewPage(Visit& visit);
 
 }  // namespace orlune

@@ -6,89 +6,91 @@
 #include "base/dates.h"
 #include "html/form_parts.h"
 #include "html/page_frame.h"
-#include "request/component_state.h"
-#include "request/session_data.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html NameRow(const ComponentState& state) {
+Html NameRow(const Visit& visit) {
   return Html("<TR><TD ALIGN=RIGHT>{}</TD><TD><INPUT TYPE=TEXT SIZE={} NAME=\"Name\" VALUE=\"{}\"></TD></TR>",
-              Content(LoadText(state, 101)), InputSize(state, 18, 38),
-              Attribute(state.Context.Request->FormField("Name")));
+              Content(LoadText(visit, Text::kLoginName)), InputSize(visit, 18, 38),
+              Attribute(visit.Request.FormField("Name")));
 }
 
-Html PasswordRow(const ComponentState& state) {
+Html PasswordRow(const Visit& visit) {
   return Html("<TR><TD ALIGN=RIGHT>{}</TD><TD><INPUT TYPE=PASSWORD SIZE={} NAME=\"Passwd\"></TD></TR>",
-              Content(LoadText(state, 102)), InputSize(state, 18, 38));
+              Content(LoadText(visit, Text::kLoginPassword)), InputSize(visit, 18, 38));
 }
 
-Html ButtonRow(const ComponentState& state) {
+Html ButtonRow(const Visit& visit) {
   return Html("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
-              Attribute(LoadText(state, 103)));
+              Attribute(LoadText(visit, Text::kLoginButton)));
 }
 
-void ShowLoginForm(ComponentState& state, Markup focusField) {
-  Html page =
-      PageHead(state, state.ProductTitle, Html("javascript:document.forms[0].{}.focus();", focusField));
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=l\">", Attribute(state.ScriptName));
-  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(state, 100))), {}));
-  page.Add(FormTableOpen(state));
-  page.Add(NameRow(state));
-  page.Add(PasswordRow(state));
+void ShowLoginForm(Visit& visit, Markup focusField) {
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle,
+                       Html("javascript:document.forms[0].{}.focus();", focusField));
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=l\">", Attribute(visit.Context.Hosting.ScriptName));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(visit, Text::kLoginTitle))), {}));
+  page.Add(FormTableOpen(visit));
+  page.Add(NameRow(visit));
+  page.Add(PasswordRow(visit));
   page.Add("</TABLE></TD></TR>");
-  page.Add(ButtonRow(state));
+  page.Add(ButtonRow(visit));
   page.Add(TableClose());
-  page.Add(TitleBarClose(state));
-  if (state.DemoMode) page.Add("<P ALIGN=CENTER>Username: admin, password: demo1");
+  page.Add(TitleBarClose(visit));
+  if (visit.Context.Hosting.DemoMode) page.Add("<P ALIGN=CENTER>Username: admin, password: demo1");
   page.Add("</FORM>");
-  page.Add(PageFoot(state));
-  page.Add(AlertScript(state));
-  WritePage(state, std::move(page));
+  page.Add(PageFoot(visit));
+  page.Add(AlertScript(visit.Alerts));
+  WritePage(visit, std::move(page));
 }
 
-void RefuseLogin(ComponentState& state, int reason, Markup focusField) {
-  AddAlert(state, reason);
-  ShowLoginForm(state, focusField);
+void RefuseLogin(Visit& visit, Text reason, Markup focusField) {
+  AddAlert(visit, reason);
+  ShowLoginForm(visit, focusField);
 }
 
-void RedirectAfterLogin(ComponentState& state) {
-  const std::string query = state.PageName == "l" ? "p=c" : std::string(state.Context.Request->QueryString());
-  state.Context.Response->Redirect(state.ScriptName + "?" + query);
+void RedirectAfterLogin(Visit& visit) {
+  const std::string query =
+      visit.Request.QueryParameter("p") == "l" ? "p=c" : std::string(visit.Request.QueryString());
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?" + query);
 }
 
-void LogIn(ComponentState& state, std::string_view name) {
-  SetSessionData(state, "Login", name);
-  if (!state.CalNameFixed) SetSessionData(state, "Calendar", name);
-  SetSessionData(state, "CurrentDate", FormatShortDate(state.Surroundings->Regional, state.Today));
-  RefreshCookie(state, state.ExpireCookie);
-  RedirectAfterLogin(state);
+void LogIn(Visit& visit, std::string_view name) {
+  visit.Session.Set("Login", name);
+  if (!visit.Context.Hosting.CalNameFixed) visit.Session.Set("Calendar", name);
+  visit.Session.Set("CurrentDate", FormatShortDate(visit.Context.Regional, visit.Context.Today));
+  visit.Session.RefreshCookie();
+  RedirectAfterLogin(visit);
 }
 
 /// Without a `password` the hosting page vouches for the user.
-void CheckLogin(ComponentState& state, std::string_view name, std::optional<std::string_view> password) {
+void CheckLogin(Visit& visit, std::string_view name, std::optional<std::string_view> password) {
   const auto rows = OpenQuery(
-      *state.Database,
+      visit.Database,
       Statement("SELECT Name, Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", name));
-  if (!rows->Next()) return RefuseLogin(state, 800, "Name");
+  if (!rows->Next()) return RefuseLogin(visit, Text::kUnknownUser, "Name");
   const Value stored = rows->Get(rows->Column("Password"));
-  if (password && !IsNull(stored) && TextOf(stored) != *password) return RefuseLogin(state, 801, "Passwd");
-  LogIn(state, TextOf(rows->Get(rows->Column("Name"))));
+  if (password && !IsNull(stored) && TextOf(stored) != *password)
+    return RefuseLogin(visit, Text::kWrongPassword, "Passwd");
+  LogIn(visit, TextOf(rows->Get(rows->Column("Name"))));
 }
 
 }  // namespace
 
-void LoginStep(ComponentState& state) {
-  const Request& request = *state.Context.Request;
+void LoginStep(Visit& visit) {
+  const Request& request = visit.Request;
   if (request.FormFieldCount() > 0) {
-    CheckLogin(state, request.FormField("Name"), request.FormField("Passwd"));
-  } else if (state.LoginName == "?" || state.LoginName.empty() || state.PageName == "l") {
-    ShowLoginForm(state, "Name");
+    CheckLogin(visit, request.FormField("Name"), request.FormField("Passwd"));
+  } else if (visit.Context.Visitor.LoginName == "?" || visit.Context.Visitor.LoginName.empty() ||
+             visit.Request.QueryParameter("p") == "l") {
+    ShowLoginForm(visit, "Name");
   } else {
-    CheckLogin(state, state.LoginName, std::nullopt);
+    CheckLogin(visit, visit.Context.Visitor.LoginName, std::nullopt);
   }
 }
 

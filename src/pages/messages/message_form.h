@@ -6,13 +6,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// The form for a new message, filled with `message`. Throws DatabaseError.
-void ShowMessageForm(ComponentState& state, const MessageState& message);
+void ShowMessageForm(Visit& visit, const MessageState& message);
 
 /// The same as a reply to the message whose number is `msg`. Throws DatabaseError, also when there is no such
 /// message.
-void ShowReplyForm(ComponentState& state, std::string_view msg);
+void ShowReplyForm(Visit& visit, std::string_view msg);
 
 }  // namespace orlune

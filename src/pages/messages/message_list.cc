@@ -9,15 +9,15 @@
 #include "html/page_frame.h"
 #include "pages/messages/message_parts.h"
 #include "pages/messages/sender_names.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html HeaderRow(const ComponentState& state) {
+Html HeaderRow(const Visit& visit) {
   return Html(
       "<TR><TD WIDTH=95% CLASS=\"captions\"><TABLE WIDTH=100%><TR>"
       "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD>"
@@ -25,7 +25,8 @@ Html HeaderRow(const ComponentState& state) {
       "<TD WIDTH=45% CLASS=\"captions\">{}"
       "<TD WIDTH=25% CLASS=\"captions\">{}</TD></TR></TABLE></TD>"
       "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD></TR>",
-      Content(LoadText(state, 502)), Content(LoadText(state, 503)), Content(LoadText(state, 504)));
+      Content(LoadText(visit, Text::kMessageSender)), Content(LoadText(visit, Text::kMessageSubject)),
+      Content(LoadText(visit, Text::kMessageDate)));
 }
 
 struct ListedMessage {
@@ -36,11 +37,11 @@ struct ListedMessage {
   std::optional<DateTime> SentDate;
 };
 
-std::vector<ListedMessage> ReadMessages(const ComponentState& state) {
-  const auto rows = OpenQuery(*state.Database,
-                              Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
-                                        "WHERE Recipient = '{}' ORDER BY SentDate",
-                                        state.LoginName));
+std::vector<ListedMessage> ReadMessages(const Visit& visit) {
+  const auto rows =
+      OpenQuery(visit.Database, Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
+                                          "WHERE Recipient = '{}' ORDER BY SentDate",
+                                          visit.Context.Visitor.LoginName));
   const int sender = rows->Column("Sender");
   const int subject = rows->Column("Subject");
   const int sentDate = rows->Column("SentDate");
@@ -55,49 +56,50 @@ std::vector<ListedMessage> ReadMessages(const ComponentState& state) {
   return messages;
 }
 
-void AddMessageRows(Html& page, const ComponentState& state) {
-  const std::string_view hint = LoadText(state, 505);
+void AddMessageRows(Html& page, const Visit& visit) {
+  const std::string_view hint = LoadText(visit, Text::kViewMessage);
   const Html linkAttributes("TITLE=\"{}\" {}", Attribute(hint), StatusHandler(hint));
-  const std::vector<ListedMessage> messages = ReadMessages(state);
-  SenderNames senders(*state.Database);
+  const std::vector<ListedMessage> messages = ReadMessages(visit);
+  SenderNames senders(visit.Database);
   for (const ListedMessage& message : messages) senders.Announce(message.Sender);
   for (const ListedMessage& message : messages) {
     page.Add("<TR><TD><TABLE WIDTH=100%><TR><TD ALIGN=CENTER WIDTH=5%><IMG SRC=\"{}{}\"></TD>",
-             Attribute(state.ImageDir),
+             Attribute(visit.Context.Hosting.ImageDir),
              message.IsViewed ? Markup("msg_oldmail.gif") : Markup("msg_newmail.gif"));
     page.Add("<TD WIDTH=25%>{}</TD><TD WIDTH=45%><A HREF=\"{}?p=m&act=view&msg={}\" {}>{}</A></TD>",
-             Content(senders.DisplayName(message.Sender)), Attribute(state.ScriptName), message.Id,
-             linkAttributes, Content(message.Subject));
-    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>", Content(SentDateText(state, message.SentDate)));
+             Content(senders.DisplayName(message.Sender)), Attribute(visit.Context.Hosting.ScriptName),
+             message.Id, linkAttributes, Content(message.Subject));
+    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>", Content(SentDateText(visit, message.SentDate)));
     page.Add(
         "</TD><TD ALIGN=CENTER CLASS=\"captions\" WIDTH=5%>"
         "<INPUT TYPE=checkbox NAME=\"msg\" VALUE=\"{}\"></TD></TR>",
         message.Id);
   }
   if (messages.empty())
-    page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(state, 501)));
+    page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(visit, Text::kNoMessages)));
 }
 
-Html DeleteRow(const ComponentState& state) {
+Html DeleteRow(const Visit& visit) {
   return Html("<TR><TD COLSPAN=5 ALIGN=CENTER CLASS=\"captions\">{}",
-              ActionButton(state, LoadText(state, 530), Html("p=m&act=del")));
+              ActionButton(visit, LoadText(visit, Text::kDeleteSelectedMessages), Html("p=m&act=del")));
 }
 
 }  // namespace
 
-void ShowMessageList(ComponentState& state) {
-  Html buttons = PageButton(state, "p=c", 163, "cal.gif");
-  buttons.Add(PageButton(state, "p=m&act=new", 164, "msg_new.gif"));
+void ShowMessageList(Visit& visit) {
+  Html buttons = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
+  buttons.Add(PageButton(visit, "p=m&act=new", Text::kNewMessage, "msg_new.gif"));
 
-  Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">", Attribute(state.ScriptName));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(state, 500))), buttons));
-  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(state));
-  page.Add(HeaderRow(state));
-  AddMessageRows(page, state);
-  page.Add(DeleteRow(state));
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">",
+           Attribute(visit.Context.Hosting.ScriptName));
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kMessagesTitle))), buttons));
+  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
+  page.Add(HeaderRow(visit));
+  AddMessageRows(page, visit);
+  page.Add(DeleteRow(visit));
   page.Add("</TABLE>");
-  FinishFormPage(state, std::move(page));
+  FinishFormPage(visit, std::move(page));
 }
 
 }  // namespace orlune

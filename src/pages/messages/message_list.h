@@ -2,10 +2,10 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// The messages that the user received, the oldest first, with boxes to tick for deleting. Throws
 /// DatabaseError.
-void ShowMessageList(ComponentState& state);
+void ShowMessageList(Visit& visit);
 
 }  // namespace orlune

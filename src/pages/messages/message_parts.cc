@@ -3,19 +3,19 @@
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "html/links.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 
 namespace orlune {
 
-std::string SentDateText(const ComponentState& state, std::optional<DateTime> sent) {
+std::string SentDateText(const Visit& visit, std::optional<DateTime> sent) {
   if (!sent) return "";
-  return FormatShortDate(state.Surroundings->Regional, sent->Day) + " " +
-         FormatTime(state.TimeFormat, sent->Time);
+  return FormatShortDate(visit.Context.Regional, sent->Day) + " " +
+         FormatTime(visit.Context.Visitor.TimeFormat, sent->Time);
 }
 
-Html MessageToolbar(const ComponentState& state) {
-  Html buttons = PageButton(state, "p=c", 163, "cal.gif");
-  return buttons.Add(PageButton(state, "p=m", 159, "msg_list.gif"));
+Html MessageToolbar(const Visit& visit) {
+  Html buttons = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
+  return buttons.Add(PageButton(visit, "p=m", Text::kMessageList, "msg_list.gif"));
 }
 
 }  // namespace orlune

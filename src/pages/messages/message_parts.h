@@ -8,13 +8,13 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// When a message was sent, as its reader is shown it: the short date and the time by the user's clock; ""
 /// for nothing.
-std::string SentDateText(const ComponentState& state, std::optional<DateTime> sent);
+std::string SentDateText(const Visit& visit, std::optional<DateTime> sent);
 
 /// The tool bar of a page with one message: back to the calendar, and the list.
-Html MessageToolbar(const ComponentState& state);
+Html MessageToolbar(const Visit& visit);
 
 }  // namespace orlune

@@ -5,8 +5,8 @@
 #include "base/text.h"
 #include "pages/messages/message_form.h"
 #include "pages/messages/recipients.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/transaction.h"
 
@@ -21,46 +21,47 @@ Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
 
-void StoreCopies(const ComponentState& state, const MessageState& message) {
-  const std::string sent = FormatDateTime(state.Surroundings->Regional, state.Surroundings->Clock.Now());
+void StoreCopies(const Visit& visit, const MessageState& message) {
+  const std::string sent = FormatDateTime(visit.Context.Regional, visit.Clock.Now());
   const std::string subject = WithoutApostrophes(message.Subject);
   const std::string content = WithoutApostrophes(message.Content);
   for (const std::string& recipient : message.Recipients) {
     if (recipient.empty()) continue;
-    state.Database->Execute(
+    visit.Database.Execute(
         Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
                   "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
-                  state.LoginName, recipient, sent, subject, content, SuggestionValue(message.Suggestion)));
+                  visit.Context.Visitor.LoginName, recipient, sent, subject, content,
+                  SuggestionValue(message.Suggestion)));
   }
 }
 
 /// Whether `message` can be sent; otherwise its form is shown with what is missing.
-bool Check(ComponentState& state, const MessageState& message) {
-  state.AlertText += ValidateMessage(state, message);
-  if (state.AlertText.empty()) return true;
+bool Check(Visit& visit, const MessageState& message) {
+  visit.Alerts += ValidateMessage(visit, message);
+  if (visit.Alerts.empty()) return true;
   MessageState shown = message;
   shown.Subject = WithReferencesShown(message.Subject);
   shown.Content = WithReferencesShown(message.Content);
-  ShowMessageForm(state, shown);
+  ShowMessageForm(visit, shown);
   return false;
 }
 
 }  // namespace
 
-std::string ValidateMessage(const ComponentState& state, const MessageState& message) {
+std::string ValidateMessage(const Visit& visit, const MessageState& message) {
   std::string errors;
-  if (message.Recipients.empty()) errors += LoadText(state, 830);
-  if (message.Subject.empty()) errors += LoadText(state, 831);
-  if (message.Content.empty()) errors += LoadText(state, 832);
+  if (message.Recipients.empty()) errors += LoadText(visit, Text::kRecipientMissing);
+  if (message.Subject.empty()) errors += LoadText(visit, Text::kSubjectMissing);
+  if (message.Content.empty()) errors += LoadText(visit, Text::kMessageMissing);
   return errors;
 }
 
-bool SendPosted(ComponentState& state, MessageState message) {
-  if (!Check(state, message)) return false;
-  ExpandGroupRecipients(*state.Database, message.Recipients);
-  Transaction copies(*state.Database);
+bool SendPosted(Visit& visit, MessageState message) {
+  if (!Check(visit, message)) return false;
+  ExpandGroupRecipients(visit.Database, message.Recipients);
+  Transaction copies(visit.Database);
   try {
-    StoreCopies(state, message);
+    StoreCopies(visit, message);
   } catch (const DatabaseError&) {
     copies.Commit();
     throw;
@@ -69,18 +70,17 @@ bool SendPosted(ComponentState& state, MessageState message) {
   return true;
 }
 
-bool SendMessage(ComponentState& state, std::string_view sender, std::string_view recipientList,
-                 std::string_view subject, std::string_view content, std::string_view suggestion) {
-  state.LoginName = sender;
+bool SendMessage(Visit& visit, std::string_view recipientList, std::string_view subject,
+                 std::string_view content, std::string_view suggestion) {
   MessageState message{
       .Msg = {},
       .Recipients = recipientList.empty() ? std::vector<std::string>() : SplitList(recipientList),
       .Subject = std::string(subject),
       .Content = std::string(content),
       .Suggestion = std::string(suggestion)};
-  if (!Check(state, message)) return false;
-  ExpandGroupRecipients(*state.Database, message.Recipients);
-  StoreCopies(state, message);
+  if (!Check(visit, message)) return false;
+  ExpandGroupRecipients(visit.Database, message.Recipients);
+  StoreCopies(visit, message);
   return true;
 }
 

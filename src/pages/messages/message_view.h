@@ -4,10 +4,10 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// One message, whose number is `msg`; counts as read from now on. Throws DatabaseError, also when there is
 /// no such message.
-void ShowMessage(ComponentState& state, std::string_view msg);
+void ShowMessage(Visit& visit, std::string_view msg);
 
 }  // namespace orlune

@@ -6,54 +6,54 @@
 #include "pages/messages/message_sending.h"
 #include "pages/messages/message_view.h"
 #include "pages/messages/recipients.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 
 namespace orlune {
 namespace {
 
-MessageState ReadMessageState(const ComponentState& state) {
-  const Request& request = *state.Context.Request;
+MessageState ReadMessageState(const Visit& visit) {
+  const Request& request = visit.Request;
   const std::string_view posted = request.FormField("msg");
   return {.Msg = std::string(posted.empty() ? request.QueryParameter("msg") : posted),
-          .Recipients = ChosenRecipients(*state.Database, request.FormField("Vastaanottaja")),
+          .Recipients = ChosenRecipients(visit.Database, request.FormField("Vastaanottaja")),
           .Subject = std::string(request.FormField("Otsikko")),
           .Content = std::string(request.FormField("Sisalto")),
           .Suggestion = {}};
 }
 
-void RedirectToList(ComponentState& state) {
-  state.Context.Response->Redirect(state.ScriptName + "?p=m");
+void RedirectToList(Visit& visit) {
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=m");
 }
 
-void Delete(ComponentState& state, const MessageState& message) {
+void Delete(Visit& visit, const MessageState& message) {
   if (!message.Msg.empty()) {
-    state.Database->Execute(Statement("DELETE FROM Messages WHERE MessageID IN ({})", message.Msg));
+    visit.Database.Execute(Statement("DELETE FROM Messages WHERE MessageID IN ({})", message.Msg));
   }
-  RedirectToList(state);
+  RedirectToList(visit);
 }
 
-void Send(ComponentState& state, MessageState message) {
-  if (SendPosted(state, std::move(message))) RedirectToList(state);
+void Send(Visit& visit, MessageState message) {
+  if (SendPosted(visit, std::move(message))) RedirectToList(visit);
 }
 
 }  // namespace
 
-void ShowMessagesPage(ComponentState& state) {
-  MessageState message = ReadMessageState(state);
-  const std::string_view action = state.Context.Request->QueryParameter("act");
+void ShowMessagesPage(Visit& visit) {
+  MessageState message = ReadMessageState(visit);
+  const std::string_view action = visit.Request.QueryParameter("act");
   const bool isKnown =
       action == "view" || action == "new" || action == "del" || action == "send" || action == "reply";
-  if (!isKnown) return ShowMessageList(state);
-  if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
+  if (!isKnown) return ShowMessageList(visit);
+  if (!visit.Context.Visitor.IsLoggedIn())
+    return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
 
-  if (action == "view") return ShowMessage(state, message.Msg);
-  if (action == "new") return ShowMessageForm(state, message);
-  if (action == "del") return Delete(state, message);
-  if (action == "reply") return ShowReplyForm(state, message.Msg);
-  Send(state, std::move(message));
+  if (action == "view") return ShowMessage(visit, message.Msg);
+  if (action == "new") return ShowMessageForm(visit, message);
+  if (action == "del") return Delete(visit, message);
+  if (action == "reply") return ShowReplyForm(visit, message.Msg);
+  Send(visit, std::move(message));
 }
 
 }  // namespace orlune

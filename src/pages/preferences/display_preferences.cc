@@ -2,7 +2,7 @@
 
 #include "base/dates.h"
 #include "base/lists.h"
-#include "request/component_state.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
@@ -11,13 +11,13 @@ namespace {
 
 using std::chrono::hours;
 
-DisplayPreferences InEffect(const ComponentState& state) {
+DisplayPreferences InEffect(const Visit& visit) {
   DisplayPreferences preferences;
-  preferences.FirstDayOfWeek = std::to_string(state.FirstDayOfWeek);
-  preferences.Weekend = state.Weekend;
-  preferences.ClockMode = state.TimeFormat.ends_with("AM/PM") ? "12" : "24";
-  preferences.DayBegin = hours{state.DayBegin};
-  preferences.DayEnd = hours{state.DayEnd};
+  preferences.FirstDayOfWeek = std::to_string(visit.Context.Visitor.FirstDayOfWeek);
+  preferences.Weekend = visit.Context.Visitor.Weekend;
+  preferences.ClockMode = visit.Context.Visitor.TimeFormat.ends_with("AM/PM") ? "12" : "24";
+  preferences.DayBegin = hours{visit.Context.Visitor.DayBegin};
+  preferences.DayEnd = hours{visit.Context.Visitor.DayEnd};
   return preferences;
 }
 
@@ -76,13 +76,13 @@ int HourOf(const std::optional<TimeOfDay>& time) {
 
 }  // namespace
 
-DisplayPreferences LoadDisplayPreferences(const ComponentState& state) {
-  DisplayPreferences preferences = InEffect(state);
+DisplayPreferences LoadDisplayPreferences(const Visit& visit) {
+  DisplayPreferences preferences = InEffect(visit);
   const auto row = OpenQuery(
-      *state.Database,
+      visit.Database,
       Statement("SELECT FirstDayOfWeek, Weekend, ClockMode, DayBegin, DayEnd, StartMode, StyleSheet "
                 "FROM Calendars WHERE Name = '{}'",
-                state.LoginName));
+                visit.Context.Visitor.LoginName));
   if (!row->Next()) return preferences;
   const auto field = [&](std::string_view column) { return row->Get(row->Column(column)); };
   TakeNumber(field("FirstDayOfWeek"), preferences.FirstDayOfWeek);
@@ -111,15 +111,15 @@ bool HasHoursToShow(const DisplayPreferences& preferences) {
          *preferences.DayEnd - *preferences.DayBegin >= std::chrono::minutes{1};
 }
 
-void StoreDisplayPreferences(ComponentState& state, const DisplayPreferences& preferences) {
-  if (!AreChoicesOfTheForm(*state.Database, preferences)) return;
+void StoreDisplayPreferences(Visit& visit, const DisplayPreferences& preferences) {
+  if (!AreChoicesOfTheForm(visit.Database, preferences)) return;
   bool failed = false;
-  ExecuteQuiet(*state.Database,
+  ExecuteQuiet(visit.Database,
                Statement("UPDATE Calendars SET StartMode = '{}', ClockMode = {}, StyleSheet = {}, "
                          "DayBegin = {}, DayEnd = {}, FirstDayOfWeek = {}, Weekend = '{}' WHERE Name = '{}'",
                          preferences.StartMode, preferences.ClockMode, preferences.StyleSheet,
                          HourOf(preferences.DayBegin), HourOf(preferences.DayEnd), preferences.FirstDayOfWeek,
-                         preferences.Weekend, state.LoginName),
+                         preferences.Weekend, visit.Context.Visitor.LoginName),
                failed);
 }
 

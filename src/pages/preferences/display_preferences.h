@@ -8,7 +8,7 @@
 
 namespace orlune {
 
-struct ComponentState;
+struct Visit;
 
 /// How one user wants calendars to be shown. Numbers are kept as the form posts them, which may be anything.
 struct DisplayPreferences {
@@ -22,7 +22,7 @@ struct DisplayPreferences {
 };
 
 /// What is stored for the user. What is not, is as this request shows it. Throws DatabaseError.
-DisplayPreferences LoadDisplayPreferences(const ComponentState& state);
+DisplayPreferences LoadDisplayPreferences(const Visit& visit);
 /// What the preferences form posted.
 DisplayPreferences PostedDisplayPreferences(const Request& request);
 
@@ -30,6 +30,6 @@ DisplayPreferences PostedDisplayPreferences(const Request& request);
 bool HasHoursToShow(const DisplayPreferences& preferences);
 /// Stores preferences that have hours to show. Stores nothing, and does not tell, when one of the others is
 /// not a choice of the form or the update fails.
-void StoreDisplayPreferences(ComponentState& state, const DisplayPreferences& preferences);
+void StoreDisplayPreferences(Visit& visit, const DisplayPreferences& preferences);
 
 }  // namespace orlune

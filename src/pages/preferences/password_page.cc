@@ -5,72 +5,72 @@
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "html/page_frame.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html ToolBar(const ComponentState& state) {
-  Html bar = PageButton(state, "p=c", 163, "cal.gif");
-  bar.Add(PageButton(state, "p=p", 166, "prefs.gif"));
-  return bar.Add(PageButton(state, "p=p&act=groups", 693, "pref_groups.gif"));
+Html ToolBar(const Visit& visit) {
+  Html bar = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
+  bar.Add(PageButton(visit, "p=p", Text::kEditPreferences, "prefs.gif"));
+  return bar.Add(PageButton(visit, "p=p&act=groups", Text::kEditGroupViews, "pref_groups.gif"));
 }
 
-Html PasswordRow(const ComponentState& state, int label, Markup name) {
+Html PasswordRow(const Visit& visit, Text label, Markup name) {
   return Html("<TR><TD>{}</TD><TD><INPUT TYPE=password NAME=\"{}\"></TD></TR>",
-              Content(LoadText(state, label)), name);
+              Content(LoadText(visit, label)), name);
 }
 
 /// The number of the text that tells why the password stays as it is; nothing when it may change.
-std::optional<int> Refusal(const ComponentState& state) {
-  const auto row = OpenQuery(*state.Database,
-                             Statement("SELECT Password FROM Calendars WHERE Name = '{}'", state.LoginName));
-  if (!row->Next()) return 800;
-  const Request& request = *state.Context.Request;
+std::optional<Text> Refusal(const Visit& visit) {
+  const auto row = OpenQuery(visit.Database, Statement("SELECT Password FROM Calendars WHERE Name = '{}'",
+                                                       visit.Context.Visitor.LoginName));
+  if (!row->Next()) return Text::kUnknownUser;
+  const Request& request = visit.Request;
   const Value stored = row->Get(row->Column("Password"));
-  if (IsNull(stored) || TextOf(stored) != request.FormField("oldpw")) return 801;
+  if (IsNull(stored) || TextOf(stored) != request.FormField("oldpw")) return Text::kWrongPassword;
   const std::string_view wanted = request.FormField("newpw1");
-  if (wanted.find(' ') != std::string_view::npos) return 855;
-  if (wanted != request.FormField("newpw2")) return 840;
+  if (wanted.find(' ') != std::string_view::npos) return Text::kPasswordHasSpaces;
+  if (wanted != request.FormField("newpw2")) return Text::kPasswordsDiffer;
   return std::nullopt;
 }
 
-void StorePassword(ComponentState& state) {
+void StorePassword(Visit& visit) {
   bool failed = false;
-  ExecuteQuiet(*state.Database,
+  ExecuteQuiet(visit.Database,
                Statement("UPDATE Calendars SET Password = '{}' WHERE Name = '{}'",
-                         state.Context.Request->FormField("newpw1"), state.LoginName),
+                         visit.Request.FormField("newpw1"), visit.Context.Visitor.LoginName),
                failed);
 }
 
 }  // namespace
 
-void ShowPasswordForm(ComponentState& state) {
-  Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(state, "p=p&act=lsave"));
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, 640))), ToolBar(state)));
-  page.Add(FormTableOpen(state));
-  page.Add(PasswordRow(state, 641, "oldpw"));
-  page.Add(PasswordRow(state, 642, "newpw1"));
-  page.Add(PasswordRow(state, 643, "newpw2"));
+void ShowPasswordForm(Visit& visit) {
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(visit, "p=p&act=lsave"));
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kPasswordTitle))), ToolBar(visit)));
+  page.Add(FormTableOpen(visit));
+  page.Add(PasswordRow(visit, Text::kOldPassword, "oldpw"));
+  page.Add(PasswordRow(visit, Text::kNewPassword, "newpw1"));
+  page.Add(PasswordRow(visit, Text::kNewPasswordAgain, "newpw2"));
   page.Add("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
-           Attribute(LoadText(state, 650)));
+           Attribute(LoadText(visit, Text::kChangePasswordButton)));
   page.Add(TableClose());
   page.Add(TableClose());
-  FinishFormPage(state, std::move(page));
+  FinishFormPage(visit, std::move(page));
 }
 
-void SavePassword(ComponentState& state) {
-  if (const auto refusal = Refusal(state)) {
-    AddAlert(state, *refusal);
+void SavePassword(Visit& visit) {
+  if (const auto refusal = Refusal(visit)) {
+    AddAlert(visit, *refusal);
   } else {
-    StorePassword(state);
+    StorePassword(visit);
   }
-  if (!state.AlertText.empty()) return ShowPasswordForm(state);
-  state.Context.Response->Redirect(state.ScriptName + "?p=p");
+  if (!visit.Alerts.empty()) return ShowPasswordForm(visit);
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=p");
 }
 
 }  // namespace orlune

@@ -4,37 +4,38 @@
 #include "html/links.h"
 #include "html/option_label.h"
 #include "html/page_frame.h"
-#include "request/component_state.h"
 #include "request/texts.h"
+#include "request/visit.h"
 #include "store/database_access.h"
 #include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html ToolBar(const ComponentState& state) {
-  Html bar = PageButton(state, "p=c", 163, "cal.gif");
-  if (!state.NoLoginChange) bar.Add(PageButton(state, "p=p&act=login", 165, "pref_passwd.gif"));
-  return bar.Add(PageButton(state, "p=p&act=groups", 693, "pref_groups.gif"));
+Html ToolBar(const Visit& visit) {
+  Html bar = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
+  if (!visit.Context.Hosting.NoLoginChange)
+    bar.Add(PageButton(visit, "p=p&act=login", Text::kChangePassword, "pref_passwd.gif"));
+  return bar.Add(PageButton(visit, "p=p&act=groups", Text::kEditGroupViews, "pref_groups.gif"));
 }
 
-Html Row(const ComponentState& state, int label, const Html& control) {
-  return Html("<TR><TD>{}</TD><TD>{}</TD></TR>", Content(LoadText(state, label)), control);
+Html Row(const Visit& visit, Text label, const Html& control) {
+  return Html("<TR><TD>{}</TD><TD>{}</TD></TR>", Content(LoadText(visit, label)), control);
 }
 
-Html StartModeList(const ComponentState& state, std::string_view startMode) {
-  const auto option = [&](Markup mode, int label) {
+Html StartModeList(const Visit& visit, std::string_view startMode) {
+  const auto option = [&](Markup mode, Text label) {
     return Html("<OPTION VALUE=\"{}\"{}>{}", mode, SelectedWhen(mode.Text() == startMode),
-                Content(LoadText(state, label)));
+                Content(LoadText(visit, label)));
   };
-  return Html("<SELECT NAME=\"mode\">{}{}{}</SELECT>", option("day", 204), option("week", 205),
-              option("month", 206));
+  return Html("<SELECT NAME=\"mode\">{}{}{}</SELECT>", option("day", Text::kDayMode),
+              option("week", Text::kWeekMode), option("month", Text::kMonthMode));
 }
 
-Html WeekdayOptions(const ComponentState& state, std::string_view selectedDays) {
+Html WeekdayOptions(const Visit& visit, std::string_view selectedDays) {
   Html options;
   int number = 0;
-  for (const std::string& name : state.Surroundings->Regional.Names.Weekdays) {
+  for (const std::string& name : visit.Context.Regional.Names.Weekdays) {
     ++number;
     options.Add("<OPTION VALUE=\"{}\"{}>{}", number, SelectedIf(selectedDays, std::to_string(number)),
                 Content(name));
@@ -42,22 +43,22 @@ Html WeekdayOptions(const ComponentState& state, std::string_view selectedDays) 
   return options;
 }
 
-Html ClockButtons(const ComponentState& state, std::string_view clockMode) {
+Html ClockButtons(const Visit& visit, std::string_view clockMode) {
   return Html(
       "<INPUT TYPE=radio NAME=\"clock\" VALUE=\"12\"{}>{}<BR>"
       "<INPUT TYPE=radio NAME=\"clock\" VALUE=\"24\"{}>{}",
-      CheckedIf(clockMode, "12"), Content(LoadText(state, 607)), CheckedIf(clockMode, "24"),
-      Content(LoadText(state, 608)));
+      CheckedIf(clockMode, "12"), Content(LoadText(visit, Text::kTwelveHourClock)),
+      CheckedIf(clockMode, "24"), Content(LoadText(visit, Text::kTwentyFourHourClock)));
 }
 
-Html HourList(const ComponentState& state, Markup name, std::optional<TimeOfDay> time) {
+Html HourList(const Visit& visit, Markup name, std::optional<TimeOfDay> time) {
   if (time) time = std::chrono::floor<std::chrono::hours>(*time);
-  return TimeSelect(state, name, time, 60, false);
+  return TimeSelect(visit, name, time, 60, false);
 }
 
-Html ColourSchemeList(const ComponentState& state, std::string_view styleSheet) {
+Html ColourSchemeList(const Visit& visit, std::string_view styleSheet) {
   Html list("<SELECT NAME=\"css\">");
-  const auto rows = OpenQuery(*state.Database, Statement("SELECT SheetID, SheetName FROM StyleSheets"));
+  const auto rows = OpenQuery(visit.Database, Statement("SELECT SheetID, SheetName FROM StyleSheets"));
   const int sheetId = rows->Column("SheetID");
   const int sheetName = rows->Column("SheetName");
   while (rows->Next()) {
@@ -70,27 +71,27 @@ Html ColourSchemeList(const ComponentState& state, std::string_view styleSheet) 
 
 }  // namespace
 
-void ShowPreferencesForm(ComponentState& state, const DisplayPreferences& preferences) {
-  Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(state, "p=p&act=save"));
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, 600))), ToolBar(state)));
-  page.Add(FormTableOpen(state));
-  page.Add(Row(state, 601, StartModeList(state, preferences.StartMode)));
+void ShowPreferencesForm(Visit& visit, const DisplayPreferences& preferences) {
+  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(visit, "p=p&act=save"));
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kPreferencesTitle))), ToolBar(visit)));
+  page.Add(FormTableOpen(visit));
+  page.Add(Row(visit, Text::kStartMode, StartModeList(visit, preferences.StartMode)));
   page.Add(
-      Row(state, 602,
-          Html("<SELECT NAME=\"firstday\">{}</SELECT>", WeekdayOptions(state, preferences.FirstDayOfWeek))));
-  page.Add(Row(state, 609,
+      Row(visit, Text::kFirstDayOfWeek,
+          Html("<SELECT NAME=\"firstday\">{}</SELECT>", WeekdayOptions(visit, preferences.FirstDayOfWeek))));
+  page.Add(Row(visit, Text::kWeekendDays,
                Html("<SELECT NAME=\"weekend\" MULTIPLE SIZE=4>{}</SELECT>",
-                    WeekdayOptions(state, preferences.Weekend))));
-  page.Add(Row(state, 606, ClockButtons(state, preferences.ClockMode)));
-  page.Add(Row(state, 603, HourList(state, "daybegin", preferences.DayBegin)));
-  page.Add(Row(state, 604, HourList(state, "dayend", preferences.DayEnd)));
-  page.Add(Row(state, 605, ColourSchemeList(state, preferences.StyleSheet)));
+                    WeekdayOptions(visit, preferences.Weekend))));
+  page.Add(Row(visit, Text::kClockMode, ClockButtons(visit, preferences.ClockMode)));
+  page.Add(Row(visit, Text::kDayBegin, HourList(visit, "daybegin", preferences.DayBegin)));
+  page.Add(Row(visit, Text::kDayEnd, HourList(visit, "dayend", preferences.DayEnd)));
+  page.Add(Row(visit, Text::kColourScheme, ColourSchemeList(visit, preferences.StyleSheet)));
   page.Add("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
-           Attribute(LoadText(state, 630)));
+           Attribute(LoadText(visit, Text::kSavePreferences)));
   page.Add(TableClose());
   page.Add(TableClose());
-  FinishFormPage(state, std::move(page));
+  FinishFormPage(visit, std::move(page));
 }
 
 }  // namespace orlune

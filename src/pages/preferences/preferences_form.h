@@ -5,6 +5,6 @@
 namespace orlune {
 
 /// The page on which the user chooses `preferences`. Asks for no right. Throws DatabaseError.
-void ShowPreferencesForm(ComponentState& state, const DisplayPreferences& preferences);
+void ShowPreferencesForm(Visit& visit, const DisplayPreferences& preferences);
 
 }  // namespace orlune

@@ -9,9 +9,8 @@
 #include "pages/preferences/display_preferences.h"
 #include "pages/preferences/password_page.h"
 #include "pages/preferences/preferences_form.h"
-#include "request/component_state.h"
-#include "request/rights.h"
 #include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 namespace {
@@ -21,27 +20,28 @@ bool IsGroupViewAction(std::string_view action) {
   return std::find(kActions.begin(), kActions.end(), action) != kActions.end();
 }
 
-void SavePreferences(ComponentState& state) {
-  const DisplayPreferences preferences = PostedDisplayPreferences(*state.Context.Request);
+void SavePreferences(Visit& visit) {
+  const DisplayPreferences preferences = PostedDisplayPreferences(visit.Request);
   if (!HasHoursToShow(preferences)) {
-    AddAlert(state, 816);
-    return ShowPreferencesForm(state, preferences);
+    AddAlert(visit, Text::kEndTimeBeforeStartTime);
+    return ShowPreferencesForm(visit, preferences);
   }
-  StoreDisplayPreferences(state, preferences);
-  state.Context.Response->Redirect(state.ScriptName);
+  StoreDisplayPreferences(visit, preferences);
+  visit.Response.Redirect(visit.Context.Hosting.ScriptName);
 }
 
 }  // namespace
 
-void ShowPreferencesPage(ComponentState& state) {
-  const std::string_view action = state.Context.Request->QueryParameter("act");
-  if (IsGroupViewAction(action)) return ShowGroupViewPage(state);
-  if (action == "login") return ShowPasswordForm(state);
-  if (action != "save" && action != "lsave") return ShowPreferencesForm(state, LoadDisplayPreferences(state));
+void ShowPreferencesPage(Visit& visit) {
+  const std::string_view action = visit.Request.QueryParameter("act");
+  if (IsGroupViewAction(action)) return ShowGroupViewPage(visit);
+  if (action == "login") return ShowPasswordForm(visit);
+  if (action != "save" && action != "lsave") return ShowPreferencesForm(visit, LoadDisplayPreferences(visit));
 
-  if (!IsLoggedIn(state)) return WritePage(state, ErrorPage(state, LoadText(state, 850)));
-  if (action == "save") return SavePreferences(state);
-  SavePassword(state);
+  if (!visit.Context.Visitor.IsLoggedIn())
+    return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+  if (action == "save") return SavePreferences(visit);
+  SavePassword(visit);
 }
 
 }  // namespace orlune

@@ -10,16 +10,17 @@ using std::chrono::days;
 
 class Occurrences : public CalendarFixture {
  protected:
-  Occurrences() : state_(surroundings_) {
-    state_.LoginName = "anna";
-    state_.CalName = "anna";
-    state_.MemberOfGroups = {"sales", "default"};
+  Occurrences() {
+    visitor_.LoginName = "anna";
+    visitor_.CalName = "anna";
+    visitor_.MemberOfGroups = {"sales", "default"};
   }
 
   /// What a new request finds from `first` to `last`.
   OL_Events Load(Date first, Date last, std::string_view view = "") {
-    state_.Database = driver_.Open(databasePath_);
-    OL_Events events(state_);
+    database_ = driver_.Open(databasePath_);
+    const Visit visit{context_, *database_, host_, host_, session_, surroundings_.Clock};
+    OL_Events events(visit);
     events.View(view);
     events.GetEventsForPeriod(first, last);
     return events;
@@ -41,7 +42,11 @@ class Occurrences : public CalendarFixture {
 
   static Date March(int day) { return std::chrono::year{2004} / 3 / day; }
 
-  ComponentState state_;
+  HostingPage hosting_;
+  Visitor visitor_;
+  PageContext context_{hosting_, visitor_, surroundings_.Regional, {}, false};
+  SessionValues session_{hosting_, host_.Context(), {}};
+  std::unique_ptr<Connection> database_;
 };
 
 TEST_F(Occurrences, FallOnTheDaysOfThePeriodOnly) {
@@ -87,12 +92,12 @@ TEST_F(Occurrences, LeaveOutOpenSuggestionsAndOthersPrivateEvents) {
   AddEvent("staff", "elsewhere", columns, "'none', '3/15/2004', no, Null");
   EXPECT_EQ(List(15, 15), "15 accepted, 15 sent, 15 secret, 15 group secret");
 
-  state_.LoginName = "ANNA";
+  visitor_.LoginName = "ANNA";
   EXPECT_EQ(List(15, 15), "15 accepted, 15 sent, 15 secret, 15 group secret");
-  state_.LoginName = "ben";
+  visitor_.LoginName = "ben";
   EXPECT_EQ(List(15, 15), "15 accepted, 15 sent");
-  state_.LoginName = "";
-  state_.CalName = "";
+  visitor_.LoginName = "";
+  visitor_.CalName = "";
   EXPECT_EQ(List(15, 15), "");
 }
 
@@ -103,9 +108,11 @@ TEST_F(Occurrences, OfAGroupViewCarryTheirMembersColours) {
   AddEvent("anna", "A", "Type, BeginDate", "'none', '3/15/2004'");
   AddEvent("ben", "B", "Type, BeginDate", "'none', '3/15/2004'");
   AddEvent("default", "D", "Type, BeginDate", "'none', '3/15/2004'");
-  state_.CalName = "@team";
+  visitor_.CalName = "@team";
 
-  EXPECT_EQ(OL_Events(state_).EventsByDay(1), nullptr);
+  EXPECT_EQ(
+      OL_Events(Visit{context_, *database_, host_, host_, session_, surroundings_.Clock}).EventsByDay(1),
+      nullptr);
   const OL_Events events = Load(March(15), March(15));
   ASSERT_EQ(events.Count(), 3U);
   EXPECT_EQ(events.Item(1).BackGround + events.Item(1).ForeGround, "#FF0000#FFFFFF");

@@ -4,12 +4,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/database.h"
-
 namespace orlune {
 
 /// The members of a group view with their colours, position for position; a colour may be empty or missing.
-struct GroupData {
+struct GroupViewMembers {
   std::vector<std::string> Calendars;
   std::vector<std::string> BackGround;
   std::vector<std::string> ForeGround;
@@ -18,13 +16,16 @@ struct GroupData {
   std::string_view BackGroundAt(std::size_t place) const;
   std::string_view ForeGroundAt(std::size_t place) const;
 
-  /// The colours of the first place of `calendar` among the members, names compared ignoring case; "" when it
-  /// has none.
-  std::string_view BackGroundOf(std::string_view calendar) const;
-  std::string_view ForeGroundOf(std::string_view calendar) const;
+  /// The first place of `calendar` among the members, names compared ignoring case; past the end when it has
+  /// none.
+  std::size_t PlaceOf(std::string_view calendar) const;
 };
 
-/// The group view of the internal name `name`, without its "@"; without members when there is none.
-GroupData GetGroupData(Connection& database, std::string_view name);
+/// A group view as lists of choices show it.
+struct GroupViewChoice {
+  int Id = 0;
+  std::string Name;  ///< without "@"
+  std::string FriendlyName;
+};
 
 }  // namespace orlune

@@ -1,0 +1,19 @@
+#include "request/visitor.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace orlune {
+
+bool Visitor::MayChangeEventsOf(std::string_view owner) const {
+  if (owner.empty()) return false;
+  return std::find(AdminOfGroups.begin(), AdminOfGroups.end(), owner) != AdminOfGroups.end() ||
+         EqualIgnoringCase(owner, LoginName);
+}
+
+bool Visitor::IsViewingOwnCalendar() const {
+  return IsLoggedIn() && EqualIgnoringCase(CalName, LoginName);
+}
+
+}  // namespace orlune

@@ -1,0 +1,156 @@
+#include "request/visitor_loading.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "base/dates.h"
+#include "base/lists.h"
+#include "base/text.h"
+#include "model/calendar.h"
+#include "store/calendars.h"
+#include "store/event_types.h"
+#include "store/group_views.h"
+
+namespace orlune {
+namespace {
+
+/// Returns the date that the request asked for, when it is none.
+std::string StoreNavigation(const Request& request, const RegionalSettings& regional,
+                            SessionValues& session) {
+  std::string invalidDate;
+  if (const auto calendar = request.QueryParameter("cn"); !calendar.empty())
+    session.Set("Calendar", calendar);
+  if (const auto date = request.QueryParameter("cd"); !date.empty()) {
+    if (ParseDate(regional, date)) {
+      session.Set("CurrentDate", date);
+    } else {
+      invalidDate = date;
+    }
+  }
+  if (const auto mode = request.QueryParameter("dm"); !mode.empty()) session.Set("DisplayMode", mode);
+  return invalidDate;
+}
+
+void TakeNumber(std::optional<int> number, int least, int most, int& setting) {
+  if (number && *number >= least && *number <= most) setting = *number;
+}
+
+void TakeText(std::optional<std::string> text, std::string& setting) {
+  if (text) setting = std::move(*text);
+}
+
+void TakeDisplaySettings(std::optional<DisplaySettings> settings, Visitor& visitor) {
+  std::string startMode = "month";
+  if (settings) {
+    TakeNumber(settings->FirstDayOfWeek, 1, 7, visitor.FirstDayOfWeek);
+    TakeText(std::move(settings->Weekend), visitor.Weekend);
+    TakeNumber(settings->DayBegin, 0, 23, visitor.DayBegin);
+    TakeNumber(settings->DayEnd, 0, 23, visitor.DayEnd);
+    TakeText(std::move(settings->SheetFile), visitor.SheetFile);
+    TakeText(std::move(settings->StartMode), startMode);
+    if (settings->ClockMode == 12) visitor.TimeFormat = "Hh:Nn AM/PM";
+  }
+  if (visitor.DisplayMode.empty()) visitor.DisplayMode = std::move(startMode);
+}
+
+void FallBackToDefaultSheet(const Server& server, const std::string& cssDir, Visitor& visitor) {
+  const auto file = server.MapPath(cssDir + visitor.SheetFile);
+  std::error_code ignored;
+  if (file.empty() || !std::filesystem::exists(file, ignored)) visitor.SheetFile = "default.css";
+}
+
+void AppendNew(std::vector<std::string>& list, std::string_view item) {
+  if (!item.empty() && std::find(list.begin(), list.end(), item) == list.end()) list.emplace_back(item);
+}
+
+std::vector<std::string> DistinctGroups(std::span<const std::string> lists) {
+  std::vector<std::string> groups;
+  for (const std::string& list : lists)
+    ForEachItem(list, [&](std::string_view group) { AppendNew(groups, group); });
+  return groups;
+}
+
+/// What is asked of the database about one visitor, in one go where the viewed calendar allows it.
+class VisitorQueries {
+ public:
+  VisitorQueries(Connection& database, Visitor& visitor) : database_(database), visitor_(visitor) {}
+
+  /// Returns whether the viewed calendar exists.
+  bool Run() {
+    const std::string& viewed = visitor_.CalName;
+    const bool isView = IsGroupView(viewed);
+    auto [calendarExists, viewExists, settings, members, memberships, groups, adminships, eventTypes] = Ask(
+        database_, viewed.empty() ? Query<bool>() : CalendarExists(viewed),
+        isView ? GroupViewExists(viewed.substr(1)) : Query<bool>(),
+        DisplaySettingsOf(visitor_.IsLoggedIn() ? std::string_view(visitor_.LoginName) : "admin"),
+        isView ? MemberNamesOf(viewed.substr(1)) : Query<std::vector<std::string>>(),
+        isView || SeesAllGroups() ? Query<std::vector<std::string>>() : MembershipsOf({{viewed}}),
+        visitor_.IsAdministrator() ? GroupNames() : Query<std::vector<std::string>>(),
+        visitor_.IsAdministrator() ? Query<std::optional<std::string>>() : AdminshipsOf(visitor_.LoginName),
+        AllEventTypes());
+    Settings = std::move(settings);
+    hasAccount_ = visitor_.IsAdministrator() || adminships.has_value();
+    visitor_.AdminOfGroups =
+        visitor_.IsAdministrator() ? std::move(groups) : DistinctGroups({{adminships.value_or("")}});
+    visitor_.EventTypes = std::move(eventTypes);
+    memberLists_ = isView ? Ask(database_, MembershipsOf(members)) : std::move(memberships);
+    return viewed.empty() || calendarExists || viewExists ||
+           (!isView && Ask(database_, GroupViewExists(WithoutFirstCharacter(viewed))));
+  }
+
+  /// Views the user's own calendar in place of one that does not exist.
+  void ViewOwnCalendar() {
+    visitor_.CalName = visitor_.LoginName;
+    if (!SeesAllGroups()) memberLists_ = Ask(database_, MembershipsOf({{visitor_.CalName}}));
+  }
+
+  void TakeMemberships() {
+    if (SeesAllGroups()) {
+      visitor_.MemberOfGroups = visitor_.AdminOfGroups;
+      return;
+    }
+    visitor_.MemberOfGroups = DistinctGroups(memberLists_);
+    AppendNew(visitor_.MemberOfGroups, "default");
+  }
+
+  bool HasAccount() const { return hasAccount_ || !visitor_.IsLoggedIn(); }
+
+  std::optional<DisplaySettings> Settings{};
+
+ private:
+  bool SeesAllGroups() const { return visitor_.CalName == "admin" && visitor_.LoginName == "admin"; }
+
+  Connection& database_;
+  Visitor& visitor_;
+  bool hasAccount_ = false;
+  std::vector<std::string> memberLists_;
+};
+
+}  // namespace
+
+LoadedVisitor LoadVisitor(const HostingPage& hosting, const ScriptingContext& context,
+                          const Surroundings& surroundings, SessionValues& session, Connection& database) {
+  LoadedVisitor loaded;
+  Visitor& visitor = loaded.Visitor;
+  loaded.InvalidDate = StoreNavigation(*context.Request, surroundings.Regional, session);
+  session.RefreshCookie();
+  visitor.LoginName = session.Get("Login");
+  visitor.CalName = session.Get("Calendar");
+  if (visitor.CalName.empty()) visitor.CalName = hosting.CalName;
+  visitor.CurrentDate =
+      ParseDate(surroundings.Regional, session.Get("CurrentDate")).value_or(surroundings.Clock.Now().Day);
+  visitor.DisplayMode = session.Get("DisplayMode");
+
+  VisitorQueries queries(database, visitor);
+  if (!queries.Run()) {
+    session.Set("Calendar", visitor.LoginName);
+    queries.ViewOwnCalendar();
+  }
+  queries.TakeMemberships();
+  TakeDisplaySettings(std::move(queries.Settings), visitor);
+  FallBackToDefaultSheet(*context.Server, hosting.CssDir, visitor);
+  loaded.HasAccount = queries.HasAccount();
+  return loaded;
+}
+
+}  // namespace orlune

@@ -1,0 +1,76 @@
+#include "store/calendars.h"
+
+#include "store/database_access.h"
+#include "store/rows.h"
+
+namespace orlune {
+namespace {
+
+std::vector<Calendar> ReadCalendars(ResultSet& rows) {
+  const int name = rows.Column("Name");
+  const int friendlyName = rows.Column("FriendlyName");
+  const int isGroup = rows.Column("IsGroup");
+  std::vector<Calendar> calendars;
+  while (rows.Next()) {
+    calendars.push_back({std::string(TextOf(rows.Get(name))), std::string(TextOf(rows.Get(friendlyName))),
+                         YesNoOf(rows.Get(isGroup))});
+  }
+  return calendars;
+}
+
+DisplaySettings ReadDisplaySettings(const ResultSet& row) {
+  const auto number = [&](std::string_view column) { return NumberOf(row.Get(row.Column(column))); };
+  const auto text = [&](std::string_view column) {
+    const Value value = row.Get(row.Column(column));
+    return IsNull(value) ? std::nullopt : std::optional<std::string>(TextOf(value));
+  };
+  return {number("FirstDayOfWeek"), text("Weekend"),     number("DayBegin"), number("DayEnd"),
+          text("StartMode"),        number("ClockMode"), text("SheetFile")};
+}
+
+}  // namespace
+
+Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginName) {
+  return {Statement("SELECT FirstDayOfWeek, Weekend, DayBegin, DayEnd, StartMode, ClockMode, SheetFile "
+                    "FROM Calendars INNER JOIN StyleSheets ON Calendars.StyleSheet = StyleSheets.SheetID "
+                    "WHERE Name = '{}'",
+                    loginName),
+          [](ResultSet& rows) { return FirstRow(rows, ReadDisplaySettings); }};
+}
+
+Query<bool> CalendarExists(std::string_view name) {
+  return {NameQuery("Name", "Calendars", name), [](ResultSet& rows) { return rows.Next(); }};
+}
+
+Query<std::vector<std::string>> GroupNames() {
+  return {Statement("SELECT Name FROM Calendars WHERE (IsGroup = yes)"),
+          [](ResultSet& rows) { return TextsIn(rows, "Name"); }};
+}
+
+Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calendars) {
+  if (calendars.empty()) return {};
+  return {
+      Statement("SELECT DISTINCT MemberOfGroups FROM Calendars WHERE Name IN ({})", QuotedList(calendars)),
+      [](ResultSet& rows) { return TextsIn(rows, "MemberOfGroups"); }};
+}
+
+Query<std::optional<std::string>> AdminshipsOf(std::string_view loginName) {
+  return {Statement("SELECT AdminOfGroups FROM Calendars WHERE Name = '{}'", loginName), [](ResultSet& rows) {
+            return FirstRow(rows, [](const ResultSet& row) { return TextIn(row, "AdminOfGroups"); });
+          }};
+}
+
+Query<std::optional<std::string>> FriendlyNameOf(std::string_view name) {
+  return {Statement("SELECT FriendlyName FROM Calendars WHERE Name = '{}'", name), [](ResultSet& rows) {
+            return FirstRow(rows, [](const ResultSet& row) { return TextIn(row, "FriendlyName"); });
+          }};
+}
+
+Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName) {
+  return {Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
+                    "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
+                    loginName),
+          ReadCalendars};
+}
+
+}  // namespace orlune

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/calendar.h"
+#include "store/query.h"
+
+namespace orlune {
+
+// The table Calendars: users and groups. Names are compared ignoring case. What writes throws DatabaseError.
+
+/// A user's settings; what the row leaves Null is empty.
+struct DisplaySettings {
+  std::optional<int> FirstDayOfWeek;
+  std::optional<std::string> Weekend;
+  std::optional<int> DayBegin;
+  std::optional<int> DayEnd;
+  std::optional<std::string> StartMode;
+  std::optional<int> ClockMode;
+  std::optional<std::string> SheetFile;
+};
+/// Nothing when there is no such user, or no such colour scheme.
+Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginName);
+
+Query<bool> CalendarExists(std::string_view name);
+Query<std::vector<std::string>> GroupNames();
+/// The lists of groups that the calendars belong to, each different one once.
+Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calendars);
+/// The list of groups that the user administers, joined with ", "; nothing when there is no such user.
+Query<std::optional<std::string>> AdminshipsOf(std::string_view loginName);
+
+/// The display name; nothing when there is no such calendar.
+Query<std::optional<std::string>> FriendlyNameOf(std::string_view name);
+/// The calendars that `loginName` may choose from: those that are not hidden, and their own; users before
+/// groups, by display name.
+Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName);
+
+}  // namespace orlune

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "platform/database.h"
+#include "store/statement.h"
+
+namespace orlune {
+
+/// A SELECT, and how its rows become what was asked for. Nothing is sent before `Ask`.
+template <class Result>
+class Query {
+ public:
+  using Reader = std::function<Result(ResultSet& rows)>;
+
+  /// Asks nothing; the answer is an empty `Result`.
+  Query() = default;
+  Query(Statement statement, Reader read) : statement_(std::move(statement)), read_(std::move(read)) {}
+
+  void AnnounceTo(Connection& database) const {
+    if (read_) database.Announce(statement_);
+  }
+  /// Throws DatabaseError.
+  Result Run(Connection& database) const { return read_ ? read_(*database.Query(statement_)) : Result{}; }
+
+ private:
+  Statement statement_;
+  Reader read_;
+};
+
+/// The answer to one query. Throws DatabaseError.
+template <class Result>
+Result Ask(Connection& database, const Query<Result>& query) {
+  return query.Run(database);
+}
+
+/// The answers to several queries, which travel to the database together. Throws DatabaseError.
+template <class... Results>
+requires(sizeof...(Results) > 1) std::tuple<Results...> Ask(Connection& database,
+                                                            const Query<Results>&... queries) {
+  (queries.AnnounceTo(database), ...);
+  return std::tuple<Results...>{queries.Run(database)...};
+}
+
+/// The same for any number of queries of one kind.
+template <class Result>
+std::vector<Result> AskAll(Connection& database, std::span<const Query<Result>> queries) {
+  for (const Query<Result>& query : queries) query.AnnounceTo(database);
+  std::vector<Result> answers;
+  answers.reserve(queries.size());
+  for (const Query<Result>& query : queries) answers.push_back(query.Run(database));
+  return answers;
+}
+
+}  // namespace orlune

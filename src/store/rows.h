@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/field.h"
+
+namespace orlune {
+
+/// The text of the column named `column` in the current row; "" for Null.
+inline std::string TextIn(const ResultSet& row, std::string_view column) {
+  return std::string(TextOf(row.Get(row.Column(column))));
+}
+
+/// The texts of the column named `column` in all rows.
+inline std::vector<std::string> TextsIn(ResultSet& rows, std::string_view column) {
+  const int position = rows.Column(column);
+  std::vector<std::string> texts;
+  while (rows.Next()) texts.emplace_back(TextOf(rows.Get(position)));
+  return texts;
+}
+
+/// What `read(row)` makes of the first row; nothing when there is none.
+template <class Read>
+auto FirstRow(ResultSet& rows, Read read) -> std::optional<decltype(read(rows))> {
+  if (!rows.Next()) return std::nullopt;
+  return read(rows);
+}
+
+}  // namespace orlune

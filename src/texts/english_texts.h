@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+#include "texts/text.h"
+
+namespace orlune {
+
+/// The built-in English text, or "" when the table has none. "%s" and "%t" stand for arguments; error texts
+/// end in the two characters backslash and "n".
+std::string_view EnglishText(Text id);
+
+}  // namespace orlune
