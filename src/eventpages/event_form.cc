@@ -42,7 +42,7 @@ Html KindRow(const ComponentState& state, const OL_Event& event, bool isSending)
 Html BeginRow(const ComponentState& state, const EventDraft& draft) {
   return FieldRow(
       state, 309, "date1",
-      Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{} - {}</SPAN>", DateInput(state, 1, draft.BeginDate),
+      Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{}-{}</SPAN>", DateInput(state, 1, draft.BeginDate),
            Attribute(LoadText(state, 310)), TimeSelect(state, "time1", ParseTime(draft.BeginTime), 15, true),
            TimeSelect(state, "time2", ParseTime(draft.EndTime), 15, true)));
 }

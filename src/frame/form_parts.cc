@@ -34,7 +34,7 @@ Html TimeSelect(const ComponentState& state, Markup name, std::optional<TimeOfDa
     const bool isSelected = selected && std::chrono::floor<minutes>(*selected) == time;
     list.Add("<OPTION{}>{}\r\n", SelectedWhen(isSelected), Content(FormatTime(state.TimeFormat, time)));
   }
-  list.Add("</SELECT>");
+  list.Add("</SELECT>\r\n");
   return list;
 }
 

@@ -10,7 +10,7 @@ std::string HourList(const std::string& name, int selected) {
     list += std::string("<OPTION") + (hour == selected ? " SELECTED" : "") + ">" + (hour < 10 ? "0" : "") +
             std::to_string(hour) + ":00\r\n";
   }
-  return list + "</SELECT>";
+  return list + "</SELECT>\r\n";
 }
 
 /// One of the two pages: its form posts to the action `action`.
