@@ -49,8 +49,9 @@ Html SendRow(const ComponentState& state) {
 
 void ShowMessageForm(ComponentState& state, const MessageState& message) {
   Html page = PageHead(state, state.ProductTitle);
+  page.Add(MessageToolbar(state));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(state, 570))), {}));
   page.Add("<FORM method=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">", Attribute(state.ScriptName));
-  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(state, 570))), MessageToolbar(state)));
   page.Add(
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
       "<TABLE WIDTH=100% CELLPADDING=5>",

@@ -86,12 +86,11 @@ Html DeleteRow(const ComponentState& state) {
 }  // namespace
 
 void ShowMessageList(ComponentState& state) {
-  Html buttons = PageButton(state, "p=c", 163, "cal.gif");
-  buttons.Add(PageButton(state, "p=m&act=new", 164, "msg_new.gif"));
-
   Html page = PageHead(state, state.ProductTitle);
+  page.Add(PageButton(state, "p=c", 163, "cal.gif"));
+  page.Add(PageButton(state, "p=m&act=new", 164, "msg_new.gif"));
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(state, 500))), {}));
   page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">", Attribute(state.ScriptName));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(state, 500))), buttons));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(state));
   page.Add(HeaderRow(state));
   AddMessageRows(page, state);

@@ -56,7 +56,8 @@ void ShowMessage(ComponentState& state, std::string_view msg) {
   state.Database->Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
 
   Html page = PageHead(state, state.ProductTitle);
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, 540))), MessageToolbar(state)));
+  page.Add(MessageToolbar(state));
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, 540))), {}));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(state));
   AddMessage(page, state, msg);
   page.Add(TableClose());
