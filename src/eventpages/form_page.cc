@@ -11,8 +11,8 @@ namespace orlune {
 
 Html FormPageOpen(const ComponentState& state, const Html& action, int caption, const Html& toolbar) {
   Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">", Attribute(state.ScriptName), action);
   page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(state, caption))), toolbar));
+  page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">", Attribute(state.ScriptName), action);
   return page.Add(FormTableOpen(state));
 }
 

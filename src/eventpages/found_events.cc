@@ -166,10 +166,10 @@ Html LastRow(const ComponentState& state, bool hasHits) {
 void ShowHits(ComponentState& state, const EventSearch& search) {
   HitList hits(state);
   Html page = PageHead(state, state.ProductTitle);
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=e&act=results\" NAME=\"acForm\">", Attribute(state.ScriptName));
-  page.Add(HiddenSearch(search));
   page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(state, 430))),
                         SearchToolbar(state).Add(SearchButton(state))));
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=e&act=results\" NAME=\"acForm\">", Attribute(state.ScriptName));
+  page.Add(HiddenSearch(search));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(state));
   page.Add(CaptionRow(state));
   hits.AddRows(page, search);

@@ -28,7 +28,7 @@ Html ErrorPage(const ComponentState& state, std::string_view message);
 /// Writes `page` as the request's answer.
 void WritePage(ComponentState& state, Html page);
 
-/// Closes a page whose frame stands in a form, and writes it.
+/// Closes the frame and the form of a page, and writes it.
 void FinishFormPage(ComponentState& state, Html page);
 
 }  // namespace orlune
