@@ -20,7 +20,5 @@ Html ColourList(const ComponentState& state, std::string_view calendar, ColourKi
 /// Paints the cells of `calendars`, which have their names as ids, in the colours that are chosen for them.
 /// Leaves out those that a script cannot address by their mere name.
 Html PaintScript(std::span<const std::string> calendars);
-/// Paints the cells of all members, whatever their names, and again whenever a colour is chosen.
-Html RepaintScript();
 
 }  // namespace orlune

@@ -96,7 +96,6 @@ void AddColourStep(Html& page, const ComponentState& state, const GroupData& mem
     if (const auto cell = shown.find(ToLower(member)); cell != shown.end()) painted.push_back(cell->second);
   }
   page.Add(PaintScript(painted));
-  page.Add(RepaintScript());
 }
 
 Html ButtonRow(const ComponentState& state, bool isStored, bool hasColours) {
