@@ -69,7 +69,7 @@ void AddMemberStep(Html& page, const ComponentState& state, const GroupData& mem
     AddKeptColour(page, members.Calendars[place], "BG", members.BackGroundAt(place));
     AddKeptColour(page, members.Calendars[place], "FG", members.ForeGroundAt(place));
   }
-  page.Add("</SELECT>{}", HiddenField("return", "yes"));
+  page.Add("</SELECT>{}</TD></TR></TABLE>", HiddenField("return", "yes"));
 }
 
 void AddColourStep(Html& page, const ComponentState& state, const GroupData& members) {
@@ -122,9 +122,7 @@ void ShowGroupViewForm(ComponentState& state, const GroupView& view, FormStep st
   } else {
     AddMemberStep(page, state, view.Members);
   }
-  page.Add("</TD></TR></TABLE>");
   page.Add(ButtonRow(state, view.Id.has_value(), hasColours));
-  page.Add(TableClose());
   FinishFormPage(state, std::move(page));
 }
 

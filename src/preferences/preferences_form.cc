@@ -89,7 +89,6 @@ void ShowPreferencesForm(ComponentState& state, const DisplayPreferences& prefer
   page.Add("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
            Attribute(LoadText(state, 630)));
   page.Add(TableClose());
-  page.Add(TableClose());
   FinishFormPage(state, std::move(page));
 }
 

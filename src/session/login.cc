@@ -39,7 +39,6 @@ void ShowLoginForm(ComponentState& state, Markup focusField) {
   page.Add(FormTableOpen(state));
   page.Add(NameRow(state));
   page.Add(PasswordRow(state));
-  page.Add("</TABLE></TD></TR>");
   page.Add(ButtonRow(state));
   page.Add(TableClose());
   page.Add(TitleBarClose(state));
