@@ -35,7 +35,7 @@ Html TimeSelect(const PageContext& context, Markup name, std::optional<TimeOfDay
     list.Add("<OPTION{}>{}\r\n", SelectedWhen(isSelected),
              Content(FormatTime(context.Visitor.TimeFormat, time)));
   }
-  list.Add("</SELECT>");
+  list.Add("</SELECT>\r\n");
   return list;
 }
 

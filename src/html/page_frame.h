@@ -30,7 +30,7 @@ Html ErrorPage(const PageContext& context, std::string_view message);
 /// Writes `page` as the request's answer.
 void WritePage(Visit& visit, Html page);
 
-/// Closes a page whose frame stands in a form, and writes it.
+/// Closes the frame and the form of a page, and writes it.
 void FinishFormPage(Visit& visit, Html page);
 
 }  // namespace orlune

@@ -48,7 +48,7 @@ export class Visitor {
   }
 
   async pressButton(title) {
-    await this.follow(() => this.page.locator(`.plain a:has(img[alt^="${title}"])`).click());
+    await this.follow(() => this.page.locator(`:is(.plain a, body > a):has(img[alt^="${title}"])`).click());
   }
 
   /** Fills in the selection row: `date`, `calendar` (its label), `view` as far as given; presses OK. */

@@ -97,7 +97,7 @@ TEST_F(Component, OffersTimesInTheUsersClock) {
   EXPECT_EQ(count(list, "<OPTION"), 97U);
   EXPECT_EQ(count(list, " SELECTED"), 1U);
   EXPECT_NE(list.find("<OPTION SELECTED>09:00 AM\r\n"), std::string::npos);
-  EXPECT_TRUE(list.ends_with("<OPTION>11:45 PM\r\n</SELECT>"));
+  EXPECT_TRUE(list.ends_with("<OPTION>11:45 PM\r\n</SELECT>\r\n"));
 }
 
 TEST(SelectedIf, NeverLooksAtTheFirstElementOfAnArray) {

@@ -24,7 +24,6 @@ TEST_F(LoginPage, StandsBeforeEveryPage) {
       "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>"
       "<TR><TD ALIGN=RIGHT>Name:</TD><TD><INPUT TYPE=TEXT SIZE=18 NAME=\"Name\" VALUE=\"\"></TD></TR>"
       "<TR><TD ALIGN=RIGHT>Password:</TD><TD><INPUT TYPE=PASSWORD SIZE=18 NAME=\"Passwd\"></TD></TR>"
-      "</TABLE></TD></TR>"
       "<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"Login\"></TD></TR></TABLE>\r\n"
       "</TD></TR>\r\n"
       "<TR CLASS=\"plain\"><TD><A HREF=\"https://orlune.example/\" STYLE=\"text-decoration:none; "

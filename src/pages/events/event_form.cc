@@ -43,7 +43,7 @@ Html KindRow(const Visit& visit, const OL_Event& event, bool isSending) {
 
 Html BeginRow(const Visit& visit, const EventDraft& draft) {
   return FieldRow(visit, Text::kEventDate, "date1",
-                  Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{} - {}</SPAN>",
+                  Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{}-{}</SPAN>",
                        DateInput(visit, 1, draft.BeginDate), Attribute(LoadText(visit, Text::kEventTime)),
                        TimeSelect(visit, "time1", ParseTime(draft.BeginTime), 15, true),
                        TimeSelect(visit, "time2", ParseTime(draft.EndTime), 15, true)));

@@ -10,9 +10,9 @@ namespace orlune {
 
 Html FormPageOpen(const Visit& visit, const Html& action, Text caption, const Html& toolbar) {
   Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, caption))), toolbar));
   page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">", Attribute(visit.Context.Hosting.ScriptName),
            action);
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, caption))), toolbar));
   return page.Add(FormTableOpen(visit));
 }
 

@@ -172,11 +172,11 @@ Html LastRow(const Visit& visit, bool hasHits) {
 void ShowHits(Visit& visit, const EventSearch& search) {
   HitList hits(visit);
   Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kFoundEventsTitle))),
+                        SearchToolbar(visit).Add(SearchButton(visit))));
   page.Add("<FORM METHOD=post ACTION=\"{}?p=e&act=results\" NAME=\"acForm\">",
            Attribute(visit.Context.Hosting.ScriptName));
   page.Add(HiddenSearch(search));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kFoundEventsTitle))),
-                        SearchToolbar(visit).Add(SearchButton(visit))));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
   page.Add(CaptionRow(visit));
   hits.AddRows(page, search);

@@ -98,21 +98,4 @@ Html PaintScript(std::span<const std::string> calendars) {
   return script.Add("//-->\r\n</SCRIPT>");
 }
 
-Html RepaintScript() {
-  return Html(
-      "<SCRIPT LANGUAGE=javascript>\r\n"
-      "<!--\r\n"
-      "(function(fields) {\r\n"
-      "  function paint(list) {\r\n"
-      "    var cell = document.getElementById(list.name.slice(0, -2));\r\n"
-      "    if (cell && list.name.slice(-2) == 'BG') cell.style.background = list.value;\r\n"
-      "    if (cell && list.name.slice(-2) == 'FG') cell.style.color = list.value;\r\n"
-      "  }\r\n"
-      "  for (var i = 0; i < fields.length; i++) paint(fields[i]);\r\n"
-      "  document.acForm.onchange = function(change) { paint(change.target); };\r\n"
-      "})(document.acForm.elements);\r\n"
-      "//-->\r\n"
-      "</SCRIPT>");
-}
-
 }  // namespace orlune

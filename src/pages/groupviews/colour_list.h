@@ -19,7 +19,5 @@ Html ColourList(const Visit& visit, std::string_view calendar, ColourKind kind, 
 /// Paints the cells of `calendars`, which have their names as ids, in the colours that are chosen for them.
 /// Leaves out those that a script cannot address by their mere name.
 Html PaintScript(std::span<const std::string> calendars);
-/// Paints the cells of all members, whatever their names, and again whenever a colour is chosen.
-Html RepaintScript();
 
 }  // namespace orlune

@@ -72,7 +72,7 @@ void AddMemberStep(Html& page, const Visit& visit, const GroupViewMembers& membe
     AddKeptColour(page, members.Calendars[place], "BG", members.BackGroundAt(place));
     AddKeptColour(page, members.Calendars[place], "FG", members.ForeGroundAt(place));
   }
-  page.Add("</SELECT>{}", HiddenField("return", "yes"));
+  page.Add("</SELECT>{}</TD></TR></TABLE>", HiddenField("return", "yes"));
 }
 
 void AddColourStep(Html& page, const Visit& visit, const GroupViewMembers& members) {
@@ -101,7 +101,6 @@ void AddColourStep(Html& page, const Visit& visit, const GroupViewMembers& membe
     if (const auto cell = shown.find(ToLower(member)); cell != shown.end()) painted.push_back(cell->second);
   }
   page.Add(PaintScript(painted));
-  page.Add(RepaintScript());
 }
 
 Html ButtonRow(const Visit& visit, bool isStored, bool hasColours) {
@@ -131,9 +130,7 @@ void ShowGroupViewForm(Visit& visit, const GroupView& view, FormStep step) {
   } else {
     AddMemberStep(page, visit, view.Members);
   }
-  page.Add("</TD></TR></TABLE>");
   page.Add(ButtonRow(visit, view.Id.has_value(), hasColours));
-  page.Add(TableClose());
   FinishFormPage(visit, std::move(page));
 }
 

@@ -38,7 +38,6 @@ void ShowLoginForm(Visit& visit, Markup focusField) {
   page.Add(FormTableOpen(visit));
   page.Add(NameRow(visit));
   page.Add(PasswordRow(visit));
-  page.Add("</TABLE></TD></TR>");
   page.Add(ButtonRow(visit));
   page.Add(TableClose());
   page.Add(TitleBarClose(visit));

@@ -49,10 +49,10 @@ Html SendRow(const Visit& visit) {
 
 void ShowMessageForm(Visit& visit, const MessageState& message) {
   Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add(MessageToolbar(visit));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(visit, Text::kNewMessageTitle))), {}));
   page.Add("<FORM method=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">",
            Attribute(visit.Context.Hosting.ScriptName));
-  page.Add(
-      TitleBarOpen("", Html("{}", Content(LoadText(visit, Text::kNewMessageTitle))), MessageToolbar(visit)));
   page.Add(
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
       "<TABLE WIDTH=100% CELLPADDING=5>",

@@ -87,13 +87,12 @@ Html DeleteRow(const Visit& visit) {
 }  // namespace
 
 void ShowMessageList(Visit& visit) {
-  Html buttons = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
-  buttons.Add(PageButton(visit, "p=m&act=new", Text::kNewMessage, "msg_new.gif"));
-
   Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
+  page.Add(PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif"));
+  page.Add(PageButton(visit, "p=m&act=new", Text::kNewMessage, "msg_new.gif"));
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kMessagesTitle))), {}));
   page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">",
            Attribute(visit.Context.Hosting.ScriptName));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kMessagesTitle))), buttons));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
   page.Add(HeaderRow(visit));
   AddMessageRows(page, visit);

@@ -57,8 +57,8 @@ void ShowMessage(Visit& visit, std::string_view msg) {
   visit.Database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
 
   Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kReceivedMessageTitle))),
-                        MessageToolbar(visit)));
+  page.Add(MessageToolbar(visit));
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kReceivedMessageTitle))), {}));
   page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
   AddMessage(page, visit, msg);
   page.Add(TableClose());

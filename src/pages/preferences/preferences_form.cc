@@ -90,7 +90,6 @@ void ShowPreferencesForm(Visit& visit, const DisplayPreferences& preferences) {
   page.Add("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
            Attribute(LoadText(visit, Text::kSavePreferences)));
   page.Add(TableClose());
-  page.Add(TableClose());
   FinishFormPage(visit, std::move(page));
 }
 

@@ -74,7 +74,8 @@ TEST_F(EventSearch, ShowsAHitWithItsDays) {
   const std::string page = Find({{"date1", "3/1/2004"}, {"search", "\"%"}, {"cal", "sales"}});
   EXPECT_NE(page.find("\r\n</TR>"), 0U);
   EXPECT_EQ(
-      Cut(page, "<INPUT TYPE=hidden", "<TABLE"),
+      Cut(page, "CLASS=\"background\">", "<TABLE"),
+      "CLASS=\"background\">\r\n<FORM METHOD=post ACTION=\"/cal.asp?p=e&act=results\" NAME=\"acForm\">"
       "<INPUT TYPE=hidden NAME=\"search\" VALUE=\"&quot;%\"><INPUT TYPE=hidden NAME=\"cal\" VALUE=\"sales\">"
       "<INPUT TYPE=hidden NAME=\"type\" VALUE=\"\"><INPUT TYPE=hidden NAME=\"date1\" "
       "VALUE=\"3/1/2004\"><TABLE");

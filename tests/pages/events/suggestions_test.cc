@@ -82,7 +82,8 @@ TEST_F(Suggestions, KeepEachRecipientsLatestAnswer) {
   Post("p=e&act=send", Form("ben, admin"));
   LogIn("ben", "");
   const std::string page = Get("p=e&act=accepted&id=1").Body;
-  EXPECT_NE(page.find("<FORM METHOD=post ACTION=\"/cal.asp?p=e&act=notify&id=1\" NAME=\"acForm\">"),
+  EXPECT_NE(page.find("CLASS=\"background\">\r\n<FORM METHOD=post ACTION=\"/cal.asp?p=e&act=notify&id=1\" "
+                      "NAME=\"acForm\">"),
             std::string::npos);
   EXPECT_NE(
       page.find(

@@ -5,6 +5,15 @@
 namespace orlune::testing {
 namespace {
 
+const std::string kMessageButtons =
+    Button("p=c", "View Calendar", "cal.gif") + Button("p=m", "Message List", "msg_list.gif");
+
+/// The frame of a page whose buttons stand above it.
+std::string BoxOpen(const std::string& width, const std::string& caption) {
+  return "<TABLE ALIGN=CENTER" + width + ">\r\n<TR CLASS=\"plain\"><TD><FONT CLASS=\"caltitle\">" + caption +
+         "</FONT></TD><TD ALIGN=RIGHT>&nbsp;</TD></TR>\r\n<TR><TD COLSPAN=2 CLASS=\"background\">\r\n";
+}
+
 class Messages : public CalendarFixture {
  protected:
   Messages() { LogIn("anna", "secret"); }
@@ -24,20 +33,21 @@ class Messages : public CalendarFixture {
 };
 
 TEST_F(Messages, AreListedTheOldestFirst) {
-  EXPECT_EQ(Cut(Get("p=m").Body, "<FORM", "<TABLE ALIGN"),
-            "<FORM METHOD=post ACTION=\"/cal.asp?p=m\" NAME=\"acForm\"><TABLE ALIGN");
   EXPECT_EQ(
-      Cut(Get("p=m").Body, "<TABLE CELLSPACING", "</TABLE></TD></TR>\r\n<TR CLASS=\"plain\">"),
-      "<TABLE CELLSPACING=0.5 ALIGN=CENTER WIDTH=100%>"
-      "<TR><TD WIDTH=95% CLASS=\"captions\"><TABLE WIDTH=100%><TR>"
-      "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD>"
-      "<TD WIDTH=25% CLASS=\"captions\">Sender<TD WIDTH=45% CLASS=\"captions\">Subject"
-      "<TD WIDTH=25% CLASS=\"captions\">Date</TD></TR></TABLE></TD>"
-      "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD></TR>"
-      "<TR><TD ALIGN=CENTER COLSPAN=2>(No messages)</TD></TR>"
-      "<TR><TD COLSPAN=5 ALIGN=CENTER CLASS=\"captions\">"
-      "<INPUT TYPE=button VALUE=\"Delete Selected Messages\" onClick=\"javascript:document.acForm.action="
-      "'/cal.asp?p=m&act=del';document.acForm.submit();\"></TABLE></TD></TR>\r\n<TR CLASS=\"plain\">");
+      Cut(Get("p=m").Body, "<BODY>", "</TABLE></TD></TR>\r\n<TR CLASS=\"plain\">"),
+      "<BODY>\r\n\r\n" + Button("p=c", "View Calendar", "cal.gif") +
+          Button("p=m&act=new", "New Message", "msg_new.gif") + BoxOpen(" WIDTH=90%", "MESSAGES") +
+          "<FORM METHOD=post ACTION=\"/cal.asp?p=m\" NAME=\"acForm\">"
+          "<TABLE CELLSPACING=0.5 ALIGN=CENTER WIDTH=100%>"
+          "<TR><TD WIDTH=95% CLASS=\"captions\"><TABLE WIDTH=100%><TR>"
+          "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD>"
+          "<TD WIDTH=25% CLASS=\"captions\">Sender<TD WIDTH=45% CLASS=\"captions\">Subject"
+          "<TD WIDTH=25% CLASS=\"captions\">Date</TD></TR></TABLE></TD>"
+          "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD></TR>"
+          "<TR><TD ALIGN=CENTER COLSPAN=2>(No messages)</TD></TR>"
+          "<TR><TD COLSPAN=5 ALIGN=CENTER CLASS=\"captions\">"
+          "<INPUT TYPE=button VALUE=\"Delete Selected Messages\" onClick=\"javascript:document.acForm.action="
+          "'/cal.asp?p=m&act=del';document.acForm.submit();\"></TABLE></TD></TR>\r\n<TR CLASS=\"plain\">");
 
   AddMessage("anna", "later");
   AddMessage("anna", "earlier");
@@ -70,15 +80,16 @@ TEST_F(Messages, CountAsReadOnceTheyWereOpened) {
     return std::string("<INPUT TYPE=button VALUE=\"") + text +
            "\" onClick=\"javascript:window.location='/cal.asp?" + query + "'\">";
   };
-  EXPECT_EQ(
-      Cut(page, "<TABLE CELLSPACING", "</TD></TR></TABLE>\r\n"),
-      "<TABLE CELLSPACING=0.5 ALIGN=CENTER WIDTH=100%>"
-      "<TR><TD WIDTH=15% CLASS=\"captions\">Sender: </TD><TD WIDTH=65%>Ben B</TD></TR>"
-      "<TR><TD CLASS=\"captions\">Date: </TD><TD>3/12/2004 14:05</TD></TR>"
-      "<TR><TD CLASS=\"captions\">Subject: </TD><TD><I>a</I> &lt;SCRIPT></TD></TR>"
-      "<TR><TD COLSPAN=2><BR>one<BR>two<BR><BR></TD></TR><TR><TD COLSPAN=2 ALIGN=CENTER CLASS=\"captions\">" +
-          button("Reply", "p=m&act=reply&msg=1") + "&nbsp;" + button("Delete", "p=m&act=del&msg=1") +
-          "</TD></TR></TABLE>\r\n");
+  EXPECT_EQ(Cut(page, "<BODY>", "</TD></TR></TABLE>\r\n"),
+            "<BODY>\r\n\r\n" + kMessageButtons + BoxOpen(" WIDTH=70%", "RECEIVED MESSAGE") +
+                "<TABLE CELLSPACING=0.5 ALIGN=CENTER WIDTH=100%>"
+                "<TR><TD WIDTH=15% CLASS=\"captions\">Sender: </TD><TD WIDTH=65%>Ben B</TD></TR>"
+                "<TR><TD CLASS=\"captions\">Date: </TD><TD>3/12/2004 14:05</TD></TR>"
+                "<TR><TD CLASS=\"captions\">Subject: </TD><TD><I>a</I> &lt;SCRIPT></TD></TR>"
+                "<TR><TD COLSPAN=2><BR>one<BR>two<BR><BR></TD></TR><TR><TD COLSPAN=2 ALIGN=CENTER "
+                "CLASS=\"captions\">" +
+                button("Reply", "p=m&act=reply&msg=1") + "&nbsp;" + button("Delete", "p=m&act=del&msg=1") +
+                "</TD></TR></TABLE>\r\n");
   EXPECT_NE(
       Get("p=m&act=view&msg=2")
           .Body.find(button("Accept", "p=e&act=accepted&id=17") + "&nbsp;" +
@@ -139,8 +150,10 @@ TEST_F(Messages, ComeBackWithWhatIsMissing) {
   const std::string page =
       Post("p=m&act=send", {{"Vastaanottaja", "ben, staff"}, {"Otsikko", "\"a\""}, {"Sisalto", ""}}).Body;
   EXPECT_EQ(AlertOf(page), "No message.\\n");
-  EXPECT_EQ(Cut(page, "<FORM method", "</TEXTAREA>").substr(0, 70),
-            "<FORM method=POST action=\"/cal.asp?p=m&act=send\" NAME=\"acForm\"><TABLE ");
+  EXPECT_EQ(Cut(page, "<BODY>", "<TABLE WIDTH=100% CELLPADDING"),
+            "<BODY>\r\n\r\n" + kMessageButtons + BoxOpen("", "NEW MESSAGE") +
+                "<FORM method=POST action=\"/cal.asp?p=m&act=send\" NAME=\"acForm\">"
+                "<TABLE CELLSPACING=0.5 ALIGN=CENTER WIDTH=100%><TR><TD><TABLE WIDTH=100% CELLPADDING");
   EXPECT_EQ(
       Cut(page, "<TABLE WIDTH=100% CELLPADDING", "</TEXTAREA>"),
       "<TABLE WIDTH=100% CELLPADDING=5><TR><TD>Recipient(s)</TD><TD ALIGN=RIGHT>Subject: "

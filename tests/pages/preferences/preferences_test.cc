@@ -10,12 +10,14 @@ std::string HourList(const std::string& name, int selected) {
     list += std::string("<OPTION") + (hour == selected ? " SELECTED" : "") + ">" + (hour < 10 ? "0" : "") +
             std::to_string(hour) + ":00\r\n";
   }
-  return list + "</SELECT>";
+  return list + "</SELECT>\r\n";
 }
 
-/// One of the two pages: its form posts to the action `action`.
+const std::string kTableEnd = "</TD></TR></TABLE>\r\n";
+
+/// One of the two pages: its form posts to the action `action`; `end` closes its tables.
 std::string FormPage(const std::string& action, const std::string& caption, const std::string& buttons,
-                     const std::string& rows, const std::string& submit) {
+                     const std::string& rows, const std::string& submit, const std::string& end) {
   return "<HTML><HEAD>\r\n<TITLE>Orlune v1.0.0</TITLE>\r\n"
          "<LINK REL=stylesheet HREF=\"css/dark.css\" TYPE=text/css>\r\n</HEAD><BODY>\r\n\r\n"
          "<FORM METHOD=post ACTION=\"/cal.asp?p=p&act=" +
@@ -26,8 +28,8 @@ std::string FormPage(const std::string& action, const std::string& caption, cons
          buttons + Button("p=p&act=groups", "Edit Group Views", "pref_groups.gif") +
          "</TD></TR>\r\n<TR><TD COLSPAN=2 CLASS=\"background\">\r\n<TABLE CELLSPACING=0.5 ALIGN=CENTER "
          "WIDTH=100%><TR><TD><TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>" +
-         rows + "<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"" + submit +
-         "\"></TD></TR></TABLE>\r\n</TD></TR></TABLE>\r\n" + FooterOfAnna() + "</FORM>\r\n\r\n</BODY></HTML>";
+         rows + "<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"" + submit + "\">" + end +
+         FooterOfAnna() + "</FORM>\r\n\r\n</BODY></HTML>";
 }
 
 class Preferences : public CalendarFixture {
@@ -76,15 +78,15 @@ TEST_F(Preferences, AreShownAsTheyAreStored) {
       "<OPTION VALUE=\"2\">Gone</SELECT></TD></TR>";
   EXPECT_EQ(Get("p=p").Body,
             FormPage("save", "PREFERENCES", Button("p=p&act=login", "Change Password", "pref_passwd.gif"),
-                     rows, "Save Changes"));
+                     rows, "Save Changes", kTableEnd));
   configure_ = [](Orlune& page) { page.NoLoginChange(true); };
-  EXPECT_EQ(Get("p=p").Body, FormPage("save", "PREFERENCES", "", rows, "Save Changes"));
+  EXPECT_EQ(Get("p=p").Body, FormPage("save", "PREFERENCES", "", rows, "Save Changes", kTableEnd));
   EXPECT_EQ(Get("p=p&act=login").Body,
             FormPage("lsave", "CHANGE PASSWORD", Button("p=p", "Edit Preferences", "prefs.gif"),
                      "<TR><TD>Old Password:</TD><TD><INPUT TYPE=password NAME=\"oldpw\"></TD></TR>"
                      "<TR><TD>New Password:</TD><TD><INPUT TYPE=password NAME=\"newpw1\"></TD></TR>"
                      "<TR><TD>New Password (again):</TD><TD><INPUT TYPE=password NAME=\"newpw2\"></TD></TR>",
-                     "Change Password"));
+                     "Change Password", kTableEnd + kTableEnd));
 }
 
 TEST_F(Preferences, CountFromTheNextPageOn) {
