@@ -1,5 +1,7 @@
 #include "pages/messages/message_sending.h"
 
+#include <vector>
+
 #include "base/dates.h"
 #include "base/lists.h"
 #include "base/text.h"
@@ -8,7 +10,6 @@
 #include "request/component_state.h"
 #include "request/texts.h"
 #include "store/database_access.h"
-#include "store/transaction.h"
 
 namespace orlune {
 namespace {
@@ -21,17 +22,20 @@ Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
 
-void StoreCopies(const ComponentState& state, const MessageState& message) {
+/// The statements that store a message, one for each recipient.
+std::vector<Statement> CopiesOf(const ComponentState& state, const MessageState& message) {
   const std::string sent = FormatDateTime(state.Surroundings->Regional, state.Surroundings->Clock.Now());
   const std::string subject = WithoutApostrophes(message.Subject);
   const std::string content = WithoutApostrophes(message.Content);
+  std::vector<Statement> copies;
   for (const std::string& recipient : message.Recipients) {
     if (recipient.empty()) continue;
-    state.Database->Execute(
+    copies.push_back(
         Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
                   "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
                   state.LoginName, recipient, sent, subject, content, SuggestionValue(message.Suggestion)));
   }
+  return copies;
 }
 
 /// Whether `message` can be sent; otherwise its form is shown with what is missing.
@@ -58,14 +62,8 @@ std::string ValidateMessage(const ComponentState& state, const MessageState& mes
 bool SendPosted(ComponentState& state, MessageState message) {
   if (!Check(state, message)) return false;
   ExpandGroupRecipients(*state.Database, message.Recipients);
-  Transaction copies(*state.Database);
-  try {
-    StoreCopies(state, message);
-  } catch (const DatabaseError&) {
-    copies.Commit();
-    throw;
-  }
-  copies.Commit();
+  const std::vector<Statement> copies = CopiesOf(state, message);
+  state.Database->ExecuteInOrder(std::vector<StatementText>(copies.begin(), copies.end()));
   return true;
 }
 
@@ -80,7 +78,7 @@ bool SendMessage(ComponentState& state, std::string_view sender, std::string_vie
       .Suggestion = std::string(suggestion)};
   if (!Check(state, message)) return false;
   ExpandGroupRecipients(*state.Database, message.Recipients);
-  StoreCopies(state, message);
+  for (const Statement& copy : CopiesOf(state, message)) state.Database->Execute(copy);
   return true;
 }
 
