@@ -7,7 +7,6 @@
 #include "commands/findings.h"
 #include "commands/row_checks.h"
 #include "commands/schema_check.h"
-#include "drivers/postgresql/address.h"
 #include "platform/database.h"
 
 namespace orlune {
@@ -61,7 +60,7 @@ bool CheckDatabase(const NamedDatabase& named, std::ostream& output) {
     for (const std::string& damage : database->Damages()) findings.Add(kDamage, damage);
   });
   findings.Print(output);
-  output << WithoutPassword(named.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
+  output << named.Address.Displayed() << (findings.IsSound() ? " is sound\n" : " needs attention\n");
   return findings.IsSound();
 }
 

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "drivers/schema/database_engine.h"
+#include "drivers/engines/database_engine.h"
 
 namespace orlune {
 

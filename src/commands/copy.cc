@@ -12,22 +12,22 @@
 
 #include "commands/current_tables.h"
 #include "commands/table_copy.h"
-#include "drivers/postgresql/address.h"
 #include "store/schema_upgrade.h"
 
 namespace orlune {
 namespace {
 
 /// A copy's source as the target remembers it.
-std::string LastingName(const std::string& address) {
-  if (IsPostgresqlAddress(address)) return WithoutPassword(address);
-  return std::filesystem::weakly_canonical(address).string();
+std::string LastingName(const DatabaseAddress& address) {
+  return address.IsFile() ? std::filesystem::weakly_canonical(address.Target()).string()
+                          : address.Displayed();
 }
 
 /// Another spelling of the same host is not recognised, but then the target is not empty.
-bool IsSameDatabase(const std::string& one, const std::string& other) {
+bool IsSameDatabase(const DatabaseAddress& one, const DatabaseAddress& other) {
   std::error_code missing;
-  return LastingName(one) == LastingName(other) || std::filesystem::equivalent(one, other, missing);
+  return LastingName(one) == LastingName(other) ||
+         std::filesystem::equivalent(one.Target(), other.Target(), missing);
 }
 
 bool HasColumn(const dialect::Catalogue& catalogue, std::string_view table, std::string_view column) {
@@ -93,17 +93,17 @@ void Copy::Run() {
     Refuse(
         "The copy differs from its source, which was perhaps written to meanwhile. Stop the servers that use "
         "it, remove " +
-        WithoutPassword(to_.Address) + ", and copy again; until then the copy stays marked as unfinished.");
+        to_.Address.Displayed() + ", and copy again; until then the copy stays marked as unfinished.");
   }
   target_->MarkCopyComplete();
   if (form_ == SchemaForm::kBase) UpgradeSchema(*to_.Engine.Connect(to_.Address));
-  output_ << "copied " << WithoutPassword(from_.Address) << " to " << WithoutPassword(to_.Address) << "\n";
+  output_ << "copied " << from_.Address.Displayed() << " to " << to_.Address.Displayed() << "\n";
 }
 
 void Copy::OpenSource() {
   source_ = from_.Engine.OpenToRead(from_.Address);
   if (source_->UnfinishedCopySource()) {
-    Refuse("The database " + WithoutPassword(from_.Address) + " is itself an unfinished copy of " +
+    Refuse("The database " + from_.Address.Displayed() + " is itself an unfinished copy of " +
            *source_->UnfinishedCopySource() + "; finish that one first.");
   }
   form_ = FormOf(source_->Tables());
@@ -113,8 +113,8 @@ void Copy::OpenSource() {
 SchemaForm Copy::FormOf(const dialect::Catalogue& catalogue) const {
   if (Covers(catalogue, TablesInForm(SchemaForm::kCurrent))) return SchemaForm::kCurrent;
   if (HasAnyAddition(catalogue) || !Covers(catalogue, TablesInForm(SchemaForm::kBase))) {
-    Refuse("The database " + WithoutPassword(from_.Address) + " lacks tables or columns; \"orlune check " +
-           WithoutPassword(from_.Address) + "\" tells which.");
+    Refuse("The database " + from_.Address.Displayed() + " lacks tables or columns; \"orlune check " +
+           from_.Address.Displayed() + "\" tells which.");
   }
   return SchemaForm::kBase;
 }
@@ -125,13 +125,13 @@ void Copy::OpenTarget() {
   if (!begun) {
     BeginAnew();
   } else if (*begun != LastingName(from_.Address)) {
-    Refuse("The database " + WithoutPassword(to_.Address) + " is an unfinished copy of " + *begun +
+    Refuse("The database " + to_.Address.Displayed() + " is an unfinished copy of " + *begun +
            "; finish that one, or remove it.");
   } else {
     output_ << "going on with the copy that was begun\n";
   }
   if (!Covers(target_->Tables(), tables_)) {
-    Refuse("The database " + WithoutPassword(to_.Address) +
+    Refuse("The database " + to_.Address.Displayed() +
            " has other tables than its source has now; remove it, and copy again.");
   }
 }
@@ -140,7 +140,7 @@ void Copy::BeginAnew() {
   const dialect::Catalogue present = target_->Tables();
   for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
     if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0) {
-      Refuse("The database " + WithoutPassword(to_.Address) + " is not empty: the table " + table.Name +
+      Refuse("The database " + to_.Address.Displayed() + " is not empty: the table " + table.Name +
              " has rows. It was left as it was; name another one.");
     }
   }
@@ -175,7 +175,7 @@ void Copy::TellLosses(const LostFields& lost) {
   for (const auto& [place, count] : lost) {
     output_ << "note: " << count << (count == 1 ? " value" : " values") << " of " << place.first << "."
             << place.second << " cannot be read and " << (count == 1 ? "is" : "are")
-            << " missing or mended in the copy; \"orlune check " << WithoutPassword(from_.Address)
+            << " missing or mended in the copy; \"orlune check " << from_.Address.Displayed()
             << "\" tells which\n";
   }
 }

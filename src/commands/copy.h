@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "commands/copy_progress.h"
-#include "drivers/schema/database_engine.h"
+#include "drivers/engines/database_engine.h"
 
 namespace orlune {
 

@@ -135,7 +135,7 @@ TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
   AddEvents(from_, 1001);
   Interruption never(-1, false);
   InterruptedEngine counted(Named(to_).Engine, never);
-  Copy(Named(from_), {counted, to_.Path()});
+  Copy(Named(from_), {counted, Named(to_).Address});
   const int last = never.Writes() - 1;
   ASSERT_GT(last, 10);
   // After one write is before the next one.
@@ -145,7 +145,7 @@ TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
     DatabasePlace target(GetParam().second);
     Interruption interruption(std::min(at, last), isComplete);
     InterruptedEngine engine(Named(target).Engine, interruption);
-    EXPECT_EQ(Refusal(Named(from_), {engine, target.Path()}), "interrupted");
+    EXPECT_EQ(Refusal(Named(from_), {engine, Named(target).Address}), "interrupted");
     EXPECT_EQ(!Refusal(Named(from_), Named(target)).empty(), isComplete)
         << "only a complete copy has no end to go on to";
     EXPECT_EQ(AllRows(target), AllRows(from_));
@@ -160,7 +160,7 @@ TEST_P(CopyTest, IsNotServedBeforeItIsComplete) {
   const int inTheMiddleOfTheEvents = 7;
   Interruption interruption(inTheMiddleOfTheEvents, false);
   InterruptedEngine engine(Named(to_).Engine, interruption);
-  EXPECT_EQ(Refusal(Named(from_), {engine, to_.Path()}), "interrupted");
+  EXPECT_EQ(Refusal(Named(from_), {engine, Named(to_).Address}), "interrupted");
   EXPECT_THROW(to_.MakeDriver(regional_)->Open(to_.Path()), DatabaseError);
 
   DatabasePlace other(GetParam().first);
@@ -191,7 +191,7 @@ TEST_P(CopyTest, FindsThatItsSourceChangedMeanwhile) {
     const int afterTheEvents = 9;
     Interruption interruption(afterTheEvents, true);
     InterruptedEngine engine(Named(target).Engine, interruption);
-    EXPECT_EQ(Refusal(Named(source), {engine, target.Path()}), "interrupted");
+    EXPECT_EQ(Refusal(Named(source), {engine, Named(target).Address}), "interrupted");
     Run(source, c.Change);
     EXPECT_NE(Refusal(Named(source), Named(target)).find("differs from its source"), std::string::npos);
     EXPECT_NE(output_.str().find("DIFFERENT"), std::string::npos);

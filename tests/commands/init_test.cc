@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "base/lists.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "model/ol_event.h"
 #include "store/event_reader.h"
@@ -27,7 +28,9 @@ class InitDatabaseTest : public ::testing::Test {
   explicit InitDatabaseTest(testing::Engine engine = testing::EngineUnderTest()) : place_(engine) {}
 
   std::string Init(Date today, bool demo, std::optional<std::string> password = {}) {
-    return InitDatabase({Path(), std::move(password), demo, today}, regional_);
+    DatabaseEngines engines(regional_);
+    return InitDatabase(engines.Named(DatabaseAddress::Parse(Path())), {std::move(password), demo, today},
+                        regional_);
   }
   const std::string& Path() const { return place_.Path(); }
 
@@ -142,7 +145,8 @@ TEST_F(InitDatabaseTest, LeavesNothingBehindWhenItFails) {
 
 TEST_F(InitFileTest, NeedsItsFolder) {
   const auto path = Folder() / "missing" / "calendar.db";
-  EXPECT_THROW(InitDatabase({path.string(), {}, false, {}}, regional_), std::runtime_error);
+  DatabaseEngines engines(regional_);
+  EXPECT_THROW(InitDatabase(engines.Named(DatabaseAddress::Parse(path)), {}, regional_), std::runtime_error);
   EXPECT_TRUE(place_.IsEmpty());
 }
 

@@ -126,6 +126,22 @@ TEST_F(Database, KeepsATransactionTogether) {
   EXPECT_EQ(Column(*Open(), Statement("SELECT Weekend FROM Calendars"), "Weekend"), Texts{"1, 7"});
 }
 
+TEST_F(Database, KeepsWhatWasExecutedBeforeAFailingStatement) {
+  const auto connection = Open();
+  const testing::Spliced calendar("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"7", "ann"});
+  const testing::Spliced other("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"8", "bob"});
+  const testing::Spliced late("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"9", "cleo"});
+  const testing::Spliced noNumber("INSERT INTO Calendars (DayBegin) VALUES ('{}')", {"early"});
+  for (const StatementText failing : {StatementText(calendar), StatementText(noNumber)}) {
+    connection->Execute(Statement("DELETE FROM Calendars"));
+    EXPECT_THROW(connection->ExecuteInOrder(std::vector<StatementText>{calendar, other, failing, late}),
+                 DatabaseError);
+    EXPECT_EQ(Names(*Open()), (Texts{"ann", "bob"}));
+  }
+  connection->ExecuteInOrder(std::vector<StatementText>{late});
+  EXPECT_EQ(Names(*Open()), (Texts{"ann", "bob", "cleo"}));
+}
+
 TEST_F(Database, ForgetsWhatAConnectionDidNotCommit) {
   {
     const auto connection = Open();

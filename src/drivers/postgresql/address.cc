@@ -49,7 +49,7 @@ bool HasUnreadableUser(std::string_view address) {
   return address.substr(authority, at - authority).find_first_of("@/?#") != std::string_view::npos;
 }
 
-bool LooksLikeAnAddress(std::string_view path) {
+bool IsMalformedAddress(std::string_view path) {
   if (IsPostgresqlAddress(path)) return false;
   return path.find("://") != std::string_view::npos || path.starts_with("postgresql:") ||
          path.starts_with("postgres:") || path.find("password=") != std::string_view::npos;

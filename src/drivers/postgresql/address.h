@@ -11,11 +11,11 @@ bool IsPostgresqlAddress(std::string_view path);
 
 /// Whether `path` is neither such an address nor likely to be meant as a file's: a misspelt address, which
 /// may hold a password and must not be shown.
-bool LooksLikeAnAddress(std::string_view path);
+bool IsMalformedAddress(std::string_view path);
 /// Whether characters that have to be encoded stand in the name or password of an address's user.
 bool HasUnreadableUser(std::string_view address);
 /// What an operator is told then.
-constexpr std::string_view kHowToWriteAddresses =
+constexpr std::string_view kAddressSyntax =
     "the address of a database begins with postgresql:// or postgres://, and in a password the characters "
     "@ / ? # : are written as %40 %2F %3F %23 %3A";
 

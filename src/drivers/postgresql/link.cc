@@ -33,7 +33,7 @@ using ParsedAddress = std::unique_ptr<PQconninfoOption, FreeOptions>;
 
 /// The message of libpq would show the address with its password.
 ParsedAddress Parse(const std::string& address) {
-  if (HasUnreadableUser(address)) throw DatabaseError(std::string(kHowToWriteAddresses));
+  if (HasUnreadableUser(address)) throw DatabaseError(std::string(kAddressSyntax));
   char* complaint = nullptr;
   ParsedAddress parsed(PQconninfoParse(address.c_str(), &complaint));
   PQfreemem(complaint);

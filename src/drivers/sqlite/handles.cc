@@ -1,9 +1,12 @@
 #include "drivers/sqlite/handles.h"
 
+#include <cerrno>
 #include <string>
 #include <system_error>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include "drivers/schema/database_maintenance.h"
 #include "drivers/sqlite/unicode_text.h"
@@ -103,7 +106,11 @@ DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::mill
 }
 
 DatabaseHandle CreateEmpty(const std::filesystem::path& file) {
-  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE);
+  // The files of its log get the rights of the database.
+  const int created = open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (created < 0) throw DatabaseError(std::generic_category().message(errno));
+  close(created);
+  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE);
   Configure(database.get());
   return database;
 }

@@ -28,7 +28,7 @@ DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::mill
 DatabaseHandle OpenToFill(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
 /// Opens any SQLite file without ever changing it. Throws DatabaseError when it is missing or unreadable.
 DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
-/// Creates `file`, which must not exist, as an empty database. Throws DatabaseError.
+/// Creates an empty database, which only its owner may read. Throws DatabaseError, as when `file` exists.
 DatabaseHandle CreateEmpty(const std::filesystem::path& file);
 
 /// Throws DatabaseError unless SQLite's `result` is success.
