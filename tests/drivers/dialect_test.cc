@@ -137,7 +137,7 @@ std::string Stored(ColumnType type, const Spliced& statement) {
     if (const auto* text = std::get_if<std::string_view>(&stored)) return std::string(*text);
     return "Null";
   } catch (const DatabaseError& error) {
-    const std::string misfit = "the column Searched takes " + std::string(DescribeType(type));
+    const std::string misfit = "column Searched: expected " + std::string(DescribeType(type));
     return error.what() == misfit ? "error" : error.what();
   }
 }
@@ -161,7 +161,7 @@ TEST(Evaluation, TurnsLiteralsIntoTheColumnsType) {
       {ColumnType::kLong, "'{}'", {"12x"}, "error"},
       {ColumnType::kLong, "'{}'", {""}, "error"},
       {ColumnType::kLong, "Null", {}, "Null"},
-      {ColumnType::kLong, "{}", {"9223372036854775808"}, "a whole number is too large"},
+      {ColumnType::kLong, "{}", {"9223372036854775808"}, "whole number out of range"},
       {ColumnType::kCounter, "'{}'", {"1 OR 1=1"}, "error"},
       {ColumnType::kYesNo, "{}", {"Yes"}, "#1"},
       {ColumnType::kYesNo, "'{}'", {"no"}, "#0"},

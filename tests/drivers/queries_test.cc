@@ -156,14 +156,14 @@ TEST_F(Queries, FindNothingThroughAHostileText) {
 
 TEST_F(Queries, TellWhatIsWrongWithoutShowingValues) {
   const std::vector<std::pair<Spliced, const char*>> cases{
-      {{"SELECT Name FROM Diaries", {}}, "there is no table Diaries in: SELECT Name FROM Diaries"},
-      {{"SELECT Nam FROM Calendars", {}}, "there is no column Nam in: SELECT Nam FROM Calendars"},
-      {{"SELECT Events.Name FROM Events INNER JOIN Calendars ON Owner = Name", {}}, "there is no column Name in: "},
+      {{"SELECT Name FROM Diaries", {}}, "no table Diaries in: SELECT Name FROM Diaries"},
+      {{"SELECT Nam FROM Calendars", {}}, "no column Nam in: SELECT Nam FROM Calendars"},
+      {{"SELECT Events.Name FROM Events INNER JOIN Calendars ON Owner = Name", {}}, "no column Name in: "},
       {{"SELECT Name FROM Calendars WHERE DayBegin = '{}'", {"secret"}},
-       "the column DayBegin takes a whole number in: SELECT Name FROM Calendars WHERE DayBegin = '{}'"},
-      {{"SELECT Name FROM Calendars WHERE IsGroup LIKE 'a'", {}}, "LIKE needs a text"},
+       "column DayBegin: expected a whole number in: SELECT Name FROM Calendars WHERE DayBegin = '{}'"},
+      {{"SELECT Name FROM Calendars WHERE IsGroup LIKE 'a'", {}}, "LIKE: expected a text"},
       {{"DELETE FROM Calendars", {}}, "not a query"},
-      {{"SELECT DISTINCT * FROM Calendars", {}}, "DISTINCT needs columns"},
+      {{"SELECT DISTINCT * FROM Calendars", {}}, "DISTINCT: expected columns"},
   };
   for (const auto& [query, expected] : cases) {
     try {
