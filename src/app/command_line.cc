@@ -103,7 +103,7 @@ void Copy(const CopyOptions& options) {
 void AddCopy(CLI::App& program, CopyOptions& options) {
   CLI::App* copy = program.add_subcommand("copy", "Copy a database into a new one, and compare the two");
   copy->footer(
-      "Stop the servers of both first. A copy that was interrupted goes on when the same command is given "
+      "Stop the servers of both first. An interrupted copy is resumed when the same command is given "
       "again.\nA database is a file, or a URL such as postgresql://user@host/name.");
   copy->add_option("from", options.From, "The database to copy; it is only read")->required();
   copy->add_option("to", options.To, "The new database; made when it is missing, else it must be empty")

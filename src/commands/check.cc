@@ -12,14 +12,13 @@
 namespace orlune {
 namespace {
 
-constexpr FindingKind kDamage{"The database is damaged",
+constexpr FindingKind kDamage{"Damaged database",
                               "stop the server, keep a copy of the damaged database, and restore a backup"};
 
-constexpr FindingKind kUnread{
-    "Not everything could be read",
-    "the cause tells why, such as a right or time that was missing; then check again"};
+constexpr FindingKind kUnread{"Incomplete check",
+                              "mend the cause, such as a missing permission or a timeout, and check again"};
 
-/// Runs one check; what the engine cannot read is a finding too.
+/// What the engine cannot read is a finding too.
 template <class Check>
 void Guarded(Findings& findings, Check check) {
   try {

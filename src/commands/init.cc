@@ -44,7 +44,7 @@ std::string MakePassword() {
   // Without letters and digits that look alike.
   constexpr std::string_view kLetters = "abcdefghjkmnpqrstuvwxyzABCDEFGHJKLMNPQRSTUVWXYZ23456789";
   constexpr int kLength = 14;
-  if (sodium_init() < 0) throw std::runtime_error("There is no source of randomness for a password.");
+  if (sodium_init() < 0) throw std::runtime_error("cannot generate a password: no source of randomness");
   std::string password;
   for (int i = 0; i < kLength; ++i) {
     password += kLetters[randombytes_uniform(static_cast<std::uint32_t>(kLetters.size()))];
@@ -55,7 +55,7 @@ std::string MakePassword() {
 std::string PasswordOf(const InitOptions& options) {
   if (!options.AdminPassword) return options.Demo ? std::string(kDemoPassword) : MakePassword();
   if (options.AdminPassword->empty() || options.AdminPassword->find(' ') != std::string::npos) {
-    throw std::runtime_error("The administrator's password must not be empty or hold blanks.");
+    throw std::runtime_error("--admin-password: expected a text without blanks that is not empty");
   }
   return *options.AdminPassword;
 }

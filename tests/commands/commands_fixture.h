@@ -31,7 +31,7 @@ class CommandsFixture : public ::testing::Test {
   }
 
   /// Runs a statement of the dialect.
-  void Run(const DatabasePlace& place, const Statement& statement) {
+  void Run(const DatabasePlace& place, const StatementText& statement) {
     place.MakeDriver(regional_)->Open(place.Path())->Execute(statement);
   }
 

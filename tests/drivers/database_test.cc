@@ -8,20 +8,13 @@
 namespace orlune {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 template <class Action>
 void InFourThreads(Action action) {
   std::array<std::jthread, 4> threads;
   for (std::jthread& thread : threads) thread = std::jthread(action);
 }
 
-class Database : public testing::DatabaseFixture {
- protected:
-  Texts Names(Connection& connection) {
-    return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
-  }
-};
+using Database = testing::DatabaseFixture;
 
 TEST_F(Database, NeverReusesACounter) {
   const auto connection = Open();
@@ -118,6 +111,7 @@ TEST_F(Database, KeepsATransactionTogether) {
   EXPECT_EQ(Names(*connection), Texts{"a"});
 
   connection->Begin();
+  EXPECT_FALSE(connection->TryExecute(Statement("INSERT INTO Calendars (CalendarID) VALUES (1)")));
   EXPECT_TRUE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
   EXPECT_FALSE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
   connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));

@@ -108,7 +108,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
   } catch (const DatabaseError&) {
     announced_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
-    if (wasLostBefore) lease_.Exchange();
+    if (wasLostBefore) lease_.Reconnect();
     // Otherwise it may have failed with another one of its batch.
     if (!wasLostBefore && !wasAnnounced) throw;
     sent = Send(query);
