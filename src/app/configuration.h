@@ -32,25 +32,19 @@ struct Configuration {
   long long SessionMinutes = 60;
   bool StoresSessions = false;        ///< in the databases of their pages, not in memory
   long long Threads = 0;              ///< 0: chosen from the processors
-  long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
+  long long DatabaseConnections = 0;  ///< maximum to a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
-  std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
-  long long DrainSeconds = 0;             ///< between the signal to stop and the stop
+  std::vector<IpNetwork> TrustedProxies;  ///< whose forwarding headers are believed
+  long long DrainSeconds = 0;             ///< between the stop signal and the stop
   std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 
-/// Reads a TOML file. Throws ConfigurationError that names file, line, key and what was expected.
-Configuration LoadConfiguration(const std::filesystem::path& file);
-
-/// Throws ConfigurationError when the server cannot be run so: an unusable address, a site folder that is
-/// missing, a page without a database, or a file that the site folder would give to everybody.
+/// Throws ConfigurationError when the server cannot run with it: for an unusable address, a missing site
+/// folder, a page without a database, or a secret or database file inside the site folder.
 void CheckConfiguration(const Configuration& configuration);
 
 /// The database file of a page, absolute.
 std::filesystem::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page);
-
-/// All settings with their types, defaults and meanings, for people.
-std::string DescribeSettings();
 
 }  // namespace orlune

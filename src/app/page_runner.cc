@@ -17,7 +17,8 @@ void Apply(const PropertyValue& setting, Orlune& page) {
 
 }  // namespace
 
-HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings) {
+HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings,
+                    SessionStore& sessions) {
   std::string path = configuration.Path;
   return {std::move(path),
           [configuration = std::move(configuration), surroundings](const ScriptingContext& context) {
@@ -26,7 +27,8 @@ HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroun
             for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();
-          }};
+          },
+          sessions};
 }
 
 }  // namespace orlune

@@ -6,8 +6,9 @@
 
 namespace orlune {
 
-/// The page that `configuration` describes: every request gets its own component, configured and run. The
-/// surroundings outlive the page.
-HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings);
+/// The page that `configuration` describes, which runs a component of its own for every request. The
+/// surroundings and the sessions outlive the page.
+HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings,
+                    SessionStore& sessions);
 
 }  // namespace orlune

@@ -10,7 +10,7 @@
 
 namespace orlune {
 
-/// The database of one hosting page, and who opens it.
+/// The database of one hosting page, and the driver that opens it.
 struct SessionDatabase {
   DatabaseDriver* Driver;
   std::string Path;
@@ -24,8 +24,8 @@ struct SessionRow {
   std::int64_t ExpiresAt = 0;  ///< in seconds since 1970, UTC
 };
 
-/// The table `Sessions` of a database, which is created when it is missing, over a connection of its own.
-/// Used by one thread, and shortly. Everything throws DatabaseError.
+/// The table `Sessions` of a database, over a connection of its own. Creates the table when it is missing.
+/// Used by one thread. Everything throws DatabaseError.
 class SessionTable {
  public:
   explicit SessionTable(const SessionDatabase& database);
@@ -37,11 +37,11 @@ class SessionTable {
   std::optional<SessionRow> Find(const std::string& key);
 
   void Insert(const SessionRow& row);
-  /// Removes the row of `endedKey` and inserts another one, wholly or not at all.
+  /// Removes the row of `endedKey` and inserts another one, in one transaction.
   void Replace(const std::string& endedKey, const SessionRow& row);
   /// Gives the row new values and their version, if it still has the version `replaced`.
   void UpdateValues(const SessionRow& row, std::int64_t replaced);
-  /// Moves the moment of expiry as far as possible: a failure leaves it and is no error.
+  /// Sets the moment of expiry. A failure is no error: the session only expires earlier.
   void TryProlong(const SessionRow& row);
   void Remove(const std::string& key);
 

@@ -1,7 +1,6 @@
-#include "app/configuration.h"
-
 #include <gtest/gtest.h>
 
+#include "app/configuration_reader.h"
 #include "support/temporary_folder.h"
 #include "support/write_file.h"
 
