@@ -20,11 +20,11 @@ bool IsBelow(const fs::path& file, const fs::path& folder) {
 void CheckConfiguration(const Configuration& configuration) {
   CheckListenAddress(configuration.Listen);
   if (!fs::is_directory(configuration.Site))
-    throw ConfigurationError("site folder " + configuration.Site.string() + " is missing");
+    throw ConfigurationError(fmt::format("site folder {} is missing", configuration.Site.string()));
   const auto refuseBelowSite = [&configuration](const fs::path& file) {
     if (IsBelow(file, configuration.Site))
-      throw ConfigurationError(file.string() +
-                               " would be served to everybody: move it out of the site folder");
+      throw ConfigurationError(
+          fmt::format("{} would be served to everybody: move it out of the site folder", file.string()));
   };
   refuseBelowSite(configuration.SecretFile);
   for (const PageConfiguration& page : configuration.Pages) {

@@ -11,7 +11,7 @@
 
 namespace orlune {
 
-/// A property that a hosting page sets, and its value: a text or a switch, as the property wants it.
+/// A property that a hosting page sets, with a value of the property's type.
 struct PropertyValue {
   const PageProperty* Property;
   std::variant<std::string, bool> Value;
@@ -24,7 +24,7 @@ struct PageConfiguration {
   std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
 };
 
-/// What the configuration file says; the paths of the server are absolute.
+/// The settings of the server; its paths are absolute once read.
 struct Configuration {
   std::string Listen = "127.0.0.1:8080";
   std::filesystem::path Site = "site";

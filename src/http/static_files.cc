@@ -74,7 +74,7 @@ bool IsUnchanged(const RequestMessage& request, std::string_view tag, std::strin
   return request.Headers.Find("If-Modified-Since") == modifiedAt;
 }
 
-// Follows the "." and ".." of an absolute path as a browser does.
+// Resolves "." and ".." of an absolute path as a browser does.
 std::string ResolveDots(std::string_view path) {
   std::vector<std::string_view> kept;
   for (const std::string_view name : SplitPath(path)) {

@@ -20,7 +20,7 @@
 
 namespace orlune {
 
-/// Answers one request of a hosting page. Called by several threads at once.
+/// Answers a request of a hosting page. Called by several threads at once.
 using Page = std::function<void(const ScriptingContext&)>;
 
 /// A page at its address.
@@ -30,9 +30,8 @@ struct HostedPage {
   SessionStore& Sessions;  ///< of this page alone; outlives the website
 };
 
-/// What a website consists of.
 struct WebsiteParts {
-  std::vector<HostedPage> Pages;  ///< at least one; "/" leads to the first
+  std::vector<HostedPage> Pages;  ///< at least one; "/" redirects to the first
   StaticFiles Files;              ///< served at every other address
   CookieSealer Sealer;
   TrustedProxies Proxies;

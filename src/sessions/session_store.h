@@ -17,7 +17,7 @@ struct KeptSession {
   std::int64_t Version = 0;  ///< the store's own, to detect that the values have changed since
 };
 
-/// Makes `changes` in `values`: an empty text removes the value of its name.
+/// Applies `changes` to `values`; an empty text removes the value of its name.
 void ApplyChanges(const NamedTexts& changes, NamedTexts& values);
 
 /// The sessions of one hosting page. One that is not asked for during its lifetime expires. May be used by

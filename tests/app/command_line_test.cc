@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "drivers/engines/database_engines.h"
-#include "drivers/regional.h"
 #include "support/http_client.h"
 #include "support/program.h"
 #include "support/temporary_folder.h"
@@ -171,49 +169,6 @@ TEST_F(CommandLine, AnswersOthersWhileItDrains) {
   EXPECT_EQ(Fetch(address, "GET /a.asp").Status, 200);
   server.Signal(SIGTERM);
   EXPECT_EQ(server.ExitCode(), 0);
-}
-
-std::int64_t EventsIn(const std::string& database) {
-  const RegionalSettings regional = AmericanSettings();
-  DatabaseEngines engines(regional);
-  return engines.Named(database).Engine.OpenToRead(database)->RowCount("Events");
-}
-
-void AddEvents(const std::string& database, std::int64_t first, std::int64_t count) {
-  const RegionalSettings regional = AmericanSettings();
-  DatabaseEngines engines(regional);
-  std::vector<StoredRow> rows;
-  for (std::int64_t i = first; i < first + count; ++i) rows.push_back({i, "event " + std::to_string(i)});
-  engines.Named(database).Engine.OpenToFill(database)->Insert(
-      {"Events", {{"EventID", dialect::ColumnType::kCounter}, {"EventName", dialect::ColumnType::kText}}},
-      rows);
-}
-
-TEST_F(CommandLine, GoesOnWithACopyThatWasKilled) {
-  constexpr std::int64_t kEvents = 60'000;
-  const std::string from = (folder_.Path() / "from.db").string();
-  const std::string to = (folder_.Path() / "to.db").string();
-  EXPECT_EQ(Program({"init", from}).ExitCode(), 0);
-  AddEvents(from, 1, kEvents);
-  std::int64_t copied = 0;
-  {
-    const Program copy({"copy", from, to});
-    while (!fs::exists(to)) std::this_thread::yield();
-    while (copied == 0) copied = EventsIn(to);
-    copy.Signal(SIGKILL);
-  }
-  copied = EventsIn(to);
-  ASSERT_GT(copied, 0);
-  ASSERT_LT(copied, kEvents);
-  Program unfinished({"check", to});
-  EXPECT_NE(unfinished.ReadAll().find("is a copy that is not complete"), std::string::npos);
-  EXPECT_EQ(unfinished.ExitCode(), 1);
-
-  Program again({"copy", from, to});
-  const std::string output = again.ReadAll();
-  EXPECT_EQ(again.ExitCode(), 0) << output;
-  EXPECT_NE(output.find("going on with the copy"), std::string::npos) << output;
-  EXPECT_EQ(EventsIn(to), kEvents);
 }
 
 }  // namespace
