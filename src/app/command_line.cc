@@ -1,22 +1,19 @@
 #include "app/command_line.h"
 
-#include <chrono>
-#include <ctime>
 #include <exception>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
 #include "app/clocks.h"
-#include "app/configuration.h"
+#include "app/configuration_reader.h"
 #include "app/serve.h"
+#include "app/settings.h"
 #include "base/version.h"
 #include "commands/check.h"
 #include "commands/copy.h"
@@ -29,19 +26,6 @@ namespace {
 
 constexpr int kFailure = 1;
 constexpr int kUsageError = 2;
-
-// "2004-03-15T10:30:00", nothing for anything else.
-std::optional<DateTime> ParseMoment(const std::string& text) {
-  std::tm parts{};
-  std::istringstream stream(text);
-  stream >> std::get_time(&parts, "%Y-%m-%dT%H:%M:%S");
-  const std::chrono::year_month_day day{std::chrono::year(parts.tm_year + 1900),
-                                        std::chrono::month(static_cast<unsigned>(parts.tm_mon + 1)),
-                                        std::chrono::day(static_cast<unsigned>(parts.tm_mday))};
-  if (stream.fail() || text.size() != 19 || !day.ok() || parts.tm_sec > 59) return std::nullopt;
-  return DateTime{day, std::chrono::hours(parts.tm_hour) + std::chrono::minutes(parts.tm_min) +
-                           std::chrono::seconds(parts.tm_sec)};
-}
 
 void AddServe(CLI::App& program, ServeOptions& options) {
   CLI::App* serve = program.add_subcommand("serve", "Serve the hosting pages of a configuration file");

@@ -15,16 +15,19 @@ void Apply(const PropertyValue& setting, Orlune& page) {
 
 }  // namespace
 
-HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings) {
+HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings,
+                    SessionStore& sessions) {
   std::string path = configuration.Path;
-  return {std::move(path), [configuration = std::move(configuration), database = std::move(database),
-                            surroundings](const ScriptingContext& context) {
+  return {std::move(path),
+          [configuration = std::move(configuration), database = std::move(database),
+           surroundings](const ScriptingContext& context) {
             Orlune page(surroundings);
             page.DBPath(database);
             for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();
-          }};
+          },
+          sessions};
 }
 
 }  // namespace orlune

@@ -8,8 +8,9 @@
 
 namespace orlune {
 
-/// The page that `configuration` describes: every request gets its own component, configured and run.
-/// `database` is the address to be displayed. The surroundings outlive the page.
-HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings);
+/// The page that `configuration` describes, which runs a component of its own for every request. `database`
+/// is the address to be displayed. The surroundings and the sessions outlive the page.
+HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings,
+                    SessionStore& sessions);
 
 }  // namespace orlune
