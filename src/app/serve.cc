@@ -91,8 +91,8 @@ void Serve(const ServeOptions& options) {
 
   if (!health.IsHealthy())
     log->warn(
-        "a database cannot be opened; serving without it and retrying with each request "
-        "(\"orlune init\" makes a new database)");
+        "a database does not respond; serving without it and retrying with each request "
+        "(\"orlune init\" creates a missing one)");
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + configuration.Pages.front().Path;
   {
