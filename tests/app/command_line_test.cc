@@ -302,7 +302,7 @@ TEST_F(CommandLine, GoesOnWithACopyThatWasKilled) {
   Program again({"copy", from, to});
   const std::string output = again.ReadAll();
   EXPECT_EQ(again.ExitCode(), 0) << output;
-  EXPECT_NE(output.find("going on with the copy"), std::string::npos) << output;
+  EXPECT_NE(output.find("resuming the copy"), std::string::npos) << output;
   EXPECT_EQ(EventsIn(to), kEvents);
 }
 
