@@ -162,10 +162,12 @@ bool Responds(PageDatabase& page, spdlog::logger& log) {
 }
 
 bool AllDatabasesRespond(std::size_t pages, const Regions& regions, spdlog::logger& log) {
-  std::set<PageDatabase*> databases;
-  for (std::size_t i = 0; i < pages; ++i) databases.insert(&regions.OfPage(i).Database);
-  return std::all_of(databases.begin(), databases.end(),
-                     [&log](PageDatabase* database) { return Responds(*database, log); });
+  std::set<PageDatabase*> asked;
+  for (std::size_t i = 0; i < pages; ++i) {
+    PageDatabase& database = regions.OfPage(i).Database;
+    if (asked.insert(&database).second && !Responds(database, log)) return false;
+  }
+  return true;
 }
 
 // Every connection may have a file open besides its socket.
