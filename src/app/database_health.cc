@@ -1,6 +1,5 @@
 #include "app/database_health.h"
 
-#include <algorithm>
 #include <exception>
 #include <memory>
 #include <set>
@@ -29,10 +28,12 @@ bool Responds(PageDatabase& page, spdlog::logger& log) {
 }  // namespace
 
 bool AllDatabasesRespond(const Configuration& configuration, const Regions& regions, spdlog::logger& log) {
-  std::set<PageDatabase*> databases;
-  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) databases.insert(&regions.OfPage(i).Database);
-  return std::all_of(databases.begin(), databases.end(),
-                     [&log](PageDatabase* database) { return Responds(*database, log); });
+  std::set<PageDatabase*> asked;
+  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
+    PageDatabase& database = regions.OfPage(i).Database;
+    if (asked.insert(&database).second && !Responds(database, log)) return false;
+  }
+  return true;
 }
 
 }  // namespace orlune
