@@ -8,8 +8,8 @@
 
 #include <toml++/toml.h>
 
-#include "drivers/postgresql/address.h"
 #include "http/listening_socket.h"
+#include "platform/database.h"
 
 namespace orlune {
 namespace {
@@ -298,15 +298,18 @@ void CheckConfiguration(const Configuration& configuration) {
   };
   refuseBelowSite(configuration.SecretFile);
   for (const PageConfiguration& page : configuration.Pages) {
-    if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
-    if (LooksLikeAnAddress(page.DBPath))
-      throw ConfigurationError("DBPath of page " + page.Path + ": " + std::string(kHowToWriteAddresses));
-    if (!IsPostgresqlAddress(page.DBPath)) refuseBelowSite(DatabaseFile(configuration, page));
+    if (const DatabaseAddress address = AddressOf(configuration, page); address.IsFile())
+      refuseBelowSite(address.Target());
   }
 }
 
-fs::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page) {
-  return (configuration.DatabaseFolder / page.DBPath).lexically_normal();
+DatabaseAddress AddressOf(const Configuration& configuration, const PageConfiguration& page) {
+  if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
+  try {
+    return DatabaseAddress::Parse(page.DBPath, configuration.DatabaseFolder);
+  } catch (const DatabaseError& error) {
+    throw ConfigurationError("DBPath of page " + page.Path + ": " + error.what());
+  }
 }
 
 std::string DescribeSettings() {

@@ -7,6 +7,7 @@
 
 #include "app/page_properties.h"
 #include "base/configuration_error.h"
+#include "drivers/engines/database_address.h"
 #include "http/ip_network.h"
 
 namespace orlune {
@@ -47,8 +48,8 @@ Configuration LoadConfiguration(const std::filesystem::path& file);
 /// missing, a page without a database, or a file that the site folder would give to everybody.
 void CheckConfiguration(const Configuration& configuration);
 
-/// The database file of a page, absolute.
-std::filesystem::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page);
+/// The database of a page. Throws ConfigurationError when the page has none, or for a malformed address.
+DatabaseAddress AddressOf(const Configuration& configuration, const PageConfiguration& page);
 
 /// All settings with their types, defaults and meanings, for people.
 std::string DescribeSettings();

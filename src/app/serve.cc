@@ -1,5 +1,6 @@
 #include "app/serve.h"
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <iostream>
@@ -17,8 +18,7 @@
 
 #include "app/clocks.h"
 #include "app/configuration.h"
-#include "app/logging_database_driver.h"
-#include "app/page_databases.h"
+#include "app/page_database.h"
 #include "app/page_runner.h"
 #include "base/log_text.h"
 #include "drivers/icu/icu_regional_settings.h"
@@ -61,56 +61,59 @@ unsigned ThreadCount(const Configuration& configuration) {
   return std::max(4U, 2 * std::thread::hardware_concurrency());
 }
 
-PageDatabaseOptions DatabaseOptions(const Configuration& configuration) {
-  PageDatabaseOptions options{configuration.DatabaseFolder, {}, {}};
-  for (const PageConfiguration& page : configuration.Pages) options.Addresses.push_back(page.DBPath);
-  // Every thread may need one, and so may what runs beside the requests.
-  options.Postgresql.MostConnections = configuration.DatabaseConnections > 0
-                                           ? static_cast<std::size_t>(configuration.DatabaseConnections)
-                                           : ThreadCount(configuration) + 2;
-  return options;
+// Every thread may need one, and so may what runs beside the requests.
+std::size_t MostConnections(const Configuration& configuration) {
+  if (configuration.DatabaseConnections > 0)
+    return static_cast<std::size_t>(configuration.DatabaseConnections);
+  return ThreadCount(configuration) + 2;
 }
 
 /// The databases as the pages of one region use them, whose statements hold dates in the region's form.
-class RegionalDatabases {
+class Region {
  public:
-  RegionalDatabases(const std::string& region, const PageDatabaseOptions& options, spdlog::logger& log)
-      : regional_(LoadRegion(region)), databases_(regional_, options), logging_(databases_, log) {}
+  Region(const std::string& name, std::size_t mostConnections)
+      : settings_(LoadRegion(name)), engines_(settings_, mostConnections) {}
 
-  const RegionalSettings& Regional() const { return regional_; }
-  DatabaseDriver& Databases() { return logging_; }
+  const RegionalSettings& Settings() const { return settings_; }
+  /// The same one for each page with that address.
+  PageDatabase& Database(const DatabaseAddress& address, spdlog::logger& log) {
+    return databases_.try_emplace(address.Target(), engines_, address, log).first->second;
+  }
 
  private:
-  const RegionalSettings regional_;
-  PageDatabases databases_;
-  LoggingDatabaseDriver logging_;
+  const RegionalSettings settings_;
+  DatabaseEngines engines_;
+  std::map<std::string, PageDatabase> databases_;
 };
 
-/// The regions of the pages, each made once.
+/// The regions of the pages, each made once, and the databases in them.
 class Regions {
  public:
+  struct PagePlace {
+    const RegionalSettings& Regional;
+    PageDatabase& Database;
+  };
+
   Regions(const Configuration& configuration, spdlog::logger& log) {
-    const PageDatabaseOptions options = DatabaseOptions(configuration);
     for (const PageConfiguration& page : configuration.Pages) {
-      const std::string& region = page.Region.empty() ? configuration.Region : page.Region;
-      auto& known = regions_[region];
-      if (!known) known = std::make_unique<RegionalDatabases>(region, options, log);
-      ofPages_.push_back(known.get());
+      const std::string& name = page.Region.empty() ? configuration.Region : page.Region;
+      Region& region = regions_.try_emplace(name, name, MostConnections(configuration)).first->second;
+      ofPages_.push_back({region.Settings(), region.Database(AddressOf(configuration, page), log)});
     }
   }
 
-  /// The region of the page at `index` of the configuration.
-  RegionalDatabases& OfPage(std::size_t index) { return *ofPages_[index]; }
+  /// What the page at `index` of the configuration uses.
+  const PagePlace& OfPage(std::size_t index) const { return ofPages_[index]; }
 
  private:
-  std::map<std::string, std::unique_ptr<RegionalDatabases>> regions_;
-  std::vector<RegionalDatabases*> ofPages_;
+  std::map<std::string, Region> regions_;
+  std::vector<PagePlace> ofPages_;
 };
 
 /// The running sessions, where the configuration wants them.
 class Sessions {
  public:
-  Sessions(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
+  Sessions(const Configuration& configuration, const Regions& regions, spdlog::logger& log) {
     const auto lifetime = std::chrono::minutes(configuration.SessionMinutes);
     if (configuration.StoresSessions) {
       const SessionDatabases databases = DatabasesOf(configuration, regions);
@@ -125,11 +128,11 @@ class Sessions {
   SessionStore& Store() { return *store_; }
 
  private:
-  static SessionDatabases DatabasesOf(const Configuration& configuration, Regions& regions) {
+  static SessionDatabases DatabasesOf(const Configuration& configuration, const Regions& regions) {
     SessionDatabases databases;
     for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-      const PageConfiguration& page = configuration.Pages[i];
-      databases[page.Path] = {&regions.OfPage(i).Databases(), page.DBPath};
+      PageDatabase& database = regions.OfPage(i).Database;
+      databases[configuration.Pages[i].Path] = {&database, database.Address().Displayed()};
     }
     return databases;
   }
@@ -145,10 +148,10 @@ std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
 
 // A database may have gone away since it was opened, so it is asked for a row. Why it cannot be opened is in
 // the log already.
-bool DoesAnswer(DatabaseDriver& databases, const std::string& path, spdlog::logger& log) {
+bool Responds(PageDatabase& page, spdlog::logger& log) {
   bool isOpen = false;
   try {
-    const std::unique_ptr<Connection> database = databases.Open(path);
+    const std::unique_ptr<Connection> database = page.Open(page.Address().Displayed());
     isOpen = true;
     OpenQuery(*database, Statement("SELECT TOP 1 SheetID FROM StyleSheets"))->Next();
     return true;
@@ -158,14 +161,11 @@ bool DoesAnswer(DatabaseDriver& databases, const std::string& path, spdlog::logg
   }
 }
 
-bool DoAllAnswer(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
-  std::set<std::pair<DatabaseDriver*, std::string>> asked;
-  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-    DatabaseDriver& databases = regions.OfPage(i).Databases();
-    const std::string& path = configuration.Pages[i].DBPath;
-    if (asked.emplace(&databases, path).second && !DoesAnswer(databases, path, log)) return false;
-  }
-  return true;
+bool AllDatabasesRespond(std::size_t pages, const Regions& regions, spdlog::logger& log) {
+  std::set<PageDatabase*> databases;
+  for (std::size_t i = 0; i < pages; ++i) databases.insert(&regions.OfPage(i).Database);
+  return std::all_of(databases.begin(), databases.end(),
+                     [&log](PageDatabase* database) { return Responds(*database, log); });
 }
 
 // Every connection may have a file open besides its socket.
@@ -217,12 +217,12 @@ void Serve(const ServeOptions& options) {
 
   std::vector<HostedPage> pages;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-    RegionalDatabases& region = regions.OfPage(i);
-    pages.push_back(
-        MakePage(configuration.Pages[i], {*clock, region.Databases(), region.Regional(), localisers}));
+    const auto& [regional, database] = regions.OfPage(i);
+    pages.push_back(MakePage(configuration.Pages[i], database.Address().Displayed(),
+                             {*clock, database, regional, localisers}));
   }
   const std::string firstPath = pages.front().Path;
-  HealthCheck health([&] { return DoAllAnswer(configuration, regions, *log); });
+  HealthCheck health([&] { return AllDatabasesRespond(configuration.Pages.size(), regions, *log); });
   std::atomic<bool> isStopping = false;
   Website website({std::move(pages), StaticFiles(configuration.Site), sessions.Store(),
                    CookieSealer(LoadSecretKey(configuration.SecretFile)),

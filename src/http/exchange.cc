@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstring>
 
-#include "base/ascii_case.h"
+#include "base/ascii.h"
 #include "base/url_encoding.h"
 #include "base/utf8.h"
 #include "http/body_length.h"
@@ -46,7 +46,7 @@ bool IsControl(char c) {
 // Adds a header to the texts when it is one that proxies tell the sender by.
 MHD_Result AddForwarding(void* texts, MHD_ValueKind /*kind*/, const char* name, const char* value) {
   for (const char* known : kForwardingHeaders) {
-    if (EqualsIgnoringCase(name, known))
+    if (EqualsIgnoringAsciiCase(name, known))
       static_cast<NamedTexts*>(texts)->Add(known, value == nullptr ? "" : value);
   }
   return MHD_YES;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "base/ascii_case.h"
+#include "base/ascii.h"
 
 namespace orlune {
 namespace {
@@ -56,8 +56,8 @@ struct ForwardedEntry {
       const std::string_view pair = TakeLast(entry, ';');
       const std::size_t equals = std::min(pair.find('='), pair.size());
       const std::string_view value = WithoutQuotes(pair.substr(std::min(equals + 1, pair.size())));
-      if (EqualsIgnoringCase(pair.substr(0, equals), "for")) For = value;
-      if (EqualsIgnoringCase(pair.substr(0, equals), "proto")) Proto = value;
+      if (EqualsIgnoringAsciiCase(pair.substr(0, equals), "for")) For = value;
+      if (EqualsIgnoringAsciiCase(pair.substr(0, equals), "proto")) Proto = value;
     }
   }
 };
@@ -78,7 +78,7 @@ bool TrustedProxies::Include(const IpAddress& address) const {
 
 Sender TrustedProxies::FollowForwardedFor(const RequestMessage& request) const {
   std::string_view protocols = request.Headers.Find("X-Forwarded-Proto");
-  Sender sender{request.Peer, EqualsIgnoringCase(TakeLast(protocols, ','), "https")};
+  Sender sender{request.Peer, EqualsIgnoringAsciiCase(TakeLast(protocols, ','), "https")};
   std::string_view nodes = request.Headers.Find("X-Forwarded-For");
   while (!nodes.empty() && Include(sender.Address)) {
     const auto address = ParseNode(TakeLast(nodes, ','));
@@ -93,7 +93,7 @@ Sender TrustedProxies::FollowForwarded(const RequestMessage& request) const {
   std::string_view entries = request.Headers.Find("Forwarded");
   while (!entries.empty() && Include(sender.Address)) {
     const ForwardedEntry entry(TakeLast(entries, ','));
-    if (!entry.Proto.empty()) sender.IsOverHttps = EqualsIgnoringCase(entry.Proto, "https");
+    if (!entry.Proto.empty()) sender.IsOverHttps = EqualsIgnoringAsciiCase(entry.Proto, "https");
     const auto address = ParseNode(entry.For);
     if (!address) break;
     sender.Address = *address;

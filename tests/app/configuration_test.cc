@@ -56,7 +56,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_TRUE(configuration.TrustedProxies[0].Contains(IpAddress::Parse("10.1.2.3").value()));
   EXPECT_EQ(configuration.DrainSeconds, 7);
   ASSERT_EQ(configuration.Pages.size(), 2U);
-  EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[0]), folder_.Path().parent_path() / "a.db");
+  EXPECT_EQ(AddressOf(configuration, configuration.Pages[0]).Target(), folder_.Path().parent_path() / "a.db");
   EXPECT_EQ(configuration.Pages[0].DBPath, "../a.db");
   ASSERT_EQ(configuration.Pages[0].Properties.size(), 3U);
   for (const PropertyValue& value : configuration.Pages[0].Properties) {
@@ -67,7 +67,7 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
   EXPECT_EQ(configuration.Pages[0].Region, "");
   EXPECT_EQ(configuration.Pages[1].Path, "/team/b.asp");
   EXPECT_EQ(configuration.Pages[1].Region, "sv_SE");
-  EXPECT_EQ(DatabaseFile(configuration, configuration.Pages[1]), "/b.db");
+  EXPECT_EQ(AddressOf(configuration, configuration.Pages[1]).Target(), "/b.db");
 }
 
 TEST_F(ConfigurationFile, NeedsOnlyAPage) {

@@ -1,5 +1,7 @@
 #include "pages/messages/message_sending.h"
 
+#include <vector>
+
 #include "base/dates.h"
 #include "base/lists.h"
 #include "base/text.h"
@@ -8,7 +10,6 @@
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/database_access.h"
-#include "store/transaction.h"
 
 namespace orlune {
 namespace {
@@ -21,18 +22,21 @@ Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
 
-void StoreCopies(const Visit& visit, const MessageState& message) {
+/// The statements that store a message, one for each recipient.
+std::vector<Statement> CopiesOf(const Visit& visit, const MessageState& message) {
   const std::string sent = FormatDateTime(visit.Context.Regional, visit.Clock.Now());
   const std::string subject = WithoutApostrophes(message.Subject);
   const std::string content = WithoutApostrophes(message.Content);
+  std::vector<Statement> copies;
   for (const std::string& recipient : message.Recipients) {
     if (recipient.empty()) continue;
-    visit.Database.Execute(
+    copies.push_back(
         Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
                   "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
                   visit.Context.Visitor.LoginName, recipient, sent, subject, content,
                   SuggestionValue(message.Suggestion)));
   }
+  return copies;
 }
 
 /// Whether `message` can be sent; otherwise its form is shown with what is missing.
@@ -59,14 +63,8 @@ std::string ValidateMessage(const Visit& visit, const MessageState& message) {
 bool SendPosted(Visit& visit, MessageState message) {
   if (!Check(visit, message)) return false;
   ExpandGroupRecipients(visit.Database, message.Recipients);
-  Transaction copies(visit.Database);
-  try {
-    StoreCopies(visit, message);
-  } catch (const DatabaseError&) {
-    copies.Commit();
-    throw;
-  }
-  copies.Commit();
+  const std::vector<Statement> copies = CopiesOf(visit, message);
+  visit.Database.ExecuteInOrder(std::vector<StatementText>(copies.begin(), copies.end()));
   return true;
 }
 
@@ -80,7 +78,7 @@ bool SendMessage(Visit& visit, std::string_view recipientList, std::string_view 
       .Suggestion = std::string(suggestion)};
   if (!Check(visit, message)) return false;
   ExpandGroupRecipients(visit.Database, message.Recipients);
-  StoreCopies(visit, message);
+  for (const Statement& copy : CopiesOf(visit, message)) visit.Database.Execute(copy);
   return true;
 }
 
