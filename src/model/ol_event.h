@@ -8,7 +8,7 @@
 
 namespace orlune {
 
-/// One row of `Events`, or one dated occurrence of it. What the row leaves Null reads as empty.
+/// One row of `Events`. What the row leaves Null reads as empty.
 struct OL_Event {
   int EventID = 0;  ///< 0 for an event that is not stored yet
   std::string EventName;
@@ -29,9 +29,8 @@ struct OL_Event {
   std::string SuggID;        ///< on a recipient's copy of a suggestion, the `EventID` of the sender's
   std::string SuggestState;  ///< "", "-" (the sender's copy), "undecided", "accepted" or "declined"
 
-  Date OccurrenceDate;     ///< the day of this occurrence; no column
-  std::string BackGround;  ///< the colours of its calendar in a group view; no columns
-  std::string ForeGround;
+  /// Whether a calendar shows it: a suggestion is shown to its sender, and to others once they accepted it.
+  bool IsShown() const { return SuggestState.empty() || SuggestState == "accepted" || SuggestState == "-"; }
 };
 
 }  // namespace orlune

@@ -16,4 +16,8 @@ bool Visitor::IsViewingOwnCalendar() const {
   return IsLoggedIn() && EqualIgnoringCase(CalName, LoginName);
 }
 
+bool Visitor::Sees(const OL_Event& event) const {
+  return event.IsShown() && (!event.Private || IsViewingOwnCalendar());
+}
+
 }  // namespace orlune

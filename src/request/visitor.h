@@ -6,6 +6,7 @@
 
 #include "base/civil_time.h"
 #include "model/event_type.h"
+#include "model/ol_event.h"
 
 namespace orlune {
 
@@ -32,6 +33,8 @@ struct Visitor {
   /// case, or a group's that they administer.
   bool MayChangeEventsOf(std::string_view owner) const;
   bool IsViewingOwnCalendar() const;
+  /// Whether a view shows the visitor the event: private ones are shown in the visitor's own calendar only.
+  bool Sees(const OL_Event& event) const;
 };
 
 }  // namespace orlune

@@ -73,4 +73,16 @@ Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName) {
           ReadCalendars};
 }
 
+Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName) {
+  return {Statement("SELECT Name, Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", loginName),
+          [](ResultSet& rows) {
+            return FirstRow(rows, [](const ResultSet& row) {
+              const Value password = row.Get(row.Column("Password"));
+              return LoginAccount{TextIn(row, "Name"), IsNull(password)
+                                                           ? std::nullopt
+                                                           : std::optional<std::string>(TextOf(password))};
+            });
+          }};
+}
+
 }  // namespace orlune

@@ -39,4 +39,12 @@ Query<std::optional<std::string>> FriendlyNameOf(std::string_view name);
 /// groups, by display name.
 Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName);
 
+/// What a user logs in with.
+struct LoginAccount {
+  std::string Name;                     ///< as it is stored
+  std::optional<std::string> Password;  ///< nothing: any password will do
+};
+/// Nothing when there is no such user.
+Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName);
+
 }  // namespace orlune

@@ -6,6 +6,7 @@
 #include "base/dates.h"
 #include "base/text.h"
 #include "store/database_access.h"
+#include "store/event_reader.h"
 #include "store/field.h"
 
 namespace orlune {
@@ -71,6 +72,35 @@ void SetSuggestState(Connection& database, std::string_view suggId, std::string_
                      std::string_view state) {
   database.Execute(Statement("UPDATE Events SET SuggestState = '{}' WHERE (SuggID = '{}') AND (Owner = '{}')",
                              state, suggId, owner));
+}
+
+namespace {
+
+Statement OwnerFilter(std::string_view view, std::span<const std::string> owners) {
+  if (view == "lomat") return Statement("(EventType = 'loma' OR EventType = 'poissaolo') ");
+  if (view == "julkaisut") return Statement("(Owner = 'Julkaisut') ");
+  return Statement("(Owner In ({})) ", QuotedList(owners));
+}
+
+std::vector<OL_Event> ReadEvents(ResultSet& rows) {
+  const EventReader reader(rows);
+  std::vector<OL_Event> events;
+  while (rows.Next()) events.push_back(reader.Read(rows));
+  return events;
+}
+
+}  // namespace
+
+Query<std::vector<OL_Event>> EventsOfPeriod(const RegionalSettings& regional, std::string_view view,
+                                            std::span<const std::string> owners, Date first, Date last) {
+  const std::string from = FormatShortDate(regional, first);
+  const std::string to = FormatShortDate(regional, last);
+  return {Statement("SELECT * FROM Events WHERE {}AND ((Type = 'none' AND BeginDate >= DateValue('{}') "
+                    "AND BeginDate <= DateValue('{}')) "
+                    "OR (Type <> 'none' AND BeginDate <= DateValue('{}') "
+                    "AND EndDate >= DateValue('{}'))) ORDER BY BeginTime",
+                    OwnerFilter(view, owners), from, to, to, from),
+          ReadEvents};
 }
 
 }  // namespace orlune

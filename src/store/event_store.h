@@ -1,11 +1,15 @@
 #pragma once
 
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/regional_settings.h"
 #include "model/ol_event.h"
 #include "platform/database.h"
+#include "store/query.h"
 
 namespace orlune {
 
@@ -25,5 +29,11 @@ std::optional<int> FindNewestSenderCopy(Connection& database);
 /// Sets the state of the copies that the calendar `owner` received of the suggestion `suggId`.
 void SetSuggestState(Connection& database, std::string_view suggId, std::string_view owner,
                      std::string_view state);
+
+/// The events that can fall on a day from `first` to `last`, both included, in the order of their
+/// `BeginTime`: for the view "lomat" the absences of everybody, for "julkaisut" the events of the calendar
+/// Julkaisut, for any other those of the calendars `owners`.
+Query<std::vector<OL_Event>> EventsOfPeriod(const RegionalSettings& regional, std::string_view view,
+                                            std::span<const std::string> owners, Date first, Date last);
 
 }  // namespace orlune

@@ -203,5 +203,29 @@ TEST_F(RequestState, ListsMembershipsAndAdminships) {
   EXPECT_EQ(Take("admin", {{"cn", "anna"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
 }
 
+TEST(Visitor, SeesAcceptedEventsAndPrivateOnesInTheOwnCalendar) {
+  struct Case {
+    const char* LoginName;
+    const char* CalName;
+    const char* SuggestState;
+    bool IsPrivate;
+    bool IsSeen;
+  };
+  for (const Case& c :
+       {Case{"anna", "anna", "", false, true}, Case{"anna", "anna", "undecided", false, false},
+        Case{"anna", "anna", "declined", false, false}, Case{"anna", "anna", "accepted", true, true},
+        Case{"anna", "anna", "-", false, true}, Case{"ANNA", "anna", "", true, true},
+        Case{"ben", "anna", "", true, false}, Case{"ben", "anna", "accepted", false, true},
+        Case{"", "", "", true, false}}) {
+    Visitor visitor;
+    visitor.LoginName = c.LoginName;
+    visitor.CalName = c.CalName;
+    OL_Event event;
+    event.SuggestState = c.SuggestState;
+    event.Private = c.IsPrivate;
+    EXPECT_EQ(visitor.Sees(event), c.IsSeen) << c.LoginName << " " << c.SuggestState;
+  }
+}
+
 }  // namespace
 }  // namespace orlune::testing

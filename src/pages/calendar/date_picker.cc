@@ -22,14 +22,14 @@ constexpr int kWeekRows = 6;
 
 class PickerMonth {
  public:
-  PickerMonth(const Visit& visit, Date date)
-      : visit_(visit),
-        week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend),
+  PickerMonth(const PageContext& context, Date date)
+      : context_(context),
+        week_(context.Visitor.FirstDayOfWeek, context.Visitor.Weekend),
         firstDay_(date - days{DayOfMonth(date) - 1}),
         lastDay_(LastDayOfMonth(date)) {}
 
   void AddMonthRow(Html& page) const {
-    const DateNames& names = visit_.Context.Regional.UpperCaseNames;
+    const DateNames& names = context_.Regional.UpperCaseNames;
     page.Add("<TR CLASS=\"plain\"><TD ALIGN=CENTER CLASS=\"captions\">");
     AddMonthLink(page, AddMonths(firstDay_, -1), Text::kPreviousMonth, "&lt;&lt;");
     page.Add("</TD>\r\n<TD ALIGN=CENTER COLSPAN=6 CLASS=\"captions\">{}&nbsp;{}</TD>",
@@ -43,7 +43,7 @@ class PickerMonth {
     page.Add("<TR><TD CLASS=\"captions\">&nbsp;</TD>");
     const Date weekStart = week_.Start(firstDay_);
     for (int column = 0; column < 7; ++column) {
-      const auto& name = AbbreviatedWeekdayName(visit_.Context.Regional.Names, weekStart + days{column});
+      const auto& name = AbbreviatedWeekdayName(context_.Regional.Names, weekStart + days{column});
       page.Add("<TD ALIGN=CENTER CLASS=\"captions\">{}</TD>", Content(FirstCharacter(name)));
     }
     page.Add("</TR>\r\n");
@@ -66,9 +66,8 @@ class PickerMonth {
  private:
   void AddMonthLink(Html& page, Date month, Text hint, Markup label) const {
     page.Add("<A HREF=\"{}?p=s&sd={}\" CLASS=\"captions\" TITLE=\"{}\">{}</A>",
-             Attribute(visit_.Context.Hosting.ScriptName),
-             Attribute(FormatShortDate(visit_.Context.Regional, month)), Attribute(LoadText(visit_, hint)),
-             label);
+             Attribute(context_.Hosting.ScriptName), Attribute(FormatShortDate(context_.Regional, month)),
+             Attribute(LoadText(context_, hint)), label);
   }
 
   void AddDayCell(Html& page, Date date) const {
@@ -76,54 +75,56 @@ class PickerMonth {
       page.Add("<TD ALIGN=CENTER CLASS=\"off\">&nbsp;</TD>\r\n");
       return;
     }
-    const std::string text = FormatShortDate(visit_.Context.Regional, date);
+    const std::string text = FormatShortDate(context_.Regional, date);
     page.Add(
         "<TD ALIGN=CENTER{}><A HREF=\"javascript:if (window.name=='win1') "
         "{window.opener.document.acForm.date1.value='{}'} "
         "else {window.opener.document.acForm.date2.value='{}'};window.close();\">{}</A> </TD>\r\n",
-        DayCellClass(visit_, week_, date), ScriptAttribute(text), ScriptAttribute(text), DayOfMonth(date));
+        DayCellClass(context_, week_, date), ScriptAttribute(text), ScriptAttribute(text), DayOfMonth(date));
   }
 
-  const Visit& visit_;
+  const PageContext& context_;
   Week week_;
   Date firstDay_;
   Date lastDay_;
 };
 
-Html PickerHead(const Visit& visit) {
+Html PickerHead(const PageContext& context) {
   return Html(
       "<HTML>\r\n<HEAD>\r\n<TITLE>{}</TITLE>\r\n"
       "<LINK REL=stylesheet HREF=\"{}{}\" TYPE=text/css>\r\n</HEAD>\r\n"
       "<STYLE>body { margin: 0pt } table { font-size: 8pt }</STYLE>\r\n"
       "<BODY onBlur=\"javascript:window.focus();\">\r\n",
-      Content(LoadText(visit, Text::kSelectDate)), Attribute(visit.Context.Hosting.CssDir),
-      Attribute(visit.Context.Visitor.SheetFile));
+      Content(LoadText(context, Text::kSelectDate)), Attribute(context.Hosting.CssDir),
+      Attribute(context.Visitor.SheetFile));
 }
 
-}  // namespace
-
-void ShowDatePicker(Visit& visit, Date date) {
-  const PickerMonth month(visit, date);
-  Html page = PickerHead(visit);
+Html WriteDatePicker(const PageContext& context, Date date) {
+  const PickerMonth month(context, date);
+  Html page = PickerHead(context);
   page.Add(
       "<TABLE ALIGN=CENTER WIDTH=100% HEIGHT=100%><TR><TD CLASS=\"background\">\r\n"
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100% HEIGHT=100%>",
-      CellSpacing(visit));
+      CellSpacing(context));
   month.AddMonthRow(page);
   month.AddWeekdayRow(page);
   month.AddWeekRows(page);
   page.Add("</TABLE>");
   page.Add(TableClose());
-  page.Add(PageFoot(visit));
-  page.Add(AlertScript(visit.Alerts));
-  WritePage(visit, std::move(page));
+  page.Add(PageFoot(context));
+  return page;
 }
 
+}  // namespace
+
 void ShowDatePicker(Visit& visit) {
+  const PageContext& context = visit.Context;
   const std::string_view asked = visit.Request.QueryParameter("sd");
-  const auto date = ParseDate(visit.Context.Regional, asked);
+  const auto date = ParseDate(context.Regional, asked);
   if (!date) AddAlert(visit, Text::kInvalidDate, {asked});
-  ShowDatePicker(visit, date.value_or(visit.Context.Visitor.CurrentDate));
+  Html page = WriteDatePicker(context, date.value_or(context.Visitor.CurrentDate));
+  page.Add(AlertScript(visit.Alerts));
+  WritePage(visit, std::move(page));
 }
 
 }  // namespace orlune

@@ -17,14 +17,15 @@ bool Occupies(const OL_Event& event, int hour) {
   return begin == hour || (event.EndTime && begin < hour && HourOf(*event.EndTime) > hour);
 }
 
-int Occupancy(std::span<const OL_Event* const> events, int hour) {
-  return static_cast<int>(std::count_if(events.begin(), events.end(),
-                                        [&](const OL_Event* event) { return Occupies(*event, hour); }));
+int Occupancy(std::span<const Occurrence> day, int hour) {
+  return static_cast<int>(std::count_if(day.begin(), day.end(), [&](const Occurrence& occurrence) {
+    return Occupies(*occurrence.Event, hour);
+  }));
 }
 
-int ColumnCount(std::span<const OL_Event* const> events, DisplayedHours hours) {
+int ColumnCount(std::span<const Occurrence> day, DisplayedHours hours) {
   int most = 1;
-  for (int hour = hours.First; hour <= hours.Last; ++hour) most = std::max(most, Occupancy(events, hour));
+  for (int hour = hours.First; hour <= hours.Last; ++hour) most = std::max(most, Occupancy(day, hour));
   return most;
 }
 

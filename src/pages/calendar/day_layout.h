@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "model/ol_event.h"
+#include "model/ol_events.h"
 
 namespace orlune {
 
@@ -14,16 +14,16 @@ struct DisplayedHours {
   int Last;
 };
 
-/// Whether a timed occurrence takes part of the hour `hour`: it begins within it, or it began earlier and
+/// Whether a timed event takes part of the hour `hour`: it begins within it, or it began earlier and
 /// ends in a later one.
 bool Occupies(const OL_Event& event, int hour);
-/// How many of `events` occupy `hour`.
-int Occupancy(std::span<const OL_Event* const> events, int hour);
+/// How many occurrences of `day` occupy `hour`.
+int Occupancy(std::span<const Occurrence> day, int hour);
 /// The largest occupancy of a displayed hour, but at least 1.
-int ColumnCount(std::span<const OL_Event* const> events, DisplayedHours hours);
+int ColumnCount(std::span<const Occurrence> day, DisplayedHours hours);
 
-/// The number of hour rows that an occurrence covers, given in the row where its cell belongs and nothing in
-/// every other row. An occurrence that ends within its first hour covers 0, one that ends before it begins
+/// The number of hour rows that an event covers, given in the row where its cell belongs and nothing in
+/// every other row. An event that ends within its first hour covers 0, one that ends before it begins
 /// fewer; one that began before the first displayed hour belongs there.
 std::optional<int> SpanInRow(const OL_Event& event, int hour, int firstHour);
 

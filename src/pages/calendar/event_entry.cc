@@ -1,34 +1,42 @@
 #include "pages/calendar/event_entry.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "pages/calendar/view_parts.h"
 #include "request/texts.h"
-#include "request/visit.h"
 
 namespace orlune {
 
-EventEntryWriter::EventEntryWriter(const Visit& visit)
-    : visit_(&visit),
-      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(visit, Text::kEditEvent)),
-                          StatusHandler(LoadText(visit, Text::kEditEvent))) {}
+EventEntryWriter::EventEntryWriter(const PageContext& context, const GroupViewMembers& group)
+    : context_(&context),
+      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(context, Text::kEditEvent)),
+                          StatusHandler(LoadText(context, Text::kEditEvent))) {
+  const std::size_t memberCount = group.Calendars.size();
+  colours_.reserve(memberCount + 1);
+  for (std::size_t place = 0; place < memberCount; ++place)
+    colours_.push_back(ColourStyleOpen(group.BackGroundAt(place), group.ForeGroundAt(place)));
+  colours_.emplace_back();
+}
 
-void EventEntryWriter::AddMonthEntry(Html& page, const OL_Event& event) const {
-  if (AddIconAndTitle(page, event)) page.Add("</A>");
+void EventEntryWriter::AddMonthEntry(Html& page, const Occurrence& occurrence) const {
+  if (AddIconAndTitle(page, occurrence)) page.Add("</A>");
   page.Add("<BR>\r\n");
 }
 
-void EventEntryWriter::AddWeekEntry(Html& page, const OL_Event& event) const {
-  if (AddIconAndTitle(page, event)) page.Add("</A>\r\n");
+void EventEntryWriter::AddWeekEntry(Html& page, const Occurrence& occurrence) const {
+  if (AddIconAndTitle(page, occurrence)) page.Add("</A>\r\n");
   page.Add("<BR><BR>");
 }
 
-void EventEntryWriter::AddDayEntry(Html& page, const OL_Event& event) const {
+void EventEntryWriter::AddDayEntry(Html& page, const Occurrence& occurrence) const {
+  const OL_Event& event = *occurrence.Event;
   const bool hasLink = AddEditLinkOpen(page, event);
-  const Html colours = ColourStyleOpen(event.BackGround, event.ForeGround);
+  const Html& colours = ColoursOf(occurrence);
   page.Add("{}<P>{}<B>{}</B>", colours,
-           TimeSpanLabel(visit_->Context.Visitor.TimeFormat, event.BeginTime, event.EndTime),
+           TimeSpanLabel(context_->Visitor.TimeFormat, event.BeginTime, event.EndTime),
            Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   if (hasLink) page.Add("</A>");
@@ -36,26 +44,30 @@ void EventEntryWriter::AddDayEntry(Html& page, const OL_Event& event) const {
 }
 
 void EventEntryWriter::AddIcon(Html& page, const OL_Event& event) const {
-  page.Add("<IMG SRC=\"{}{}\" ALT=\"{}\">", Attribute(visit_->Context.Hosting.ImageDir),
-           Attribute(EventTypeIcon(*visit_, event.EventType)), Attribute(event.Comments));
+  page.Add("<IMG SRC=\"{}{}\" ALT=\"{}\">", Attribute(context_->Hosting.ImageDir),
+           Attribute(EventTypeIcon(*context_, event.EventType)), Attribute(event.Comments));
 }
 
 bool EventEntryWriter::AddEditLinkOpen(Html& page, const OL_Event& event) const {
-  if (!visit_->Context.Visitor.MayChangeEventsOf(event.Owner)) return false;
-  page.Add("<A HREF=\"{}?p=e&id={}\" {}>", Attribute(visit_->Context.Hosting.ScriptName), event.EventID,
+  if (!context_->Visitor.MayChangeEventsOf(event.Owner)) return false;
+  page.Add("<A HREF=\"{}?p=e&id={}\" {}>", Attribute(context_->Hosting.ScriptName), event.EventID,
            editLinkAttributes_);
   return true;
 }
 
-bool EventEntryWriter::AddIconAndTitle(Html& page, const OL_Event& event) const {
+bool EventEntryWriter::AddIconAndTitle(Html& page, const Occurrence& occurrence) const {
+  const OL_Event& event = *occurrence.Event;
   AddIcon(page, event);
   const bool hasLink = AddEditLinkOpen(page, event);
-  const Html colours = ColourStyleOpen(event.BackGround, event.ForeGround);
-  page.Add("{}{}{}", colours,
-           TimeSpanLabel(visit_->Context.Visitor.TimeFormat, event.BeginTime, event.EndTime),
+  const Html& colours = ColoursOf(occurrence);
+  page.Add("{}{}{}", colours, TimeSpanLabel(context_->Visitor.TimeFormat, event.BeginTime, event.EndTime),
            Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   return hasLink;
+}
+
+const Html& EventEntryWriter::ColoursOf(const Occurrence& occurrence) const {
+  return colours_[std::min(occurrence.Member, colours_.size() - 1)];
 }
 
 }  // namespace orlune

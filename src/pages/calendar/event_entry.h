@@ -1,33 +1,37 @@
 #pragma once
 
+#include <vector>
+
 #include "html/html.h"
-#include "model/ol_event.h"
+#include "model/group_view.h"
+#include "model/ol_events.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-struct Visit;
-
 /// Writes the occurrences of one page, with what all of them share worked out once. Refers to the page's
-/// visit.
+/// context.
 class EventEntryWriter {
  public:
-  explicit EventEntryWriter(const Visit& visit);
+  EventEntryWriter(const PageContext& context, const GroupViewMembers& group);
 
   /// An entry of the month view: icon, time span and title on one line.
-  void AddMonthEntry(Html& page, const OL_Event& event) const;
+  void AddMonthEntry(Html& page, const Occurrence& occurrence) const;
   /// The same for the week view, with a blank line behind it.
-  void AddWeekEntry(Html& page, const OL_Event& event) const;
+  void AddWeekEntry(Html& page, const Occurrence& occurrence) const;
   /// An entry of the day view: time span, title and comments.
-  void AddDayEntry(Html& page, const OL_Event& event) const;
+  void AddDayEntry(Html& page, const Occurrence& occurrence) const;
 
  private:
   void AddIcon(Html& page, const OL_Event& event) const;
   /// Returns whether the user may change the event, so that a link was opened.
   bool AddEditLinkOpen(Html& page, const OL_Event& event) const;
-  bool AddIconAndTitle(Html& page, const OL_Event& event) const;
+  bool AddIconAndTitle(Html& page, const Occurrence& occurrence) const;
+  const Html& ColoursOf(const Occurrence& occurrence) const;
 
-  const Visit* visit_;
+  const PageContext* context_;
   Html editLinkAttributes_;
+  std::vector<Html> colours_;  ///< the FONT tag of each member, at last an empty one
 };
 
 }  // namespace orlune

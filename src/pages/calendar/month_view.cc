@@ -6,11 +6,9 @@
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "pages/calendar/event_entry.h"
-#include "pages/calendar/ol_events.h"
 #include "pages/calendar/selection_row.h"
 #include "pages/calendar/view_parts.h"
 #include "request/texts.h"
-#include "request/visit.h"
 
 namespace orlune {
 
@@ -20,28 +18,25 @@ namespace {
 
 class MonthGrid {
  public:
-  explicit MonthGrid(const Visit& visit)
-      : visit_(visit),
-        week_(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend),
-        entries_(visit),
-        events_(visit),
-        firstDay_(visit.Context.Visitor.CurrentDate -
-                  days{DayOfMonth(visit.Context.Visitor.CurrentDate) - 1}),
-        lastDay_(LastDayOfMonth(visit.Context.Visitor.CurrentDate)) {
-    events_.GetEventsForPeriod(firstDay_, lastDay_);
-  }
+  MonthGrid(const PageContext& context, const ViewContent& content)
+      : context_(context),
+        events_(content.Events),
+        week_(context.Visitor.FirstDayOfWeek, context.Visitor.Weekend),
+        entries_(context, content.Group),
+        firstDay_(context.Visitor.CurrentDate - days{DayOfMonth(context.Visitor.CurrentDate) - 1}),
+        lastDay_(LastDayOfMonth(context.Visitor.CurrentDate)) {}
 
   void AddHeaderRow(Html& page) const {
     page.Add("<TR><TD WIDTH=2% CLASS=\"captions\">&nbsp;</TD>\r\n");
     const Date weekStart = week_.Start(firstDay_);
     for (int column = 0; column < 7; ++column) {
       page.Add("<TD ALIGN=CENTER WIDTH=14% CLASS=\"captions\">{}</TD>\r\n",
-               Content(WeekdayName(visit_.Context.Regional.Names, weekStart + days{column})));
+               Content(WeekdayName(context_.Regional.Names, weekStart + days{column})));
     }
     page.Add("</TR>\r\n");
   }
 
-  void AddWeekRows(Html& page) {
+  void AddWeekRows(Html& page) const {
     for (Date weekStart = week_.Start(firstDay_); weekStart <= lastDay_; weekStart += days{7}) {
       page.Add(WeekLinkCell(weekStart));
       for (int column = 0; column < 7; ++column) AddDayCell(page, weekStart + days{column});
@@ -52,55 +47,50 @@ class MonthGrid {
  private:
   Html WeekLinkCell(Date weekStart) const {
     const int number = week_.WeekNumber(weekStart);
-    const std::string hint = LoadText(visit_, Text::kShowWeek, {std::to_string(number)});
+    const std::string hint = LoadText(context_, Text::kShowWeek, {std::to_string(number)});
     return Html(
         "<TR><TD ALIGN=CENTER CLASS=\"captions\"><BR><BR>"
         "<A HREF=\"{}?dm=week&cd={}\" CLASS=\"captions\" TITLE=\"{}\" {}>{}</A><BR><BR><BR></TD>\r\n",
-        Attribute(visit_.Context.Hosting.ScriptName),
-        Attribute(FormatShortDate(visit_.Context.Regional, AddDays(weekStart, 0))), Attribute(hint),
+        Attribute(context_.Hosting.ScriptName),
+        Attribute(FormatShortDate(context_.Regional, AddDays(weekStart, 0))), Attribute(hint),
         StatusHandler(hint), number);
   }
 
-  void AddDayCell(Html& page, Date date) {
+  void AddDayCell(Html& page, Date date) const {
     if (date < firstDay_ || date > lastDay_) {
       page.Add("<TD VALIGN=TOP CLASS=\"off\"><FONT CLASS=\"daynumdim\">{}</FONT>", DayOfMonth(date));
     } else {
-      page.Add("<TD VALIGN=TOP{}>{}\r\n<BR>\r\n", DayCellClass(visit_, week_, date),
-               DayNumberLink(visit_, date));
-      AddEntries(page, date);
+      page.Add("<TD VALIGN=TOP{}>{}\r\n<BR>\r\n", DayCellClass(context_, week_, date),
+               DayNumberLink(context_, date));
+      for (const Occurrence& occurrence : events_.GetEventsForDay(date))
+        entries_.AddMonthEntry(page, occurrence);
     }
     page.Add("</TD>\r\n");
   }
 
-  void AddEntries(Html& page, Date date) {
-    events_.GetEventsForDay(date);
-    for (std::size_t i = 1; i <= events_.DayCount(); ++i)
-      entries_.AddMonthEntry(page, *events_.EventsByDay(i));
-  }
-
-  const Visit& visit_;
+  const PageContext& context_;
+  const OL_Events& events_;
   Week week_;
   EventEntryWriter entries_;
-  OL_Events events_;
   Date firstDay_;
   Date lastDay_;
 };
 
-Html MonthCaption(const Visit& visit) {
-  return Html("{}", Content(FormatMonthAndYear(visit.Context.Regional.UpperCaseNames,
-                                               visit.Context.Visitor.CurrentDate)));
+Html MonthCaption(const PageContext& context) {
+  return Html("{}",
+              Content(FormatMonthAndYear(context.Regional.UpperCaseNames, context.Visitor.CurrentDate)));
 }
 
 }  // namespace
 
-void AddMonthView(Html& page, const Visit& visit) {
-  MonthGrid grid(visit);
-  page.Add(ViewOpen(visit, ViewMode::kMonth, MonthCaption(visit)));
-  page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(visit));
+void AddMonthView(Html& page, const PageContext& context, const ViewContent& content) {
+  const MonthGrid grid(context, content);
+  page.Add(ViewOpen(context, content, ViewMode::kMonth, MonthCaption(context)));
+  page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(context));
   grid.AddHeaderRow(page);
   grid.AddWeekRows(page);
-  page.Add(SelectionRow(visit, 8));
-  page.Add(ViewClose(visit));
+  page.Add(SelectionRow(context, content, 8));
+  page.Add(ViewClose(context));
 }
 
 }  // namespace orlune

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "html/html.h"
+#include "pages/calendar/view_content.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-struct Visit;
-
 /// The month that holds the current date: a row for each week, led by a link to it, and a cell for each day
-/// with its occurrences. Throws DatabaseError.
-void AddMonthView(Html& page, const Visit& visit);
+/// with its occurrences.
+void AddMonthView(Html& page, const PageContext& context, const ViewContent& content);
 
 }  // namespace orlune

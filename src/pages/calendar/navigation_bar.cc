@@ -4,27 +4,24 @@
 #include "html/links.h"
 #include "model/calendar.h"
 #include "request/texts.h"
-#include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
 
 namespace orlune {
 namespace {
 
-Html DateLink(const Visit& visit, Date date) {
-  return Html("{}?cd={}", Attribute(visit.Context.Hosting.ScriptName),
-              Attribute(FormatShortDate(visit.Context.Regional, date)));
+Html DateLink(const PageContext& context, Date date) {
+  return Html("{}?cd={}", Attribute(context.Hosting.ScriptName),
+              Attribute(FormatShortDate(context.Regional, date)));
 }
 
-Html ColourMappingLink(const Visit& visit) {
-  const std::string_view hint = LoadText(visit, Text::kShowColourMapping);
+Html ColourMappingLink(const PageContext& context) {
+  const std::string_view hint = LoadText(context, Text::kShowColourMapping);
   return Html(
       "<A HREF=\"javascript:void(0);\" "
       "onClick=\"javascript:window.open('{}?p=p&act=gcols', '', 'width=180,height=250,left='"
       "+(screen.availWidth-210)+',top='+(screen.availHeight-280)+"
       "',scrollbars=1');\" TITLE=\"{}\" {}>{}</A>&nbsp;&nbsp;",
-      ScriptAttribute(visit.Context.Hosting.ScriptName), Attribute(hint), StatusHandler(hint),
-      Content(LoadText(visit, Text::kColours)));
+      ScriptAttribute(context.Hosting.ScriptName), Attribute(hint), StatusHandler(hint),
+      Content(LoadText(context, Text::kColours)));
 }
 
 struct StepHints {
@@ -38,63 +35,48 @@ StepHints HintsOf(ViewMode mode) {
   return {Text::kPreviousMonth, Text::kNextMonth};
 }
 
-Html StepButtons(const Visit& visit, ViewMode mode) {
+Html StepButtons(const PageContext& context, ViewMode mode) {
   const StepHints hints = HintsOf(mode);
-  const std::string today = FormatShortDate(visit.Context.Regional, visit.Context.Today);
-  Html buttons = ImageLink(visit, DateLink(visit, Stepped(visit.Context.Visitor.CurrentDate, mode, -1)),
-                           LoadText(visit, hints.Back), "cal_back.gif");
-  buttons.Add(ImageLink(visit, DateLink(visit, visit.Context.Today), LoadText(visit, Text::kToday, {today}),
+  const std::string today = FormatShortDate(context.Regional, context.Today);
+  Html buttons = ImageLink(context, DateLink(context, Stepped(context.Visitor.CurrentDate, mode, -1)),
+                           LoadText(context, hints.Back), "cal_back.gif");
+  buttons.Add(ImageLink(context, DateLink(context, context.Today), LoadText(context, Text::kToday, {today}),
                         "cal_today.gif"));
-  buttons.Add(ImageLink(visit, DateLink(visit, Stepped(visit.Context.Visitor.CurrentDate, mode, 1)),
-                        LoadText(visit, hints.Forward), "cal_forward.gif"));
+  buttons.Add(ImageLink(context, DateLink(context, Stepped(context.Visitor.CurrentDate, mode, 1)),
+                        LoadText(context, hints.Forward), "cal_forward.gif"));
   buttons.Add("&nbsp;&nbsp;");
   return buttons;
 }
 
-bool HasMessageButton(const Visit& visit) {
-  return visit.Context.Visitor.IsLoggedIn() && !visit.Context.Hosting.NoMessaging;
-}
-
-Statement UnreadMessagesQuery(const Visit& visit) {
-  return Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
-                   visit.Context.Visitor.LoginName);
-}
-
-int UnreadMessages(const Visit& visit) {
-  const auto row = OpenQuery(visit.Database, UnreadMessagesQuery(visit));
-  return row->Next() ? NumberOf(row->Get(row->Column("MsgCount"))).value_or(0) : 0;
-}
-
-Html MessageButton(const Visit& visit) {
-  std::string text(LoadText(visit, Text::kMessageList));
-  const int unread = UnreadMessages(visit);
-  if (unread > 0) text += LoadText(visit, Text::kNewMessageCount, {std::to_string(unread)});
-  return ImageLink(visit, PageLink(visit, "p=m"), text,
+Html MessageButton(const PageContext& context, int unread) {
+  std::string text(LoadText(context, Text::kMessageList));
+  if (unread > 0) text += LoadText(context, Text::kNewMessageCount, {std::to_string(unread)});
+  return ImageLink(context, PageLink(context, "p=m"), text,
                    unread > 0 ? Markup("msg_newmail.gif") : Markup("msg_list.gif"));
 }
 
-Html FindButton(const Visit& visit) {
-  return PageButton(visit, "p=e&act=find", Text::kFindEvent, "event_find.gif");
+Html FindButton(const PageContext& context) {
+  return PageButton(context, "p=e&act=find", Text::kFindEvent, "event_find.gif");
 }
 
 }  // namespace
 
-void AnnounceNavigationBar(const Visit& visit) {
-  if (HasMessageButton(visit)) visit.Database.Announce(UnreadMessagesQuery(visit));
+bool HasMessageButton(const PageContext& context) {
+  return context.Visitor.IsLoggedIn() && !context.Hosting.NoMessaging;
 }
 
-Html NavigationBar(const Visit& visit, ViewMode mode) {
+Html NavigationBar(const PageContext& context, ViewMode mode, int unreadMessages) {
   Html bar;
-  if (IsGroupView(visit.Context.Visitor.CalName)) bar.Add(ColourMappingLink(visit));
-  bar.Add(StepButtons(visit, mode));
-  if (!visit.Context.Visitor.IsLoggedIn()) return bar.Add(FindButton(visit));
+  if (IsGroupView(context.Visitor.CalName)) bar.Add(ColourMappingLink(context));
+  bar.Add(StepButtons(context, mode));
+  if (!context.Visitor.IsLoggedIn()) return bar.Add(FindButton(context));
 
-  bar.Add(PageButton(visit, "p=e", Text::kNewEvent, "event_new.gif"));
-  bar.Add(FindButton(visit));
-  if (HasMessageButton(visit)) bar.Add(MessageButton(visit));
-  bar.Add(PageButton(visit, "p=p", Text::kPreferences, "prefs.gif"));
-  if (visit.Context.Visitor.IsAdministrator())
-    bar.Add(PageButton(visit, "p=a", Text::kAdministration, "admin.gif"));
+  bar.Add(PageButton(context, "p=e", Text::kNewEvent, "event_new.gif"));
+  bar.Add(FindButton(context));
+  if (HasMessageButton(context)) bar.Add(MessageButton(context, unreadMessages));
+  bar.Add(PageButton(context, "p=p", Text::kPreferences, "prefs.gif"));
+  if (context.Visitor.IsAdministrator())
+    bar.Add(PageButton(context, "p=a", Text::kAdministration, "admin.gif"));
   return bar;
 }
 

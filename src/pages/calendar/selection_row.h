@@ -1,16 +1,13 @@
 #pragma once
 
 #include "html/html.h"
+#include "pages/calendar/view_content.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-struct Visit;
-
-/// Announces to the database what `SelectionRow` will ask.
-void AnnounceSelectionRow(const Visit& visit);
-
 /// The last row of every view's table, where the user chooses date, calendar and view. It spans `columnCount`
-/// columns. Throws DatabaseError.
-Html SelectionRow(const Visit& visit, int columnCount);
+/// columns.
+Html SelectionRow(const PageContext& context, const ViewContent& content, int columnCount);
 
 }  // namespace orlune

@@ -23,4 +23,16 @@ Date Stepped(Date date, ViewMode mode, int steps) {
   return date;
 }
 
+Period ShownPeriod(Date date, ViewMode mode, const Week& week) {
+  switch (mode) {
+    case ViewMode::kDay:
+      return {date, date};
+    case ViewMode::kWeek:
+      return {AddDays(week.Start(date), 0), AddDays(week.Start(date), 6)};
+    case ViewMode::kMonth:
+      return {date - std::chrono::days{DayOfMonth(date) - 1}, LastDayOfMonth(date)};
+  }
+  return {date, date};
+}
+
 }  // namespace orlune

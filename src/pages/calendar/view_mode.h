@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/civil_time.h"
+#include "base/week.h"
 
 namespace orlune {
 
@@ -15,5 +16,14 @@ std::optional<ViewMode> ViewModeNamed(std::string_view name);
 
 /// `date` moved by `steps` days, weeks or calendar months.
 Date Stepped(Date date, ViewMode mode, int steps);
+
+/// The days that a view shows, both included.
+struct Period {
+  Date First;
+  Date Last;
+};
+
+/// The day, week or month that holds `date`.
+Period ShownPeriod(Date date, ViewMode mode, const Week& week);
 
 }  // namespace orlune

@@ -1,67 +1,41 @@
 #include "pages/calendar/view_parts.h"
 
+#include <string>
+
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "html/links.h"
 #include "html/page_frame.h"
-#include "model/calendar.h"
 #include "pages/calendar/navigation_bar.h"
-#include "pages/calendar/selection_row.h"
 #include "request/texts.h"
-#include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
 
 namespace orlune {
 
-namespace {
-
-Statement DisplayNameQuery(std::string_view calName) {
-  return IsGroupView(calName)
-             ? Statement("SELECT FriendlyName FROM GroupViews WHERE Name = '{}'", calName.substr(1))
-             : Statement("SELECT FriendlyName FROM Calendars WHERE Name = '{}'", calName);
-}
-
-}  // namespace
-
-std::string CalendarDisplayName(const Visit& visit) {
-  const auto row = OpenQuery(visit.Database, DisplayNameQuery(visit.Context.Visitor.CalName));
-  return std::string(row->Next() ? TextOf(row->Get(row->Column("FriendlyName")))
-                                 : visit.Context.Visitor.CalName);
-}
-
-void AnnounceViewParts(const Visit& visit) {
-  if (visit.Context.Hosting.ShowTitle)
-    visit.Database.Announce(DisplayNameQuery(visit.Context.Visitor.CalName));
-  AnnounceNavigationBar(visit);
-  AnnounceSelectionRow(visit);
-}
-
-Html ViewOpen(const Visit& visit, ViewMode mode, const Html& caption) {
-  Html view("<FORM ACTION=\"{}\" NAME=\"acForm\">", Attribute(visit.Context.Hosting.ScriptName));
-  if (visit.Context.Hosting.ShowTitle) {
-    view.Add("<P ALIGN=CENTER><FONT CLASS=\"calname\">{}</FONT>", Content(CalendarDisplayName(visit)));
+Html ViewOpen(const PageContext& context, const ViewContent& content, ViewMode mode, const Html& caption) {
+  Html view("<FORM ACTION=\"{}\" NAME=\"acForm\">", Attribute(context.Hosting.ScriptName));
+  if (context.Hosting.ShowTitle) {
+    view.Add("<P ALIGN=CENTER><FONT CLASS=\"calname\">{}</FONT>", Content(content.CalendarName));
   }
-  view.Add(TitleBarOpen("100", caption, NavigationBar(visit, mode)));
+  view.Add(TitleBarOpen("100", caption, NavigationBar(context, mode, content.UnreadMessages)));
   return view;
 }
 
-Html ViewClose(const Visit& visit) {
-  return Html("</TABLE>{}</FORM>", TitleBarClose(visit));
+Html ViewClose(const PageContext& context) {
+  return Html("</TABLE>{}</FORM>", TitleBarClose(context));
 }
 
-Markup DayCellClass(const Visit& visit, const Week& week, Date date) {
-  if (date == visit.Context.Today) return " CLASS=\"today\"";
+Markup DayCellClass(const PageContext& context, const Week& week, Date date) {
+  if (date == context.Today) return " CLASS=\"today\"";
   if (week.IsWeekend(date)) return " CLASS=\"weekend\"";
   return "";
 }
 
-Html DayNumberLink(const Visit& visit, Date date) {
-  const std::string_view hint = LoadText(visit, Text::kShowDay);
+Html DayNumberLink(const PageContext& context, Date date) {
+  const std::string_view hint = LoadText(context, Text::kShowDay);
   return Html(
       "<FONT CLASS=\"daynumber\"><A HREF=\"{}?p=c&cd={}&dm=day\" CLASS=\"daynumber\" TITLE=\"{}\" "
       "{}>{}</A></FONT>",
-      Attribute(visit.Context.Hosting.ScriptName), Attribute(FormatShortDate(visit.Context.Regional, date)),
+      Attribute(context.Hosting.ScriptName), Attribute(FormatShortDate(context.Regional, date)),
       Attribute(hint), StatusHandler(hint), DayOfMonth(date));
 }
 

@@ -1,34 +1,26 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "base/civil_time.h"
 #include "base/week.h"
 #include "html/html.h"
-#include "pages/calendar/view_mode.h"
+#include "pages/calendar/view_content.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-struct Visit;
-
-/// The name that the viewed calendar or group view is shown under; its `CalName` when it has none.
-std::string CalendarDisplayName(const Visit& visit);
-
-/// Announces to the database what every view asks beside its events.
-void AnnounceViewParts(const Visit& visit);
-
 /// Opens a view: its form, the calendar's name where the page shows it, and the title bar with `caption` and
 /// the navigation bar.
-Html ViewOpen(const Visit& visit, ViewMode mode, const Html& caption);
+Html ViewOpen(const PageContext& context, const ViewContent& content, ViewMode mode, const Html& caption);
 /// Closes the view's table, its title bar and its form.
-Html ViewClose(const Visit& visit);
+Html ViewClose(const PageContext& context);
 
 /// The class attribute of a day's cell: today wins over a weekend day; other days have none.
-Markup DayCellClass(const Visit& visit, const Week& week, Date date);
+Markup DayCellClass(const PageContext& context, const Week& week, Date date);
 /// The number of a day as a link to its day view.
-Html DayNumberLink(const Visit& visit, Date date);
+Html DayNumberLink(const PageContext& context, Date date);
 
 /// A FONT tag in the colours of a group view's calendar, to be closed unless it is empty. What does not look
 /// like a colour is left out.

@@ -5,11 +5,9 @@
 #include "base/week.h"
 #include "html/form_parts.h"
 #include "pages/calendar/event_entry.h"
-#include "pages/calendar/ol_events.h"
 #include "pages/calendar/selection_row.h"
 #include "pages/calendar/view_parts.h"
 #include "request/texts.h"
-#include "request/visit.h"
 
 namespace orlune {
 
@@ -28,33 +26,31 @@ Html RangeText(const DateNames& names, Date weekStart, Date weekEnd) {
   return range;
 }
 
-Html WeekCaption(const Visit& visit, const Week& week, Date weekStart) {
-  const std::string number = std::to_string(week.WeekNumber(visit.Context.Visitor.CurrentDate));
-  return Html("{} - {}", Content(LoadText(visit, Text::kWeekCaption, {number})),
-              RangeText(visit.Context.Regional.UpperCaseNames, AddDays(weekStart, 0), AddDays(weekStart, 6)));
+Html WeekCaption(const PageContext& context, const Week& week, Date weekStart) {
+  const std::string number = std::to_string(week.WeekNumber(context.Visitor.CurrentDate));
+  return Html("{} - {}", Content(LoadText(context, Text::kWeekCaption, {number})),
+              RangeText(context.Regional.UpperCaseNames, AddDays(weekStart, 0), AddDays(weekStart, 6)));
 }
 
-void AddHeaderRow(Html& page, const Visit& visit, Date weekStart) {
+void AddHeaderRow(Html& page, const PageContext& context, Date weekStart) {
   page.Add("<TR>");
   for (int column = 0; column < 7; ++column) {
     page.Add("<TD ALIGN=CENTER WIDTH=14% CLASS=\"captions\">{}</TD>",
-             Content(WeekdayName(visit.Context.Regional.Names, weekStart + days{column})));
+             Content(WeekdayName(context.Regional.Names, weekStart + days{column})));
   }
   page.Add("</TR>\r\n");
 }
 
-void AddDayRow(Html& page, const Visit& visit, const Week& week, Date weekStart) {
-  OL_Events events(visit);
-  events.GetEventsForPeriod(AddDays(weekStart, 0), AddDays(weekStart, 6));
-  const EventEntryWriter entries(visit);
-
+void AddDayRow(Html& page, const PageContext& context, const ViewContent& content, const Week& week,
+               Date weekStart) {
+  const EventEntryWriter entries(context, content.Group);
   page.Add("<TR>");
   for (int column = 0; column < 7; ++column) {
     const Date date = AddDays(weekStart, column);
-    page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(visit, week, date),
-             DayNumberLink(visit, date));
-    events.GetEventsForDay(date);
-    for (std::size_t i = 1; i <= events.DayCount(); ++i) entries.AddWeekEntry(page, *events.EventsByDay(i));
+    page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(context, week, date),
+             DayNumberLink(context, date));
+    for (const Occurrence& occurrence : content.Events.GetEventsForDay(date))
+      entries.AddWeekEntry(page, occurrence);
     page.Add("</TD>");
   }
   page.Add("</TR>");
@@ -62,15 +58,15 @@ void AddDayRow(Html& page, const Visit& visit, const Week& week, Date weekStart)
 
 }  // namespace
 
-void AddWeekView(Html& page, const Visit& visit) {
-  const Week week(visit.Context.Visitor.FirstDayOfWeek, visit.Context.Visitor.Weekend);
-  const Date weekStart = week.Start(visit.Context.Visitor.CurrentDate);
-  page.Add(ViewOpen(visit, ViewMode::kWeek, WeekCaption(visit, week, weekStart)));
-  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(visit));
-  AddHeaderRow(page, visit, weekStart);
-  AddDayRow(page, visit, week, weekStart);
-  page.Add(SelectionRow(visit, 7));
-  page.Add(ViewClose(visit));
+void AddWeekView(Html& page, const PageContext& context, const ViewContent& content) {
+  const Week week(context.Visitor.FirstDayOfWeek, context.Visitor.Weekend);
+  const Date weekStart = week.Start(context.Visitor.CurrentDate);
+  page.Add(ViewOpen(context, content, ViewMode::kWeek, WeekCaption(context, week, weekStart)));
+  page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(context));
+  AddHeaderRow(page, context, weekStart);
+  AddDayRow(page, context, content, week, weekStart);
+  page.Add(SelectionRow(context, content, 7));
+  page.Add(ViewClose(context));
 }
 
 }  // namespace orlune

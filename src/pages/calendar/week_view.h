@@ -1,13 +1,13 @@
 #pragma once
 
 #include "html/html.h"
+#include "pages/calendar/view_content.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-struct Visit;
-
 /// The week that holds the current date: one row of seven tall cells with the occurrences of their days.
-/// Throws DatabaseError.
-void AddWeekView(Html& page, const Visit& visit);
+///
+void AddWeekView(Html& page, const PageContext& context, const ViewContent& content);
 
 }  // namespace orlune

@@ -8,42 +8,45 @@
 #include "html/page_frame.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
 
 namespace orlune {
 namespace {
 
-Html NameRow(const Visit& visit) {
+Html NameRow(const PageContext& context, std::string_view name) {
   return Html("<TR><TD ALIGN=RIGHT>{}</TD><TD><INPUT TYPE=TEXT SIZE={} NAME=\"Name\" VALUE=\"{}\"></TD></TR>",
-              Content(LoadText(visit, Text::kLoginName)), InputSize(visit, 18, 38),
-              Attribute(visit.Request.FormField("Name")));
+              Content(LoadText(context, Text::kLoginName)), InputSize(context, 18, 38), Attribute(name));
 }
 
-Html PasswordRow(const Visit& visit) {
+Html PasswordRow(const PageContext& context) {
   return Html("<TR><TD ALIGN=RIGHT>{}</TD><TD><INPUT TYPE=PASSWORD SIZE={} NAME=\"Passwd\"></TD></TR>",
-              Content(LoadText(visit, Text::kLoginPassword)), InputSize(visit, 18, 38));
+              Content(LoadText(context, Text::kLoginPassword)), InputSize(context, 18, 38));
 }
 
-Html ButtonRow(const Visit& visit) {
+Html ButtonRow(const PageContext& context) {
   return Html("<TR><TD ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
-              Attribute(LoadText(visit, Text::kLoginButton)));
+              Attribute(LoadText(context, Text::kLoginButton)));
+}
+
+Html WriteLoginForm(const PageContext& context, std::string_view name, Markup focusField) {
+  Html page = PageHead(context, context.Hosting.ProductTitle,
+                       Html("javascript:document.forms[0].{}.focus();", focusField));
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=l\">", Attribute(context.Hosting.ScriptName));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(context, Text::kLoginTitle))), {}));
+  page.Add(FormTableOpen(context));
+  page.Add(NameRow(context, name));
+  page.Add(PasswordRow(context));
+  page.Add(ButtonRow(context));
+  page.Add(TableClose());
+  page.Add(TitleBarClose(context));
+  if (context.Hosting.DemoMode) page.Add("<P ALIGN=CENTER>Username: admin, password: demo1");
+  page.Add("</FORM>");
+  page.Add(PageFoot(context));
+  return page;
 }
 
 void ShowLoginForm(Visit& visit, Markup focusField) {
-  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle,
-                       Html("javascript:document.forms[0].{}.focus();", focusField));
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=l\">", Attribute(visit.Context.Hosting.ScriptName));
-  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(visit, Text::kLoginTitle))), {}));
-  page.Add(FormTableOpen(visit));
-  page.Add(NameRow(visit));
-  page.Add(PasswordRow(visit));
-  page.Add(ButtonRow(visit));
-  page.Add(TableClose());
-  page.Add(TitleBarClose(visit));
-  if (visit.Context.Hosting.DemoMode) page.Add("<P ALIGN=CENTER>Username: admin, password: demo1");
-  page.Add("</FORM>");
-  page.Add(PageFoot(visit));
+  Html page = WriteLoginForm(visit.Context, visit.Request.FormField("Name"), focusField);
   page.Add(AlertScript(visit.Alerts));
   WritePage(visit, std::move(page));
 }
@@ -69,14 +72,11 @@ void LogIn(Visit& visit, std::string_view name) {
 
 /// Without a `password` the hosting page vouches for the user.
 void CheckLogin(Visit& visit, std::string_view name, std::optional<std::string_view> password) {
-  const auto rows = OpenQuery(
-      visit.Database,
-      Statement("SELECT Name, Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", name));
-  if (!rows->Next()) return RefuseLogin(visit, Text::kUnknownUser, "Name");
-  const Value stored = rows->Get(rows->Column("Password"));
-  if (password && !IsNull(stored) && TextOf(stored) != *password)
+  const auto account = Ask(visit.Database, LoginAccountOf(name));
+  if (!account) return RefuseLogin(visit, Text::kUnknownUser, "Name");
+  if (password && account->Password && *account->Password != *password)
     return RefuseLogin(visit, Text::kWrongPassword, "Passwd");
-  LogIn(visit, TextOf(rows->Get(rows->Column("Name"))));
+  LogIn(visit, account->Name);
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ void LoginStep(Visit& visit) {
   if (request.FormFieldCount() > 0) {
     CheckLogin(visit, request.FormField("Name"), request.FormField("Passwd"));
   } else if (visit.Context.Visitor.LoginName == "?" || visit.Context.Visitor.LoginName.empty() ||
-             visit.Request.QueryParameter("p") == "l") {
+             request.QueryParameter("p") == "l") {
     ShowLoginForm(visit, "Name");
   } else {
     CheckLogin(visit, visit.Context.Visitor.LoginName, std::nullopt);

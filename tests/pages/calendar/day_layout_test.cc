@@ -5,7 +5,7 @@
 namespace orlune {
 namespace {
 
-/// An occurrence at times such as 930 and 1045; -1 for no time.
+/// An event at times such as 930 and 1045; -1 for no time.
 OL_Event Timed(int begin, int end) {
   const auto time = [](int clock) -> std::optional<TimeOfDay> {
     if (clock < 0) return std::nullopt;
@@ -48,10 +48,10 @@ TEST(DayLayout, NeedsAsManyColumnsAsTheBusiestHour) {
   const OL_Event second = Timed(1000, 1200);
   const OL_Event third = Timed(1130, -1);
   const OL_Event early = Timed(600, 700);
-  const std::vector<const OL_Event*> events{&first, &second, &third, &early};
-  EXPECT_EQ(ColumnCount(events, {8, 17}), 2);
-  EXPECT_EQ(ColumnCount(events, {6, 7}), 1);
-  EXPECT_EQ(ColumnCount(events, {17, 8}), 1);
+  const std::vector<Occurrence> day{{&first, {}, 0}, {&second, {}, 0}, {&third, {}, 0}, {&early, {}, 0}};
+  EXPECT_EQ(ColumnCount(day, {8, 17}), 2);
+  EXPECT_EQ(ColumnCount(day, {6, 7}), 1);
+  EXPECT_EQ(ColumnCount(day, {17, 8}), 1);
   EXPECT_EQ(ColumnCount({}, {8, 17}), 1);
 }
 

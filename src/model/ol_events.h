@@ -1,0 +1,44 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "base/week.h"
+#include "model/group_view.h"
+#include "model/ol_event.h"
+
+namespace orlune {
+
+/// One day on which an event falls.
+struct Occurrence {
+  const OL_Event* Event;  ///< never null; belongs to the `OL_Events`
+  Date OccurrenceDate;
+  std::size_t Member;  ///< the place of its calendar in the viewed group view; past the end when it has none
+};
+
+/// The occurrences of one period, expanded in memory. Holds each event once, and the occurrences refer to it.
+class OL_Events {
+ public:
+  OL_Events() = default;
+  OL_Events(OL_Events&&) = default;
+  OL_Events& operator=(OL_Events&&) = default;
+  OL_Events(const OL_Events&) = delete;
+  OL_Events& operator=(const OL_Events&) = delete;
+  ~OL_Events() = default;
+
+  /// Replaces the occurrences by those of `events` from `first` to `last`, both days included. `group` has
+  /// the members of the viewed group view.
+  void GetEventsForPeriod(std::vector<OL_Event> events, const GroupViewMembers& group, const Week& week,
+                          Date first, Date last);
+  /// The occurrences of one day, in the order that the events have; none outside the period.
+  std::span<const Occurrence> GetEventsForDay(Date date) const;
+
+ private:
+  void AddOccurrences(const OL_Event& event, std::size_t member, const Week& week, Date last);
+
+  std::vector<OL_Event> events_;
+  Date first_;
+  std::vector<std::vector<Occurrence>> days_;  ///< from `first_` on
+};
+
+}  // namespace orlune

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/calendar.h"
+#include "model/group_view.h"
+#include "model/ol_events.h"
+#include "pages/calendar/view_mode.h"
+#include "request/page_context.h"
+
+namespace orlune {
+
+class Connection;
+
+/// What a view of the calendar shows.
+struct ViewContent {
+  std::string CalendarName;                 ///< "" on a page that does not show it
+  int UnreadMessages = 0;                   ///< 0 on a page without the button for messages
+  std::vector<GroupViewChoice> GroupViews;  ///< the group views to choose from
+  std::vector<Calendar> Calendars;          ///< the calendars to choose from
+  GroupViewMembers Group;                   ///< of the viewed group view; empty for a calendar
+  OL_Events Events;
+};
+
+/// Throws DatabaseError.
+ViewContent LoadView(Connection& database, const PageContext& context, ViewMode mode);
+
+}  // namespace orlune
