@@ -5,6 +5,20 @@
 #include "store/field.h"
 
 namespace orlune {
+namespace {
+
+void AddOption(Html& list, std::string_view name, std::string_view friendlyName, bool isGroup,
+               bool isSelected, Markup ending) {
+  const Html label = OptionLabel(friendlyName);
+  list.Add("<OPTION VALUE=\"{}\"{}>", Attribute(name), SelectedWhen(isSelected));
+  if (isGroup) {
+    list.Add("[{}]{}", label, ending);
+  } else {
+    list.Add("{}{}", label, ending);
+  }
+}
+
+}  // namespace
 
 void AddCalendarOptions(Html& list, ResultSet& rows, const std::function<bool(std::string_view)>& isSelected,
                         Markup ending) {
@@ -13,13 +27,16 @@ void AddCalendarOptions(Html& list, ResultSet& rows, const std::function<bool(st
   const int isGroup = rows.Column("IsGroup");
   while (rows.Next()) {
     const std::string_view name = TextOf(rows.Get(nameColumn));
-    const Html label = OptionLabel(TextOf(rows.Get(friendlyName)));
-    list.Add("<OPTION VALUE=\"{}\"{}>", Attribute(name), SelectedWhen(isSelected(name)));
-    if (YesNoOf(rows.Get(isGroup))) {
-      list.Add("[{}]{}", label, ending);
-    } else {
-      list.Add("{}{}", label, ending);
-    }
+    AddOption(list, name, TextOf(rows.Get(friendlyName)), YesNoOf(rows.Get(isGroup)), isSelected(name),
+              ending);
+  }
+}
+
+void AddCalendarOptions(Html& list, std::span<const Calendar> calendars,
+                        const std::function<bool(std::string_view)>& isSelected, Markup ending) {
+  for (const Calendar& calendar : calendars) {
+    AddOption(list, calendar.Name, calendar.FriendlyName, calendar.IsGroup, isSelected(calendar.Name),
+              ending);
   }
 }
 
