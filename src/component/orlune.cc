@@ -5,6 +5,7 @@
 #include "pages/calendar/calendar_page.h"
 #include "pages/calendar/date_picker.h"
 #include "pages/events/event_page.h"
+#include "pages/groupviews/group_view_page.h"
 #include "pages/login/login.h"
 #include "pages/messages/messages_page.h"
 #include "pages/preferences/preferences_page.h"
@@ -20,12 +21,20 @@ std::string WithTrailingSlash(std::string directory) {
   return directory;
 }
 
+void ShowPreferencesOrGroupViews(Visit& visit) {
+  if (IsGroupViewAction(visit.Request.QueryParameter("act"))) {
+    ShowGroupViewPage(visit);
+  } else {
+    ShowPreferencesPage(visit);
+  }
+}
+
 void ShowPage(std::string_view page, Visit& visit) {
   if (page == "c") ShowCalendarPage(visit);
   if (page == "a") ShowAdminPage(visit);
   if (page == "e") ShowEventPage(visit);
   if (page == "m") ShowMessagesPage(visit);
-  if (page == "p") ShowPreferencesPage(visit);
+  if (page == "p") ShowPreferencesOrGroupViews(visit);
   if (page == "s") ShowDatePicker(visit);
 }
 

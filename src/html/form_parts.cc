@@ -4,7 +4,7 @@
 
 #include "base/date_text.h"
 #include "base/lists.h"
-#include "request/page_context.h"
+#include "request/texts.h"
 
 namespace orlune {
 
@@ -69,6 +69,10 @@ Html FormTableOpen(const PageContext& context) {
       "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
       "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>",
       CellSpacing(context));
+}
+
+Html FormRow(const PageContext& context, Text label, const Html& field) {
+  return Html("<TR><TD>{}</TD><TD>{}</TD></TR>", Content(LoadText(context, label)), field);
 }
 
 Markup CellSpacing(const PageContext& context) {

@@ -8,6 +8,7 @@
 #include "base/civil_time.h"
 #include "html/html.h"
 #include "request/page_context.h"
+#include "texts/text.h"
 
 namespace orlune {
 
@@ -41,6 +42,8 @@ Html ActionButton(const PageContext& context, std::string_view label, const Html
 int InputSize(const PageContext& context, int other, int compatible);
 /// Opens a form's outer table and in its only cell the table of the form's rows.
 Html FormTableOpen(const PageContext& context);
+/// A row of a form's table: the text `label`, and what is entered beside it.
+Html FormRow(const PageContext& context, Text label, const Html& field);
 /// The space between the cells of a page's table.
 Markup CellSpacing(const PageContext& context);
 

@@ -1,6 +1,7 @@
 #include "model/group_view.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "base/text.h"
 
@@ -9,6 +10,10 @@ namespace {
 
 std::string_view ItemAt(const std::vector<std::string>& items, std::size_t place) {
   return place < items.size() ? std::string_view(items[place]) : std::string_view();
+}
+
+void EraseAt(std::vector<std::string>& items, std::size_t place) {
+  if (place < items.size()) items.erase(items.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
 }  // namespace
@@ -26,6 +31,17 @@ std::size_t GroupViewMembers::PlaceOf(std::string_view calendar) const {
     return EqualIgnoringCase(name, calendar);
   });
   return member == Calendars.end() ? std::string::npos : static_cast<std::size_t>(member - Calendars.begin());
+}
+
+bool GroupViewMembers::Remove(std::string_view calendar) {
+  const std::size_t before = Calendars.size();
+  for (std::size_t place = before; place-- > 0;) {
+    if (!EqualIgnoringCase(Calendars[place], calendar)) continue;
+    EraseAt(Calendars, place);
+    EraseAt(BackGround, place);
+    EraseAt(ForeGround, place);
+  }
+  return Calendars.size() != before;
 }
 
 }  // namespace orlune

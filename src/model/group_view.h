@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,9 @@ struct GroupViewMembers {
   /// The first place of `calendar` among the members, names compared ignoring case; past the end when it has
   /// none.
   std::size_t PlaceOf(std::string_view calendar) const;
+
+  /// Removes `calendar` with its colours; false when it is no member.
+  bool Remove(std::string_view calendar);
 };
 
 /// A group view as lists of choices show it.
@@ -26,6 +30,15 @@ struct GroupViewChoice {
   int Id = 0;
   std::string Name;  ///< without "@"
   std::string FriendlyName;
+};
+
+/// A view over several calendars as its owner keeps it.
+struct GroupView {
+  std::optional<int> Id;  ///< its `GroupID`; nothing before it is stored
+  std::string Owner;
+  std::string Name;  ///< letters and digits; what calendar names address it by, after an "@"
+  std::string FriendlyName;
+  GroupViewMembers Members;
 };
 
 }  // namespace orlune

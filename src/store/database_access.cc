@@ -85,4 +85,8 @@ std::string MakeInternalName(Connection& database, std::string_view text, SqlLit
   return name;
 }
 
+Statement SaveRow(SqlLiteral table, std::span<const ColumnValue> pairs, const Statement& where) {
+  return BuildSql(where.IsEmpty() ? SqlMode::kInsert : SqlMode::kUpdate, table, pairs, where);
+}
+
 }  // namespace orlune

@@ -45,4 +45,7 @@ bool NameExists(Connection& database, SqlLiteral column, SqlLiteral table, std::
 std::string MakeInternalName(Connection& database, std::string_view text, SqlLiteral column,
                              SqlLiteral table);
 
+/// An UPDATE of the row that `where` names, or an INSERT when it is empty.
+Statement SaveRow(SqlLiteral table, std::span<const ColumnValue> pairs, const Statement& where);
+
 }  // namespace orlune

@@ -22,4 +22,20 @@ Query<std::optional<std::string>> GroupViewTitle(std::string_view name);
 /// The views that `loginName` may choose from, their own and the administrator's, by display name.
 Query<std::vector<GroupViewChoice>> GroupViewsVisibleTo(std::string_view loginName);
 
+/// The views of the owner `loginName`, by display name.
+Query<std::vector<GroupViewChoice>> GroupViewsOwnedBy(std::string_view loginName);
+/// Nothing when there is no such view.
+Query<std::optional<GroupView>> GroupViewWithId(int id);
+/// An internal name made from `text` that no view has yet; `text` itself when it is one.
+std::string UnusedGroupViewName(Connection& database, std::string_view text);
+/// Writes a view; a new one under a name of its own, should the one that it has be taken by now. Returns its
+/// number.
+int StoreGroupView(Connection& database, GroupView view);
+void DeleteGroupView(Connection& database, int id);
+
+/// Gives the views of the owner `oldName` to `newName`, and the calendar's place in the views of others.
+void RenameInGroupViews(Connection& database, std::string_view oldName, std::string_view newName);
+/// Deletes the views of the owner `name`, and takes the calendar with its colours out of the views of others.
+void RemoveFromGroupViews(Connection& database, std::string_view name);
+
 }  // namespace orlune

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/record_choice.h"
 #include "store/field.h"
 
 namespace orlune {
@@ -27,6 +28,21 @@ template <class Read>
 auto FirstRow(ResultSet& rows, Read read) -> std::optional<decltype(read(rows))> {
   if (!rows.Next()) return std::nullopt;
   return read(rows);
+}
+
+/// The rows of a query that selects ID, PrettyName and IntName.
+inline std::vector<RecordChoice> RecordChoicesIn(ResultSet& rows) {
+  const int id = rows.Column("ID");
+  const int prettyName = rows.Column("PrettyName");
+  const int intName = rows.Column("IntName");
+  std::vector<RecordChoice> choices;
+  while (rows.Next()) {
+    const Value key = rows.Get(id);
+    const auto number = NumberOf(key);
+    choices.push_back({number ? std::to_string(*number) : std::string(TextOf(key)),
+                       std::string(TextOf(rows.Get(prettyName))), std::string(TextOf(rows.Get(intName)))});
+  }
+  return choices;
 }
 
 }  // namespace orlune

@@ -7,6 +7,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "base/text.h"
 #include "html/form_parts.h"
@@ -75,6 +78,64 @@ Html ActionQuery(const ManagerEntry& manager, Markup action) {
   return Html("p=a&act={}_{}", manager.Prefix, action);
 }
 
+Html ListQuery(const ManagerEntry& manager) {
+  return ActionQuery(manager, "list");
+}
+
+AdminContent LoadAdminContent(Connection& database, const RecordManager& manager, AdminState record) {
+  AdminContent content{std::move(record), {}, {}};
+  std::tie(content.Records, content.Choices) =
+      Ask(database, manager.Records(), manager.Choices(content.Record));
+  return content;
+}
+
+Html Menu(const PageContext& context, const ManagerEntry& shown) {
+  Html menu = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
+  for (const ManagerEntry& other : kManagers) {
+    if (&other == &shown) continue;
+    menu.Add(ImageLink(context, Html("{}?{}", Attribute(context.Hosting.ScriptName), ListQuery(other)),
+                       LoadText(context, other.ButtonText), other.ButtonImage));
+  }
+  return menu;
+}
+
+Html RecordList(const PageContext& context, const RecordTexts& texts, const AdminContent& content) {
+  const std::string shown = content.Record.Id ? std::to_string(*content.Record.Id) : "";
+  Html list("<SELECT NAME=\"id\" SIZE=5 onChange=\"javascript:document.acForm.submit();\">");
+  list.Add("<OPTION VALUE=\"\">&lt;{}&gt;", Content(LoadText(context, texts.NewEntry)));
+  AddRecordOptions(list, content.Records, [&](std::string_view id) { return id == shown; });
+  list.Add("</SELECT>");
+  return TallRow(Html("{}", Content(LoadText(context, texts.ListCaption))), list);
+}
+
+Html Buttons(const PageContext& context, const ManagerEntry& entry, const AdminState& record) {
+  Html buttons = ActionButton(context, LoadText(context, Text::kSaveRecord), ActionQuery(entry, "save"));
+  if (record.Id && !IsProtected(record.IntName) && !IsProtected(record.StoredIntName)) {
+    buttons.Add("&nbsp;&nbsp;{}",
+                ActionButton(context, LoadText(context, Text::kDeleteRecord), ActionQuery(entry, "delete")));
+  }
+  return buttons;
+}
+
+Html WriteAdminPage(const PageContext& context, const ManagerEntry& entry, const RecordManager& manager,
+                    const AdminContent& content) {
+  Html page = PageHead(context, context.Hosting.ProductTitle);
+  page.Add(Menu(context, entry));
+  page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">", Attribute(context.Hosting.ScriptName),
+           ListQuery(entry));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(context, manager.Texts().Title))), {}));
+  page.Add(
+      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
+      "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>\r\n",
+      CellSpacing(context));
+  page.Add(RecordList(context, manager.Texts(), content));
+  page.Add(manager.FieldRows(context, content));
+  page.Add("</TABLE></TD></TR><TR><TD COLSPAN=6 ALIGN=CENTER CLASS=\"captions\">");
+  page.Add(Buttons(context, entry, content.Record));
+  page.Add(TableClose());
+  return page;
+}
+
 /// One manager in one request.
 class AdminPage {
  public:
@@ -101,10 +162,6 @@ class AdminPage {
 
  private:
   void Show();
-  Html Menu() const;
-  Html RecordList() const;
-  Html Buttons() const;
-
   /// Reads the record that the form names, if it names one; false when there is none such.
   bool LoadRecord();
   /// False when the posted values were refused. A record that is gone is left so.
@@ -112,21 +169,22 @@ class AdminPage {
   void Remove();
   void ReturnToList();
 
-  Statement WhereThisRecord() const { return Statement("WHERE ({} = {})", manager_->Kind().Key, record_.Id); }
-
   Visit& visit_;
   const ManagerEntry& entry_;
   ManagerPointer manager_;
   AdminState record_;
 };
 
+void AdminPage::Show() {
+  const AdminContent content = LoadAdminContent(visit_.Database, *manager_, std::move(record_));
+  FinishFormPage(visit_, WriteAdminPage(visit_.Context, entry_, *manager_, content));
+}
+
 bool AdminPage::LoadRecord() {
   const std::string_view posted = visit_.Request.FormField("id");
   if (posted.empty()) return true;
-  const auto key = KeyOf(posted);
-  if (!key) return false;
-  record_.Id = std::to_string(*key);
-  return manager_->Load(visit_, record_);
+  record_.Id = KeyOf(posted);
+  return record_.Id && manager_->Load(visit_.Database, record_);
 }
 
 bool AdminPage::Store() {
@@ -139,81 +197,27 @@ bool AdminPage::Store() {
   if (!visit_.Alerts.empty()) return false;
 
   record_.Name = ReplaceAll(record_.Name, "'", "&#39;");
-  const auto mode = record_.Id.empty() ? SqlMode::kInsert : SqlMode::kUpdate;
-  const auto columns = manager_->Columns(record_);
-  visit_.Database.Execute(BuildSql(mode, manager_->Kind().Table, columns, WhereThisRecord()));
-  manager_->AfterSave(visit_.Database, record_);
+  manager_->Save(visit_.Database, record_);
   transaction.Commit();
   return true;
 }
 
 void AdminPage::Remove() {
   Transaction transaction(visit_.Database);
-  if (!LoadRecord() || record_.Id.empty()) return;
-  visit_.Database.Execute(Statement("DELETE FROM {} {}", manager_->Kind().Table, WhereThisRecord()));
-  manager_->AfterDelete(visit_.Database, record_.StoredIntName);
+  if (!LoadRecord() || !record_.Id) return;
+  manager_->Delete(visit_.Database, record_);
   transaction.Commit();
 }
 
 void AdminPage::ReturnToList() {
-  visit_.Response.Redirect(visit_.Context.Hosting.ScriptName + "?" + ActionQuery(entry_, "list").Text());
-}
-
-Html AdminPage::Menu() const {
-  Html menu = PageButton(visit_, "p=c", Text::kViewCalendar, "cal.gif");
-  for (const ManagerEntry& other : kManagers) {
-    if (&other == &entry_) continue;
-    menu.Add(ImageLink(
-        visit_, Html("{}?{}", Attribute(visit_.Context.Hosting.ScriptName), ActionQuery(other, "list")),
-        LoadText(visit_, other.ButtonText), other.ButtonImage));
-  }
-  return menu;
-}
-
-Html AdminPage::RecordList() const {
-  const RecordKind& kind = manager_->Kind();
-  Html list("<SELECT NAME=\"id\" SIZE=5 onChange=\"javascript:document.acForm.submit();\">");
-  list.Add("<OPTION VALUE=\"\">&lt;{}&gt;", Content(LoadText(visit_, kind.NewEntry)));
-  AddRecordOptions(list, *OpenQuery(visit_.Database, Statement("{}", kind.Records)),
-                   [&](std::string_view id) { return id == record_.Id; });
-  list.Add("</SELECT>");
-  return TallRow(Html("{}", Content(LoadText(visit_, kind.ListCaption))), list);
-}
-
-Html AdminPage::Buttons() const {
-  Html buttons = ActionButton(visit_, LoadText(visit_, Text::kSaveRecord), ActionQuery(entry_, "save"));
-  const bool mayDelete =
-      !record_.Id.empty() && !IsProtected(record_.IntName) && !IsProtected(record_.StoredIntName);
-  if (mayDelete) {
-    buttons.Add("&nbsp;&nbsp;{}",
-                ActionButton(visit_, LoadText(visit_, Text::kDeleteRecord), ActionQuery(entry_, "delete")));
-  }
-  return buttons;
-}
-
-void AdminPage::Show() {
-  Html page = PageHead(visit_, visit_.Context.Hosting.ProductTitle);
-  page.Add(Menu());
-  page.Add("<FORM METHOD=post ACTION=\"{}?{}\" NAME=\"acForm\">",
-           Attribute(visit_.Context.Hosting.ScriptName), ActionQuery(entry_, "list"));
-  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(visit_, manager_->Kind().Title))), {}));
-  page.Add(
-      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
-      "<TABLE WIDTH=100% CELLSPACING=10 ALIGN=CENTER>\r\n",
-      CellSpacing(visit_));
-  page.Add(RecordList());
-  page.Add(manager_->FieldRows(visit_, record_));
-  page.Add("</TABLE></TD></TR><TR><TD COLSPAN=6 ALIGN=CENTER CLASS=\"captions\">");
-  page.Add(Buttons());
-  page.Add(TableClose());
-  FinishFormPage(visit_, std::move(page));
+  visit_.Response.Redirect(visit_.Context.Hosting.ScriptName + "?" + ListQuery(entry_).Text());
 }
 
 }  // namespace
 
 void ShowAdminPage(Visit& visit) {
   if (!visit.Context.Visitor.IsAdministrator())
-    return visit.Response.Write(std::string(LoadText(visit, Text::kNoRights)));
+    return visit.Response.Write(std::string(LoadText(visit.Context, Text::kNoRights)));
 
   const std::string_view act = visit.Request.QueryParameter("act");
   const ManagerEntry* known = FindManager(act.substr(0, 2));

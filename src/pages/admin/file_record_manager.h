@@ -1,18 +1,24 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
 #include "pages/admin/record_manager.h"
-#include "texts/text.h"
 
 namespace orlune {
 
-/// A kind of record that is a display name and a file; its texts by their numbers.
+/// A kind of record that is a display name and a file: what its page says, and where it is stored.
 struct FileRecordKind {
-  RecordKind Kind;
-  SqlLiteral NameColumn;
-  SqlLiteral FileColumn;
+  RecordTexts Texts;
   Text NameLabel;
   Text FileLabel;
   std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
+
+  Query<std::vector<RecordChoice>> (*Records)();
+  Query<std::optional<NamedFile>> (*WithId)(std::int64_t id);
+  void (*Save)(Connection& database, std::optional<std::int64_t> id, const NamedFile& record);
+  void (*Delete)(Connection& database, std::int64_t id);
 };
 
 /// The event types with their icons.
@@ -26,12 +32,14 @@ class FileRecordManager : public RecordManager {
   /// `kind` outlives the manager.
   explicit FileRecordManager(const FileRecordKind& kind) : kind_(kind) {}
 
-  const RecordKind& Kind() const override { return kind_.Kind; }
-  bool Load(const Visit& visit, AdminState& record) const override;
+  const RecordTexts& Texts() const override { return kind_.Texts; }
+  Query<std::vector<RecordChoice>> Records() const override { return kind_.Records(); }
+  bool Load(Connection& database, AdminState& record) const override;
   void ReadForm(const Visit& visit, AdminState& record) const override;
-  Html FieldRows(const Visit& visit, const AdminState& record) const override;
+  Html FieldRows(const PageContext& context, const AdminContent& content) const override;
   void Validate(Visit& visit, const AdminState& record) const override;
-  std::vector<ColumnValue> Columns(const AdminState& record) const override;
+  void Save(Connection& database, const AdminState& record) const override;
+  void Delete(Connection& database, const AdminState& record) const override;
 
  private:
   bool HasFixedFile(const AdminState& record) const;

@@ -1,127 +1,71 @@
 #include "pages/admin/group_manager.h"
 
-#include <array>
 #include <string>
+#include <tuple>
 
-#include "base/lists.h"
 #include "base/name_set.h"
 #include "html/form_parts.h"
-#include "pages/admin/calendar_record.h"
+#include "pages/admin/calendar_rules.h"
 #include "pages/admin/field_rows.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/field.h"
+#include "store/calendar_cascades.h"
+#include "store/calendars.h"
 
 namespace orlune {
 namespace {
 
-constexpr RecordKind kGroups{Text::kGroupsTitle,
-                             Text::kAllGroupsList,
-                             Text::kNewGroup,
-                             "SELECT CalendarID AS ID, FriendlyName AS PrettyName, Name AS IntName "
-                             "FROM Calendars WHERE (IsGroup = yes) ORDER BY FriendlyName",
-                             "Calendars",
-                             "CalendarID"};
-
-constexpr SqlLiteral kOfferedUsers(
-    "SELECT Name AS ID, FriendlyName AS PrettyName, Name AS IntName FROM Calendars "
-    "WHERE (IsGroup = no) And (Name <> 'admin') ORDER BY FriendlyName");
+constexpr RecordTexts kGroups{Text::kGroupsTitle, Text::kAllGroupsList, Text::kNewGroup};
 
 bool IsEverybody(const AdminState& group) {
   return group.StoredIntName == "default";
 }
 
-/// The calendars whose list in `column` holds the group as a whole item, joined with ", ".
-std::string CalendarsNaming(Connection& database, SqlLiteral column, std::string_view group) {
-  const auto rows = OpenQuery(
-      database, Statement("SELECT Name, {} FROM Calendars WHERE ({} LIKE '%{}%')", column, column, group));
-  const int name = rows->Column("Name");
-  const int groups = rows->Column(column.Text());
-  std::string names;
-  while (rows->Next()) {
-    if (!IsNameInList(TextOf(rows->Get(groups)), group)) continue;
-    if (!names.empty()) names += ", ";
-    names += TextOf(rows->Get(name));
-  }
-  return names;
-}
-
-Html UserRows(const Visit& visit, const AdminState& group) {
+Html UserRows(const PageContext& context, const AdminContent& content) {
+  const AdminState& group = content.Record;
   if (IsEverybody(group)) {
-    return Html("{}{}",
-                FixedChoiceRow(visit, Text::kGroupMembers, "memberships", LoadText(visit, Text::kAllUsers)),
-                FixedChoiceRow(visit, Text::kGroupAdministrators, "adminships", "admin"));
+    return Html(
+        "{}{}",
+        FixedChoiceRow(context, Text::kGroupMembers, "memberships", LoadText(context, Text::kAllUsers)),
+        FixedChoiceRow(context, Text::kGroupAdministrators, "adminships", "admin"));
   }
   return Html(
-      "{}{}", ChoiceRow(visit, Text::kGroupMembers, "memberships", kOfferedUsers, NameSet(group.Memberships)),
-      ChoiceRow(visit, Text::kGroupAdministrators, "adminships", kOfferedUsers, NameSet(group.Adminships)));
-}
-
-/// A user's two lists of groups.
-struct GroupLists {
-  std::string MemberOf;
-  std::string AdminOf;
-
-  friend bool operator==(const GroupLists&, const GroupLists&) = default;
-};
-
-/// Replaces the lists of each user of `rows` by what `change(name, lists)` returns.
-template <class Change>
-void ChangeGroupLists(Connection& database, ResultSet& rows, Change change) {
-  const int nameColumn = rows.Column("Name");
-  const int memberOf = rows.Column("MemberOfGroups");
-  const int adminOf = rows.Column("AdminOfGroups");
-  while (rows.Next()) {
-    const std::string_view name = TextOf(rows.Get(nameColumn));
-    const GroupLists before{std::string(TextOf(rows.Get(memberOf))), std::string(TextOf(rows.Get(adminOf)))};
-    const GroupLists after = change(name, before);
-    if (after == before) continue;
-    const std::array<ColumnValue, 2> columns{
-        {{"MemberOfGroups", SqlText(after.MemberOf)}, {"AdminOfGroups", SqlText(after.AdminOf)}}};
-    database.Execute(BuildSql(SqlMode::kUpdate, "Calendars", columns, Statement("WHERE Name = '{}'", name)));
-  }
-}
-
-/// `list` with the group in it exactly when the user was chosen, under its present name.
-std::string Aligned(const AdminState& group, std::string_view list, bool isChosen) {
-  const std::string renamed = group.StoredIntName.empty()
-                                  ? std::string(list)
-                                  : ReplaceInList(list, group.StoredIntName, group.IntName);
-  if (!isChosen) return RemoveFromList(renamed, group.IntName);
-  return IsNameInList(renamed, group.IntName) ? renamed : AppendToList(renamed, group.IntName);
-}
-
-void AlignUsers(Connection& database, const AdminState& group) {
-  const NameSet members(group.Memberships);
-  const NameSet administrators(group.Adminships);
-  const auto rows = OpenQuery(database, Statement("SELECT Name, MemberOfGroups, AdminOfGroups FROM Calendars "
-                                                  "WHERE (IsGroup = no) AND (Name <> 'admin')"));
-  ChangeGroupLists(database, *rows, [&](std::string_view user, const GroupLists& lists) {
-    return GroupLists{Aligned(group, lists.MemberOf, members.Contains(user)),
-                      Aligned(group, lists.AdminOf, administrators.Contains(user))};
-  });
+      "{}{}",
+      ChoiceRow(context, Text::kGroupMembers, "memberships", content.Choices, NameSet(group.Memberships)),
+      ChoiceRow(context, Text::kGroupAdministrators, "adminships", content.Choices,
+                NameSet(group.Adminships)));
 }
 
 }  // namespace
 
-const RecordKind& GroupManager::Kind() const {
+const RecordTexts& GroupManager::Texts() const {
   return kGroups;
 }
 
-bool GroupManager::Load(const Visit& visit, AdminState& record) const {
-  if (!LoadCalendar(visit, record, "yes")) return false;
+Query<std::vector<RecordChoice>> GroupManager::Records() const {
+  return GroupRecords();
+}
+
+Query<std::vector<RecordChoice>> GroupManager::Choices(const AdminState& record) const {
+  return IsEverybody(record) ? Query<std::vector<RecordChoice>>() : UsersToChoose();
+}
+
+bool GroupManager::Load(Connection& database, AdminState& record) const {
+  const auto stored = Ask(database, GroupWithId(record.Id.value()));
+  if (!stored) return false;
+  TakeStored(*stored, record);
   record.Memberships.clear();
   record.Adminships.clear();
   if (record.IntName.empty()) return true;
-  record.Memberships = CalendarsNaming(visit.Database, "MemberOfGroups", record.IntName);
-  record.Adminships = CalendarsNaming(visit.Database, "AdminOfGroups", record.IntName);
+  std::tie(record.Memberships, record.Adminships) =
+      Ask(database, MembersOfGroup(record.IntName), AdministratorsOfGroup(record.IntName));
   return true;
 }
 
 void GroupManager::ReadForm(const Visit& visit, AdminState& record) const {
   const Request& request = visit.Request;
   record.Name = request.FormField("name");
-  record.Hide = PostedHide(visit, "yes");
+  record.Hide = PostedHide(request, "yes");
   if (IsEverybody(record)) {
     record.Memberships.clear();
     record.Adminships.clear();
@@ -129,59 +73,45 @@ void GroupManager::ReadForm(const Visit& visit, AdminState& record) const {
   }
   record.Memberships = request.FormField("memberships");
   record.Adminships = request.FormField("adminships");
-  if (record.Id.empty()) {
-    record.IntName = MakeInternalName(visit.Database, record.Name, "CalendarID", "Calendars");
+  if (!record.Id) {
+    record.IntName = UnusedCalendarName(visit.Database, record.Name);
   } else if (const auto intName = request.FormField("intname"); !intName.empty()) {
     record.IntName = intName;
   }
 }
 
-Html GroupManager::FieldRows(const Visit& visit, const AdminState& record) const {
+Html GroupManager::FieldRows(const PageContext& context, const AdminContent& content) const {
+  const AdminState& record = content.Record;
   Html rows =
-      FieldRow(visit, Text::kGroupName,
-               Html("{}{}", TextInput(visit, "name", record.Name), HiddenField("intname", record.IntName)));
-  rows.Add(UserRows(visit, record));
-  rows.Add(VisibilityRow(visit, record.Hide.empty() ? "yes" : record.Hide));
+      FormRow(context, Text::kGroupName,
+              Html("{}{}", TextInput(context, "name", record.Name), HiddenField("intname", record.IntName)));
+  rows.Add(UserRows(context, content));
+  rows.Add(VisibilityRow(context, record.Hide.empty() ? "yes" : record.Hide));
   return rows;
 }
 
 /// The form never changes a group's internal name. A request that does may give it no name that another
 /// calendar has or that pages cannot address.
 void GroupManager::Validate(Visit& visit, const AdminState& record) const {
-  if (record.Id.empty() || record.IntName == record.StoredIntName) return;
+  if (!record.Id || record.IntName == record.StoredIntName) return;
   if (!IsAlphanumeric(record.IntName)) {
     AddAlert(visit, Text::kInternalNameNotAlphanumeric);
-  } else if (IsNameTaken(visit, record)) {
+  } else if (IsNameTaken(visit.Database, record)) {
     AddAlert(visit, Text::kInternalNameTaken, {record.IntName});
   }
 }
 
-std::vector<ColumnValue> GroupManager::Columns(const AdminState& record) const {
-  std::vector<ColumnValue> columns{{"FriendlyName", SqlText(record.Name)},
-                                   {"Name", SqlText(record.IntName)},
-                                   {"IsHidden", SqlValue("*" + record.Hide)},
-                                   {"IsGroup", SqlValue("*yes")}};
-  if (record.Id.empty()) AddPreferenceDefaults(columns);
-  return columns;
-}
-
-void GroupManager::AfterSave(Connection& database, const AdminState& record) const {
+void GroupManager::Save(Connection& database, const AdminState& record) const {
+  SaveGroup(database, record.Id, ToStore(record));
+  const std::string& before = record.StoredIntName;
   if (record.IntName.empty()) return;
-  if (record.IntName != record.StoredIntName) RenameCalendar(database, record.StoredIntName, record.IntName);
-  AlignUsers(database, record);
+  if (!before.empty() && record.IntName != before) MoveCalendarContent(database, before, record.IntName);
+  AlignGroupLists(database, {before, record.IntName}, record.Memberships, record.Adminships);
 }
 
-void GroupManager::AfterDelete(Connection& database, std::string_view name) const {
-  if (name.empty()) return;
-  database.Execute(Statement("DELETE FROM Events WHERE (Owner = '{}')", name));
-  const auto rows =
-      OpenQuery(database, Statement("SELECT Name, MemberOfGroups, AdminOfGroups FROM Calendars WHERE "
-                                    "(MemberOfGroups LIKE '%{}%' OR AdminOfGroups LIKE '%{}%') "
-                                    "AND IsGroup = no",
-                                    name, name));
-  ChangeGroupLists(database, *rows, [&](std::string_view /*user*/, const GroupLists& lists) {
-    return GroupLists{RemoveFromList(lists.MemberOf, name), RemoveFromList(lists.AdminOf, name)};
-  });
+void GroupManager::Delete(Connection& database, const AdminState& record) const {
+  DeleteCalendar(database, record.Id.value());
+  if (!record.StoredIntName.empty()) DeleteGroupContent(database, record.StoredIntName);
 }
 
 }  // namespace orlune

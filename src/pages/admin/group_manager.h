@@ -9,14 +9,15 @@ namespace orlune {
 /// lists and takes its events along.
 class GroupManager : public RecordManager {
  public:
-  const RecordKind& Kind() const override;
-  bool Load(const Visit& visit, AdminState& record) const override;
+  const RecordTexts& Texts() const override;
+  Query<std::vector<RecordChoice>> Records() const override;
+  Query<std::vector<RecordChoice>> Choices(const AdminState& record) const override;
+  bool Load(Connection& database, AdminState& record) const override;
   void ReadForm(const Visit& visit, AdminState& record) const override;
-  Html FieldRows(const Visit& visit, const AdminState& record) const override;
+  Html FieldRows(const PageContext& context, const AdminContent& content) const override;
   void Validate(Visit& visit, const AdminState& record) const override;
-  std::vector<ColumnValue> Columns(const AdminState& record) const override;
-  void AfterSave(Connection& database, const AdminState& record) const override;
-  void AfterDelete(Connection& database, std::string_view name) const override;
+  void Save(Connection& database, const AdminState& record) const override;
+  void Delete(Connection& database, const AdminState& record) const override;
 };
 
 }  // namespace orlune

@@ -1,72 +1,60 @@
 #include "pages/admin/user_manager.h"
 
-#include <array>
-#include <cstddef>
 #include <string>
-#include <vector>
 
-#include "base/lists.h"
 #include "base/name_set.h"
 #include "base/text.h"
 #include "html/form_parts.h"
-#include "pages/admin/calendar_record.h"
+#include "pages/admin/calendar_rules.h"
 #include "pages/admin/field_rows.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/field.h"
+#include "store/calendar_cascades.h"
+#include "store/calendars.h"
 
 namespace orlune {
 namespace {
 
-constexpr RecordKind kUsers{Text::kUsersTitle,
-                            Text::kAllUsersList,
-                            Text::kNewUser,
-                            "SELECT CalendarID AS ID, FriendlyName AS PrettyName, Name AS IntName "
-                            "FROM Calendars WHERE (IsGroup = no) ORDER BY FriendlyName",
-                            "Calendars",
-                            "CalendarID"};
-
-constexpr SqlLiteral kOfferedGroups(
-    "SELECT Name AS ID, FriendlyName AS PrettyName, Name AS IntName FROM Calendars "
-    "WHERE (IsGroup = yes) And (Name <> 'default')");
+constexpr RecordTexts kUsers{Text::kUsersTitle, Text::kAllUsersList, Text::kNewUser};
 
 bool IsAdministratorsRecord(const AdminState& record) {
   return record.StoredIntName == "admin";
 }
 
-bool HasFixedPassword(const Visit& visit, const AdminState& record) {
-  return visit.Context.Hosting.DemoMode && IsAdministratorsRecord(record);
+bool HasFixedPassword(const PageContext& context, const AdminState& record) {
+  return context.Hosting.DemoMode && IsAdministratorsRecord(record);
 }
 
-Html LoginNameRow(const Visit& visit, const AdminState& record) {
+Html LoginNameRow(const PageContext& context, const AdminState& record) {
   if (IsAdministratorsRecord(record))
-    return FieldRow(visit, Text::kUserLoginName, Html("admin{}", HiddenField("intname", "admin")));
-  return FieldRow(visit, Text::kUserLoginName, TextInput(visit, "intname", record.IntName));
+    return FormRow(context, Text::kUserLoginName, Html("admin{}", HiddenField("intname", "admin")));
+  return FormRow(context, Text::kUserLoginName, TextInput(context, "intname", record.IntName));
 }
 
-Html PasswordRow(const Visit& visit, const AdminState& record) {
-  if (HasFixedPassword(visit, record)) {
+Html PasswordRow(const PageContext& context, const AdminState& record) {
+  if (HasFixedPassword(context, record)) {
     return Html(
         "<TR><TD>{}<BR>[changing disabled <BR>in demo version]</TD>"
         "<TD>demo1{}</TD></TR>",
-        Content(LoadText(visit, Text::kUserPassword)),
+        Content(LoadText(context, Text::kUserPassword)),
         HiddenField("password", WithReferencesShown(record.Password)));
   }
-  return FieldRow(visit, Text::kUserPassword,
-                  Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(WithReferencesShown(record.Password)), InputSize(visit, 18, 38)));
+  return FormRow(context, Text::kUserPassword,
+                 Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
+                      Attribute(WithReferencesShown(record.Password)), InputSize(context, 18, 38)));
 }
 
-Html GroupRows(const Visit& visit, const AdminState& record) {
+Html GroupRows(const PageContext& context, const AdminContent& content) {
+  const AdminState& record = content.Record;
   if (IsAdministratorsRecord(record)) {
-    const std::string_view all = LoadText(visit, Text::kAllGroups);
-    return Html("{}{}", FixedChoiceRow(visit, Text::kUserMemberships, "memberships", all),
-                FixedChoiceRow(visit, Text::kUserAdminships, "adminships", all));
+    const std::string_view all = LoadText(context, Text::kAllGroups);
+    return Html("{}{}", FixedChoiceRow(context, Text::kUserMemberships, "memberships", all),
+                FixedChoiceRow(context, Text::kUserAdminships, "adminships", all));
   }
   return Html(
       "{}{}",
-      ChoiceRow(visit, Text::kUserMemberships, "memberships", kOfferedGroups, NameSet(record.Memberships)),
-      ChoiceRow(visit, Text::kUserAdminships, "adminships", kOfferedGroups, NameSet(record.Adminships)));
+      ChoiceRow(context, Text::kUserMemberships, "memberships", content.Choices, NameSet(record.Memberships)),
+      ChoiceRow(context, Text::kUserAdminships, "adminships", content.Choices, NameSet(record.Adminships)));
 }
 
 void ValidateLoginName(Visit& visit, const AdminState& record) {
@@ -76,7 +64,7 @@ void ValidateLoginName(Visit& visit, const AdminState& record) {
     AddAlert(visit, Text::kLoginNameWithoutLetters);
   } else if (!IsAlphanumeric(record.IntName)) {
     AddAlert(visit, Text::kLoginNameNotAlphanumeric);
-  } else if (IsNameTaken(visit, record)) {
+  } else if (IsNameTaken(visit.Database, record)) {
     AddAlert(visit, Text::kLoginNameTaken, {record.IntName});
   }
 }
@@ -89,65 +77,31 @@ void ValidatePassword(Visit& visit, const AdminState& record) {
   }
 }
 
-/// A group view's members with the colours at the same places, of which there may be fewer or more.
-struct ViewMembers {
-  std::vector<std::string> Calendars;
-  std::vector<std::string> BackGround;
-  std::vector<std::string> ForeGround;
-
-  /// Whether `name` was a member.
-  bool Remove(std::string_view name);
-};
-
-void EraseAt(std::vector<std::string>& items, std::size_t place) {
-  if (place < items.size()) items.erase(items.begin() + static_cast<std::ptrdiff_t>(place));
-}
-
-bool ViewMembers::Remove(std::string_view name) {
-  const std::size_t before = Calendars.size();
-  for (std::size_t place = before; place-- > 0;) {
-    if (!EqualIgnoringCase(Calendars[place], name)) continue;
-    EraseAt(Calendars, place);
-    EraseAt(BackGround, place);
-    EraseAt(ForeGround, place);
-  }
-  return Calendars.size() != before;
-}
-
-void RemoveFromGroupViews(Connection& database, std::string_view name) {
-  const auto rows =
-      OpenQuery(database, Statement("SELECT Name, Calendars, Background, Foreground FROM GroupViews "
-                                    "WHERE Calendars LIKE '%{}%'",
-                                    name));
-  const auto list = [&](std::string_view column) {
-    return SplitList(TextOf(rows->Get(rows->Column(column))));
-  };
-  while (rows->Next()) {
-    ViewMembers members{list("Calendars"), list("Background"), list("Foreground")};
-    if (!members.Remove(name)) continue;
-    const std::array<ColumnValue, 3> columns{{{"Calendars", SqlText(JoinList(members.Calendars))},
-                                              {"BackGround", SqlText(JoinList(members.BackGround))},
-                                              {"ForeGround", SqlText(JoinList(members.ForeGround))}}};
-    const std::string_view view = TextOf(rows->Get(rows->Column("Name")));
-    database.Execute(BuildSql(SqlMode::kUpdate, "GroupViews", columns, Statement("WHERE Name = '{}'", view)));
-  }
-}
-
 }  // namespace
 
-const RecordKind& UserManager::Kind() const {
+const RecordTexts& UserManager::Texts() const {
   return kUsers;
 }
 
-bool UserManager::Load(const Visit& visit, AdminState& record) const {
-  return LoadCalendar(visit, record, "no");
+Query<std::vector<RecordChoice>> UserManager::Records() const {
+  return UserRecords();
+}
+
+Query<std::vector<RecordChoice>> UserManager::Choices(const AdminState& record) const {
+  return IsAdministratorsRecord(record) ? Query<std::vector<RecordChoice>>() : GroupsToChoose();
+}
+
+bool UserManager::Load(Connection& database, AdminState& record) const {
+  const auto stored = Ask(database, UserWithId(record.Id.value()));
+  if (stored) TakeStored(*stored, record);
+  return stored.has_value();
 }
 
 void UserManager::ReadForm(const Visit& visit, AdminState& record) const {
   const Request& request = visit.Request;
   record.Name = request.FormField("name");
-  record.Hide = PostedHide(visit, "no");
-  if (!HasFixedPassword(visit, record)) record.Password = request.FormField("password");
+  record.Hide = PostedHide(request, "no");
+  if (!HasFixedPassword(visit.Context, record)) record.Password = request.FormField("password");
   if (IsAdministratorsRecord(record)) {
     record.Memberships.clear();
     record.Adminships.clear();
@@ -158,12 +112,13 @@ void UserManager::ReadForm(const Visit& visit, AdminState& record) const {
   record.Adminships = request.FormField("adminships");
 }
 
-Html UserManager::FieldRows(const Visit& visit, const AdminState& record) const {
-  Html rows = FieldRow(visit, Text::kUserName, TextInput(visit, "name", record.Name));
-  rows.Add(LoginNameRow(visit, record));
-  rows.Add(PasswordRow(visit, record));
-  rows.Add(GroupRows(visit, record));
-  rows.Add(VisibilityRow(visit, record.Hide.empty() ? "no" : record.Hide));
+Html UserManager::FieldRows(const PageContext& context, const AdminContent& content) const {
+  const AdminState& record = content.Record;
+  Html rows = FormRow(context, Text::kUserName, TextInput(context, "name", record.Name));
+  rows.Add(LoginNameRow(context, record));
+  rows.Add(PasswordRow(context, record));
+  rows.Add(GroupRows(context, content));
+  rows.Add(VisibilityRow(context, record.Hide.empty() ? "no" : record.Hide));
   return rows;
 }
 
@@ -172,31 +127,15 @@ void UserManager::Validate(Visit& visit, const AdminState& record) const {
   ValidatePassword(visit, record);
 }
 
-std::vector<ColumnValue> UserManager::Columns(const AdminState& record) const {
-  std::vector<ColumnValue> columns{
-      {"FriendlyName", SqlText(record.Name)},          {"Name", SqlText(record.IntName)},
-      {"Password", SqlText(record.Password)},          {"IsHidden", SqlValue("*" + record.Hide)},
-      {"MemberOfGroups", SqlText(record.Memberships)}, {"AdminOfGroups", SqlText(record.Adminships)}};
-  if (record.Id.empty()) AddPreferenceDefaults(columns);
-  return columns;
-}
-
-void UserManager::AfterSave(Connection& database, const AdminState& record) const {
+void UserManager::Save(Connection& database, const AdminState& record) const {
+  SaveUser(database, record.Id, ToStore(record));
   const std::string& before = record.StoredIntName;
-  if (before.empty() || before == record.IntName) return;
-  RenameCalendar(database, before, record.IntName);
-  database.Execute(
-      Statement("UPDATE Messages SET Sender = '{}' WHERE Sender = '{}'", record.IntName, before));
-  database.Execute(
-      Statement("UPDATE Messages SET Recipient = '{}' WHERE Recipient = '{}'", record.IntName, before));
+  if (!before.empty() && before != record.IntName) MoveUserContent(database, before, record.IntName);
 }
 
-void UserManager::AfterDelete(Connection& database, std::string_view name) const {
-  if (name.empty()) return;
-  database.Execute(Statement("DELETE FROM Events WHERE (Owner = '{}')", name));
-  database.Execute(Statement("DELETE FROM Messages WHERE (Recipient = '{}')", name));
-  database.Execute(Statement("DELETE FROM GroupViews WHERE (Owner = '{}')", name));
-  RemoveFromGroupViews(database, name);
+void UserManager::Delete(Connection& database, const AdminState& record) const {
+  DeleteCalendar(database, record.Id.value());
+  if (!record.StoredIntName.empty()) DeleteUserContent(database, record.StoredIntName);
 }
 
 }  // namespace orlune

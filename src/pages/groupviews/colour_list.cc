@@ -6,7 +6,6 @@
 #include "base/text.h"
 #include "html/form_parts.h"
 #include "request/texts.h"
-#include "request/visit.h"
 
 namespace orlune {
 namespace {
@@ -73,15 +72,16 @@ Html RepaintAttribute(std::string_view calendar, ColourKind kind) {
 
 }  // namespace
 
-Html ColourList(const Visit& visit, std::string_view calendar, ColourKind kind, std::string_view colour) {
+Html ColourList(const PageContext& context, std::string_view calendar, ColourKind kind,
+                std::string_view colour) {
   Html list("<SELECT NAME=\"{}{}\"", Attribute(calendar),
             kind == ColourKind::kBackground ? Markup("BG") : Markup("FG"));
-  if (visit.Context.IsCompatibleBrowser && IsScriptName(calendar)) list.Add(RepaintAttribute(calendar, kind));
+  if (context.IsCompatibleBrowser && IsScriptName(calendar)) list.Add(RepaintAttribute(calendar, kind));
   list.Add("><OPTION VALUE=\"\">\r\n");
   for (const PaletteColour& choice : kPalette) {
     list.Add("<OPTION VALUE=\"{}\"{}>{}", choice.Value,
              SelectedWhen(EqualIgnoringCase(choice.Value.Text(), colour)),
-             Content(LoadText(visit, choice.Label)));
+             Content(LoadText(context, choice.Label)));
   }
   return list.Add("</SELECT>");
 }

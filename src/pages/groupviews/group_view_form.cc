@@ -2,7 +2,8 @@
 
 #include <map>
 #include <string>
-#include <vector>
+#include <tuple>
+#include <utility>
 
 #include "base/lists.h"
 #include "base/name_set.h"
@@ -14,60 +15,51 @@
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_list.h"
 #include "request/texts.h"
-#include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
+#include "store/group_views.h"
 
 namespace orlune {
 namespace {
 
-Html ToolBar(const Visit& visit) {
-  Html bar = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
-  bar.Add(PageButton(visit, "p=p", Text::kEditPreferences, "prefs.gif"));
-  if (!visit.Context.Hosting.NoLoginChange)
-    bar.Add(PageButton(visit, "p=p&act=login", Text::kChangePassword, "pref_passwd.gif"));
+Html ToolBar(const PageContext& context) {
+  Html bar = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
+  bar.Add(PageButton(context, "p=p", Text::kEditPreferences, "prefs.gif"));
+  if (!context.Hosting.NoLoginChange)
+    bar.Add(PageButton(context, "p=p&act=login", Text::kChangePassword, "pref_passwd.gif"));
   return bar;
 }
 
-void AddViewRow(Html& page, const Visit& visit, const GroupView& view) {
-  page.Add(
+Html ViewRow(const PageContext& context, const GroupViewFormContent& content) {
+  Html row(
       "<TR><TD VALIGN=TOP>{}</TD><TD VALIGN=TOP>"
       "<SELECT NAME=\"id\" onChange=\"javascript:document.acForm.submit();\">"
       "<OPTION VALUE=\"\"{}>&lt;{}&gt;",
-      Content(LoadText(visit, Text::kSavedGroupViews)), SelectedWhen(!view.Id),
-      Content(LoadText(visit, Text::kNewGroupView)));
-  const auto rows = OpenQuery(visit.Database, Statement("SELECT GroupID, Name, FriendlyName FROM GroupViews "
-                                                        "WHERE (Owner = '{}') ORDER BY FriendlyName",
-                                                        visit.Context.Visitor.LoginName));
-  const int groupId = rows->Column("GroupID");
-  const int friendlyName = rows->Column("FriendlyName");
-  while (rows->Next()) {
-    const int id = NumberOf(rows->Get(groupId)).value_or(0);
-    page.Add("<OPTION VALUE=\"{}\"{}>{}", id, SelectedWhen(view.Id == id),
-             OptionLabel(TextOf(rows->Get(friendlyName))));
+      Content(LoadText(context, Text::kSavedGroupViews)), SelectedWhen(!content.View.Id),
+      Content(LoadText(context, Text::kNewGroupView)));
+  for (const GroupViewChoice& saved : content.SavedViews) {
+    row.Add("<OPTION VALUE=\"{}\"{}>{}", saved.Id, SelectedWhen(content.View.Id == saved.Id),
+            OptionLabel(saved.FriendlyName));
   }
-  page.Add("</SELECT></TD></TR>");
+  return row.Add("</SELECT></TD></TR>");
 }
 
-Html NameRow(const Visit& visit, const GroupView& view) {
-  return Html("<TR><TD>{}</TD><TD>{}{}</TD></TR>", Content(LoadText(visit, Text::kGroupViewName)),
-              TextInput(visit, "name", view.FriendlyName), HiddenField("intname", view.Name));
+Html NameRow(const PageContext& context, const GroupView& view) {
+  return FormRow(
+      context, Text::kGroupViewName,
+      Html("{}{}", TextInput(context, "name", view.FriendlyName), HiddenField("intname", view.Name)));
 }
 
 void AddKeptColour(Html& page, std::string_view calendar, Markup kind, std::string_view colour) {
   page.Add("<INPUT TYPE=hidden NAME=\"{}{}\" VALUE=\"{}\">", Attribute(calendar), kind, Attribute(colour));
 }
 
-void AddMemberStep(Html& page, const Visit& visit, const GroupViewMembers& members) {
+void AddMemberStep(Html& page, const PageContext& context, const GroupViewFormContent& content) {
+  const GroupViewMembers& members = content.View.Members;
   const NameSet names(JoinList(members.Calendars));
   page.Add("<TD VALIGN=TOP>{}<BR>{}</TD><TD><SELECT MULTIPLE SIZE=5 NAME=\"cals\">",
-           Content(LoadText(visit, Text::kGroupViewCalendars)),
-           Content(LoadText(visit, Text::kSelectionHint)));
-  const auto rows = OpenQuery(visit.Database,
-                              Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
-                                        "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-                                        visit.Context.Visitor.LoginName));
-  AddCalendarOptions(page, *rows, [&](std::string_view name) { return names.Contains(name); });
+           Content(LoadText(context, Text::kGroupViewCalendars)),
+           Content(LoadText(context, Text::kSelectionHint)));
+  AddCalendarOptions(page, content.Calendars, [&](std::string_view name) { return names.Contains(name); });
   for (std::size_t place = 0; place < members.Calendars.size(); ++place) {
     AddKeptColour(page, members.Calendars[place], "BG", members.BackGroundAt(place));
     AddKeptColour(page, members.Calendars[place], "FG", members.ForeGroundAt(place));
@@ -75,63 +67,74 @@ void AddMemberStep(Html& page, const Visit& visit, const GroupViewMembers& membe
   page.Add("</SELECT>{}</TD></TR></TABLE>", HiddenField("return", "yes"));
 }
 
-void AddColourStep(Html& page, const Visit& visit, const GroupViewMembers& members) {
-  page.Add("<TD COLSPAN=2><TABLE WIDTH=100%><TR><TD>{}</TD><TD>{}</TD><TD>{}</TD></TR>",
-           Content(LoadText(visit, Text::kGroupViewCalendars)),
-           Content(LoadText(visit, Text::kBackgroundColour)),
-           Content(LoadText(visit, Text::kForegroundColour)));
-  const auto rows =
-      OpenQuery(visit.Database,
-                Statement("SELECT Name, FriendlyName FROM Calendars WHERE Name IN ({}) ORDER BY FriendlyName",
-                          QuotedList(members.Calendars)));
-  const int nameColumn = rows->Column("Name");
-  const int friendlyName = rows->Column("FriendlyName");
+/// The script that paints the cells of the members, in the order of the view.
+Html PaintMembers(const GroupViewFormContent& content) {
   std::map<std::string, std::string> shown;
-  while (rows->Next()) {
-    const std::string_view name = TextOf(rows->Get(nameColumn));
-    page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(name),
-             Content(TextOf(rows->Get(friendlyName))), HiddenField("cals", name),
-             ColourList(visit, name, ColourKind::kBackground, members.BackGroundAt(members.PlaceOf(name))),
-             ColourList(visit, name, ColourKind::kForeground, members.ForeGroundAt(members.PlaceOf(name))));
-    shown.emplace(ToLower(name), name);
-  }
-  page.Add("</TABLE>{}", HiddenField("return", "no"));
+  for (const Calendar& member : content.Calendars) shown.emplace(ToLower(member.Name), member.Name);
   std::vector<std::string> painted;
-  for (const std::string& member : members.Calendars) {
+  for (const std::string& member : content.View.Members.Calendars) {
     if (const auto cell = shown.find(ToLower(member)); cell != shown.end()) painted.push_back(cell->second);
   }
-  page.Add(PaintScript(painted));
+  return PaintScript(painted);
 }
 
-Html ButtonRow(const Visit& visit, bool isStored, bool hasColours) {
+void AddColourStep(Html& page, const PageContext& context, const GroupViewFormContent& content) {
+  const GroupViewMembers& members = content.View.Members;
+  page.Add("<TD COLSPAN=2><TABLE WIDTH=100%><TR><TD>{}</TD><TD>{}</TD><TD>{}</TD></TR>",
+           Content(LoadText(context, Text::kGroupViewCalendars)),
+           Content(LoadText(context, Text::kBackgroundColour)),
+           Content(LoadText(context, Text::kForegroundColour)));
+  for (const Calendar& member : content.Calendars) {
+    const std::size_t place = members.PlaceOf(member.Name);
+    page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(member.Name),
+             Content(member.FriendlyName), HiddenField("cals", member.Name),
+             ColourList(context, member.Name, ColourKind::kBackground, members.BackGroundAt(place)),
+             ColourList(context, member.Name, ColourKind::kForeground, members.ForeGroundAt(place)));
+  }
+  page.Add("</TABLE>{}{}", HiddenField("return", "no"), PaintMembers(content));
+}
+
+Html ButtonRow(const PageContext& context, bool isStored, bool hasColours) {
   Html row("<TR><TD COLSPAN=6 ALIGN=CENTER CLASS=\"captions\">{}&nbsp;&nbsp;",
-           ActionButton(visit, LoadText(visit, Text::kSaveGroupView), Html("p=p&act=gsave")));
+           ActionButton(context, LoadText(context, Text::kSaveGroupView), Html("p=p&act=gsave")));
   if (hasColours)
     row.Add("{}&nbsp;&nbsp;",
-            ActionButton(visit, LoadText(visit, Text::kAddCalendars), Html("p=p&act=gadd")));
+            ActionButton(context, LoadText(context, Text::kAddCalendars), Html("p=p&act=gadd")));
   if (isStored)
-    row.Add(ActionButton(visit, LoadText(visit, Text::kDeleteGroupView), Html("p=p&act=gdelete")));
+    row.Add(ActionButton(context, LoadText(context, Text::kDeleteGroupView), Html("p=p&act=gdelete")));
   return row;
 }
 
 }  // namespace
 
-void ShowGroupViewForm(Visit& visit, const GroupView& view, FormStep step) {
-  const bool hasColours = step == FormStep::kColours && view.Id && !view.Members.Calendars.empty();
-  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kGroupViewsTitle))), ToolBar(visit)));
-  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(visit, "p=p&act=groups"));
-  page.Add(FormTableOpen(visit));
-  AddViewRow(page, visit, view);
-  page.Add(NameRow(visit, view));
+GroupViewFormContent LoadGroupViewForm(Connection& database, const Visitor& visitor, GroupView view,
+                                       FormStep step) {
+  GroupViewFormContent content{std::move(view), step, {}, {}};
+  const std::vector<std::string>& members = content.View.Members.Calendars;
+  if (!content.View.Id || members.empty()) content.Step = FormStep::kMembers;
+  std::tie(content.SavedViews, content.Calendars) = Ask(
+      database, GroupViewsOwnedBy(visitor.LoginName),
+      content.Step == FormStep::kColours ? CalendarsNamed(members) : CalendarsVisibleTo(visitor.LoginName));
+  return content;
+}
+
+Html WriteGroupViewForm(const PageContext& context, const GroupViewFormContent& content) {
+  const bool hasColours = content.Step == FormStep::kColours;
+  Html page = PageHead(context, context.Hosting.ProductTitle);
+  page.Add(
+      TitleBarOpen("70", Html("{}", Content(LoadText(context, Text::kGroupViewsTitle))), ToolBar(context)));
+  page.Add("<FORM METHOD=post ACTION=\"{}\" NAME=\"acForm\">", PageLink(context, "p=p&act=groups"));
+  page.Add(FormTableOpen(context));
+  page.Add(ViewRow(context, content));
+  page.Add(NameRow(context, content.View));
   page.Add("<TR>");
   if (hasColours) {
-    AddColourStep(page, visit, view.Members);
+    AddColourStep(page, context, content);
   } else {
-    AddMemberStep(page, visit, view.Members);
+    AddMemberStep(page, context, content);
   }
-  page.Add(ButtonRow(visit, view.Id.has_value(), hasColours));
-  FinishFormPage(visit, std::move(page));
+  page.Add(ButtonRow(context, content.View.Id.has_value(), hasColours));
+  return page;
 }
 
 }  // namespace orlune

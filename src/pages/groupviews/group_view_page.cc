@@ -1,19 +1,28 @@
 #include "pages/groupviews/group_view_page.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 #include "base/lists.h"
 #include "base/text.h"
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_popup.h"
-#include "pages/groupviews/group_view.h"
 #include "pages/groupviews/group_view_form.h"
 #include "request/texts.h"
 #include "request/visit.h"
+#include "store/group_views.h"
 
 namespace orlune {
 namespace {
 
 void Refuse(Visit& visit) {
-  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+  WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
+}
+
+void ShowForm(Visit& visit, GroupView view, FormStep step) {
+  const auto content = LoadGroupViewForm(visit.Database, visit.Context.Visitor, std::move(view), step);
+  FinishFormPage(visit, WriteGroupViewForm(visit.Context, content));
 }
 
 std::string_view RequestedId(const Request& request) {
@@ -21,13 +30,13 @@ std::string_view RequestedId(const Request& request) {
   return posted.empty() ? request.QueryParameter("id") : posted;
 }
 
-std::optional<GroupView> FindView(const Visit& visit, std::string_view id) {
+std::optional<GroupView> LoadView(Connection& database, std::string_view id) {
   const auto number = WholeNumber(id);
-  return number ? LoadGroupView(visit.Database, *number) : std::nullopt;
+  return number ? Ask(database, GroupViewWithId(*number)) : std::nullopt;
 }
 
-bool IsOwn(const Visit& visit, const GroupView& view) {
-  return visit.Context.Visitor.IsLoggedIn() && EqualIgnoringCase(view.Owner, visit.Context.Visitor.LoginName);
+bool IsOwn(const Visitor& visitor, const GroupView& view) {
+  return visitor.IsLoggedIn() && EqualIgnoringCase(view.Owner, visitor.LoginName);
 }
 
 std::string PostedColour(const Request& request, const std::string& field) {
@@ -56,7 +65,7 @@ GroupView PostedView(const Visit& visit, const std::optional<GroupView>& stored)
     view.Name = request.FormField("intname");
   }
   view.FriendlyName = request.FormField("name");
-  if (view.Name.empty()) view.Name = UnusedViewName(visit.Database, view.FriendlyName);
+  if (view.Name.empty()) view.Name = UnusedGroupViewName(visit.Database, view.FriendlyName);
   view.Members = PostedMembers(request);
   return view;
 }
@@ -77,19 +86,24 @@ void Save(Visit& visit, const std::optional<GroupView>& stored) {
   GroupView view = PostedView(visit, stored);
   if (const auto refusal = Refusal(view)) {
     AddAlert(visit, *refusal);
-    return ShowGroupViewForm(visit, view, FormStep::kColours);
+    return ShowForm(visit, std::move(view), FormStep::kColours);
   }
   const int id = StoreGroupView(visit.Database, view);
   if (visit.Request.FormField("return") != "yes") return ShowList(visit);
-  ShowGroupViewForm(visit, LoadGroupView(visit.Database, id).value_or(view), FormStep::kColours);
+  ShowForm(visit, Ask(visit.Database, GroupViewWithId(id)).value_or(view), FormStep::kColours);
 }
 
 void Delete(Visit& visit, const std::optional<GroupView>& stored) {
-  if (stored) DeleteGroupView(visit.Database, *stored);
+  if (stored && stored->Id) DeleteGroupView(visit.Database, *stored->Id);
   ShowList(visit);
 }
 
 }  // namespace
+
+bool IsGroupViewAction(std::string_view action) {
+  constexpr std::array<std::string_view, 5> kActions{"groups", "gsave", "gdelete", "gadd", "gcols"};
+  return std::find(kActions.begin(), kActions.end(), action) != kActions.end();
+}
 
 void ShowGroupViewPage(Visit& visit) {
   const std::string_view action = visit.Request.QueryParameter("act");
@@ -98,14 +112,13 @@ void ShowGroupViewPage(Visit& visit) {
   if (isChange && !visit.Context.Visitor.IsLoggedIn()) return Refuse(visit);
 
   const std::string_view id = RequestedId(visit.Request);
-  const auto stored = FindView(visit, id);
-  if (stored && !IsOwn(visit, *stored)) return Refuse(visit);
+  const auto stored = LoadView(visit.Database, id);
+  if (stored && !IsOwn(visit.Context.Visitor, *stored)) return Refuse(visit);
   const bool isGone = !id.empty() && !stored;
   if (isChange && isGone) return ShowList(visit);
   if (action == "gsave") return Save(visit, stored);
   if (action == "gdelete") return Delete(visit, stored);
-  ShowGroupViewForm(visit, stored.value_or(GroupView{}),
-                    action == "gadd" ? FormStep::kMembers : FormStep::kColours);
+  ShowForm(visit, stored.value_or(GroupView{}), action == "gadd" ? FormStep::kMembers : FormStep::kColours);
 }
 
 }  // namespace orlune

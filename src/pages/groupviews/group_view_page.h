@@ -1,8 +1,13 @@
 #pragma once
 
+#include <string_view>
+
 namespace orlune {
 
 struct Visit;
+
+/// Whether the query parameter "act" asks for the group views rather than for the preferences.
+bool IsGroupViewAction(std::string_view action);
 
 /// The group views of the user: choosing a view, its members and their colours. Reads the query parameter
 /// "act": "gsave" stores the posted view, "gdelete" deletes one, "gcols" shows the colours of the viewed one;

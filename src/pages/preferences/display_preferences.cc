@@ -1,37 +1,41 @@
 #include "pages/preferences/display_preferences.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "base/dates.h"
 #include "base/lists.h"
-#include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "base/text.h"
+#include "request/visitor.h"
+#include "store/calendars.h"
+#include "store/style_sheets.h"
 
 namespace orlune {
 namespace {
 
 using std::chrono::hours;
 
-DisplayPreferences InEffect(const Visit& visit) {
+DisplayPreferences InEffect(const Visitor& visitor) {
   DisplayPreferences preferences;
-  preferences.FirstDayOfWeek = std::to_string(visit.Context.Visitor.FirstDayOfWeek);
-  preferences.Weekend = visit.Context.Visitor.Weekend;
-  preferences.ClockMode = visit.Context.Visitor.TimeFormat.ends_with("AM/PM") ? "12" : "24";
-  preferences.DayBegin = hours{visit.Context.Visitor.DayBegin};
-  preferences.DayEnd = hours{visit.Context.Visitor.DayEnd};
+  preferences.FirstDayOfWeek = std::to_string(visitor.FirstDayOfWeek);
+  preferences.Weekend = visitor.Weekend;
+  preferences.ClockMode = visitor.TimeFormat.ends_with("AM/PM") ? "12" : "24";
+  preferences.DayBegin = hours{visitor.DayBegin};
+  preferences.DayEnd = hours{visitor.DayEnd};
   return preferences;
 }
 
-void TakeText(const Value& value, std::string& preference) {
-  if (!IsNull(value)) preference = TextOf(value);
+void TakeOver(std::optional<int> stored, std::string& preference) {
+  if (stored) preference = std::to_string(*stored);
 }
 
-void TakeNumber(const Value& value, std::string& preference) {
-  if (const auto number = NumberOf(value)) preference = std::to_string(*number);
+void TakeOver(std::optional<std::string>& stored, std::string& preference) {
+  if (stored) preference = std::move(*stored);
 }
 
-void TakeHour(const Value& value, std::optional<TimeOfDay>& preference) {
-  const auto hour = NumberOf(value);
-  if (hour && *hour >= 0 && *hour < 24) preference = hours{*hour};
+void TakeOver(std::optional<int> storedHour, std::optional<TimeOfDay>& preference) {
+  if (storedHour && *storedHour >= 0 && *storedHour < 24) preference = hours{*storedHour};
 }
 
 /// Whether `text` lists weekday numbers, each once and in their order, as the form posts them.
@@ -55,12 +59,8 @@ bool IsOneWeekday(std::string_view text) {
 }
 
 bool IsColourScheme(Connection& database, std::string_view sheetId) {
-  const auto rows = OpenQuery(database, Statement("SELECT SheetID FROM StyleSheets"));
-  const int column = rows->Column("SheetID");
-  while (rows->Next()) {
-    if (std::to_string(NumberOf(rows->Get(column)).value_or(0)) == sheetId) return true;
-  }
-  return false;
+  const std::vector<int> ids = Ask(database, StyleSheetIds());
+  return std::any_of(ids.begin(), ids.end(), [&](int id) { return std::to_string(id) == sheetId; });
 }
 
 bool AreChoicesOfTheForm(Connection& database, const DisplayPreferences& preferences) {
@@ -76,22 +76,17 @@ int HourOf(const std::optional<TimeOfDay>& time) {
 
 }  // namespace
 
-DisplayPreferences LoadDisplayPreferences(const Visit& visit) {
-  DisplayPreferences preferences = InEffect(visit);
-  const auto row = OpenQuery(
-      visit.Database,
-      Statement("SELECT FirstDayOfWeek, Weekend, ClockMode, DayBegin, DayEnd, StartMode, StyleSheet "
-                "FROM Calendars WHERE Name = '{}'",
-                visit.Context.Visitor.LoginName));
-  if (!row->Next()) return preferences;
-  const auto field = [&](std::string_view column) { return row->Get(row->Column(column)); };
-  TakeNumber(field("FirstDayOfWeek"), preferences.FirstDayOfWeek);
-  TakeText(field("Weekend"), preferences.Weekend);
-  TakeNumber(field("ClockMode"), preferences.ClockMode);
-  TakeHour(field("DayBegin"), preferences.DayBegin);
-  TakeHour(field("DayEnd"), preferences.DayEnd);
-  TakeText(field("StartMode"), preferences.StartMode);
-  TakeNumber(field("StyleSheet"), preferences.StyleSheet);
+DisplayPreferences LoadDisplayPreferences(Connection& database, const Visitor& visitor) {
+  DisplayPreferences preferences = InEffect(visitor);
+  auto stored = Ask(database, PreferencesOf(visitor.LoginName));
+  if (!stored) return preferences;
+  TakeOver(stored->FirstDayOfWeek, preferences.FirstDayOfWeek);
+  TakeOver(stored->Weekend, preferences.Weekend);
+  TakeOver(stored->ClockMode, preferences.ClockMode);
+  TakeOver(stored->DayBegin, preferences.DayBegin);
+  TakeOver(stored->DayEnd, preferences.DayEnd);
+  TakeOver(stored->StartMode, preferences.StartMode);
+  TakeOver(stored->StyleSheet, preferences.StyleSheet);
   return preferences;
 }
 
@@ -111,16 +106,13 @@ bool HasHoursToShow(const DisplayPreferences& preferences) {
          *preferences.DayEnd - *preferences.DayBegin >= std::chrono::minutes{1};
 }
 
-void StoreDisplayPreferences(Visit& visit, const DisplayPreferences& preferences) {
-  if (!AreChoicesOfTheForm(visit.Database, preferences)) return;
-  bool failed = false;
-  ExecuteQuiet(visit.Database,
-               Statement("UPDATE Calendars SET StartMode = '{}', ClockMode = {}, StyleSheet = {}, "
-                         "DayBegin = {}, DayEnd = {}, FirstDayOfWeek = {}, Weekend = '{}' WHERE Name = '{}'",
-                         preferences.StartMode, preferences.ClockMode, preferences.StyleSheet,
-                         HourOf(preferences.DayBegin), HourOf(preferences.DayEnd), preferences.FirstDayOfWeek,
-                         preferences.Weekend, visit.Context.Visitor.LoginName),
-               failed);
+void StoreDisplayPreferences(Connection& database, const Visitor& visitor,
+                             const DisplayPreferences& preferences) {
+  if (!AreChoicesOfTheForm(database, preferences)) return;
+  StorePreferences(database, visitor.LoginName,
+                   {WholeNumber(preferences.FirstDayOfWeek), preferences.Weekend,
+                    WholeNumber(preferences.ClockMode), HourOf(preferences.DayBegin),
+                    HourOf(preferences.DayEnd), preferences.StartMode, WholeNumber(preferences.StyleSheet)});
 }
 
 }  // namespace orlune

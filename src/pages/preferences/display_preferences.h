@@ -4,11 +4,12 @@
 #include <string>
 
 #include "base/civil_time.h"
+#include "platform/database.h"
 #include "platform/page_host.h"
 
 namespace orlune {
 
-struct Visit;
+struct Visitor;
 
 /// How one user wants calendars to be shown. Numbers are kept as the form posts them, which may be anything.
 struct DisplayPreferences {
@@ -22,7 +23,7 @@ struct DisplayPreferences {
 };
 
 /// What is stored for the user. What is not, is as this request shows it. Throws DatabaseError.
-DisplayPreferences LoadDisplayPreferences(const Visit& visit);
+DisplayPreferences LoadDisplayPreferences(Connection& database, const Visitor& visitor);
 /// What the preferences form posted.
 DisplayPreferences PostedDisplayPreferences(const Request& request);
 
@@ -30,6 +31,7 @@ DisplayPreferences PostedDisplayPreferences(const Request& request);
 bool HasHoursToShow(const DisplayPreferences& preferences);
 /// Stores preferences that have hours to show. Stores nothing, and does not tell, when one of the others is
 /// not a choice of the form or the update fails.
-void StoreDisplayPreferences(Visit& visit, const DisplayPreferences& preferences);
+void StoreDisplayPreferences(Connection& database, const Visitor& visitor,
+                             const DisplayPreferences& preferences);
 
 }  // namespace orlune

@@ -1,10 +1,20 @@
 #pragma once
 
+#include <vector>
+
+#include "html/html.h"
+#include "model/style_sheet.h"
 #include "pages/preferences/display_preferences.h"
 
 namespace orlune {
 
-/// The page on which the user chooses `preferences`. Asks for no right. Throws DatabaseError.
-void ShowPreferencesForm(Visit& visit, const DisplayPreferences& preferences);
+struct PageContext;
+
+/// What the page shows on which the user chooses preferences.
+struct PreferencesContent {
+  DisplayPreferences Preferences;
+  std::vector<StyleSheetChoice> StyleSheets;
+};
+Html WritePreferencesForm(const PageContext& context, const PreferencesContent& content);
 
 }  // namespace orlune

@@ -16,26 +16,19 @@ class AdminChanges : public CalendarFixture {
   std::string ListsOf(std::string_view user) {
     return ColumnOf(user, "MemberOfGroups") + "|" + ColumnOf(user, "AdminOfGroups");
   }
-  std::string ViewLists(std::string_view view) {
-    std::string lists;
-    for (const SqlLiteral column :
-         {SqlLiteral("Calendars"), SqlLiteral("BackGround"), SqlLiteral("ForeGround")})
-      lists += Read(Statement("SELECT {} FROM GroupViews WHERE Name = '{}'", column, view)) + "|";
-    return lists;
+  using Rows = std::vector<std::string>;
+  Rows Views() {
+    return ReadRows(Statement("SELECT * FROM GroupViews ORDER BY GroupID"),
+                    {"Name", "Owner", "Calendars", "BackGround", "ForeGround"});
   }
-  int Count(const Statement& from) {
-    return std::stoi(Read(Statement("SELECT Count(Owner) AS N FROM {}", from)));
+  Rows Owners() { return ReadRows(Statement("SELECT * FROM Events ORDER BY EventID"), {"Owner"}); }
+  Rows Messages() {
+    return ReadRows(Statement("SELECT * FROM Messages ORDER BY MessageID"), {"Sender", "Recipient"});
   }
-  void AddView(std::string_view name, std::string_view owner, std::string_view calendars,
-               std::string_view background, std::string_view foreground) {
-    Run(
-        Statement("INSERT INTO GroupViews (Name, Owner, Calendars, BackGround, ForeGround) "
-                  "VALUES ('{}', '{}', '{}', '{}', '{}')",
-                  name, owner, calendars, background, foreground));
-  }
-  void AddMessage(std::string_view sender, std::string_view recipient) {
-    Run(Statement("INSERT INTO Messages (Sender, Recipient, Viewed) VALUES ('{}', '{}', no)", sender,
-                  recipient));
+  /// `values` are those of the columns from Name on.
+  void AddView(SqlLiteral values) {
+    Run(Statement("INSERT INTO GroupViews (Name, Owner, Calendars, BackGround, ForeGround) VALUES ({})",
+                  values));
   }
   void SaveUser(std::string_view id, std::string_view loginName) {
     Act("um_save", {{"id", std::string(id)},
@@ -57,26 +50,21 @@ void AdminChanges::AddThingsOfAnna() {
   AddEvent("anna", "Own", "BeginDate", "DateValue('3/15/2004')");
   AddEvent("Anna", "Own too", "BeginDate", "DateValue('3/16/2004')");
   AddEvent("annabel", "Another's", "BeginDate", "DateValue('3/15/2004')");
-  AddView("own", "anna", "ben", "", "");
-  AddView("first", "ben", "anna, annabel, joanna", "#1, #2, #3", "#4, #5, #6");
-  AddView("last", "ben", "ben, ANNA", ", red, blue", "green");
-  AddView("alone", "admin", "anna", "", "");
-  AddView("near", "admin", "annabel, joanna", "#1", "#2");
-  AddMessage("anna", "ben");
-  AddMessage("ben", "anna");
+  AddView("'own', 'anna', 'ben', '', ''");
+  AddView("'first', 'ben', 'anna, annabel, joanna', '#1, #2, #3', '#4, #5, #6'");
+  AddView("'last', 'ben', 'ben, ANNA', ', red, blue', 'green'");
+  AddView("'alone', 'admin', 'anna', '', ''");
+  AddView("'near', 'admin', 'annabel, joanna', '#1', '#2'");
+  Run(Statement("INSERT INTO Messages (Sender, Recipient, Viewed) VALUES ('anna', 'ben', no)"));
+  Run(Statement("INSERT INTO Messages (Sender, Recipient, Viewed) VALUES ('ben', 'anna', no)"));
 }
 
 TEST_F(AdminChanges, NewUsersGetTheirPreferences) {
   SaveUser("", "Annie");
-  EXPECT_EQ(ColumnOf("annie", "FriendlyName"), "Ann O&#39;Dea");
-  EXPECT_EQ(ColumnOf("annie", "Name"), "Annie");
-  EXPECT_EQ(ColumnOf("annie", "Password"), "*12");
-  EXPECT_EQ(ColumnOf("annie", "IsHidden"), "no");
-  EXPECT_EQ(ColumnOf("annie", "IsGroup"), "no");
-  EXPECT_EQ(ListsOf("annie"), "sales, , sales, nowhere|Null");
-  EXPECT_EQ(ColumnOf("annie", "ClockMode"), "24");
-  EXPECT_EQ(ColumnOf("annie", "FirstDayOfWeek"), "2");
-  EXPECT_EQ(ColumnOf("annie", "Weekend"), "1, 7");
+  EXPECT_EQ(ReadRows(Statement("SELECT * FROM Calendars WHERE Name = 'annie'"),
+                     {"FriendlyName", "Name", "Password", "IsHidden", "IsGroup", "MemberOfGroups",
+                      "AdminOfGroups", "ClockMode", "FirstDayOfWeek", "Weekend"}),
+            Rows{"Ann O&#39;Dea|Annie|*12|no|no|sales, , sales, nowhere|Null|24|2|1, 7"});
   LogIn("annie", "*12");
   EXPECT_NE(Get("p=c").Body.find("Logout Annie"), std::string::npos);
 }
@@ -87,47 +75,33 @@ TEST_F(AdminChanges, RenamedUsersKeepWhatIsTheirs) {
   SaveUser(id, "zoe");
   EXPECT_EQ(IdOf("zoe"), id);
   EXPECT_EQ(ColumnOf("zoe", "ClockMode"), "24");
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'zoe'")), 2);
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'annabel'")), 1);
-  EXPECT_EQ(Read(Statement("SELECT Owner FROM GroupViews WHERE Name = 'own'")), "zoe");
-  EXPECT_EQ(ViewLists("first"), "zoe, annabel, joanna|#1, #2, #3|#4, #5, #6|");
-  EXPECT_EQ(ViewLists("last"), "ben, zoe|, red, blue|green|");
-  EXPECT_EQ(ViewLists("near"), "annabel, joanna|#1|#2|");
-  EXPECT_EQ(Read(Statement("SELECT Sender FROM Messages WHERE Recipient = 'ben'")), "zoe");
-  EXPECT_EQ(Read(Statement("SELECT Sender FROM Messages WHERE Recipient = 'zoe'")), "ben");
+  EXPECT_EQ(Owners(), (Rows{"zoe", "zoe", "annabel"}));
+  EXPECT_EQ(Views(), (Rows{"own|zoe|ben||", "first|ben|zoe, annabel, joanna|#1, #2, #3|#4, #5, #6",
+                           "last|ben|ben, zoe|, red, blue|green", "alone|admin|zoe||",
+                           "near|admin|annabel, joanna|#1|#2"}));
+  EXPECT_EQ(Messages(), (Rows{"zoe|ben", "ben|zoe"}));
   SaveUser(id, "Zoe");
-  EXPECT_EQ(Read(Statement("SELECT Owner FROM Events WHERE Owner = 'zoe'")), "Zoe");
-  EXPECT_EQ(ViewLists("alone"), "Zoe|||");
+  EXPECT_EQ(Owners(), (Rows{"Zoe", "Zoe", "annabel"}));
+  EXPECT_EQ(Views().at(3), "alone|admin|Zoe||");
 }
 
 TEST_F(AdminChanges, DeletedUsersLeaveNothingButWhatTheySent) {
   AddThingsOfAnna();
   Act("um_delete", {{"id", IdOf("anna")}});
   EXPECT_EQ(IdOf("anna"), "(none)");
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'anna'")), 0);
-  EXPECT_EQ(Count(Statement("Events")), 1);
-  EXPECT_EQ(Read(Statement("SELECT Name FROM GroupViews WHERE Owner = 'anna'")), "(none)");
-  EXPECT_EQ(ViewLists("first"), "annabel, joanna|#2, #3|#5, #6|");
-  EXPECT_EQ(ViewLists("last"), "ben|, blue|green|");
-  EXPECT_EQ(ViewLists("alone"), "Null|Null|Null|");
-  EXPECT_EQ(ViewLists("near"), "annabel, joanna|#1|#2|");
-  EXPECT_EQ(Read(Statement("SELECT Sender FROM Messages")), "anna");
-  EXPECT_EQ(Read(Statement("SELECT Count(MessageID) AS N FROM Messages")), "1");
+  EXPECT_EQ(Owners(), Rows{"annabel"});
+  EXPECT_EQ(Views(), (Rows{"first|ben|annabel, joanna|#2, #3|#5, #6", "last|ben|ben|, blue|green",
+                           "alone|admin|Null|Null|Null", "near|admin|annabel, joanna|#1|#2"}));
+  EXPECT_EQ(Messages(), Rows{"anna|ben"});
 }
 
 TEST_F(AdminChanges, GroupsAreNamedByThemselves) {
-  const auto create = [&](const std::string& name) { Act("gm_save", {{"name", name}, {"intname", "odd"}}); };
-  for (const char* name : {"Board Room", "Board Room", "2004", "!!!", "O'Hara"}) create(name);
-  for (const auto& [name, friendlyName] : {std::pair{"boardroom", "Board Room"},
-                                           {"boardroom1", "Board Room"},
-                                           {"2004a", "2004"},
-                                           {"name", "!!!"},
-                                           {"ohara", "O&#39;Hara"}}) {
-    EXPECT_EQ(ColumnOf(name, "FriendlyName"), friendlyName);
-    EXPECT_EQ(ColumnOf(name, "IsGroup"), "yes");
-    EXPECT_EQ(ColumnOf(name, "IsHidden"), "yes");
-    EXPECT_EQ(ColumnOf(name, "Weekend"), "1, 7");
-  }
+  for (const char* name : {"Board Room", "Board Room", "2004", "!!!", "O'Hara"})
+    Act("gm_save", {{"name", name}, {"intname", "odd"}});
+  EXPECT_EQ(ReadRows(Statement("SELECT * FROM Calendars WHERE CalendarID > 6 ORDER BY CalendarID"),
+                     {"Name", "FriendlyName", "IsGroup", "IsHidden", "Weekend"}),
+            (Rows{"boardroom|Board Room|yes|yes|1, 7", "boardroom1|Board Room|yes|yes|1, 7",
+                  "2004a|2004|yes|yes|1, 7", "name|!!!|yes|yes|1, 7", "ohara|O&#39;Hara|yes|yes|1, 7"}));
 }
 
 TEST_F(AdminChanges, GroupsBringTheListsOfUsersIntoLine) {
@@ -142,35 +116,41 @@ TEST_F(AdminChanges, GroupsBringTheListsOfUsersIntoLine) {
   EXPECT_EQ(ColumnOf("sales", "IsHidden"), "no");
 
   AddEvent("sales", "Fair", "BeginDate", "DateValue('3/15/2004')");
-  AddView("team", "ben", "sales, presales", "", "");
+  AddView("'team', 'ben', 'sales, presales', '', ''");
   form["intname"] = "Trade";
   form["memberships"] = "";
   Act("gm_save", form);
   EXPECT_EQ(ColumnOf("trade", "Name"), "Trade");
   EXPECT_EQ(ListsOf("anna"), "salesmen, staff|Trade");
   EXPECT_EQ(ListsOf("ben"), "Null|presales, Trade");
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'Trade'")), 1);
-  EXPECT_EQ(ViewLists("team"), "Trade, presales|||");
+  EXPECT_EQ(Owners(), Rows{"Trade"});
+  EXPECT_EQ(Views(), Rows{"team|ben|Trade, presales||"});
 
   Act("gm_delete", {{"id", form["id"]}});
   EXPECT_EQ(IdOf("trade"), "(none)");
   EXPECT_EQ(ListsOf("anna"), "salesmen, staff|Null");
   EXPECT_EQ(ListsOf("ben"), "Null|presales");
-  EXPECT_EQ(Count(Statement("Events")), 0);
-  EXPECT_EQ(ViewLists("team"), "Trade, presales|||");
+  EXPECT_EQ(Owners(), Rows{});
+  EXPECT_EQ(Views(), Rows{"team|ben|Trade, presales||"});
 }
 
 TEST_F(AdminChanges, TypesAndSchemesAreWrittenAndDeleted) {
+  const auto types = [&] {
+    return ReadRows(Statement("SELECT * FROM EventTypes"), {"TypeName", "FileName"});
+  };
+  const auto sheets = [&] {
+    return ReadRows(Statement("SELECT * FROM StyleSheets ORDER BY SheetID"), {"SheetName", "SheetFile"});
+  };
   Act("tm_save", {{"name", "O'Trip"}, {"intname", "*1"}});
-  EXPECT_EQ(Read(Statement("SELECT TypeName FROM EventTypes WHERE FileName = '*1'")), "O&#39;Trip");
+  EXPECT_EQ(types(), Rows{"O&#39;Trip|*1"});
   Act("tm_save", {{"id", "1"}, {"name", "Trip"}, {"intname", "trip.gif"}});
-  EXPECT_EQ(Read(Statement("SELECT FileName FROM EventTypes WHERE TypeName = 'Trip'")), "trip.gif");
+  EXPECT_EQ(types(), Rows{"Trip|trip.gif"});
   Act("tm_delete", {{"id", "1"}});
-  EXPECT_EQ(Read(Statement("SELECT TypeID FROM EventTypes")), "(none)");
+  EXPECT_EQ(types(), Rows{});
   Act("cm_save", {{"name", "Darker"}, {"intname", "dark.css"}});
-  EXPECT_EQ(Read(Statement("SELECT SheetName FROM StyleSheets WHERE SheetID = 2")), "Darker");
+  EXPECT_EQ(sheets(), (Rows{"Dark|dark.css", "Darker|dark.css"}));
   Act("cm_delete", {{"id", "2"}});
-  EXPECT_EQ(Read(Statement("SELECT SheetID FROM StyleSheets WHERE SheetID = 2")), "(none)");
+  EXPECT_EQ(sheets(), Rows{"Dark|dark.css"});
 }
 
 TEST_F(AdminChanges, ProtectedRecordsKeepTheirNames) {
@@ -214,16 +194,17 @@ TEST_F(AdminChanges, HappenWhollyOrNotAtAll) {
   AddEvent("sales", "Fair", "BeginDate", "DateValue('3/15/2004')");
   const std::string anna = IdOf("anna");
   const std::string sales = IdOf("sales");
+  const Rows owners = Owners();
+  const Rows messages = Messages();
   Run(Statement("ALTER TABLE GroupViews DROP COLUMN Calendars"));
   EXPECT_THROW(SaveUser(anna, "zoe"), DatabaseError);
   EXPECT_THROW(Act("um_delete", {{"id", anna}}), DatabaseError);
   EXPECT_THROW(Act("gm_save", {{"id", sales}, {"name", "Trade"}, {"intname", "trade"}}), DatabaseError);
   EXPECT_EQ(ColumnOf("anna", "FriendlyName"), "Anna A");
   EXPECT_EQ(ColumnOf("sales", "FriendlyName"), "Sales");
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'anna'")), 2);
-  EXPECT_EQ(Count(Statement("Events WHERE Owner = 'sales'")), 1);
+  EXPECT_EQ(Owners(), owners);
   EXPECT_EQ(Read(Statement("SELECT Owner FROM GroupViews WHERE Name = 'own'")), "anna");
-  EXPECT_EQ(Read(Statement("SELECT Sender FROM Messages WHERE Recipient = 'anna'")), "ben");
+  EXPECT_EQ(Messages(), messages);
 }
 
 }  // namespace

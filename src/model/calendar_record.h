@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace orlune {
+
+/// A user or a group as the administration edits it. The lists of groups are joined with ", "; a group has
+/// none, and no password.
+struct CalendarRecord {
+  std::string FriendlyName;
+  std::string Name;
+  std::string Password;
+  std::string MemberOfGroups;
+  std::string AdminOfGroups;
+  bool IsHidden = false;
+};
+
+}  // namespace orlune

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace orlune {
+
+/// A colour scheme as lists of choices show it.
+struct StyleSheetChoice {
+  int Id = 0;
+  std::string Name;
+};
+
+}  // namespace orlune
