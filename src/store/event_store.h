@@ -1,11 +1,15 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/regional_settings.h"
+#include "model/event_search.h"
 #include "model/ol_event.h"
-#include "platform/database.h"
+#include "model/suggestion.h"
+#include "store/query.h"
 
 namespace orlune {
 
@@ -25,5 +29,20 @@ std::optional<int> FindNewestSenderCopy(Connection& database);
 /// Sets the state of the copies that the calendar `owner` received of the suggestion `suggId`.
 void SetSuggestState(Connection& database, std::string_view suggId, std::string_view owner,
                      std::string_view state);
+
+Query<std::optional<OL_Event>> FindEvent(int id);
+/// The owners of the events numbered in `ids`, which are joined with ", ".
+Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
+/// Only what decides on which days the event falls.
+Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
+
+/// The hits of `search`, the earliest first. Its start date has to be a valid one.
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
+
+Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id);
+/// Whether the calendar `owner` received a copy of the suggestion `suggId`.
+Query<bool> HasReceivedCopy(int suggId, std::string_view owner);
+/// What the recipients of the suggestion `suggId` have answered.
+Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId);
 
 }  // namespace orlune

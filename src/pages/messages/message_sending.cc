@@ -1,43 +1,17 @@
 #include "pages/messages/message_sending.h"
 
-#include "base/dates.h"
-#include "base/lists.h"
 #include "base/text.h"
 #include "pages/messages/message_form.h"
-#include "pages/messages/recipients.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/transaction.h"
+#include "store/messages.h"
 
 namespace orlune {
 namespace {
 
-std::string WithoutApostrophes(std::string_view text) {
-  return ReplaceAll(text, "'", "&#39;");
-}
-
-Statement SuggestionValue(std::string_view suggestion) {
-  return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
-}
-
-void StoreCopies(const Visit& visit, const MessageState& message) {
-  const std::string sent = FormatDateTime(visit.Context.Regional, visit.Clock.Now());
-  const std::string subject = WithoutApostrophes(message.Subject);
-  const std::string content = WithoutApostrophes(message.Content);
-  for (const std::string& recipient : message.Recipients) {
-    if (recipient.empty()) continue;
-    visit.Database.Execute(
-        Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
-                  "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
-                  visit.Context.Visitor.LoginName, recipient, sent, subject, content,
-                  SuggestionValue(message.Suggestion)));
-  }
-}
-
 /// Whether `message` can be sent; otherwise its form is shown with what is missing.
 bool Check(Visit& visit, const MessageState& message) {
-  visit.Alerts += ValidateMessage(visit, message);
+  visit.Alerts += ValidateMessage(visit.Context, message);
   if (visit.Alerts.empty()) return true;
   MessageState shown = message;
   shown.Subject = WithReferencesShown(message.Subject);
@@ -48,39 +22,22 @@ bool Check(Visit& visit, const MessageState& message) {
 
 }  // namespace
 
-std::string ValidateMessage(const Visit& visit, const MessageState& message) {
+std::string ValidateMessage(const PageContext& context, const MessageState& message) {
   std::string errors;
-  if (message.Recipients.empty()) errors += LoadText(visit, Text::kRecipientMissing);
-  if (message.Subject.empty()) errors += LoadText(visit, Text::kSubjectMissing);
-  if (message.Content.empty()) errors += LoadText(visit, Text::kMessageMissing);
+  if (message.Recipients.empty()) errors += LoadText(context, Text::kRecipientMissing);
+  if (message.Subject.empty()) errors += LoadText(context, Text::kSubjectMissing);
+  if (message.Content.empty()) errors += LoadText(context, Text::kMessageMissing);
   return errors;
 }
 
-bool SendPosted(Visit& visit, MessageState message) {
+bool SendPosted(Visit& visit, const MessageState& message) {
   if (!Check(visit, message)) return false;
-  ExpandGroupRecipients(visit.Database, message.Recipients);
-  Transaction copies(visit.Database);
-  try {
-    StoreCopies(visit, message);
-  } catch (const DatabaseError&) {
-    copies.Commit();
-    throw;
-  }
-  copies.Commit();
-  return true;
-}
-
-bool SendMessage(Visit& visit, std::string_view recipientList, std::string_view subject,
-                 std::string_view content, std::string_view suggestion) {
-  MessageState message{
-      .Msg = {},
-      .Recipients = recipientList.empty() ? std::vector<std::string>() : SplitList(recipientList),
-      .Subject = std::string(subject),
-      .Content = std::string(content),
-      .Suggestion = std::string(suggestion)};
-  if (!Check(visit, message)) return false;
-  ExpandGroupRecipients(visit.Database, message.Recipients);
-  StoreCopies(visit, message);
+  SendMessageByItself(visit.Database, visit.Context.Regional,
+                      {.Sender = visit.Context.Visitor.LoginName,
+                       .Recipients = message.Recipients,
+                       .Subject = message.Subject,
+                       .Content = message.Content,
+                       .SentDate = visit.Clock.Now()});
   return true;
 }
 
