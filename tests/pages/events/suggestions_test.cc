@@ -10,17 +10,18 @@ class Suggestions : public CalendarFixture {
   Suggestions() { LogIn("anna", "secret"); }
 
   static FakeHost::Fields Form(std::string_view recipients) {
-    return {{"title", "it's"},
-            {"reptype", "none"},
-            {"date1", "3/20/2004"},
-            {"time1", "09:00"},
-            {"time2", "10:00"},
-            {"addinfo", "x\r\ny"},
-            {"calendar", "anna"},
-            {"id", ""},
-            {"suggstate", ""},
-            {"type", "Meeting"},
-            {"vastaanottaja", std::string(recipients)}};
+    const FakeHost::Fields form{{"title", "it's"},
+                                {"reptype", "none"},
+                                {"date1", "3/20/2004"},
+                                {"time1", "09:00"},
+                                {"time2", "10:00"},
+                                {"addinfo", "x\r\ny"},
+                                {"calendar", "anna"},
+                                {"id", ""},
+                                {"suggstate", ""},
+                                {"type", "Meeting"},
+                                {"vastaanottaja", std::string(recipients)}};
+    return form;
   }
   std::vector<std::string> Copies() {
     return ReadRows(Statement("SELECT * FROM Events ORDER BY EventID"),

@@ -9,12 +9,11 @@ class Messages : public CalendarFixture {
  protected:
   Messages() { LogIn("anna", "secret"); }
 
-  int AddMessage(std::string_view recipient, std::string_view subject, std::string_view suggestion = "") {
+  void AddMessage(std::string_view recipient, std::string_view subject, std::string_view suggestion = "") {
     Run(
         Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
                   "VALUES ('ben', '{}', '3/12/2004 14:05:00', '{}', 'one\r\ntwo', no, '{}')",
                   recipient, subject, suggestion));
-    return std::stoi(Read(Statement("SELECT TOP 1 MessageID FROM Messages ORDER BY MessageID DESC")));
   }
   std::vector<std::string> Stored() {
     return ReadRows(Statement("SELECT * FROM Messages ORDER BY MessageID"),
