@@ -330,4 +330,32 @@ void RemoveFromGroupLists(Connection& database, std::string_view group) {
   }
 }
 
+Query<std::vector<Calendar>> AllCalendars() {
+  return {Statement("SELECT FriendlyName, Name, IsGroup FROM Calendars "
+                    "ORDER BY IsGroup, FriendlyName"),
+          ReadCalendars};
+}
+
+Query<std::vector<Calendar>> CalendarsExcept(std::string_view loginName) {
+  return {Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
+                    "WHERE Name <> '{}' ORDER BY IsGroup, FriendlyName",
+                    loginName),
+          ReadCalendars};
+}
+
+Query<std::vector<std::string>> SpellingsOf(std::string_view name) {
+  return {Statement("SELECT Name FROM Calendars WHERE Name = '{}'", name),
+          [](ResultSet& rows) { return TextsIn(rows, "Name"); }};
+}
+
+Query<std::vector<std::string>> UserNames() {
+  return {Statement("SELECT Name FROM Calendars WHERE IsGroup = no"),
+          [](ResultSet& rows) { return TextsIn(rows, "Name"); }};
+}
+
+Query<std::vector<std::string>> MembersOfGroup(std::string_view group) {
+  return {Statement("SELECT Name FROM Calendars WHERE MemberOfGroups LIKE '%{}%'", group),
+          [](ResultSet& rows) { return TextsIn(rows, "Name"); }};
+}
+
 }  // namespace orlune

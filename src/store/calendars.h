@@ -112,4 +112,14 @@ void AlignGroupLists(Connection& database, const GroupName& group, std::string_v
 /// Takes the group out of the users' lists.
 void RemoveFromGroupLists(Connection& database, std::string_view group);
 
+/// All calendars, users before groups, by display name.
+Query<std::vector<Calendar>> AllCalendars();
+/// The same without that of `loginName`.
+Query<std::vector<Calendar>> CalendarsExcept(std::string_view loginName);
+/// The name of a calendar as it is stored; none when there is no such calendar.
+Query<std::vector<std::string>> SpellingsOf(std::string_view name);
+Query<std::vector<std::string>> UserNames();
+/// The calendars in whose list of groups the text `group` occurs.
+Query<std::vector<std::string>> MembersOfGroup(std::string_view group);
+
 }  // namespace orlune

@@ -1,13 +1,11 @@
 #include "store/event_store.h"
 
-#include <vector>
-
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "base/text.h"
 #include "store/database_access.h"
 #include "store/event_reader.h"
-#include "store/field.h"
+#include "store/rows.h"
 
 namespace orlune {
 namespace {
@@ -46,6 +44,54 @@ std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const O
   return columns;
 }
 
+OL_Event ReadOccurrenceRule(const ResultSet& row) {
+  OL_Event event;
+  event.Type = TextIn(row, "Type");
+  event.BeginDate = DateOf(row.Get(row.Column("BeginDate"))).value_or(Date{});
+  event.EndDate = DateOf(row.Get(row.Column("EndDate"))).value_or(event.BeginDate);
+  event.RepeatWeekday = TextIn(row, "RepeatWeekday");
+  event.RepeatFrequency = TextIn(row, "RepeatFrequency");
+  event.RepeatDay = TextIn(row, "RepeatDay");
+  event.RepeatWeekends = TextIn(row, "RepeatWeekends");
+  return event;
+}
+
+Statement SearchStatement(const EventSearch& search, std::string_view loginName) {
+  Statement query(
+      "SELECT SuggestState, FriendlyName, EventID, EventName, Owner, Type, BeginDate, "
+      "EndDate, BeginTime, EndTime, Private FROM Events "
+      "INNER JOIN Calendars ON Events.Owner = Calendars.Name "
+      "WHERE ((EventName LIKE '%{}%') OR (Comments LIKE '%{}%')) ",
+      search.Text, search.Text);
+  if (search.Calendar.empty()) {
+    query.Add("AND (IsHidden = no OR Owner = '{}') ", loginName);
+  } else {
+    query.Add("AND (Owner = '{}') ", search.Calendar);
+  }
+  if (!search.Kind.empty()) query.Add("AND (Type = '{}') ", search.Kind);
+  query.Add("AND (BeginDate >= DateValue('{}') OR EndDate >= DateValue('{}')) ", search.StartDate,
+            search.StartDate);
+  return query.Add(
+      "AND (SuggestState In ('accepted', '-') OR SuggestState Is Null) ORDER BY BeginDate, BeginTime");
+}
+
+std::vector<FoundEvent> ReadFoundEvents(ResultSet& rows) {
+  const int id = rows.Column("EventID");
+  const int name = rows.Column("EventName");
+  const int owner = rows.Column("Owner");
+  const int ownerName = rows.Column("FriendlyName");
+  const int isPrivate = rows.Column("Private");
+  const int beginTime = rows.Column("BeginTime");
+  const int endTime = rows.Column("EndTime");
+  const auto text = [&](int column) { return std::string(TextOf(rows.Get(column))); };
+  std::vector<FoundEvent> events;
+  while (rows.Next()) {
+    events.push_back({NumberOf(rows.Get(id)).value_or(0), text(name), text(owner), text(ownerName),
+                      YesNoOf(rows.Get(isPrivate)), TimeOf(rows.Get(beginTime)), TimeOf(rows.Get(endTime))});
+  }
+  return events;
+}
+
 }  // namespace
 
 void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event) {
@@ -72,6 +118,56 @@ void SetSuggestState(Connection& database, std::string_view suggId, std::string_
                      std::string_view state) {
   database.Execute(Statement("UPDATE Events SET SuggestState = '{}' WHERE (SuggID = '{}') AND (Owner = '{}')",
                              state, suggId, owner));
+}
+
+Query<std::optional<OL_Event>> FindEvent(int id) {
+  return {Statement("SELECT * FROM Events WHERE (EventID = {})", id), [](ResultSet& rows) {
+            return FirstRow(rows, [](const ResultSet& row) { return EventReader(row).Read(row); });
+          }};
+}
+
+Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids) {
+  return {Statement("SELECT Owner FROM Events WHERE (EventID IN ({}))", ids),
+          [](ResultSet& rows) { return TextsIn(rows, "Owner"); }};
+}
+
+Query<std::optional<OL_Event>> OccurrenceRuleOf(int id) {
+  return {Statement("SELECT EventName, Type, BeginDate, EndDate, BeginTime, EndTime, RepeatWeekday, "
+                    "RepeatFrequency, RepeatDay, RepeatWeekends FROM Events WHERE (EventID = {})",
+                    id),
+          [](ResultSet& rows) { return FirstRow(rows, ReadOccurrenceRule); }};
+}
+
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName) {
+  return {SearchStatement(search, loginName), ReadFoundEvents};
+}
+
+Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id) {
+  return {Statement("SELECT EventName, Owner FROM Events WHERE (EventID = {})", id), [](ResultSet& rows) {
+            return FirstRow(rows, [](const ResultSet& row) {
+              return SuggestedEvent{TextIn(row, "EventName"), TextIn(row, "Owner")};
+            });
+          }};
+}
+
+Query<bool> HasReceivedCopy(int suggId, std::string_view owner) {
+  return {Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')", suggId, owner),
+          [](ResultSet& rows) { return rows.Next(); }};
+}
+
+Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId) {
+  return {Statement("SELECT FriendlyName, SuggestState FROM Events "
+                    "INNER JOIN Calendars ON Events.Owner = Calendars.Name "
+                    "WHERE (SuggID = '{}')",
+                    suggId),
+          [](ResultSet& rows) {
+            const int name = rows.Column("FriendlyName");
+            const int state = rows.Column("SuggestState");
+            std::vector<SuggestionAnswer> answers;
+            while (rows.Next())
+              answers.push_back({std::string(TextOf(rows.Get(name))), std::string(TextOf(rows.Get(state)))});
+            return answers;
+          }};
 }
 
 namespace {

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "base/regional_settings.h"
+#include "model/event_search.h"
 #include "model/ol_event.h"
+#include "model/suggestion.h"
 #include "platform/database.h"
 #include "store/query.h"
 
@@ -35,5 +37,20 @@ void SetSuggestState(Connection& database, std::string_view suggId, std::string_
 /// Julkaisut, for any other those of the calendars `owners`.
 Query<std::vector<OL_Event>> EventsOfPeriod(const RegionalSettings& regional, std::string_view view,
                                             std::span<const std::string> owners, Date first, Date last);
+
+Query<std::optional<OL_Event>> FindEvent(int id);
+/// The owners of the events numbered in `ids`, which are joined with ", ".
+Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
+/// Only what decides on which days the event falls.
+Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
+
+/// The hits of `search`, the earliest first. Its start date has to be a valid one.
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
+
+Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id);
+/// Whether the calendar `owner` received a copy of the suggestion `suggId`.
+Query<bool> HasReceivedCopy(int suggId, std::string_view owner);
+/// What the recipients of the suggestion `suggId` have answered.
+Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId);
 
 }  // namespace orlune

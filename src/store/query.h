@@ -38,22 +38,40 @@ Result Ask(Connection& database, const Query<Result>& query) {
   return query.Run(database);
 }
 
+/// Any number of queries of one kind, asked like one; the answers keep their order.
+template <class Result>
+class Queries {
+ public:
+  explicit Queries(std::span<const Query<Result>> queries) : queries_(queries) {}
+
+  void AnnounceTo(Connection& database) const {
+    for (const Query<Result>& query : queries_) query.AnnounceTo(database);
+  }
+  /// Throws DatabaseError.
+  std::vector<Result> Run(Connection& database) const {
+    std::vector<Result> answers;
+    answers.reserve(queries_.size());
+    for (const Query<Result>& query : queries_) answers.push_back(query.Run(database));
+    return answers;
+  }
+
+ private:
+  std::span<const Query<Result>> queries_;
+};
+
 /// The answers to several queries, which travel to the database together. Throws DatabaseError.
-template <class... Results>
-requires(sizeof...(Results) > 1) std::tuple<Results...> Ask(Connection& database,
-                                                            const Query<Results>&... queries) {
+template <class... Asked>
+requires(sizeof...(Asked) > 1) auto Ask(Connection& database, const Asked&... queries) {
   (queries.AnnounceTo(database), ...);
-  return std::tuple<Results...>{queries.Run(database)...};
+  return std::tuple<decltype(queries.Run(database))...>{queries.Run(database)...};
 }
 
 /// The same for any number of queries of one kind.
 template <class Result>
 std::vector<Result> AskAll(Connection& database, std::span<const Query<Result>> queries) {
-  for (const Query<Result>& query : queries) query.AnnounceTo(database);
-  std::vector<Result> answers;
-  answers.reserve(queries.size());
-  for (const Query<Result>& query : queries) answers.push_back(query.Run(database));
-  return answers;
+  const Queries<Result> all(queries);
+  all.AnnounceTo(database);
+  return all.Run(database);
 }
 
 }  // namespace orlune

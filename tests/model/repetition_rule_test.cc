@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/dates.h"
+#include "model/occurrence_dates.h"
 
 namespace orlune {
 namespace {
@@ -130,6 +131,30 @@ TEST(YearlyRule, StaysInItsMonth) {
   EXPECT_EQ(Occurrences(DayEvent("year", "", "vkl_ma", "2000-03-31"), week, "2004-01-01", "2004-12-31"),
             "3-1 3-31");
   EXPECT_EQ(Occurrences(DayEvent("day", "", "", "2000-03-31"), week, "2004-01-01", "2004-12-31"), "");
+}
+
+TEST(OccurrenceDates, AreThoseOfTheRule) {
+  const Week week(2, "1, 7");
+  OL_Event event;
+  event.BeginDate = Day("2003-12-31");
+  event.EndDate = Day("2010-01-31");
+  event.RepeatWeekday = "1, 4";
+  event.RepeatFrequency = "vko_3";
+  event.RepeatDay = "31";
+  for (const char* type : {"weekday", "month", "year"}) {
+    for (const char* weekends : {"vkl_ok", "vkl_no", "vkl_ma", "vkl_pe"}) {
+      event.Type = type;
+      event.RepeatWeekends = weekends;
+      std::vector<Date> expected;
+      for (Date date = event.BeginDate; date <= event.EndDate; date += std::chrono::days{1}) {
+        if (OccursOn(date, event, week)) expected.push_back(date);
+      }
+      ASSERT_FALSE(expected.empty());
+      EXPECT_EQ(OccurrenceDates(event, week, 1000), expected) << type << weekends;
+      expected.resize(2);
+      EXPECT_EQ(OccurrenceDates(event, week, 2), expected) << type << weekends;
+    }
+  }
 }
 
 }  // namespace

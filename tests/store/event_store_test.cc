@@ -60,18 +60,6 @@ TEST_F(EventStore, WritesTheColumnsOfEachKind) {
   }
 }
 
-TEST_F(EventStore, KeepsColumnsOfOtherKindsWhenAnEventChanges) {
-  Save(Event("weekday"));
-  OL_Event changed = Event("month");
-  changed.EventID = 1;
-  changed.Owner = "sales";
-  Save(changed);
-  EXPECT_EQ(Load(1).RepeatWeekday, "2, 4");
-  EXPECT_EQ(Load(1).RepeatDay, "31");
-  EXPECT_EQ(Load(1).Owner, "sales");
-  EXPECT_EQ(Read(Statement("SELECT Count(EventID) AS Total FROM Events")), "1");
-}
-
 TEST_F(EventStore, TiesSuggestionsTogether) {
   const auto add = [&](std::string_view owner, std::string_view state, std::string_view suggId) {
     OL_Event event = Event("none");

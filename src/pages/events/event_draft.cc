@@ -7,9 +7,8 @@
 #include "base/lists.h"
 #include "base/text.h"
 #include "pages/events/repetition_kinds.h"
-#include "request/visit.h"
-#include "store/database_access.h"
-#include "store/event_reader.h"
+#include "platform/page_host.h"
+#include "request/page_context.h"
 
 namespace orlune {
 namespace {
@@ -40,16 +39,8 @@ std::optional<std::string> EventNumbers(std::string_view text) {
   return isList ? std::optional(std::move(numbers)) : std::nullopt;
 }
 
-std::optional<OL_Event> FindEvent(const Visit& visit, std::string_view id) {
-  const auto number = EventNumber(id);
-  if (!number) return std::nullopt;
-  const auto rows =
-      OpenQuery(visit.Database, Statement("SELECT * FROM Events WHERE (EventID = {})", *number));
-  return rows->Next() ? std::optional(EventReader(*rows).Read(*rows)) : std::nullopt;
-}
-
-EventDraft PostedDraft(const Visit& visit, const std::optional<OL_Event>& stored) {
-  const auto field = [&](std::string_view name) { return std::string(visit.Request.FormField(name)); };
+EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored) {
+  const auto field = [&](std::string_view name) { return std::string(request.FormField(name)); };
   EventDraft draft;
   draft.IsTyped = true;
   OL_Event& event = draft.Event;
@@ -75,10 +66,10 @@ EventDraft PostedDraft(const Visit& visit, const std::optional<OL_Event>& stored
   return draft;
 }
 
-EventDraft StoredDraft(const Visit& visit, const OL_Event& stored) {
-  const RegionalSettings& regional = visit.Context.Regional;
+EventDraft StoredDraft(const PageContext& context, const OL_Event& stored) {
+  const RegionalSettings& regional = context.Regional;
   const auto timeText = [&](std::optional<TimeOfDay> time) {
-    return time ? FormatTime(visit.Context.Visitor.TimeFormat, *time) : "";
+    return time ? FormatTime(context.Visitor.TimeFormat, *time) : "";
   };
   EventDraft draft{.Event = stored,
                    .IsTyped = false,
@@ -90,16 +81,16 @@ EventDraft StoredDraft(const Visit& visit, const OL_Event& stored) {
   return draft;
 }
 
-void FillDefaults(const Visit& visit, EventDraft& draft) {
+void FillDefaults(const PageContext& context, EventDraft& draft) {
   const auto fill = [](std::string& field, std::string_view value) {
     if (field.empty()) field = value;
   };
-  const std::string today = FormatShortDate(visit.Context.Regional, visit.Context.Visitor.CurrentDate);
+  const std::string today = FormatShortDate(context.Regional, context.Visitor.CurrentDate);
   fill(draft.BeginDate, today);
   fill(draft.EndDate, today);
   fill(draft.Event.Type, kRepetitionKinds.front().Name.Text());
   fill(draft.Event.RepeatWeekends, "vkl_ok");
-  fill(draft.Event.Owner, visit.Context.Visitor.LoginName);
+  fill(draft.Event.Owner, context.Visitor.LoginName);
 }
 
 }  // namespace orlune

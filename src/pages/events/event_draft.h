@@ -8,7 +8,8 @@
 
 namespace orlune {
 
-struct Visit;
+class Request;
+struct PageContext;
 
 /// An event as its form holds it. Dates and times are the texts that were typed, so that nothing of them is
 /// lost before they are checked; those of `Event` do not count.
@@ -26,15 +27,12 @@ std::optional<int> EventNumber(std::string_view text);
 /// The events that `text` numbers, joined with ", ", back in that form; nothing when it is no such list.
 std::optional<std::string> EventNumbers(std::string_view text);
 
-/// The event whose number is `id`, or nothing when there is none. Throws DatabaseError.
-std::optional<OL_Event> FindEvent(const Visit& visit, std::string_view id);
-
 /// The draft of a posted form. Its number and what the form does not carry are those of `stored`, if any.
-EventDraft PostedDraft(const Visit& visit, const std::optional<OL_Event>& stored);
+EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored);
 /// The draft that changes a stored event.
-EventDraft StoredDraft(const Visit& visit, const OL_Event& stored);
+EventDraft StoredDraft(const PageContext& context, const OL_Event& stored);
 /// Gives what is still empty the values of a new event: the date that the calendar shows, in the user's own
 /// calendar.
-void FillDefaults(const Visit& visit, EventDraft& draft);
+void FillDefaults(const PageContext& context, EventDraft& draft);
 
 }  // namespace orlune

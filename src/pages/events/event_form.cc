@@ -1,5 +1,6 @@
 #include "pages/events/event_form.h"
 
+#include <span>
 #include <unordered_set>
 
 #include "base/dates.h"
@@ -13,184 +14,176 @@
 #include "pages/events/repetition_rows.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
+#include "store/event_store.h"
 
 namespace orlune {
 namespace {
+
+struct EventFormContent {
+  const EventDraft& Draft;
+  const std::vector<std::string>* ChosenRecipients;  ///< null unless the event is being suggested
+  std::vector<Calendar> Recipients;
+  std::vector<SuggestionAnswer> Answers;  ///< none for an event that was not suggested
+  std::vector<Calendar> Calendars;        ///< that the event may be in
+};
+
+/// The calendars that the event may be in: the user's own, and the groups that the user administers.
+std::vector<std::string> OfferedCalendars(const Visitor& visitor) {
+  std::vector<std::string> calendars{visitor.LoginName};
+  calendars.insert(calendars.end(), visitor.AdminOfGroups.begin(), visitor.AdminOfGroups.end());
+  std::erase(calendars, "");
+  return calendars;
+}
+
+EventFormContent LoadEventForm(Connection& database, const Visitor& visitor, const EventDraft& draft,
+                               const std::vector<std::string>* chosenRecipients) {
+  const int id = draft.Event.EventID;
+  const std::vector<std::string> offered = OfferedCalendars(visitor);
+  std::vector<Query<std::optional<std::string>>> nameQueries;
+  for (const std::string& calendar : offered) nameQueries.push_back(FriendlyNameOf(calendar));
+  auto [recipients, answers, names] =
+      Ask(database, chosenRecipients ? CalendarsExcept(visitor.LoginName) : Query<std::vector<Calendar>>(),
+          id != 0 ? AnswersTo(id) : Query<std::vector<SuggestionAnswer>>(),
+          Queries<std::optional<std::string>>(nameQueries));
+  EventFormContent content{draft, chosenRecipients, std::move(recipients), std::move(answers), {}};
+  for (std::size_t i = 0; i < offered.size(); ++i)
+    content.Calendars.push_back({offered[i], names[i].value_or(offered[i])});
+  return content;
+}
 
 std::string ShownText(const EventDraft& draft, const std::string& text) {
   return draft.IsTyped ? WithReferencesShown(text) : text;
 }
 
-Html TitleRow(const Visit& visit, const EventDraft& draft) {
-  return FieldRow(visit, Text::kEventName, "title",
+Html TitleRow(const PageContext& context, const EventDraft& draft) {
+  return FieldRow(context, Text::kEventName, "title",
                   Html("<INPUT TYPE=text NAME=\"title\" ID=\"title\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(ShownText(draft, draft.Event.EventName)), InputSize(visit, 18, 38)));
+                       Attribute(ShownText(draft, draft.Event.EventName)), InputSize(context, 18, 38)));
 }
 
 /// Choosing another kind sends the form, which comes back with the rows of that kind.
-Html KindRow(const Visit& visit, const OL_Event& event, bool isSending) {
+Html KindRow(const PageContext& context, const OL_Event& event, bool isSending) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\" onChange=\"javascript:");
   if (isSending)
-    list.Add("document.acForm.action='{}?p=e&act=sendform';",
-             ScriptAttribute(visit.Context.Hosting.ScriptName));
+    list.Add("document.acForm.action='{}?p=e&act=sendform';", ScriptAttribute(context.Hosting.ScriptName));
   list.Add("document.acForm.submit();\">");
   for (const RepetitionKind& kind : kRepetitionKinds)
-    list.Add(Choice(visit, kind.Name, kind.Label, kind.Name.Text() == event.Type));
-  return FieldRow(visit, Text::kEventRepeat, "reptype", list.Add("</SELECT>"));
+    list.Add(Choice(context, kind.Name, kind.Label, kind.Name.Text() == event.Type));
+  return FieldRow(context, Text::kEventRepeat, "reptype", list.Add("</SELECT>"));
 }
 
-Html BeginRow(const Visit& visit, const EventDraft& draft) {
-  return FieldRow(visit, Text::kEventDate, "date1",
+Html BeginRow(const PageContext& context, const EventDraft& draft) {
+  return FieldRow(context, Text::kEventDate, "date1",
                   Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{}-{}</SPAN>",
-                       DateInput(visit, 1, draft.BeginDate), Attribute(LoadText(visit, Text::kEventTime)),
-                       TimeSelect(visit, "time1", ParseTime(draft.BeginTime), 15, true),
-                       TimeSelect(visit, "time2", ParseTime(draft.EndTime), 15, true)));
+                       DateInput(context, 1, draft.BeginDate), Attribute(LoadText(context, Text::kEventTime)),
+                       TimeSelect(context, "time1", ParseTime(draft.BeginTime), 15, true),
+                       TimeSelect(context, "time2", ParseTime(draft.EndTime), 15, true)));
 }
 
-Html TypeRow(const Visit& visit, const OL_Event& event) {
+Html TypeRow(const PageContext& context, const OL_Event& event) {
   Html radios;
-  for (const EventTypeEntry& type : visit.Context.Visitor.EventTypes) {
+  for (const EventTypeEntry& type : context.Visitor.EventTypes) {
     if (type.TypeName.empty()) continue;
     const HtmlPart name = Attribute(type.TypeName);
     radios.Add(
         "<NOBR><LABEL TITLE=\"{}\"><INPUT TYPE=radio NAME=\"type\" VALUE=\"{}\"{}>"
         "<IMG SRC=\"{}{}\" ALT=\"{}\"></LABEL></NOBR>\r\n",
-        name, name, CheckedIf(type.TypeName, event.EventType), Attribute(visit.Context.Hosting.ImageDir),
-        Attribute(EventTypeIcon(visit, type.TypeName)), name);
+        name, name, CheckedIf(type.TypeName, event.EventType), Attribute(context.Hosting.ImageDir),
+        Attribute(EventTypeIcon(context, type.TypeName)), name);
   }
-  return GroupRow(visit, Text::kEventType, radios);
+  return GroupRow(context, Text::kEventType, radios);
 }
 
-Html CommentsRow(const Visit& visit, const EventDraft& draft) {
-  return FieldRow(visit, Text::kEventComments, "addinfo",
+Html CommentsRow(const PageContext& context, const EventDraft& draft) {
+  return FieldRow(context, Text::kEventComments, "addinfo",
                   Html("<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=35 ROWS=9>{}</TEXTAREA>",
                        TextAreaContent(ShownText(draft, draft.Event.Comments))));
 }
 
-Statement RecipientsQuery(const Visit& visit) {
-  return Statement(
-      "SELECT Name, FriendlyName, IsGroup FROM Calendars "
-      "WHERE Name <> '{}' ORDER BY IsGroup, FriendlyName",
-      visit.Context.Visitor.LoginName);
-}
-
-Html RecipientsRow(const Visit& visit, const std::vector<std::string>& recipients) {
-  const std::unordered_set<std::string> chosen(recipients.begin(), recipients.end());
-  const auto rows = OpenQuery(visit.Database, RecipientsQuery(visit));
+Html RecipientsRow(const PageContext& context, const EventFormContent& content) {
+  const std::unordered_set<std::string> chosen(content.ChosenRecipients->begin(),
+                                               content.ChosenRecipients->end());
   Html list("<SELECT NAME=\"vastaanottaja\" ID=\"vastaanottaja\" SIZE=8 MULTIPLE>\r\n");
   AddCalendarOptions(
-      list, *rows, [&](std::string_view name) { return chosen.contains(std::string(name)); }, "\r\n");
-  list.Add("</SELECT><BR>{}", Content(LoadText(visit, Text::kRecipientsHint)));
-  return FieldRow(visit, Text::kEventRecipients, "vastaanottaja", list);
+      list, content.Recipients, [&](std::string_view name) { return chosen.contains(std::string(name)); },
+      "\r\n");
+  list.Add("</SELECT><BR>{}", Content(LoadText(context, Text::kRecipientsHint)));
+  return FieldRow(context, Text::kEventRecipients, "vastaanottaja", list);
 }
 
-Html StateText(const Visit& visit, std::string_view suggestState) {
-  if (suggestState == "accepted") return Html("<B>{}</B>", Content(LoadText(visit, Text::kAccepted)));
-  if (suggestState == "declined") return Html("<I>{}</I>", Content(LoadText(visit, Text::kDeclined)));
-  if (suggestState == "undecided") return Html("{}", Content(LoadText(visit, Text::kUndecided)));
+Html StateText(const PageContext& context, std::string_view suggestState) {
+  if (suggestState == "accepted") return Html("<B>{}</B>", Content(LoadText(context, Text::kAccepted)));
+  if (suggestState == "declined") return Html("<I>{}</I>", Content(LoadText(context, Text::kDeclined)));
+  if (suggestState == "undecided") return Html("{}", Content(LoadText(context, Text::kUndecided)));
   return {};
 }
 
-Statement AnswersQuery(const OL_Event& event) {
-  return Statement(
-      "SELECT FriendlyName, SuggestState FROM Events INNER JOIN Calendars ON Events.Owner = Calendars.Name "
-      "WHERE (SuggID = '{}')",
-      event.EventID);
-}
-
-/// What the recipients of a suggestion have answered; nothing for an event that was not suggested.
-Html StatusRow(const Visit& visit, const OL_Event& event) {
-  if (event.EventID == 0) return {};
-  const auto rows = OpenQuery(visit.Database, AnswersQuery(event));
-  const int name = rows->Column("FriendlyName");
-  const int suggestState = rows->Column("SuggestState");
+Html StatusRow(const PageContext& context, std::span<const SuggestionAnswer> answers) {
+  if (answers.empty()) return {};
   Html lines;
-  while (rows->Next()) {
-    lines.Add("{}:&nbsp&nbsp{}<BR>", Content(TextOf(rows->Get(name))),
-              StateText(visit, TextOf(rows->Get(suggestState))));
-  }
-  return lines.IsEmpty() ? lines : GroupRow(visit, Text::kSuggestionStatus, lines);
+  for (const SuggestionAnswer& answer : answers)
+    lines.Add("{}:&nbsp&nbsp{}<BR>", Content(answer.Recipient), StateText(context, answer.State));
+  return GroupRow(context, Text::kSuggestionStatus, lines);
 }
 
-Statement FriendlyNameQuery(const std::string& calendar) {
-  return Statement("SELECT FriendlyName FROM Calendars WHERE (Name = '{}')", calendar);
-}
-
-std::string FriendlyName(const Visit& visit, const std::string& calendar) {
-  const auto row = OpenQuery(visit.Database, FriendlyNameQuery(calendar));
-  return row->Next() ? std::string(TextOf(row->Get(row->Column("FriendlyName")))) : calendar;
-}
-
-Html HiddenFields(const Visit& visit, const EventDraft& draft) {
+Html HiddenFields(const PageContext& context, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
   const std::string id = event.EventID == 0 ? "" : std::to_string(event.EventID);
   return Html("{}{}{}", HiddenField("id", id), HiddenField("suggstate", event.SuggestState),
-              HiddenRepetition(visit, draft));
+              HiddenRepetition(context, draft));
 }
 
-/// The calendars that the event may be in: the user's own, and the groups that the user administers.
-std::vector<std::string> OfferedCalendars(const Visit& visit) {
-  std::vector<std::string> calendars{visit.Context.Visitor.LoginName};
-  calendars.insert(calendars.end(), visit.Context.Visitor.AdminOfGroups.begin(),
-                   visit.Context.Visitor.AdminOfGroups.end());
-  std::erase(calendars, "");
-  return calendars;
-}
-
-Html CalendarRow(const Visit& visit, const EventDraft& draft) {
-  const OL_Event& event = draft.Event;
+Html CalendarRow(const PageContext& context, const EventFormContent& content) {
+  const OL_Event& event = content.Draft.Event;
   Html list("<SELECT NAME=\"calendar\" ID=\"calendar\">");
-  for (const std::string& calendar : OfferedCalendars(visit)) {
-    list.Add("<OPTION VALUE=\"{}\"{}>{}", Attribute(calendar),
-             SelectedWhen(EqualIgnoringCase(calendar, event.Owner)),
-             OptionLabel(FriendlyName(visit, calendar)));
+  for (const Calendar& calendar : content.Calendars) {
+    list.Add("<OPTION VALUE=\"{}\"{}>{}", Attribute(calendar.Name),
+             SelectedWhen(EqualIgnoringCase(calendar.Name, event.Owner)), OptionLabel(calendar.FriendlyName));
   }
   list.Add("</SELECT> <LABEL><INPUT TYPE=checkbox NAME=\"private\"{}>{}</LABEL>",
-           CheckedIf(event.Private ? "yes" : "no", "yes"), Content(LoadText(visit, Text::kPrivateEvent)));
-  list.Add(HiddenFields(visit, draft));
-  return FieldRow(visit, Text::kEventCalendar, "calendar", list);
+           CheckedIf(event.Private ? "yes" : "no", "yes"), Content(LoadText(context, Text::kPrivateEvent)));
+  list.Add(HiddenFields(context, content.Draft));
+  return FieldRow(context, Text::kEventCalendar, "calendar", list);
 }
 
-Html Buttons(const Visit& visit, const OL_Event& event, bool isSending) {
+Html Buttons(const PageContext& context, const OL_Event& event, bool isSending) {
   const bool isNew = event.EventID == 0;
   Html buttons;
   const auto add = [&](Text text, Markup query) {
     if (!buttons.IsEmpty()) buttons.Add("&nbsp;&nbsp;");
-    buttons.Add(ActionButton(visit, LoadText(visit, text), Html("{}", query)));
+    buttons.Add(ActionButton(context, LoadText(context, text), Html("{}", query)));
   };
   if (!isSending) add(Text::kSaveEvent, "p=e&act=save");
-  if (isNew && !visit.Context.Hosting.NoMessaging)
+  if (isNew && !context.Hosting.NoMessaging)
     add(Text::kSendEvent, isSending ? Markup("p=e&act=send") : Markup("p=e&act=sendform"));
   if (!isNew) add(Text::kDeleteEvent, "p=e&act=delete");
   return buttons;
 }
 
-void AnnounceForm(const Visit& visit, const OL_Event& event, bool isSending) {
-  Connection& database = visit.Database;
-  if (isSending) database.Announce(RecipientsQuery(visit));
-  if (event.EventID != 0) database.Announce(AnswersQuery(event));
-  for (const std::string& calendar : OfferedCalendars(visit)) database.Announce(FriendlyNameQuery(calendar));
+Html WriteEventForm(const PageContext& context, const EventFormContent& content) {
+  const EventDraft& draft = content.Draft;
+  const OL_Event& event = draft.Event;
+  const bool isSending = content.ChosenRecipients != nullptr;
+  Html page = FormPageOpen(context, Html("p=e"), Text::kEventTitle, EventToolbar(context));
+  page.Add(TitleRow(context, draft));
+  page.Add(KindRow(context, event, isSending));
+  page.Add(BeginRow(context, draft));
+  if (event.Type != "none")
+    page.Add(FieldRow(context, Text::kEventEndDate, "date2", DateInput(context, 2, draft.EndDate)));
+  page.Add(TypeRow(context, event));
+  page.Add(CommentsRow(context, draft));
+  AddRepetitionRows(page, context, event);
+  if (isSending) page.Add(RecipientsRow(context, content));
+  page.Add(StatusRow(context, content.Answers));
+  page.Add(CalendarRow(context, content));
+  return CloseFormRows(std::move(page), Buttons(context, event, isSending));
 }
 
-void ShowForm(Visit& visit, const EventDraft& draft, const std::vector<std::string>* recipients) {
-  const OL_Event& event = draft.Event;
-  const bool isSending = recipients != nullptr;
-  AnnounceForm(visit, event, isSending);
-  Html page = FormPageOpen(visit, Html("p=e"), Text::kEventTitle, EventToolbar(visit));
-  page.Add(TitleRow(visit, draft));
-  page.Add(KindRow(visit, event, isSending));
-  page.Add(BeginRow(visit, draft));
-  if (event.Type != "none")
-    page.Add(FieldRow(visit, Text::kEventEndDate, "date2", DateInput(visit, 2, draft.EndDate)));
-  page.Add(TypeRow(visit, event));
-  page.Add(CommentsRow(visit, draft));
-  AddRepetitionRows(page, visit, event);
-  if (isSending) page.Add(RecipientsRow(visit, *recipients));
-  page.Add(StatusRow(visit, event));
-  page.Add(CalendarRow(visit, draft));
-  FinishFormRows(visit, std::move(page), Buttons(visit, event, isSending));
+void ShowForm(Visit& visit, const EventDraft& draft, const std::vector<std::string>* chosenRecipients) {
+  const EventFormContent content =
+      LoadEventForm(visit.Database, visit.Context.Visitor, draft, chosenRecipients);
+  FinishFormPage(visit, WriteEventForm(visit.Context, content));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "pages/events/event_page.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "html/page_frame.h"
 #include "pages/events/event_check.h"
@@ -7,12 +9,10 @@
 #include "pages/events/event_search.h"
 #include "pages/events/found_events.h"
 #include "pages/events/suggestions.h"
-#include "pages/messages/recipients.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
 #include "store/event_store.h"
-#include "store/field.h"
+#include "store/recipients.h"
 
 namespace orlune {
 namespace {
@@ -22,11 +22,11 @@ void RedirectToCalendar(Visit& visit) {
 }
 
 void Refuse(Visit& visit) {
-  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+  WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
 }
 
 void ShowGone(Visit& visit) {
-  WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kEventIsGone)));
+  WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kEventIsGone)));
 }
 
 /// The event that the request describes, and the stored one that it names.
@@ -42,35 +42,39 @@ std::string_view EventId(const Visit& visit) {
   return posted.empty() ? request.QueryParameter("id") : posted;
 }
 
+std::optional<OL_Event> FindStored(const Visit& visit, std::string_view id) {
+  const auto number = EventNumber(id);
+  return number ? Ask(visit.Database, FindEvent(*number)) : std::nullopt;
+}
+
 /// Appends an error when the request names an event that is gone.
 RequestedEvent ReadEvent(Visit& visit) {
   RequestedEvent event;
   const std::string_view id = EventId(visit);
   if (!id.empty()) {
-    event.Stored = FindEvent(visit, id);
+    event.Stored = FindStored(visit, id);
     if (!event.Stored) AddAlert(visit, Text::kEventIsGone);
   }
   if (visit.Request.FormFieldCount() > 0) {
-    event.Draft = PostedDraft(visit, event.Stored);
+    event.Draft = PostedDraft(visit.Request, event.Stored);
   } else if (event.Stored) {
-    event.Draft = StoredDraft(visit, *event.Stored);
+    event.Draft = StoredDraft(visit.Context, *event.Stored);
   }
-  FillDefaults(visit, event.Draft);
+  FillDefaults(visit.Context, event.Draft);
   return event;
 }
 
-bool MaySee(const Visit& visit, const RequestedEvent& event) {
-  return !event.Stored || !event.Stored->Private ||
-         visit.Context.Visitor.MayChangeEventsOf(event.Stored->Owner);
+bool MaySee(const Visitor& visitor, const RequestedEvent& event) {
+  return !event.Stored || !event.Stored->Private || visitor.MayChangeEventsOf(event.Stored->Owner);
 }
 
-bool MaySave(const Visit& visit, const RequestedEvent& event) {
-  return (!event.Stored || visit.Context.Visitor.MayChangeEventsOf(event.Stored->Owner)) &&
-         visit.Context.Visitor.MayChangeEventsOf(event.Draft.Event.Owner);
+bool MaySave(const Visitor& visitor, const RequestedEvent& event) {
+  return (!event.Stored || visitor.MayChangeEventsOf(event.Stored->Owner)) &&
+         visitor.MayChangeEventsOf(event.Draft.Event.Owner);
 }
 
 void Save(Visit& visit, const RequestedEvent& event) {
-  if (!MaySave(visit, event)) return Refuse(visit);
+  if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   const auto checked = CheckEvent(visit, event.Draft);
   if (!checked) return ShowEventForm(visit, event.Draft);
   SaveEvent(visit.Database, visit.Context.Regional, *checked);
@@ -82,7 +86,7 @@ std::vector<std::string> PostedRecipients(const Visit& visit) {
 }
 
 void Send(Visit& visit, RequestedEvent event) {
-  if (!MaySave(visit, event)) return Refuse(visit);
+  if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   const std::vector<std::string> recipients = PostedRecipients(visit);
   event.Draft.Event.SuggestState = "-";
   if (!SendSuggestion(visit, event.Draft, recipients))
@@ -96,13 +100,10 @@ void Answer(Visit& visit, const RequestedEvent& event, std::string_view answer) 
 }
 
 bool MayDelete(const Visit& visit, std::string_view ids) {
-  const auto rows =
-      OpenQuery(visit.Database, Statement("SELECT Owner FROM Events WHERE (EventID IN ({}))", ids));
-  const int owner = rows->Column("Owner");
-  while (rows->Next()) {
-    if (!visit.Context.Visitor.MayChangeEventsOf(TextOf(rows->Get(owner)))) return false;
-  }
-  return true;
+  const auto owners = Ask(visit.Database, OwnersOfEvents(ids));
+  return std::all_of(owners.begin(), owners.end(), [&](const std::string& owner) {
+    return visit.Context.Visitor.MayChangeEventsOf(owner);
+  });
 }
 
 /// Deletes one event or, from the hits of a search, several.
@@ -111,7 +112,7 @@ void Delete(Visit& visit) {
   if (!id.empty()) {
     const auto ids = EventNumbers(id);
     const bool isFollowedLink = visit.Request.FormFieldCount() == 0;
-    if (!ids || (isFollowedLink && !FindEvent(visit, id))) return ShowGone(visit);
+    if (!ids || (isFollowedLink && !FindStored(visit, id))) return ShowGone(visit);
     if (!MayDelete(visit, *ids)) return Refuse(visit);
     DeleteEvents(visit.Database, *ids);
   }
@@ -120,7 +121,7 @@ void Delete(Visit& visit) {
 }
 
 void ShowErrors(Visit& visit) {
-  WritePage(visit, ErrorPage(visit, ReplaceAll(visit.Alerts, "\\n", "<BR>")));
+  WritePage(visit, ErrorPage(visit.Context, ReplaceAll(visit.Alerts, "\\n", "<BR>")));
 }
 
 /// The actions that are about the one event that the request names or describes.
@@ -130,7 +131,7 @@ void ShowOneEvent(Visit& visit, std::string_view action) {
   if (action == "accepted" || action == "declined") return Answer(visit, event, action);
   if (action == "save") return Save(visit, event);
   if (action == "send") return Send(visit, std::move(event));
-  if (!MaySee(visit, event)) return Refuse(visit);
+  if (!MaySee(visit.Context.Visitor, event)) return Refuse(visit);
   if (action == "sendform") return ShowSuggestionForm(visit, event.Draft, PostedRecipients(visit));
   ShowEventForm(visit, event.Draft);
 }

@@ -1,5 +1,10 @@
 #include "pages/events/event_search.h"
 
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "base/dates.h"
 #include "base/text.h"
 #include "html/calendar_options.h"
@@ -9,50 +14,51 @@
 #include "pages/events/repetition_kinds.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
+#include "store/calendars.h"
 
 namespace orlune {
 namespace {
 
-Html TextRow(const Visit& visit, const EventSearch& search) {
-  return FieldRow(visit, Text::kSearchText, "search",
+Html TextRow(const PageContext& context, const EventSearch& search) {
+  return FieldRow(context, Text::kSearchText, "search",
                   Html("<INPUT TYPE=text NAME=\"search\" ID=\"search\" VALUE=\"{}\" SIZE={}>",
-                       Attribute(WithReferencesShown(search.Text)), InputSize(visit, 18, 38)));
+                       Attribute(WithReferencesShown(search.Text)), InputSize(context, 18, 38)));
 }
 
-Html CalendarRow(const Visit& visit, const EventSearch& search) {
-  const auto rows = OpenQuery(visit.Database,
-                              Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars "
-                                        "WHERE (IsHidden = no OR Name = '{}') ORDER BY IsGroup, FriendlyName",
-                                        visit.Context.Visitor.LoginName));
+Html CalendarRow(const PageContext& context, const EventSearch& search, std::span<const Calendar> calendars) {
   Html list("<SELECT NAME=\"cal\" ID=\"cal\">\r\n{}\r\n",
-            Choice(visit, "", Text::kAllCalendars, search.Calendar.empty()));
+            Choice(context, "", Text::kAllCalendars, search.Calendar.empty()));
   AddCalendarOptions(
-      list, *rows, [&](std::string_view name) { return name == search.Calendar; }, "\r\n");
-  return FieldRow(visit, Text::kSearchCalendar, "cal", list.Add("</SELECT>"));
+      list, calendars, [&](std::string_view name) { return name == search.Calendar; }, "\r\n");
+  return FieldRow(context, Text::kSearchCalendar, "cal", list.Add("</SELECT>"));
 }
 
-Html KindRow(const Visit& visit, const EventSearch& search) {
+Html KindRow(const PageContext& context, const EventSearch& search) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\">\r\n{}\r\n",
-            Choice(visit, "", Text::kAnyRepetition, search.Kind.empty()));
+            Choice(context, "", Text::kAnyRepetition, search.Kind.empty()));
   for (const RepetitionKind& kind : kRepetitionKinds)
-    list.Add("{}\r\n", Choice(visit, kind.Name, kind.Label, kind.Name.Text() == search.Kind));
-  return FieldRow(visit, Text::kSearchKind, "reptype", list.Add("</SELECT>"));
+    list.Add("{}\r\n", Choice(context, kind.Name, kind.Label, kind.Name.Text() == search.Kind));
+  return FieldRow(context, Text::kSearchKind, "reptype", list.Add("</SELECT>"));
 }
 
-Html StartDateRow(const Visit& visit, const EventSearch& search) {
-  const bool isFirstShow = visit.Request.FormFieldCount() == 0;
-  return FieldRow(
-      visit, Text::kSearchStartDate, "date1",
-      DateInput(visit, 1,
-                isFirstShow ? FormatShortDate(visit.Context.Regional, visit.Context.Visitor.CurrentDate)
-                            : search.StartDate));
+Html StartDateRow(const PageContext& context, const EventSearch& search) {
+  return FieldRow(context, Text::kSearchStartDate, "date1", DateInput(context, 1, search.StartDate));
+}
+
+Html WriteSearchForm(const PageContext& context, const EventSearch& search,
+                     std::span<const Calendar> calendars) {
+  Html page = FormPageOpen(context, Html("p=e&act=results"), Text::kSearchTitle, SearchToolbar(context));
+  page.Add(TextRow(context, search));
+  page.Add(CalendarRow(context, search, calendars));
+  page.Add(KindRow(context, search));
+  page.Add(StartDateRow(context, search));
+  return CloseFormRows(std::move(page), Html("<INPUT TYPE=submit VALUE=\"{}\">",
+                                             Attribute(LoadText(context, Text::kFindEventsButton))));
 }
 
 }  // namespace
 
-EventSearch PostedSearch(const Visit& visit) {
-  const Request& request = visit.Request;
+EventSearch PostedSearch(const Request& request) {
   const std::string_view chosenKind = request.FormField("reptype");
   const std::string_view carriedKind = request.FormField("type");
   return {.Text = std::string(request.FormField("search")),
@@ -61,35 +67,13 @@ EventSearch PostedSearch(const Visit& visit) {
           .StartDate = std::string(request.FormField("date1"))};
 }
 
-Statement SearchQuery(const Visit& visit, const EventSearch& search) {
-  Statement query(
-      "SELECT SuggestState, FriendlyName, EventID, EventName, Owner, Type, BeginDate, "
-      "EndDate, BeginTime, EndTime, Private FROM Events "
-      "INNER JOIN Calendars ON Events.Owner = Calendars.Name "
-      "WHERE ((EventName LIKE '%{}%') OR (Comments LIKE '%{}%')) ",
-      search.Text, search.Text);
-  if (search.Calendar.empty()) {
-    query.Add("AND (IsHidden = no OR Owner = '{}') ", visit.Context.Visitor.LoginName);
-  } else {
-    query.Add("AND (Owner = '{}') ", search.Calendar);
-  }
-  if (!search.Kind.empty()) query.Add("AND (Type = '{}') ", search.Kind);
-  query.Add("AND (BeginDate >= DateValue('{}') OR EndDate >= DateValue('{}')) ", search.StartDate,
-            search.StartDate);
-  return query.Add(
-      "AND (SuggestState In ('accepted', '-') OR SuggestState Is Null) ORDER BY BeginDate, BeginTime");
-}
-
 void ShowSearchForm(Visit& visit) {
-  const EventSearch search = PostedSearch(visit);
-  Html page = FormPageOpen(visit, Html("p=e&act=results"), Text::kSearchTitle, SearchToolbar(visit));
-  page.Add(TextRow(visit, search));
-  page.Add(CalendarRow(visit, search));
-  page.Add(KindRow(visit, search));
-  page.Add(StartDateRow(visit, search));
-  FinishFormRows(
-      visit, std::move(page),
-      Html("<INPUT TYPE=submit VALUE=\"{}\">", Attribute(LoadText(visit, Text::kFindEventsButton))));
+  const PageContext& context = visit.Context;
+  EventSearch search = PostedSearch(visit.Request);
+  if (visit.Request.FormFieldCount() == 0)
+    search.StartDate = FormatShortDate(context.Regional, context.Visitor.CurrentDate);
+  const std::vector<Calendar> calendars = Ask(visit.Database, CalendarsVisibleTo(context.Visitor.LoginName));
+  FinishFormPage(visit, WriteSearchForm(context, search, calendars));
 }
 
 }  // namespace orlune

@@ -7,31 +7,31 @@
 
 namespace orlune {
 
-struct Visit;
+struct PageContext;
 
 /// What the pages with a form for events share: a frame, rows of a label and its field, and a row of buttons.
 
 /// Opens the page up to its first row. `action` is the query that the form is sent to.
-Html FormPageOpen(const Visit& visit, const Html& action, Text caption, const Html& toolbar);
-/// Closes the rows, with `buttons` below them, and writes the page.
-void FinishFormRows(Visit& visit, Html page, const Html& buttons);
+Html FormPageOpen(const PageContext& context, const Html& action, Text caption, const Html& toolbar);
+/// Closes the rows, with `buttons` below them.
+Html CloseFormRows(Html page, const Html& buttons);
 
 /// A row whose label, the text `label`, belongs to the field named `field`, which carries that ID.
-Html FieldRow(const Visit& visit, Text label, Markup field, const Html& control);
+Html FieldRow(const PageContext& context, Text label, Markup field, const Html& control);
 /// A row whose label belongs to several fields.
-Html GroupRow(const Visit& visit, Text label, const Html& controls);
+Html GroupRow(const PageContext& context, Text label, const Html& controls);
 
 /// A choice of a list; `label` is the number of its text.
-Html Choice(const Visit& visit, Markup value, Text label, bool isSelected);
+Html Choice(const PageContext& context, Markup value, Text label, bool isSelected);
 
 /// A date field with the button that opens the date picker in a window of its own; `number` is 1 or 2.
-Html DateInput(const Visit& visit, int number, std::string_view value);
+Html DateInput(const PageContext& context, int number, std::string_view value);
 
 /// The buttons to the calendar, to a new event, and to the search.
-Html EventToolbar(const Visit& visit);
+Html EventToolbar(const PageContext& context);
 /// The buttons of the search: to the calendar and, for whoever is logged in, to a new event.
-Html SearchToolbar(const Visit& visit);
+Html SearchToolbar(const PageContext& context);
 /// The button to the search.
-Html SearchButton(const Visit& visit);
+Html SearchButton(const PageContext& context);
 
 }  // namespace orlune

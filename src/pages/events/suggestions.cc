@@ -4,51 +4,48 @@
 
 #include "base/date_text.h"
 #include "base/dates.h"
-#include "base/lists.h"
 #include "base/text.h"
 #include "html/form_parts.h"
 #include "html/page_frame.h"
 #include "pages/events/event_check.h"
 #include "pages/events/form_page.h"
-#include "pages/messages/message_sending.h"
-#include "pages/messages/recipients.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
 #include "store/event_store.h"
-#include "store/field.h"
+#include "store/messages.h"
+#include "store/recipients.h"
 #include "store/transaction.h"
 
 namespace orlune {
 namespace {
 
-std::string DateText(const Visit& visit, const OL_Event& event) {
-  const RegionalSettings& regional = visit.Context.Regional;
+std::string DateText(const PageContext& context, const OL_Event& event) {
+  const RegionalSettings& regional = context.Regional;
   std::string text = FormatShortDate(regional, event.BeginDate);
   if (event.Type != "none") text += "-" + FormatShortDate(regional, event.EndDate);
   return text;
 }
 
-std::string TimeText(const Visit& visit, const OL_Event& event) {
+std::string TimeText(const PageContext& context, const OL_Event& event) {
   if (!event.BeginTime) return "&nbsp;";
-  std::string text = FormatTime(visit.Context.Visitor.TimeFormat, *event.BeginTime);
-  if (event.EndTime) text += "-" + FormatTime(visit.Context.Visitor.TimeFormat, *event.EndTime);
+  std::string text = FormatTime(context.Visitor.TimeFormat, *event.BeginTime);
+  if (event.EndTime) text += "-" + FormatTime(context.Visitor.TimeFormat, *event.EndTime);
   return text;
 }
 
-std::string SuggestionText(const Visit& visit, const OL_Event& event) {
+std::string SuggestionText(const PageContext& context, const OL_Event& event) {
   std::string text("<P>");
   const auto add = [&](std::string_view piece) { text += piece; };
   const auto addLine = [&](Text label, std::string_view value, std::string_view lineEnd) {
-    text.append(LoadText(visit, label)).append(" <B>").append(value).append("</B>").append(lineEnd);
+    text.append(LoadText(context, label)).append(" <B>").append(value).append("</B>").append(lineEnd);
   };
-  add(LoadText(visit, Text::kSuggestionIntroduction));
+  add(LoadText(context, Text::kSuggestionIntroduction));
   add("<P>");
   addLine(Text::kEventName, event.EventName, "<BR>");
   addLine(Text::kEventType, event.EventType, "<BR><BR>");
-  addLine(Text::kEventDate, DateText(visit, event), "<BR>");
-  addLine(Text::kEventTime, TimeText(visit, event), "<BR><BR>");
-  add(LoadText(visit, Text::kEventComments));
+  addLine(Text::kEventDate, DateText(context, event), "<BR>");
+  addLine(Text::kEventTime, TimeText(context, event), "<BR><BR>");
+  add(LoadText(context, Text::kEventComments));
   add(" ");
   add(event.Comments);
   return text;
@@ -74,45 +71,33 @@ void SaveRecipientsCopies(const Visit& visit, OL_Event event, int sendersCopy,
   }
 }
 
-struct SuggestedEvent {
-  std::string EventName;
-  std::string Owner;
-};
-
-std::optional<SuggestedEvent> FindSuggestedEvent(const Visit& visit, std::string_view id) {
-  const auto number = EventNumber(id);
-  if (!number) return std::nullopt;
-  const auto row = OpenQuery(visit.Database,
-                             Statement("SELECT EventName, Owner FROM Events WHERE (EventID = {})", *number));
-  if (!row->Next()) return std::nullopt;
-  return SuggestedEvent{std::string(TextOf(row->Get(row->Column("EventName")))),
-                        std::string(TextOf(row->Get(row->Column("Owner"))))};
-}
-
 /// Whether the event was suggested to the user, or is the user's own.
 bool IsConcerned(const Visit& visit, int eventId, std::string_view owner) {
-  if (visit.Context.Visitor.MayChangeEventsOf(owner)) return true;
-  const auto copy = OpenQuery(visit.Database,
-                              Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')",
-                                        eventId, visit.Context.Visitor.LoginName));
-  return copy->Next();
+  const Visitor& visitor = visit.Context.Visitor;
+  return visitor.MayChangeEventsOf(owner) || Ask(visit.Database, HasReceivedCopy(eventId, visitor.LoginName));
 }
 
-std::string_view AnswerWord(const Visit& visit, std::string_view answer) {
-  return LoadText(visit, answer == "accepted" ? Text::kAccepted : Text::kDeclined);
+void Send(const Visit& visit, OutgoingMessage message) {
+  message.Sender = visit.Context.Visitor.LoginName;
+  message.SentDate = visit.Clock.Now();
+  SendMessage(visit.Database, visit.Context.Regional, std::move(message));
 }
 
-void ShowReplyForm(Visit& visit, int eventId, std::string_view answer) {
-  const std::string_view sendLabel = LoadText(visit, Text::kSendMessage);
-  Html page = FormPageOpen(visit, Html("p=e&act=notify&id={}", eventId), Text::kNotificationTitle,
-                           EventToolbar(visit));
+std::string_view AnswerWord(const PageContext& context, std::string_view answer) {
+  return LoadText(context, answer == "accepted" ? Text::kAccepted : Text::kDeclined);
+}
+
+Html WriteReplyForm(const PageContext& context, int eventId, std::string_view answer) {
+  const std::string_view sendLabel = LoadText(context, Text::kSendMessage);
+  Html page = FormPageOpen(context, Html("p=e&act=notify&id={}", eventId), Text::kNotificationTitle,
+                           EventToolbar(context));
   page.Add(
       "<TR><TD><LABEL FOR=\"addinfo\">{}</LABEL><P>"
       "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>{}</TD></TR>\r\n",
-      Content(LoadText(visit, Text::kNotificationIntroduction, {AnswerWord(visit, answer), sendLabel})),
+      Content(LoadText(context, Text::kNotificationIntroduction, {AnswerWord(context, answer), sendLabel})),
       HiddenField("suggstate", answer));
-  FinishFormRows(visit, std::move(page),
-                 Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel)));
+  return CloseFormRows(std::move(page),
+                       Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel)));
 }
 
 }  // namespace
@@ -128,13 +113,14 @@ bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std
 
   Transaction everything(visit.Database);
   const int sendersCopy = SaveSendersCopy(visit, *event);
-  std::vector<std::string> receivers = recipients;
-  ExpandGroupRecipients(visit.Database, receivers);
+  std::vector<std::string> receivers = ExpandGroupRecipients(visit.Database, recipients);
   std::erase(receivers, visit.Context.Visitor.LoginName);
   if (!receivers.empty()) {
     SaveRecipientsCopies(visit, *event, sendersCopy, receivers);
-    SendMessage(visit, JoinList(receivers), event->EventName, SuggestionText(visit, *event),
-                std::to_string(sendersCopy));
+    Send(visit, {.Recipients = std::move(receivers),
+                 .Subject = event->EventName,
+                 .Content = SuggestionText(visit.Context, *event),
+                 .Suggestion = std::to_string(sendersCopy)});
   }
   everything.Commit();
   return true;
@@ -142,28 +128,29 @@ bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std
 
 void AnswerSuggestion(Visit& visit, int eventId, std::string_view answer) {
   if (!visit.Context.Visitor.IsLoggedIn())
-    return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+    return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
   SetSuggestState(visit.Database, std::to_string(eventId), visit.Context.Visitor.LoginName, answer);
-  ShowReplyForm(visit, eventId, answer);
+  FinishFormPage(visit, WriteReplyForm(visit.Context, eventId, answer));
 }
 
 void NotifySender(Visit& visit) {
   if (!visit.Context.Visitor.IsLoggedIn())
-    return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+    return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
+  const PageContext& context = visit.Context;
   const Request& request = visit.Request;
-  const std::string_view id = request.QueryParameter("id");
-  const auto event = FindSuggestedEvent(visit, id);
-  if (!event) return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kEventIsGone)));
-  if (!IsConcerned(visit, EventNumber(id).value_or(0), event->Owner))
-    return WritePage(visit, ErrorPage(visit, LoadText(visit, Text::kNoRights)));
+  const auto id = EventNumber(request.QueryParameter("id"));
+  const auto event = id ? Ask(visit.Database, FindSuggestedEvent(*id)) : std::nullopt;
+  if (!event || event->Owner.empty())
+    return WritePage(visit, ErrorPage(context, LoadText(context, Text::kEventIsGone)));
+  if (!IsConcerned(visit, *id, event->Owner))
+    return WritePage(visit, ErrorPage(context, LoadText(context, Text::kNoRights)));
 
   const std::string_view note = request.FormField("addinfo");
-  const std::string subject = LoadText(visit, Text::kNotificationSubject,
-                                       {AnswerWord(visit, request.FormField("suggstate")), event->EventName});
   Transaction copies(visit.Database);
-  if (!SendMessage(visit, event->Owner, subject,
-                   note.empty() ? LoadText(visit, Text::kNoFurtherInformation) : note))
-    return;
+  Send(visit, {.Recipients = {event->Owner},
+               .Subject = LoadText(context, Text::kNotificationSubject,
+                                   {AnswerWord(context, request.FormField("suggstate")), event->EventName}),
+               .Content = std::string(note.empty() ? LoadText(context, Text::kNoFurtherInformation) : note)});
   copies.Commit();
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=m");
 }

@@ -1,5 +1,6 @@
 #include "pages/messages/message_form.h"
 
+#include <span>
 #include <unordered_set>
 
 #include "base/dates.h"
@@ -10,75 +11,78 @@
 #include "pages/messages/quoting.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
+#include "store/messages.h"
 
 namespace orlune {
 namespace {
 
-Html SubjectRow(const Visit& visit, const MessageState& message) {
+Html SubjectRow(const PageContext& context, const MessageState& message) {
   return Html(
       "<TR><TD>{}</TD><TD ALIGN=RIGHT>{}: <INPUT TYPE=text NAME=\"Otsikko\" VALUE=\"{}\" size={}></TD></TR>",
-      Content(LoadText(visit, Text::kMessageRecipients)), Content(LoadText(visit, Text::kMessageSubject)),
-      Attribute(message.Subject), InputSize(visit, 18, 38));
+      Content(LoadText(context, Text::kMessageRecipients)), Content(LoadText(context, Text::kMessageSubject)),
+      Attribute(message.Subject), InputSize(context, 18, 38));
 }
 
-Html RecipientList(const Visit& visit, const MessageState& message) {
+Html RecipientList(const MessageState& message, std::span<const Calendar> calendars) {
   const std::unordered_set<std::string> chosen(message.Recipients.begin(), message.Recipients.end());
-  const auto rows = OpenQuery(visit.Database, Statement("SELECT FriendlyName, Name, IsGroup FROM Calendars "
-                                                        "ORDER BY IsGroup, FriendlyName"));
   Html list("<SELECT MULTIPLE SIZE=14 NAME=\"Vastaanottaja\">");
   AddCalendarOptions(
-      list, *rows, [&](std::string_view name) { return chosen.contains(std::string(name)); }, "\r\n");
+      list, calendars, [&](std::string_view name) { return chosen.contains(std::string(name)); }, "\r\n");
   return list.Add("</SELECT>");
 }
 
-Html TextRow(const Visit& visit, const MessageState& message) {
+Html TextRow(const MessageState& message, std::span<const Calendar> calendars) {
   return Html(
       "<TR><TD>{}</TD>\r\n<TD ALIGN=RIGHT>"
       "<TEXTAREA COLS=40 ROWS=12 WRAP=soft NAME=\"Sisalto\">{}</TEXTAREA></TD></TR>",
-      RecipientList(visit, message), TextAreaContent(message.Content));
+      RecipientList(message, calendars), TextAreaContent(message.Content));
 }
 
-Html SendRow(const Visit& visit) {
+Html SendRow(const PageContext& context) {
   return Html("<TR><TD COLSPAN=2 ALIGN=CENTER CLASS=\"captions\"><INPUT TYPE=submit VALUE=\"{}\">",
-              Attribute(LoadText(visit, Text::kSendMessage)));
+              Attribute(LoadText(context, Text::kSendMessage)));
+}
+
+Html WriteMessageForm(const PageContext& context, const MessageState& message,
+                      std::span<const Calendar> calendars) {
+  Html page = PageHead(context, context.Hosting.ProductTitle);
+  page.Add(MessageToolbar(context));
+  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(context, Text::kNewMessageTitle))), {}));
+  page.Add("<FORM method=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">",
+           Attribute(context.Hosting.ScriptName));
+  page.Add(
+      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
+      "<TABLE WIDTH=100% CELLPADDING=5>",
+      CellSpacing(context));
+  page.Add(SubjectRow(context, message));
+  page.Add(TextRow(message, calendars));
+  page.Add(SendRow(context));
+  page.Add(TableClose());
+  page.Add(TableClose());
+  return page;
+}
+
+MessageState ReplyTo(const PageContext& context, const ReceivedMessage& received) {
+  const auto& sent = received.SentDate;
+  const std::string day = sent ? FormatShortDate(context.Regional, sent->Day) : "";
+  return {.Recipients = {received.Sender},
+          .Subject = std::string(LoadText(context, Text::kReplySubjectPrefix)) + received.Subject,
+          .Content =
+              LoadText(context, Text::kQuoteIntroduction, {day}) + "\r\n" + QuoteForReply(received.Content)};
 }
 
 }  // namespace
 
 void ShowMessageForm(Visit& visit, const MessageState& message) {
-  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
-  page.Add(MessageToolbar(visit));
-  page.Add(TitleBarOpen("", Html("{}", Content(LoadText(visit, Text::kNewMessageTitle))), {}));
-  page.Add("<FORM method=POST action=\"{}?p=m&act=send\" NAME=\"acForm\">",
-           Attribute(visit.Context.Hosting.ScriptName));
-  page.Add(
-      "<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%><TR><TD>"
-      "<TABLE WIDTH=100% CELLPADDING=5>",
-      CellSpacing(visit));
-  page.Add(SubjectRow(visit, message));
-  page.Add(TextRow(visit, message));
-  page.Add(SendRow(visit));
-  page.Add(TableClose());
-  page.Add(TableClose());
-  FinishFormPage(visit, std::move(page));
+  const std::vector<Calendar> calendars = Ask(visit.Database, AllCalendars());
+  FinishFormPage(visit, WriteMessageForm(visit.Context, message, calendars));
 }
 
 void ShowReplyForm(Visit& visit, std::string_view msg) {
-  const auto row = OpenQuery(
-      visit.Database,
-      Statement("SELECT Sender, Subject, Content, SentDate FROM Messages WHERE (MessageID = {})", msg));
-  if (!row->Next()) throw DatabaseError("the message to be replied to is gone");
-  const auto text = [&](std::string_view name) { return std::string(TextOf(row->Get(row->Column(name)))); };
-  const auto sent = DateTimeOf(row->Get(row->Column("SentDate")));
-  const std::string day = sent ? FormatShortDate(visit.Context.Regional, sent->Day) : "";
-
-  MessageState reply;
-  reply.Recipients = {text("Sender")};
-  reply.Subject = std::string(LoadText(visit, Text::kReplySubjectPrefix)) + text("Subject");
-  reply.Content = LoadText(visit, Text::kQuoteIntroduction, {day}) + "\r\n" + QuoteForReply(text("Content"));
-  ShowMessageForm(visit, reply);
+  const auto received = Ask(visit.Database, FindMessageToReplyTo(msg));
+  if (!received) throw DatabaseError("the message to be replied to is gone");
+  ShowMessageForm(visit, ReplyTo(visit.Context, *received));
 }
 
 }  // namespace orlune

@@ -1,5 +1,6 @@
 #include "pages/messages/message_list.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,16 +9,35 @@
 #include "html/links.h"
 #include "html/page_frame.h"
 #include "pages/messages/message_parts.h"
-#include "pages/messages/sender_names.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
+#include "store/messages.h"
 
 namespace orlune {
 namespace {
 
-Html HeaderRow(const Visit& visit) {
+struct MessageListContent {
+  std::vector<ListedMessage> Messages;
+  std::map<std::string, std::string> SenderNames;  ///< by login name
+};
+
+MessageListContent LoadMessageList(Connection& database, const Visitor& visitor) {
+  MessageListContent content{Ask(database, MessagesTo(visitor.LoginName)), {}};
+  std::vector<std::string> senders;
+  for (const ListedMessage& message : content.Messages) {
+    if (content.SenderNames.emplace(message.Sender, message.Sender).second) senders.push_back(message.Sender);
+  }
+  std::vector<Query<std::optional<std::string>>> queries;
+  for (const std::string& sender : senders) queries.push_back(FriendlyNameOf(sender));
+  const auto names = AskAll<std::optional<std::string>>(database, queries);
+  for (std::size_t i = 0; i < senders.size(); ++i) {
+    if (names[i]) content.SenderNames[senders[i]] = *names[i];
+  }
+  return content;
+}
+
+Html HeaderRow(const PageContext& context) {
   return Html(
       "<TR><TD WIDTH=95% CLASS=\"captions\"><TABLE WIDTH=100%><TR>"
       "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD>"
@@ -25,80 +45,54 @@ Html HeaderRow(const Visit& visit) {
       "<TD WIDTH=45% CLASS=\"captions\">{}"
       "<TD WIDTH=25% CLASS=\"captions\">{}</TD></TR></TABLE></TD>"
       "<TD WIDTH=5% CLASS=\"captions\">&nbsp;</TD></TR>",
-      Content(LoadText(visit, Text::kMessageSender)), Content(LoadText(visit, Text::kMessageSubject)),
-      Content(LoadText(visit, Text::kMessageDate)));
+      Content(LoadText(context, Text::kMessageSender)), Content(LoadText(context, Text::kMessageSubject)),
+      Content(LoadText(context, Text::kMessageDate)));
 }
 
-struct ListedMessage {
-  int Id;
-  bool IsViewed;
-  std::string Sender;
-  std::string Subject;
-  std::optional<DateTime> SentDate;
-};
-
-std::vector<ListedMessage> ReadMessages(const Visit& visit) {
-  const auto rows =
-      OpenQuery(visit.Database, Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
-                                          "WHERE Recipient = '{}' ORDER BY SentDate",
-                                          visit.Context.Visitor.LoginName));
-  const int sender = rows->Column("Sender");
-  const int subject = rows->Column("Subject");
-  const int sentDate = rows->Column("SentDate");
-  const int messageId = rows->Column("MessageID");
-  const int viewed = rows->Column("Viewed");
-  std::vector<ListedMessage> messages;
-  while (rows->Next()) {
-    messages.push_back({NumberOf(rows->Get(messageId)).value_or(0), YesNoOf(rows->Get(viewed)),
-                        std::string(TextOf(rows->Get(sender))), std::string(TextOf(rows->Get(subject))),
-                        DateTimeOf(rows->Get(sentDate))});
-  }
-  return messages;
-}
-
-void AddMessageRows(Html& page, const Visit& visit) {
-  const std::string_view hint = LoadText(visit, Text::kViewMessage);
+void AddMessageRows(Html& page, const PageContext& context, const MessageListContent& content) {
+  const std::string_view hint = LoadText(context, Text::kViewMessage);
   const Html linkAttributes("TITLE=\"{}\" {}", Attribute(hint), StatusHandler(hint));
-  const std::vector<ListedMessage> messages = ReadMessages(visit);
-  SenderNames senders(visit.Database);
-  for (const ListedMessage& message : messages) senders.Announce(message.Sender);
-  for (const ListedMessage& message : messages) {
+  for (const ListedMessage& message : content.Messages) {
     page.Add("<TR><TD><TABLE WIDTH=100%><TR><TD ALIGN=CENTER WIDTH=5%><IMG SRC=\"{}{}\"></TD>",
-             Attribute(visit.Context.Hosting.ImageDir),
+             Attribute(context.Hosting.ImageDir),
              message.IsViewed ? Markup("msg_oldmail.gif") : Markup("msg_newmail.gif"));
     page.Add("<TD WIDTH=25%>{}</TD><TD WIDTH=45%><A HREF=\"{}?p=m&act=view&msg={}\" {}>{}</A></TD>",
-             Content(senders.DisplayName(message.Sender)), Attribute(visit.Context.Hosting.ScriptName),
+             Content(content.SenderNames.at(message.Sender)), Attribute(context.Hosting.ScriptName),
              message.Id, linkAttributes, Content(message.Subject));
-    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>", Content(SentDateText(visit, message.SentDate)));
+    page.Add("<TD WIDTH=25%>{}</TD></TR></TABLE>", Content(SentDateText(context, message.SentDate)));
     page.Add(
         "</TD><TD ALIGN=CENTER CLASS=\"captions\" WIDTH=5%>"
         "<INPUT TYPE=checkbox NAME=\"msg\" VALUE=\"{}\"></TD></TR>",
         message.Id);
   }
-  if (messages.empty())
-    page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(visit, Text::kNoMessages)));
+  if (content.Messages.empty())
+    page.Add("<TR><TD ALIGN=CENTER COLSPAN=2>{}</TD></TR>", Content(LoadText(context, Text::kNoMessages)));
 }
 
-Html DeleteRow(const Visit& visit) {
+Html DeleteRow(const PageContext& context) {
   return Html("<TR><TD COLSPAN=5 ALIGN=CENTER CLASS=\"captions\">{}",
-              ActionButton(visit, LoadText(visit, Text::kDeleteSelectedMessages), Html("p=m&act=del")));
+              ActionButton(context, LoadText(context, Text::kDeleteSelectedMessages), Html("p=m&act=del")));
+}
+
+Html WriteMessageList(const PageContext& context, const MessageListContent& content) {
+  Html page = PageHead(context, context.Hosting.ProductTitle);
+  page.Add(PageButton(context, "p=c", Text::kViewCalendar, "cal.gif"));
+  page.Add(PageButton(context, "p=m&act=new", Text::kNewMessage, "msg_new.gif"));
+  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(context, Text::kMessagesTitle))), {}));
+  page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">", Attribute(context.Hosting.ScriptName));
+  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(context));
+  page.Add(HeaderRow(context));
+  AddMessageRows(page, context, content);
+  page.Add(DeleteRow(context));
+  page.Add("</TABLE>");
+  return page;
 }
 
 }  // namespace
 
 void ShowMessageList(Visit& visit) {
-  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
-  page.Add(PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif"));
-  page.Add(PageButton(visit, "p=m&act=new", Text::kNewMessage, "msg_new.gif"));
-  page.Add(TitleBarOpen("90", Html("{}", Content(LoadText(visit, Text::kMessagesTitle))), {}));
-  page.Add("<FORM METHOD=post ACTION=\"{}?p=m\" NAME=\"acForm\">",
-           Attribute(visit.Context.Hosting.ScriptName));
-  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
-  page.Add(HeaderRow(visit));
-  AddMessageRows(page, visit);
-  page.Add(DeleteRow(visit));
-  page.Add("</TABLE>");
-  FinishFormPage(visit, std::move(page));
+  FinishFormPage(visit,
+                 WriteMessageList(visit.Context, LoadMessageList(visit.Database, visit.Context.Visitor)));
 }
 
 }  // namespace orlune

@@ -3,19 +3,19 @@
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "html/links.h"
-#include "request/visit.h"
+#include "request/page_context.h"
 
 namespace orlune {
 
-std::string SentDateText(const Visit& visit, std::optional<DateTime> sent) {
+std::string SentDateText(const PageContext& context, std::optional<DateTime> sent) {
   if (!sent) return "";
-  return FormatShortDate(visit.Context.Regional, sent->Day) + " " +
-         FormatTime(visit.Context.Visitor.TimeFormat, sent->Time);
+  return FormatShortDate(context.Regional, sent->Day) + " " +
+         FormatTime(context.Visitor.TimeFormat, sent->Time);
 }
 
-Html MessageToolbar(const Visit& visit) {
-  Html buttons = PageButton(visit, "p=c", Text::kViewCalendar, "cal.gif");
-  return buttons.Add(PageButton(visit, "p=m", Text::kMessageList, "msg_list.gif"));
+Html MessageToolbar(const PageContext& context) {
+  Html buttons = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
+  return buttons.Add(PageButton(context, "p=m", Text::kMessageList, "msg_list.gif"));
 }
 
 }  // namespace orlune

@@ -1,19 +1,26 @@
 #include "pages/messages/message_sending.h"
 
+<<<<<<< HEAD
 #include <vector>
 
 #include "base/dates.h"
 #include "base/lists.h"
+=======
+>>>>>>> events
 #include "base/text.h"
 #include "pages/messages/message_form.h"
-#include "pages/messages/recipients.h"
 #include "request/texts.h"
 #include "request/visit.h"
+<<<<<<< HEAD
 #include "store/database_access.h"
+=======
+#include "store/messages.h"
+>>>>>>> events
 
 namespace orlune {
 namespace {
 
+<<<<<<< HEAD
 std::string WithoutApostrophes(std::string_view text) {
   return ReplaceAll(text, "'", "&#39;");
 }
@@ -39,9 +46,11 @@ std::vector<Statement> CopiesOf(const Visit& visit, const MessageState& message)
   return copies;
 }
 
+=======
+>>>>>>> events
 /// Whether `message` can be sent; otherwise its form is shown with what is missing.
 bool Check(Visit& visit, const MessageState& message) {
-  visit.Alerts += ValidateMessage(visit, message);
+  visit.Alerts += ValidateMessage(visit.Context, message);
   if (visit.Alerts.empty()) return true;
   MessageState shown = message;
   shown.Subject = WithReferencesShown(message.Subject);
@@ -52,16 +61,17 @@ bool Check(Visit& visit, const MessageState& message) {
 
 }  // namespace
 
-std::string ValidateMessage(const Visit& visit, const MessageState& message) {
+std::string ValidateMessage(const PageContext& context, const MessageState& message) {
   std::string errors;
-  if (message.Recipients.empty()) errors += LoadText(visit, Text::kRecipientMissing);
-  if (message.Subject.empty()) errors += LoadText(visit, Text::kSubjectMissing);
-  if (message.Content.empty()) errors += LoadText(visit, Text::kMessageMissing);
+  if (message.Recipients.empty()) errors += LoadText(context, Text::kRecipientMissing);
+  if (message.Subject.empty()) errors += LoadText(context, Text::kSubjectMissing);
+  if (message.Content.empty()) errors += LoadText(context, Text::kMessageMissing);
   return errors;
 }
 
-bool SendPosted(Visit& visit, MessageState message) {
+bool SendPosted(Visit& visit, const MessageState& message) {
   if (!Check(visit, message)) return false;
+<<<<<<< HEAD
   ExpandGroupRecipients(visit.Database, message.Recipients);
   const std::vector<Statement> copies = CopiesOf(visit, message);
   visit.Database.ExecuteInOrder(std::vector<StatementText>(copies.begin(), copies.end()));
@@ -79,6 +89,14 @@ bool SendMessage(Visit& visit, std::string_view recipientList, std::string_view 
   if (!Check(visit, message)) return false;
   ExpandGroupRecipients(visit.Database, message.Recipients);
   for (const Statement& copy : CopiesOf(visit, message)) visit.Database.Execute(copy);
+=======
+  SendMessageByItself(visit.Database, visit.Context.Regional,
+                      {.Sender = visit.Context.Visitor.LoginName,
+                       .Recipients = message.Recipients,
+                       .Subject = message.Subject,
+                       .Content = message.Content,
+                       .SentDate = visit.Clock.Now()});
+>>>>>>> events
   return true;
 }
 

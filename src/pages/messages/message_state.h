@@ -7,11 +7,10 @@ namespace orlune {
 
 /// The message that a request writes, or the ones that it names.
 struct MessageState {
-  std::string Msg;                      ///< the number of a message, or several joined with ", "
+  std::string Msg{};                    ///< the number of a message, or several joined with ", "
   std::vector<std::string> Recipients;  ///< names of users and groups
   std::string Subject;
   std::string Content;
-  std::string Suggestion;  ///< the number of the sender's copy of a suggested event, or ""
 };
 
 }  // namespace orlune

@@ -4,66 +4,74 @@
 #include "html/form_parts.h"
 #include "html/page_frame.h"
 #include "pages/messages/message_parts.h"
-#include "pages/messages/sender_names.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/database_access.h"
-#include "store/field.h"
+#include "store/calendars.h"
+#include "store/messages.h"
 
 namespace orlune {
 namespace {
 
-/// A button that leads to the query `query` of the script with `id` at its end.
-Html LinkButton(const Visit& visit, Text text, Markup query, const HtmlPart& id) {
-  return Html("<INPUT TYPE=button VALUE=\"{}\" onClick=\"javascript:window.location='{}?{}{}'\">",
-              Attribute(LoadText(visit, text)), ScriptAttribute(visit.Context.Hosting.ScriptName), query, id);
+struct MessageContent {
+  ReceivedMessage Message;
+  std::string SenderName;
+};
+
+MessageContent LoadMessage(Connection& database, std::string_view msg) {
+  auto message = Ask(database, FindMessage(msg));
+  if (!message) throw DatabaseError("the message to be shown is gone");
+  const std::string senderName = Ask(database, FriendlyNameOf(message->Sender)).value_or(message->Sender);
+  return {*std::move(message), senderName};
 }
 
-Html Buttons(const Visit& visit, std::string_view suggestion, int messageId) {
+/// A button that leads to the query `query` of the script with `id` at its end.
+Html LinkButton(const PageContext& context, Text text, Markup query, const HtmlPart& id) {
+  return Html("<INPUT TYPE=button VALUE=\"{}\" onClick=\"javascript:window.location='{}?{}{}'\">",
+              Attribute(LoadText(context, text)), ScriptAttribute(context.Hosting.ScriptName), query, id);
+}
+
+Html Buttons(const PageContext& context, std::string_view suggestion, int messageId) {
   Html buttons;
   if (!suggestion.empty()) {
     const HtmlPart id = ScriptAttribute(suggestion);
-    buttons.Add("{}&nbsp;{}", LinkButton(visit, Text::kAcceptSuggestion, "p=e&act=accepted&id=", id),
-                LinkButton(visit, Text::kDeclineSuggestion, "p=e&act=declined&id=", id));
+    buttons.Add("{}&nbsp;{}", LinkButton(context, Text::kAcceptSuggestion, "p=e&act=accepted&id=", id),
+                LinkButton(context, Text::kDeclineSuggestion, "p=e&act=declined&id=", id));
   }
-  return buttons.Add("{}&nbsp;{}", LinkButton(visit, Text::kReplyToMessage, "p=m&act=reply&msg=", messageId),
-                     LinkButton(visit, Text::kDeleteMessage, "p=m&act=del&msg=", messageId));
+  return buttons.Add("{}&nbsp;{}",
+                     LinkButton(context, Text::kReplyToMessage, "p=m&act=reply&msg=", messageId),
+                     LinkButton(context, Text::kDeleteMessage, "p=m&act=del&msg=", messageId));
 }
 
-void AddMessage(Html& page, const Visit& visit, std::string_view msg) {
-  const auto row =
-      OpenQuery(visit.Database, Statement("SELECT Sender, Subject, SentDate, Content, MessageID, Suggestion "
-                                          "FROM Messages WHERE MessageID = {}",
-                                          msg));
-  if (!row->Next()) throw DatabaseError("the message to be shown is gone");
-  const auto field = [&](std::string_view name) { return row->Get(row->Column(name)); };
-
+void AddMessage(Html& page, const PageContext& context, const MessageContent& content) {
+  const ReceivedMessage& message = content.Message;
   page.Add("<TR><TD WIDTH=15% CLASS=\"captions\">{}: </TD><TD WIDTH=65%>{}</TD></TR>",
-           Content(LoadText(visit, Text::kMessageSender)),
-           Content(SenderNames(visit.Database).DisplayName(TextOf(field("Sender")))));
+           Content(LoadText(context, Text::kMessageSender)), Content(content.SenderName));
   page.Add("<TR><TD CLASS=\"captions\">{}: </TD><TD>{}</TD></TR>",
-           Content(LoadText(visit, Text::kMessageDate)),
-           Content(SentDateText(visit, DateTimeOf(field("SentDate")))));
+           Content(LoadText(context, Text::kMessageDate)), Content(SentDateText(context, message.SentDate)));
   page.Add("<TR><TD CLASS=\"captions\">{}: </TD><TD>{}</TD></TR>",
-           Content(LoadText(visit, Text::kMessageSubject)), Content(TextOf(field("Subject"))));
+           Content(LoadText(context, Text::kMessageSubject)), Content(message.Subject));
   page.Add("<TR><TD COLSPAN=2><BR>{}<BR><BR></TD></TR><TR><TD COLSPAN=2 ALIGN=CENTER CLASS=\"captions\">{}",
-           Content(ReplaceAll(TextOf(field("Content")), "\r\n", "<BR>")),
-           Buttons(visit, TextOf(field("Suggestion")), NumberOf(field("MessageID")).value_or(0)));
+           Content(ReplaceAll(message.Content, "\r\n", "<BR>")),
+           Buttons(context, message.Suggestion, message.Id));
+}
+
+Html WriteMessage(const PageContext& context, const MessageContent& content) {
+  Html page = PageHead(context, context.Hosting.ProductTitle);
+  page.Add(MessageToolbar(context));
+  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(context, Text::kReceivedMessageTitle))), {}));
+  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(context));
+  AddMessage(page, context, content);
+  page.Add(TableClose());
+  page.Add(TitleBarClose(context));
+  page.Add(PageFoot(context));
+  return page;
 }
 
 }  // namespace
 
 void ShowMessage(Visit& visit, std::string_view msg) {
-  visit.Database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
-
-  Html page = PageHead(visit, visit.Context.Hosting.ProductTitle);
-  page.Add(MessageToolbar(visit));
-  page.Add(TitleBarOpen("70", Html("{}", Content(LoadText(visit, Text::kReceivedMessageTitle))), {}));
-  page.Add("<TABLE CELLSPACING={} ALIGN=CENTER WIDTH=100%>", CellSpacing(visit));
-  AddMessage(page, visit, msg);
-  page.Add(TableClose());
-  page.Add(TitleBarClose(visit));
-  page.Add(PageFoot(visit));
+  MarkAsViewed(visit.Database, msg);
+  Html page = WriteMessage(visit.Context, LoadMessage(visit.Database, msg));
   page.Add(AlertScript(visit.Alerts));
   WritePage(visit, std::move(page));
 }

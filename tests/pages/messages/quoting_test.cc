@@ -1,7 +1,5 @@
 #include "pages/messages/quoting.h"
 
-#include <random>
-
 #include <gtest/gtest.h>
 
 namespace orlune {
@@ -35,41 +33,6 @@ TEST(Quoting, MarksAndWrapsLines) {
        "&gt; ääää ääää ääää ääää ääää ääää\r\n&gt; 😀😀😀😀"},
   };
   for (const auto& c : cases) EXPECT_EQ(QuoteForReply(c.Text), c.Expected) << c.Name;
-}
-
-/// The wrap rule as it is defined, by inserting into the text; only for texts whose words fit a line.
-std::string QuoteByInserting(std::string_view input) {
-  std::string text = "&gt; " + std::string(input);
-  std::size_t position = 1;
-  std::size_t lastSpace = 0;
-  for (int count = 0; position <= text.size(); ++position) {
-    ++count;
-    if (text[position - 1] == ' ') lastSpace = position;
-    if (text[position - 1] == '\n') {
-      text.insert(position, "&gt; ");
-      lastSpace = position = position + 5;
-      count = 5;
-    }
-    if (count == 35) {
-      text.replace(lastSpace - 1, 1, "\r\n&gt; ");
-      lastSpace = position = lastSpace + 6;
-      count = 5;
-    }
-  }
-  return text;
-}
-
-TEST(Quoting, FollowsItsDefinitionForAnyTextOfShortWords) {
-  std::mt19937 random(7);
-  for (int run = 0; run < 2000; ++run) {
-    std::string text;
-    for (int word = 0; word < 40; ++word) {
-      text.append(random() % 12, 'a');
-      const auto separator = random() % 10;
-      text += separator == 0 ? "\r\n" : separator == 1 ? "\n" : separator == 2 ? "  " : " ";
-    }
-    ASSERT_EQ(QuoteForReply(text), QuoteByInserting(text)) << text;
-  }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +13,9 @@ class Connection;
 /// stand in brackets; one that no calendar has counts as not chosen. Throws DatabaseError.
 std::vector<std::string> ChosenRecipients(Connection& database, std::string_view listText);
 
-/// Replaces the groups among `recipients` by their members, each once; "default" stands for every user.
+/// The recipients with the members of groups in place of these, each once; "default" stands for every user.
 /// Whether somebody is a member is looked for as a part of the membership text, so a group whose name is part
 /// of another's brings the members of that one too. Throws DatabaseError.
-void ExpandGroupRecipients(Connection& database, std::vector<std::string>& recipients);
+std::vector<std::string> ExpandGroupRecipients(Connection& database, std::span<const std::string> recipients);
 
 }  // namespace orlune
