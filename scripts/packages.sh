@@ -7,9 +7,9 @@ build_packages=(
   libmicrohttpd-dev libsqlite3-dev libpq-dev libicu-dev libsodium-dev libtomlplusplus-dev libcli11-dev libspdlog-dev libfmt-dev
 )
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
-browser_test_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
-  faketime:faketime sqlite3:sqlite3)
-cluster_test_packages=(node:nodejs nginx-light openssl:openssl)
+browser_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
+  faketime:faketime)
+cluster_packages=(node:nodejs nginx-light openssl:openssl)
 
 stop() {
   printf '%s\n' "$*" >&2
@@ -51,6 +51,15 @@ require_packages() {
   for entry in "$@"; do
     is_installed "$entry" || stop "Still missing after the installation: ${entry%%:*}"
   done
+}
+
+# Installs what the browser tests take from npm.
+require_node_packages() {
+  (
+    cd tests/browser || exit
+    [[ -e node_modules/.package-lock.json && ! package-lock.json -nt node_modules/.package-lock.json ]] ||
+      npm ci --no-audit --no-fund </dev/null
+  ) || stop "The packages of the browser tests could not be installed."
 }
 
 # Builds a preset and reports everything that fails, not only the first. Configures once; afterwards the build does

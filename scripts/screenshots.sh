@@ -2,8 +2,9 @@
 # Makes the pictures in docs/images anew, from the release executable and the demo company.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-source scripts/browser.sh
+source scripts/packages.sh
 
-images=$PWD/docs/images
-prepare_browser
-node screenshots.mjs "$images"
+require_packages "${build_packages[@]}" "${browser_packages[@]}"
+require_node_packages
+build_preset release || stop "The build failed."
+node scripts/screenshots.mjs docs/images

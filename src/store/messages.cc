@@ -1,126 +1,116 @@
 #include "store/messages.h"
 
-<<<<<<< HEAD
-#include "store/field.h"
-
-    namespace orlune {
-
-  Query<int> UnreadMessageCount(std::string_view loginName) {
-    return {
-        Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
-                  loginName),
-        [](ResultSet& rows) {
-          return rows.Next() ? NumberOf(rows.Get(rows.Column("MsgCount"))).value_or(0) : 0;
-        }};
-=======
 #include "base/dates.h"
 #include "base/text.h"
+#include "store/field.h"
 #include "store/recipients.h"
 #include "store/rows.h"
-#include "store/transaction.h"
 
-    namespace orlune {
-    namespace {
+namespace orlune {
+namespace {
 
-    std::vector<ListedMessage> ReadListedMessages(ResultSet& rows) {
-      const int sender = rows.Column("Sender");
-      const int subject = rows.Column("Subject");
-      const int sentDate = rows.Column("SentDate");
-      const int messageId = rows.Column("MessageID");
-      const int viewed = rows.Column("Viewed");
-      std::vector<ListedMessage> messages;
-      while (rows.Next()) {
-        messages.push_back({NumberOf(rows.Get(messageId)).value_or(0), YesNoOf(rows.Get(viewed)),
-                            std::string(TextOf(rows.Get(sender))), std::string(TextOf(rows.Get(subject))),
-                            DateTimeOf(rows.Get(sentDate))});
-      }
-      return messages;
-    }
+std::vector<ListedMessage> ReadListedMessages(ResultSet& rows) {
+  const int sender = rows.Column("Sender");
+  const int subject = rows.Column("Subject");
+  const int sentDate = rows.Column("SentDate");
+  const int messageId = rows.Column("MessageID");
+  const int viewed = rows.Column("Viewed");
+  std::vector<ListedMessage> messages;
+  while (rows.Next()) {
+    messages.push_back({NumberOf(rows.Get(messageId)).value_or(0), YesNoOf(rows.Get(viewed)),
+                        std::string(TextOf(rows.Get(sender))), std::string(TextOf(rows.Get(subject))),
+                        DateTimeOf(rows.Get(sentDate))});
+  }
+  return messages;
+}
 
-    ReceivedMessage ReadMessageToReplyTo(const ResultSet& row) {
-      ReceivedMessage message;
-      message.Sender = TextIn(row, "Sender");
-      message.Subject = TextIn(row, "Subject");
-      message.Content = TextIn(row, "Content");
-      message.SentDate = DateTimeOf(row.Get(row.Column("SentDate")));
-      return message;
-    }
+ReceivedMessage ReadMessageToReplyTo(const ResultSet& row) {
+  ReceivedMessage message;
+  message.Sender = TextIn(row, "Sender");
+  message.Subject = TextIn(row, "Subject");
+  message.Content = TextIn(row, "Content");
+  message.SentDate = DateTimeOf(row.Get(row.Column("SentDate")));
+  return message;
+}
 
-    ReceivedMessage ReadMessage(const ResultSet& row) {
-      ReceivedMessage message = ReadMessageToReplyTo(row);
-      message.Id = NumberOf(row.Get(row.Column("MessageID"))).value_or(0);
-      message.Suggestion = TextIn(row, "Suggestion");
-      return message;
-    }
+ReceivedMessage ReadMessage(const ResultSet& row) {
+  ReceivedMessage message = ReadMessageToReplyTo(row);
+  message.Id = NumberOf(row.Get(row.Column("MessageID"))).value_or(0);
+  message.Suggestion = TextIn(row, "Suggestion");
+  return message;
+}
 
-    std::string WithoutApostrophes(std::string_view text) {
-      return ReplaceAll(text, "'", "&#39;");
-    }
+std::string WithoutApostrophes(std::string_view text) {
+  return ReplaceAll(text, "'", "&#39;");
+}
 
-    Statement SuggestionValue(std::string_view suggestion) {
-      return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
-    }
+Statement SuggestionValue(std::string_view suggestion) {
+  return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
+}
 
-    void StoreCopies(Connection& database, const RegionalSettings& regional, const OutgoingMessage& message) {
-      const std::string sent = FormatDateTime(regional, message.SentDate);
-      const std::string subject = WithoutApostrophes(message.Subject);
-      const std::string content = WithoutApostrophes(message.Content);
-      for (const std::string& recipient : message.Recipients) {
-        if (recipient.empty()) continue;
-        database.Execute(Statement(
-            "INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
-            "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
-            message.Sender, recipient, sent, subject, content, SuggestionValue(message.Suggestion)));
-      }
-    }
+/// The statements that store a message, one for each recipient.
+std::vector<Statement> CopiesOf(const RegionalSettings& regional, const OutgoingMessage& message) {
+  const std::string sent = FormatDateTime(regional, message.SentDate);
+  const std::string subject = WithoutApostrophes(message.Subject);
+  const std::string content = WithoutApostrophes(message.Content);
+  std::vector<Statement> copies;
+  for (const std::string& recipient : message.Recipients) {
+    if (recipient.empty()) continue;
+    copies.push_back(
+        Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
+                  "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
+                  message.Sender, recipient, sent, subject, content, SuggestionValue(message.Suggestion)));
+  }
+  return copies;
+}
 
-    }  // namespace
+}  // namespace
 
-    Query<std::vector<ListedMessage>> MessagesTo(std::string_view recipient) {
-      return {Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
-                        "WHERE Recipient = '{}' ORDER BY SentDate",
-                        recipient),
-              ReadListedMessages};
-    }
+Query<std::vector<ListedMessage>> MessagesTo(std::string_view recipient) {
+  return {Statement("SELECT Sender, Subject, SentDate, MessageID, Viewed FROM Messages "
+                    "WHERE Recipient = '{}' ORDER BY SentDate",
+                    recipient),
+          ReadListedMessages};
+}
 
-    Query<std::optional<ReceivedMessage>> FindMessage(std::string_view msg) {
-      return {Statement("SELECT Sender, Subject, SentDate, Content, MessageID, Suggestion "
-                        "FROM Messages WHERE MessageID = {}",
-                        msg),
-              [](ResultSet& rows) { return FirstRow(rows, ReadMessage); }};
-    }
+Query<std::optional<ReceivedMessage>> FindMessage(std::string_view msg) {
+  return {Statement("SELECT Sender, Subject, SentDate, Content, MessageID, Suggestion "
+                    "FROM Messages WHERE MessageID = {}",
+                    msg),
+          [](ResultSet& rows) { return FirstRow(rows, ReadMessage); }};
+}
 
-    Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(std::string_view msg) {
-      return {
-          Statement("SELECT Sender, Subject, Content, SentDate FROM Messages WHERE (MessageID = {})", msg),
+Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(std::string_view msg) {
+  return {Statement("SELECT Sender, Subject, Content, SentDate FROM Messages WHERE (MessageID = {})", msg),
           [](ResultSet& rows) { return FirstRow(rows, ReadMessageToReplyTo); }};
-    }
+}
 
-    void MarkAsViewed(Connection& database, std::string_view msg) {
-      database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
-    }
+void MarkAsViewed(Connection& database, std::string_view msg) {
+  database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
+}
 
-    void DeleteMessages(Connection& database, std::string_view ids) {
-      database.Execute(Statement("DELETE FROM Messages WHERE MessageID IN ({})", ids));
-    }
+void DeleteMessages(Connection& database, std::string_view ids) {
+  database.Execute(Statement("DELETE FROM Messages WHERE MessageID IN ({})", ids));
+}
 
-    void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {
-      message.Recipients = ExpandGroupRecipients(database, message.Recipients);
-      StoreCopies(database, regional, message);
-    }
+void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {
+  message.Recipients = ExpandGroupRecipients(database, message.Recipients);
+  for (const Statement& copy : CopiesOf(regional, message)) database.Execute(copy);
+}
 
-    void SendMessageByItself(Connection& database, const RegionalSettings& regional,
-                             OutgoingMessage message) {
-      message.Recipients = ExpandGroupRecipients(database, message.Recipients);
-      Transaction copies(database);
-      try {
-        StoreCopies(database, regional, message);
-      } catch (const DatabaseError&) {
-        copies.Commit();
-        throw;
-      }
-      copies.Commit();
->>>>>>> events
-    }
+void SendMessageByItself(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {
+  message.Recipients = ExpandGroupRecipients(database, message.Recipients);
+  const std::vector<Statement> copies = CopiesOf(regional, message);
+  database.ExecuteInOrder(std::vector<StatementText>(copies.begin(), copies.end()));
+}
 
-    }  // namespace orlune
+Query<int> UnreadMessageCount(std::string_view loginName) {
+  return {
+      Statement("SELECT Count(MessageID) AS MsgCount FROM Messages WHERE Recipient = '{}' AND Viewed = No",
+                loginName),
+      [](ResultSet& rows) {
+        return rows.Next() ? NumberOf(rows.Get(rows.Column("MsgCount"))).value_or(0) : 0;
+      }};
+}
+
+}  // namespace orlune

@@ -1,4 +1,3 @@
-const kPatience = 30_000;
 // Where one adds calendars to a group view, the list of calendars holds hidden fields.
 const kKnownWarning = 'An <input> tag was parsed within an open <select> tag';
 
@@ -11,7 +10,6 @@ export class Visitor {
   constructor(page, address) {
     this.page = page;
     this.#address = address;
-    page.setDefaultTimeout(kPatience);
     this.#watch(page);
     page.on('popup', (popup) => this.#watch(popup));
   }
@@ -38,89 +36,53 @@ export class Visitor {
 
   async logIn(name, password = 'demo1') {
     await this.open('?p=l');
-    await this.submitLogin(name, password);
-  }
-
-  async submitLogin(name, password) {
     await this.page.fill('[name=Name]', name);
     await this.page.fill('[name=Passwd]', password);
-    await this.follow(() => this.page.click('text="Login"'));
+    await this.press('Login');
   }
 
-  async pressButton(title) {
-    await this.follow(() => this.page.locator(`:is(.plain a, body > a):has(img[alt^="${title}"])`).click());
+  /** Presses the button of a form, and waits for the page that comes. */
+  async press(label) {
+    await this.follow(() => this.page.getByRole('button', { name: label, exact: true }).click());
   }
 
-  /** Fills in the selection row: `date`, `calendar` (its label), `view` as far as given; presses OK. */
-  async choose({ date, calendar, view }) {
-    if (date) await this.page.fill('[name=cd]', date);
-    if (calendar) await this.page.selectOption('[name=cn]', { label: calendar });
-    if (view) await this.page.selectOption('[name=dm]', { label: view });
-    await this.follow(() => this.page.click('[type=button][value=OK]'));
+  /** Follows the first link with this text or picture. */
+  async followLink(text) {
+    await this.follow(() => this.page.getByRole('link', { name: text }).first().click());
+  }
+
+  /** Clicks what opens a popup, and resolves to its page. */
+  async popupOf(selector) {
+    const [popup] = await Promise.all([this.page.waitForEvent('popup'), this.page.click(selector)]);
+    await popup.waitForLoadState();
+    return popup;
   }
 
   async caption() {
-    const text = await this.page.locator('.caltitle').textContent();
-    return text.replaceAll('\u00a0', ' ');
+    return (await this.page.textContent('.caltitle')).replaceAll('\u00a0', ' ');
   }
 
-  async calendarTitle() {
-    return this.page.locator('.calname').textContent();
-  }
-
-  /**
-   * The entries of the month or week that is shown, in the order of the page: `text` with the time in front,
-   * the `day` of the month, whether there is a link to edit the entry, and the computed colours of an entry
-   * that has some of its own.
-   */
-  async entries() {
-    return this.page.locator('td > .daynumber ~ img').evaluateAll((icons) =>
-      icons.map((icon) => {
-        const parts = [];
-        for (let node = icon.nextSibling; node.nodeName !== 'BR'; node = node.nextSibling) parts.push(node);
-        const elements = parts.flatMap((part) => [part, ...(part.querySelectorAll?.('font') ?? [])]);
-        const coloured = elements.find((element) => element.nodeName === 'FONT');
-        const { backgroundColor, color } = coloured ? getComputedStyle(coloured) : {};
-        return {
-          text: parts
-            .map((part) => part.textContent)
-            .join('')
-            .trim(),
-          day: parseInt(icon.parentElement.querySelector('.daynumber').textContent, 10),
-          isEditable: parts.some((part) => part.nodeName === 'A' && part.title === 'Edit Event'),
-          background: backgroundColor,
-          colour: color,
-        };
-      }),
-    );
-  }
-
-  /** The days of the month that is shown on which `title` stands. */
+  /** The days of the month that is shown on which an entry stands that ends in `title`. */
   async daysOf(title) {
-    const entries = await this.entries();
-    return entries.filter(({ text }) => text.endsWith(title)).map(({ day }) => day);
-  }
-
-  /** Opens the first entry called `title` of the view that is shown. */
-  async openEntry(title) {
-    await this.follow(() => this.page.getByTitle('Edit Event').filter({ hasText: title }).first().click());
+    return this.page.locator('td:has(> .daynumber)').evaluateAll((days, text) => {
+      const holds = ({ innerText }) => innerText.split('\n').some((line) => line.trim().endsWith(text));
+      return days.filter(holds).map((day) => parseInt(day.querySelector('.daynumber').innerText, 10));
+    }, title);
   }
 
   /**
-   * Fills in the form that is shown. Keys are names of fields; a value is the text to type, the label to
-   * choose or a list of labels, or whether to tick. A choice that sends the form is followed to its page.
+   * Fills in the form that is shown. Keys are names of fields; a value is the text to type, the label to choose or a
+   * list of labels, whether to tick, the value of a radio button. A choice that sends the form is followed to its page.
    */
   async fillIn(values) {
     for (const [name, value] of Object.entries(values)) {
       const field = this.page.locator(`[name="${name}"]:not([type=hidden])`);
-      const { type, sendsForm } = await field
-        .first()
-        .evaluate((element) => ({ type: element.type, sendsForm: /submit/.test(element.onchange) }));
+      const [type, change] = await field.first().evaluate(({ type, onchange }) => [type, String(onchange)]);
       const choose = () => field.selectOption([value].flat().map((label) => ({ label })));
-      if (type === 'radio') await this.#radio(name, value).check();
+      if (type === 'radio') await this.page.check(`[name="${name}"][value="${value}"]`);
       else if (type === 'checkbox') await field.setChecked(value);
       else if (!type.startsWith('select')) await field.fill(value);
-      else if (sendsForm) await this.follow(choose);
+      else if (change.includes('submit')) await this.follow(choose);
       else await choose();
     }
   }
@@ -129,10 +91,6 @@ export class Visitor {
   async filledIn() {
     return this.page.evaluate(() => {
       const valueOf = (field) => {
-        if (field.type === 'radio') {
-          const [label] = field.labels;
-          return label ? label.title || label.textContent : field.nextSibling.data;
-        }
         if (field.type === 'checkbox') return field.checked;
         if (!field.type.startsWith('select')) return field.value;
         const labels = [...field.selectedOptions].map(({ text }) => text);
@@ -145,70 +103,6 @@ export class Visitor {
     });
   }
 
-  /** The choice with this label, or with this text behind it. */
-  #radio(name, text) {
-    const choices = this.page.locator(`[name="${name}"]`);
-    const labelled = this.page.getByRole('radio', { name: text, exact: true });
-    const followed = this.page.locator(`xpath=//input[following-sibling::text()[1]="${text}"]`);
-    return choices.and(labelled.or(followed));
-  }
-
-  /** Presses the button of a form, and waits for the page that comes. */
-  async press(label) {
-    await this.follow(() => this.page.getByRole('button', { name: label, exact: true }).click());
-  }
-
-  async createEvent(values) {
-    await this.open('?p=e');
-    await this.fillIn(values);
-    await this.press('Save');
-  }
-
-  /** Opens the popup of date field `number`, goes on by `months` and takes `day`, which closes the popup. */
-  async pickDate(number, { months = 0, day }) {
-    const [popup] = await Promise.all([
-      this.page.waitForEvent('popup'),
-      this.page.click(`[name=pick${number}]`),
-    ]);
-    await popup.waitForLoadState();
-    for (; months > 0; --months)
-      await Promise.all([popup.waitForEvent('load'), popup.getByTitle('Next Month').click()]);
-    await Promise.all([
-      popup.waitForEvent('close'),
-      popup.getByRole('link', { name: String(day), exact: true }).click(),
-    ]);
-  }
-
-  /** How many new messages the calendar announces. */
-  async newMessages() {
-    await this.open('?p=c');
-    const hint = await this.page.locator('img[alt^="Message List"]').getAttribute('alt');
-    return Number(/\((\d+) New\)$/.exec(hint)?.[1] ?? 0);
-  }
-
-  /** The list of messages, oldest first. */
-  async messages() {
-    await this.open('?p=m');
-    return this.page.locator('tr:has(> td > img)').evaluateAll((rows) =>
-      rows.map(({ cells: [icon, sender, subject] }) => ({
-        sender: sender.innerText,
-        subject: subject.innerText,
-        isNew: icon.firstChild.src.endsWith('msg_newmail.gif'),
-      })),
-    );
-  }
-
-  /** Opens the newest message with this subject. */
-  async openMessage(subject) {
-    await this.open('?p=m');
-    await this.follow(() => this.page.getByRole('link', { name: subject, exact: true }).last().click());
-  }
-
-  /** Resolves once the cursor stands in the field `name`. */
-  async waitForFocus(name) {
-    await this.page.waitForFunction((expected) => document.activeElement?.name === expected, name);
-  }
-
   #watch(page) {
     const note = (fault) => this.#faults.push(fault);
     page.on('pageerror', (error) => note(`script error: ${error.message}`));
@@ -217,8 +111,7 @@ export class Visitor {
       if (isFault && !entry.text().startsWith(kKnownWarning)) note(`console: ${entry.text()}`);
     });
     page.on('request', (request) => {
-      if (new URL(request.url()).origin !== new URL(this.#address).origin)
-        note(`foreign request: ${request.url()}`);
+      if (!request.url().startsWith(new URL(this.#address).origin)) note(`foreign request: ${request.url()}`);
     });
     page.on('requestfailed', (request) => note(`${request.failure().errorText}: ${request.url()}`));
     page.on('response', (response) => {

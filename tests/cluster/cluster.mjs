@@ -1,72 +1,32 @@
 import { mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
-import http from 'node:http';
 import { createServer } from 'node:net';
 import { tmpdir, userInfo } from 'node:os';
 import { join } from 'node:path';
-import { fileURLToPath } from 'node:url';
 
-import { makeDatabase } from './database.mjs';
-import { codeBlock } from './manual.mjs';
-import { Program, run, until } from './processes.mjs';
+import { Program, run, until } from '../processes/program.mjs';
+import { kOrlune, kRepository, Server } from '../processes/server.mjs';
 import { kHost, Visitor } from './visitor.mjs';
 
-const repository = fileURLToPath(new URL('../..', import.meta.url));
-const orlune = process.env.ORLUNE ?? join(repository, 'build/release/orlune');
-
-/** One server of the calendar. It may be started again, at the address that it had. */
-class Node {
-  #configuration;
-  #program;
-  #earlierLog = '';
-  address = '127.0.0.1:0';
-
-  constructor(configuration) {
-    this.#configuration = configuration;
-  }
-
-  async start() {
-    this.#earlierLog = this.log;
-    this.#program = new Program(orlune, ['serve', '--config', this.#configuration, '--listen', this.address]);
-    this.address = await until('a node', () => {
-      if (!this.#program.isRunning) throw new Error(`A node ended:\n${this.#program.log}`);
-      return /^listening on http:\/\/([^/]+)/m.exec(this.#program.log)?.[1];
-    });
-  }
-
-  /** What it logged since it was first started. */
-  get log() {
-    return this.#earlierLog + (this.#program?.log ?? '');
-  }
-
-  get isRunning() {
-    return this.#program.isRunning;
-  }
-
+class Node extends Server {
   get pageCount() {
     return this.log.match(/(GET|POST) \/OLOrlune\.asp \d+/g)?.length ?? 0;
   }
 
-  /** What its health check answers, or 0 when it does not answer. */
-  health() {
-    return new Promise((resolve) => {
-      const request = http.get(`http://${this.address}/healthz`, (response) => {
-        response.resume();
-        resolve(response.statusCode);
-      });
-      request.on('error', () => resolve(0));
-    });
-  }
-
+  /** Resolves as soon as its health check answers with this status. */
   becomes(health) {
-    return until(`health ${health} of a node`, async () => (await this.health()) === health);
-  }
-
-  end(signal) {
-    return this.#program.end(signal);
+    const ask = async () => {
+      const answer = await fetch(`http://${this.address}/healthz`);
+      await answer.text();
+      return answer.status;
+    };
+    return until(`health ${health} of a node`, async () => (await ask().catch(() => 0)) === health);
   }
 }
 
-/** Three nodes with the configuration that the manual shows, the demo company, and the manual's nginx before them. */
+/**
+ * Three nodes with the configuration that the manual shows, the demo company, and the manual's nginx before them. The
+ * database is that of the PostgreSQL server that the environment names.
+ */
 export class Cluster {
   #folder;
   #proxy;
@@ -75,32 +35,34 @@ export class Cluster {
 
   async start() {
     this.#folder = await mkdtemp(join(tmpdir(), 'orlune-cluster-'));
-    this.database = await makeDatabase();
-    await run(orlune, ['init', this.database.path, '--demo']);
+    await run(kOrlune, ['init', process.env.ORLUNE_TEST_POSTGRESQL, '--demo']);
     await this.#startNodes();
     await this.#startNginx();
   }
 
   async stop() {
     if (this.#nginx?.isRunning) await this.#nginx.end('SIGTERM');
-    await Promise.all(this.nodes.filter((node) => node.isRunning).map((node) => node.end('SIGKILL')));
-    await this.database?.drop();
+    const codes = await Promise.all(this.nodes.map((node) => node.isRunning && node.end('SIGTERM')));
     await rm(this.#folder, { recursive: true });
+    if (codes.some((code) => code)) throw new Error(`Nodes ended with ${codes}`);
   }
 
   visitor() {
     return new Visitor(this.#proxy);
   }
 
+  /** Has pg_ctl do this with the server of the database. */
+  controlDatabase(how) {
+    return run('sh', ['-c', `exec $0 $1`, process.env.ORLUNE_TEST_POSTGRESQL_CTL, how]);
+  }
+
   async #startNodes() {
-    const configuration = join(this.#folder, 'orlune.toml');
-    const text = await codeBlock('toml', {
-      '/opt/orlune/site': join(repository, 'site'),
+    const configuration = await this.#write('orlune.toml', await codeBlock('toml', {
+      '/opt/orlune/site': join(kRepository, 'site'),
       '/etc/orlune/secret.key': join(this.#folder, 'secret.key'),
       '10.0.0.10': '127.0.0.1',
-      'postgresql://orlune@10.0.0.20/orlune': this.database.path,
-    });
-    await writeFile(configuration, text);
+      'postgresql://orlune@10.0.0.20/orlune': process.env.ORLUNE_TEST_POSTGRESQL,
+    }));
     for (let i = 0; i < 3; ++i) {
       this.nodes.push(new Node(configuration));
       await this.nodes[i].start();
@@ -119,33 +81,52 @@ export class Cluster {
       'listen 443 ': `listen 127.0.0.1:${port} `,
       '/etc/ssl/calendar.pem': certificate,
       '/etc/ssl/private/calendar.key': key,
-      '/opt/orlune/site': join(repository, 'site'),
+      '/opt/orlune/site': join(kRepository, 'site'),
     });
-    const configuration = join(this.#folder, 'nginx.conf');
-    await writeFile(configuration, this.#aroundSite(site));
-    this.#nginx = new Program('nginx', ['-p', this.#folder, '-e', 'stderr', '-c', configuration]);
-    this.#proxy = { port, plainPort, certificate: await readFile(certificate) };
+    const configuration = await this.#write('nginx.conf', aroundSite(site));
+    this.#nginx = new Program('/usr/sbin/nginx', ['-p', this.#folder, '-e', 'stderr', '-c', configuration]);
+    this.#proxy = { port, certificate: await readFile(certificate) };
     await until('nginx', async () => {
       if (!this.#nginx.isRunning) throw new Error(`nginx ended:\n${this.#nginx.log}`);
       return (await this.visitor().get('/healthz').catch(() => null))?.status === 200;
     });
   }
 
-  // What the configuration of a whole nginx has around a site.
-  #aroundSite(site) {
-    const temporary = ['client_body', 'proxy', 'fastcgi', 'uwsgi', 'scgi'];
-    return `${process.getuid() === 0 ? `user ${userInfo().username};` : ''}
-      daemon off;
-      pid nginx.pid;
-      worker_processes 2;
-      events { worker_connections 512; }
-      http {
-        include /etc/nginx/mime.types;
-        access_log off;
-        ${temporary.map((name) => `${name}_temp_path ${name};`).join('\n')}
-        ${site}
-      }`;
+  async #write(name, text) {
+    const file = join(this.#folder, name);
+    await writeFile(file, text);
+    return file;
   }
+}
+
+/**
+ * The code block in `language` of docs/scaling.md, so that what the manual shows is what is tested. Each key of
+ * `replacements` has to stand in it, and gives way to its value.
+ */
+async function codeBlock(language, replacements) {
+  const manual = await readFile(join(kRepository, 'docs/scaling.md'), 'utf8');
+  const blocks = [...manual.matchAll(/^```(\w+)\n(.*?)^```$/gms)].filter((block) => block[1] === language);
+  if (blocks.length !== 1) throw new Error(`docs/scaling.md has ${blocks.length} blocks in ${language}`);
+  return Object.entries(replacements).reduce((text, [from, to]) => {
+    if (!text.includes(from)) throw new Error(`docs/scaling.md does not have ${from}`);
+    return text.replaceAll(from, to);
+  }, blocks[0][2]);
+}
+
+/** What the configuration of a whole nginx has around a site. */
+function aroundSite(site) {
+  const temporary = ['client_body', 'proxy', 'fastcgi', 'uwsgi', 'scgi'];
+  return `${process.getuid() === 0 ? `user ${userInfo().username};` : ''}
+    daemon off;
+    pid nginx.pid;
+    worker_processes 2;
+    events { worker_connections 512; }
+    http {
+      include /etc/nginx/mime.types;
+      access_log off;
+      ${temporary.map((name) => `${name}_temp_path ${name};`).join('\n')}
+      ${site}
+    }`;
 }
 
 function makeCertificate(certificate, key) {

@@ -1,5 +1,6 @@
 import { setTimeout as pause } from 'node:timers/promises';
 
+import { until } from '../processes/program.mjs';
 import { isCalendar, isLoginForm, kPage } from './visitor.mjs';
 
 const kWriters = ['asa', 'jurgen', 'zoe', 'asa', 'jurgen', 'zoe'];
@@ -14,8 +15,6 @@ export class Load {
   acknowledged = [];
   /** Every answer that was not the wanted one: `{ what, status, body }`, status 0 without an answer. */
   failures = [];
-  pages = 0;
-  logouts = 0;
 
   /** `tag` begins the titles of the events. */
   static async begin(cluster, tag) {
@@ -31,6 +30,16 @@ export class Load {
     return kWriters.length;
   }
 
+  get logouts() {
+    return this.failures.filter(isLoginForm).length;
+  }
+
+  /** Resolves as soon as `count` events more are stored. */
+  more(count) {
+    const enough = this.acknowledged.length + count;
+    return until('events to be stored', () => this.acknowledged.length >= enough);
+  }
+
   async finish() {
     this.#isEnding = true;
     await Promise.all(this.#running);
@@ -40,22 +49,17 @@ export class Load {
   async #work(visitor, i) {
     for (let n = 0; !this.#isEnding; ++n) {
       const title = `${this.#tag} ${i}-${n}.`;
-      const saved = await this.#attempt('write', () => visitor.saveEvent(kWriters[i], title));
-      if (saved.status === 302) this.acknowledged.push(title);
-      else await this.#note('write', saved);
-      const page = await this.#attempt('page', () => visitor.get(`${kPage}?p=c`));
-      if (isCalendar(page)) this.pages += 1;
-      else await this.#note('page', page);
+      const isStored = ({ status }) => status === 302;
+      if (await this.#attempt('write', isStored, visitor.saveEvent(kWriters[i], title))) this.acknowledged.push(title);
+      await this.#attempt('page', isCalendar, visitor.get(`${kPage}?p=c`));
     }
   }
 
-  async #attempt(what, send) {
-    return send().catch((error) => ({ status: 0, body: String(error) }));
-  }
-
-  async #note(what, { status, body }) {
-    this.failures.push({ what, status, body });
-    if (isLoginForm({ body })) this.logouts += 1;
+  async #attempt(what, isWanted, sending) {
+    const answer = await sending.catch((error) => ({ status: 0, body: String(error) }));
+    if (isWanted(answer)) return true;
+    this.failures.push({ what, status: answer.status, body: answer.body });
     await pause(20);
+    return false;
   }
 }

@@ -1,40 +1,39 @@
-import http from 'node:http';
 import https from 'node:https';
 
 export const kHost = 'calendar.example.org';
 export const kPage = '/OLOrlune.asp';
-/** The address that visitors of the proxy come from, another one than the proxy's. */
+/** The address that visitors come from, another one than the proxy's. */
 export const kVisitorAddress = '127.0.0.9';
 
 const kPatience = 30_000;
 const kEventDay = '6/15/2035';
 
-/** One person with a browser that keeps cookies and connections, at the proxy or, where one is given, at a node. */
+/** One person with a browser that keeps cookies and connections, at the proxy. */
 export class Visitor {
-  #proxy;
+  #port;
   #agent;
   #cookies = new Map();
 
   /** `proxy` has the `port` of the proxy and the `certificate` to trust. */
-  constructor(proxy) {
-    this.#proxy = proxy;
-    this.#agent = new https.Agent({ keepAlive: true, ca: proxy.certificate, servername: kHost });
+  constructor({ port, certificate }) {
+    this.#port = port;
+    this.#agent = new https.Agent({ keepAlive: true, ca: certificate, servername: kHost });
   }
 
   leave() {
     this.#agent.destroy();
   }
 
-  get(target, node) {
-    return this.#send('GET', target, undefined, node);
+  get(target) {
+    return this.#send('GET', target);
   }
 
-  post(target, fields, node) {
-    return this.#send('POST', target, new URLSearchParams(fields).toString(), node);
+  post(target, fields) {
+    return this.#send('POST', target, new URLSearchParams(fields).toString());
   }
 
-  async logIn(name, node) {
-    const answer = await this.post(`${kPage}?p=l`, { Name: name, Passwd: 'demo1' }, node);
+  async logIn(name) {
+    const answer = await this.post(`${kPage}?p=l`, { Name: name, Passwd: 'demo1' });
     if (answer.headers.location !== `${kPage}?p=c`) throw new Error(`cannot log in: ${answer.body}`);
     return answer;
   }
@@ -51,20 +50,16 @@ export class Visitor {
     return [...body.matchAll(/>([^<>]*)<\/A> \(/g)].map((hit) => hit[1]);
   }
 
-  #send(method, target, form, node) {
-    const [host, port] = node ? node.address.split(':') : ['127.0.0.1', this.#proxy.port];
-    const headers = { host: node ? node.address : kHost };
-    if (this.#cookies.size > 0) headers.cookie = [...this.#cookies].map((pair) => pair.join('=')).join('; ');
-    if (form !== undefined) {
-      headers.origin = node ? `http://${node.address}` : `https://${kHost}`;
+  #send(method, path, form = '') {
+    const headers = { host: kHost, cookie: [...this.#cookies].map((pair) => pair.join('=')).join('; ') };
+    if (method === 'POST') {
+      headers.origin = `https://${kHost}`;
       headers['content-type'] = 'application/x-www-form-urlencoded';
       headers['content-length'] = Buffer.byteLength(form);
     }
-    const options = { host, port, path: target, method, headers, timeout: kPatience };
+    const address = { host: '127.0.0.1', port: this.#port, localAddress: kVisitorAddress };
     return new Promise((resolve, reject) => {
-      const request = node
-        ? http.request(options)
-        : https.request({ ...options, agent: this.#agent, localAddress: kVisitorAddress });
+      const request = https.request({ ...address, agent: this.#agent, path, method, headers, timeout: kPatience });
       request.on('response', (response) => this.#receive(response).then(resolve, reject));
       request.on('timeout', () => request.destroy(new Error('no answer')));
       request.on('error', reject);
@@ -75,14 +70,12 @@ export class Visitor {
   async #receive(response) {
     let body = '';
     for await (const text of response.setEncoding('utf8')) body += text;
-    for (const line of response.headers['set-cookie'] ?? []) this.#keepCookie(line);
+    for (const line of response.headers['set-cookie'] ?? []) {
+      const [, name, value] = /^([^=]+)=([^;]*)/.exec(line);
+      this.#cookies.delete(name);
+      if (value) this.#cookies.set(name, value);
+    }
     return { status: response.statusCode, headers: response.headers, body };
-  }
-
-  #keepCookie(line) {
-    const [, name, value] = /^([^=]+)=([^;]*)/.exec(line);
-    if (value) this.#cookies.set(name, value);
-    else this.#cookies.delete(name);
   }
 }
 

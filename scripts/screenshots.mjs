@@ -3,10 +3,8 @@
 import { mkdir, stat } from 'node:fs/promises';
 import { join } from 'node:path';
 
-import { launchBrowser } from './browser.mjs';
-import { kPhone } from './calendar_suite.mjs';
-import { startDemoServer } from './demo_server.mjs';
-import { Visitor } from './visitor.mjs';
+import { kPhone, launchBrowser, startDemo } from '../tests/browser/suite.mjs';
+import { Visitor } from '../tests/browser/visitor.mjs';
 
 const kMostBytes = 200 * 1024;
 // A little smaller than on a screen, so that a whole month fits: the pictures have 1280 x 900 pixels.
@@ -45,7 +43,7 @@ async function fillWeekdayEvent(visitor) {
 }
 
 async function openSuggestion(visitor) {
-  await visitor.openMessage('What\'s next: "Probe 5"');
+  await visitor.followLink('What\'s next: "Probe 5"');
 }
 
 async function findRepeatingEvents(visitor) {
@@ -78,7 +76,7 @@ async function takePicture(browser, address, folder, { file, user, query, window
 
 const folder = process.argv[2];
 await mkdir(folder, { recursive: true });
-const server = await startDemoServer();
+const server = await startDemo();
 const browser = await launchBrowser();
 try {
   for (const picture of kPictures) await takePicture(browser, server.address, folder, picture);

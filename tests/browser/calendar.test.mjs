@@ -1,0 +1,95 @@
+import assert from 'node:assert/strict';
+
+import { calendarSuite } from './suite.mjs';
+
+const visit = calendarSuite();
+
+visit('the login says what is wrong, with the cursor where it goes on', {}, async (visitor) => {
+  const { page } = visitor;
+  const cursorIn = (field) => page.waitForFunction((name) => document.activeElement?.name === name, field);
+  await visitor.open();
+  await cursorIn('Name');
+  await visitor.logIn('niamh', 'Demo1');
+  assert.deepEqual(visitor.takeAlerts(), ['Incorrect password.\n']);
+  await cursorIn('Passwd');
+  assert.equal(await page.inputValue('[name=Name]'), 'niamh');
+  await page.fill('[name=Passwd]', 'demo1');
+  await visitor.press('Login');
+  assert.equal(await page.textContent('.calname'), "Niamh O'Brien");
+
+  await visitor.followLink('Logout niamh');
+  await visitor.open('?p=c&cn=niamh');
+  assert.equal(await visitor.caption(), 'CALENDAR LOGIN');
+});
+
+visit('the selection row chooses what is shown, and shows it', { user: 'jurgen' }, async (visitor) => {
+  const { page } = visitor;
+  for (const [cd, cn, dm, caption] of [
+    ['3/31/2004', '[Engineering]', 'Week', 'WEEK 14 - MAR/APR 2004'],
+    ['2/29/2004', "-Who's Where-", 'Day', 'SUNDAY, FEBRUARY 29, 2004'],
+    ['1/31/2004', 'Jürgen Weiß', 'Month', 'JANUARY 2004'],
+  ]) {
+    await visitor.fillIn({ cd, cn, dm });
+    await visitor.press('OK');
+    assert.equal(await visitor.caption(), caption);
+    assert.deepEqual(await visitor.filledIn(), { cd, cn, dm });
+  }
+  await page.fill('[name=cd]', '2004-07-04');
+  await visitor.follow(() => page.press('[name=cd]', 'Enter'));
+  assert.equal(await visitor.caption(), 'JULY 2004');
+});
+
+/** Where the timed events of the day that is shown are on the screen, and where their hours are. */
+const timetableOf = ({ page }) =>
+  page.evaluate(() => {
+    const boxOf = (element) => element.getBoundingClientRect().toJSON();
+    const shownPart = (cell) => (getComputedStyle(cell).display === 'contents' ? cell.querySelector('p') : cell);
+    const hours = [...document.querySelectorAll('td[nowrap]')].map((cell) => [parseInt(cell.textContent, 10), cell]);
+    const boxes = new Map(hours.map(([hour, cell]) => [hour, boxOf(cell.parentElement)]));
+    return [...document.querySelectorAll('.event:not([width="24%"])')].map((cell) => {
+      const [, begin, end] = /^(\d\d):\d\d(?:-(\d\d):\d\d)?\s/.exec(cell.innerText).map(Number);
+      const first = Math.max(begin, hours[0][0]);
+      const last = Math.min(end ? Math.max(end - 1, first) : first, hours.at(-1)[0]);
+      const [top, bottom] = [boxes.get(first).top, boxes.get(last).bottom];
+      return { text: cell.innerText, box: boxOf(shownPart(cell)), top, bottom };
+    });
+  });
+
+visit('events stand beside their hours, and none over another', { user: 'jurgen' }, async (visitor) => {
+  const overlap = (one, other, start, end) => Math.min(one[end], other[end]) - Math.max(one[start], other[start]);
+  const lines = 2; // pixels between cells
+  let neighbours = 0;
+  for (const query of [
+    ...[15, 16, 17, 18, 19].map((day) => `cn=jurgen&cd=2004-03-${day}`),
+    ...[2, 3, 4, 9].map((day) => `cn=@engineeringteam&cd=2004-03-0${day}`),
+    'cn=ines&cd=2004-04-14',
+  ]) {
+    await visitor.open(`?p=c&dm=day&${query}`);
+    const events = await timetableOf(visitor);
+    for (const { text, box, top, bottom } of events) {
+      assert.ok(Math.abs(box.top - top) <= lines && Math.abs(box.bottom - bottom) <= lines, `${query}, ${text}`);
+      const others = events.filter((other) => other.box !== box);
+      const beside = others.filter((other) => overlap(box, other.box, 'top', 'bottom') > lines);
+      const covered = beside.filter((other) => overlap(box, other.box, 'left', 'right') > lines);
+      assert.deepEqual(covered, [], `${query}, ${text}`);
+      neighbours += beside.length;
+    }
+  }
+  assert.ok(neighbours > 0);
+});
+
+visit('paper shows the calendar without what can only be clicked', { user: 'asa' }, async (visitor) => {
+  const { page } = visitor;
+  const countVisible = (selector) =>
+    page.locator(selector).evaluateAll((all) => all.filter((element) => element.checkVisibility()).length);
+  const clickable = '.plain a, .plain img, [name=cd], [name=cn], [name=dm], [type=button]';
+  for (const view of ['month', 'week', 'day']) {
+    await page.emulateMedia({ media: 'screen' });
+    await visitor.open(`?p=c&dm=${view}`);
+    assert.ok((await countVisible(clickable)) > 10, view);
+    await page.emulateMedia({ media: 'print' });
+    assert.equal(await countVisible(clickable), 0, view);
+    assert.equal(await countVisible('.calname, .caltitle'), 2, view);
+    assert.ok((await countVisible('a[title="Edit Event"]')) > 0, view);
+  }
+});
