@@ -262,11 +262,11 @@ Query<std::optional<CalendarRecord>> GroupWithId(std::int64_t id) {
   return CalendarWithId(id, "yes");
 }
 
-Query<std::string> MembersOfGroup(std::string_view group) {
+Query<std::string> MemberListOf(std::string_view group) {
   return CalendarsNaming("MemberOfGroups", group);
 }
 
-Query<std::string> AdministratorsOfGroup(std::string_view group) {
+Query<std::string> AdministratorListOf(std::string_view group) {
   return CalendarsNaming("AdminOfGroups", group);
 }
 

@@ -87,8 +87,8 @@ Query<std::optional<CalendarRecord>> UserWithId(std::int64_t id);
 /// Nothing when there is no such group.
 Query<std::optional<CalendarRecord>> GroupWithId(std::int64_t id);
 /// The calendars whose list of groups holds `group`, joined with ", ".
-Query<std::string> MembersOfGroup(std::string_view group);
-Query<std::string> AdministratorsOfGroup(std::string_view group);
+Query<std::string> MemberListOf(std::string_view group);
+Query<std::string> AdministratorListOf(std::string_view group);
 /// Whether a calendar other than `id` has this name.
 Query<bool> IsCalendarNameTaken(std::string_view name, std::optional<std::int64_t> id);
 /// A name made from `text` that no calendar has yet.

@@ -58,7 +58,7 @@ bool GroupManager::Load(Connection& database, AdminState& record) const {
   record.Adminships.clear();
   if (record.IntName.empty()) return true;
   std::tie(record.Memberships, record.Adminships) =
-      Ask(database, MembersOfGroup(record.IntName), AdministratorsOfGroup(record.IntName));
+      Ask(database, MemberListOf(record.IntName), AdministratorListOf(record.IntName));
   return true;
 }
 
