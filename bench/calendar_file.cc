@@ -9,6 +9,7 @@
 #include "base/dates.h"
 #include "commands/init.h"
 #include "demo/demo_company_rows.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/sqlite/sqlite_driver.h"
 #include "store/statement.h"
 
@@ -199,7 +200,9 @@ void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const R
   std::filesystem::create_directories(std::filesystem::absolute(file).parent_path());
   const std::filesystem::path unfinished = file.string() + ".unfinished";
   std::filesystem::remove(unfinished);
-  InitDatabase({unfinished, std::string(kPassword), false, kToday}, regional);
+  DatabaseEngines engines(regional);
+  InitDatabase(engines.Named(DatabaseAddress::Parse(unfinished)), {std::string(kPassword), false, kToday},
+               regional);
   {
     SqliteDriver driver(regional);
     const auto database = driver.Open(unfinished.string());

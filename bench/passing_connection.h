@@ -17,6 +17,9 @@ class PassingConnection : public Connection {
   }
   void Execute(const StatementText& statement) override { inner_->Execute(statement); }
   bool TryExecute(const StatementText& statement) override { return inner_->TryExecute(statement); }
+  void ExecuteInOrder(std::span<const StatementText> statements) override {
+    inner_->ExecuteInOrder(statements);
+  }
   void Begin() override { inner_->Begin(); }
   void Commit() override { inner_->Commit(); }
   void Rollback() noexcept override { inner_->Rollback(); }

@@ -14,6 +14,7 @@
 
 #include "calendar_file.h"
 #include "commands/init.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/postgresql/postgresql_driver.h"
 #include "drivers/sqlite/database.h"
 
@@ -166,7 +167,9 @@ void PostgresqlServer::MakeDatabase(const std::string& database, const std::file
   Run(connection_, "DROP DATABASE IF EXISTS " + database + " WITH (FORCE)");
   Run(connection_, "CREATE DATABASE " + database);
   const std::string address = Address(database) + kNoTimeLimit;
-  InitDatabase({address, std::string(kPassword), false, kToday}, regional);
+  DatabaseEngines engines(regional);
+  InitDatabase(engines.Named(DatabaseAddress::Parse(address)), {std::string(kPassword), false, kToday},
+               regional);
   const ServerConnection connection = ConnectTo(address);
   RunEach(connection,
           "SELECT format('DROP INDEX %s', indexrelid::regclass) FROM pg_index JOIN pg_stat_user_tables "

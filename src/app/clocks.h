@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "platform/clock.h"
 
 namespace orlune {
@@ -10,7 +13,7 @@ class SystemClock : public Clock {
   DateTime Now() const override;
 };
 
-/// Always tells the same time.
+/// A clock that stands still.
 class FixedClock : public Clock {
  public:
   explicit FixedClock(const DateTime& now) : now_(now) {}
@@ -19,5 +22,8 @@ class FixedClock : public Clock {
  private:
   DateTime now_;
 };
+
+/// Reads a time such as "2004-03-15T10:30:00"; nothing for anything else.
+std::optional<DateTime> ParseMoment(const std::string& text);
 
 }  // namespace orlune

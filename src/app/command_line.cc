@@ -1,48 +1,31 @@
 #include "app/command_line.h"
 
-#include <chrono>
-#include <ctime>
 #include <exception>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
 #include "app/clocks.h"
-#include "app/configuration.h"
+#include "app/configuration_reader.h"
 #include "app/serve.h"
+#include "app/settings.h"
 #include "base/version.h"
 #include "commands/check.h"
 #include "commands/copy.h"
-#include "drivers/engines/database_engines.h"
 #include "commands/init.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/icu/icu_regional_settings.h"
-#include "drivers/postgresql/address.h"
 
 namespace orlune {
 namespace {
 
 constexpr int kFailure = 1;
 constexpr int kUsageError = 2;
-
-// "2004-03-15T10:30:00", nothing for anything else.
-std::optional<DateTime> ParseMoment(const std::string& text) {
-  std::tm parts{};
-  std::istringstream stream(text);
-  stream >> std::get_time(&parts, "%Y-%m-%dT%H:%M:%S");
-  const std::chrono::year_month_day day{std::chrono::year(parts.tm_year + 1900),
-                                        std::chrono::month(static_cast<unsigned>(parts.tm_mon + 1)),
-                                        std::chrono::day(static_cast<unsigned>(parts.tm_mday))};
-  if (stream.fail() || text.size() != 19 || !day.ok() || parts.tm_sec > 59) return std::nullopt;
-  return DateTime{day, std::chrono::hours(parts.tm_hour) + std::chrono::minutes(parts.tm_min) +
-                           std::chrono::seconds(parts.tm_sec)};
-}
 
 void AddServe(CLI::App& program, ServeOptions& options) {
   CLI::App* serve = program.add_subcommand("serve", "Serve the hosting pages of a configuration file");
@@ -61,21 +44,30 @@ void AddServe(CLI::App& program, ServeOptions& options) {
   serve->callback([&options] { Serve(options); });
 }
 
-void Init(const InitOptions& options) {
-  const std::string password = InitDatabase(options, LoadRegionalSettings("en_US"));
-  std::cout << "made " << WithoutPassword(options.Database) << "\n";
-  if (!options.AdminPassword) std::cout << "log in as admin with the password " << password << "\n";
+struct InitArguments {
+  std::string Database;
+  InitOptions Options;
+};
+
+void Init(const InitArguments& arguments) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  DatabaseEngines engines(regional);
+  const NamedDatabase database = engines.Named(DatabaseAddress::Parse(arguments.Database));
+  const std::string password = InitDatabase(database, arguments.Options, regional);
+  std::cout << "made " << database.Address.Displayed() << "\n";
+  if (!arguments.Options.AdminPassword) std::cout << "log in as admin with the password " << password << "\n";
 }
 
-void AddInit(CLI::App& program, InitOptions& options) {
+void AddInit(CLI::App& program, InitArguments& arguments) {
   CLI::App* init = program.add_subcommand("init", "Make a new database");
-  init->add_option("database", options.Database,
+  InitOptions& options = arguments.Options;
+  init->add_option("database", arguments.Database,
                    "The database file, which must not exist yet, or a postgresql:// address")
       ->required();
   init->add_option("--admin-password", options.AdminPassword,
                    "The password of admin; made up when not given");
   init->add_flag("--demo", options.Demo, "Add a small company around today's date");
-  init->callback([&options] { Init(options); });
+  init->callback([&arguments] { Init(arguments); });
 }
 
 /// What to copy and where to: files or URLs.
@@ -88,13 +80,14 @@ void Copy(const CopyOptions& options) {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   DatabaseEngines engines(regional);
   CopyProgress progress(std::cerr, isatty(STDERR_FILENO) == 1);
-  CopyDatabase(engines.Named(options.From), engines.Named(options.To), std::cout, progress);
+  CopyDatabase(engines.Named(DatabaseAddress::Parse(options.From)),
+               engines.Named(DatabaseAddress::Parse(options.To)), std::cout, progress);
 }
 
 void AddCopy(CLI::App& program, CopyOptions& options) {
   CLI::App* copy = program.add_subcommand("copy", "Copy a database into a new one, and compare the two");
   copy->footer(
-      "Stop the servers of both first. A copy that was interrupted goes on when the same command is given "
+      "Stop the servers of both first. An interrupted copy is resumed when the same command is given "
       "again.\nA database is a file, or a URL such as postgresql://user@host/name.");
   copy->add_option("from", options.From, "The database to copy; it is only read")->required();
   copy->add_option("to", options.To, "The new database; made when it is missing, else it must be empty")
@@ -107,25 +100,22 @@ struct CheckOptions {
   std::filesystem::path ConfigurationFile;
 };
 
+/// Each database once; files by their full paths.
 std::set<std::string> DatabasesToCheck(const CheckOptions& options) {
   if (!options.Database.empty()) return {options.Database};
   const Configuration configuration = LoadConfiguration(options.ConfigurationFile);
-  std::set<std::string> addresses;
-  for (const PageConfiguration& page : configuration.Pages) {
-    if (page.DBPath.empty()) throw ConfigurationError("page " + page.Path + " has no DBPath");
-    const bool isUrl = IsPostgresqlAddress(page.DBPath);
-    addresses.insert(isUrl ? page.DBPath : DatabaseFile(configuration, page).string());
-  }
-  return addresses;
+  std::set<std::string> targets;
+  for (const PageConfiguration& page : configuration.Pages)
+    targets.insert(AddressOf(configuration, page).Target());
+  return targets;
 }
 
 bool Check(const CheckOptions& options) {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   DatabaseEngines engines(regional);
   bool areSound = true;
-  for (const std::string& address : DatabasesToCheck(options)) {
-    areSound = CheckDatabase(engines.Named(address), std::cout) && areSound;
-  }
+  for (const std::string& database : DatabasesToCheck(options))
+    areSound = CheckDatabase(engines.Named(DatabaseAddress::Parse(database)), std::cout) && areSound;
   return areSound;
 }
 
@@ -149,12 +139,12 @@ int RunCommandLine(int argc, const char* const* argv) {
   program.set_version_flag("--version", "orlune " + std::string(kVersion));
   program.require_subcommand(1);
   ServeOptions serveOptions;
-  InitOptions initOptions{{}, std::nullopt, false, SystemClock().Now().Day};
+  InitArguments initArguments{{}, {std::nullopt, false, SystemClock().Now().Day}};
   CopyOptions copyOptions;
   CheckOptions checkOptions;
   int exitCode = 0;
   AddServe(program, serveOptions);
-  AddInit(program, initOptions);
+  AddInit(program, initArguments);
   AddCopy(program, copyOptions);
   AddCheck(program, checkOptions, exitCode);
   try {

@@ -7,11 +7,12 @@
 
 #include "app/page_properties.h"
 #include "base/configuration_error.h"
+#include "drivers/engines/database_address.h"
 #include "http/ip_network.h"
 
 namespace orlune {
 
-/// A property that a hosting page sets, and its value: a text or a switch, as the property wants it.
+/// A property that a hosting page sets, with a value of the property's type.
 struct PropertyValue {
   const PageProperty* Property;
   std::variant<std::string, bool> Value;
@@ -24,7 +25,7 @@ struct PageConfiguration {
   std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
 };
 
-/// What the configuration file says; the paths of the server are absolute.
+/// The settings of the server; its paths are absolute once read.
 struct Configuration {
   std::string Listen = "127.0.0.1:8080";
   std::filesystem::path Site = "site";
@@ -32,25 +33,19 @@ struct Configuration {
   long long SessionMinutes = 60;
   bool StoresSessions = false;        ///< in the databases of their pages, not in memory
   long long Threads = 0;              ///< 0: chosen from the processors
-  long long DatabaseConnections = 0;  ///< most of a database server; 0: as many as the threads need
+  long long DatabaseConnections = 0;  ///< maximum to a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
-  std::vector<IpNetwork> TrustedProxies;  ///< who is believed on behalf of others
-  long long DrainSeconds = 0;             ///< between the signal to stop and the stop
+  std::vector<IpNetwork> TrustedProxies;  ///< whose forwarding headers are believed
+  long long DrainSeconds = 0;             ///< between the stop signal and the stop
   std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 
-/// Reads a TOML file. Throws ConfigurationError that names file, line, key and what was expected.
-Configuration LoadConfiguration(const std::filesystem::path& file);
-
-/// Throws ConfigurationError when the server cannot be run so: an unusable address, a site folder that is
-/// missing, a page without a database, or a file that the site folder would give to everybody.
+/// Throws ConfigurationError when the server cannot run with it: for an unusable address, a missing site
+/// folder, a page without a database, or a secret or database file inside the site folder.
 void CheckConfiguration(const Configuration& configuration);
 
-/// The database file of a page, absolute.
-std::filesystem::path DatabaseFile(const Configuration& configuration, const PageConfiguration& page);
-
-/// All settings with their types, defaults and meanings, for people.
-std::string DescribeSettings();
+/// The database of a page. Throws ConfigurationError when the page has none, or for a malformed address.
+DatabaseAddress AddressOf(const Configuration& configuration, const PageConfiguration& page);
 
 }  // namespace orlune

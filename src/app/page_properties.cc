@@ -23,7 +23,7 @@ constexpr PageProperty kProperties[] = {
     {"UseCookie", kSwitch<&Orlune::UseCookie>, "false",
      "keep the login in a sealed cookie, not on the server"},
     {"ExpireCookie", kName<&Orlune::ExpireCookie>, "tomorrow", "the date on which that cookie expires"},
-    {"ExitToURL", kText<&Orlune::ExitToURL>, "\"\"", "where logging out leads"},
+    {"ExitToURL", kText<&Orlune::ExitToURL>, "\"\"", "the address to go to after logging out"},
     {"ShowTitle", kSwitch<&Orlune::ShowTitle>, "false", "show the calendar's name above it"},
     {"NoMessaging", kSwitch<&Orlune::NoMessaging>, "false", "hide the messages"},
     {"NoLoginChange", kSwitch<&Orlune::NoLoginChange>, "false", "hide the change of the password"},

@@ -16,7 +16,7 @@ struct PageProperty {
 
   std::string_view Name;
   std::variant<TextSetter, SwitchSetter> Set;
-  std::string_view Default;  ///< for people
+  std::string_view Default;  ///< for `--help`
   std::string_view Help;
 };
 

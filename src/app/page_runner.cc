@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "drivers/postgresql/address.h"
-
 namespace orlune {
 namespace {
 
@@ -17,16 +15,19 @@ void Apply(const PropertyValue& setting, Orlune& page) {
 
 }  // namespace
 
-HostedPage MakePage(PageConfiguration configuration, const Surroundings& surroundings) {
+HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings,
+                    SessionStore& sessions) {
   std::string path = configuration.Path;
   return {std::move(path),
-          [configuration = std::move(configuration), surroundings](const ScriptingContext& context) {
+          [configuration = std::move(configuration), database = std::move(database),
+           surroundings](const ScriptingContext& context) {
             Orlune page(surroundings);
-            page.DBPath(WithoutPassword(configuration.DBPath));
+            page.DBPath(database);
             for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();
-          }};
+          },
+          sessions};
 }
 
 }  // namespace orlune

@@ -1,11 +1,9 @@
 #include "app/serve.h"
 
+#include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <iostream>
-#include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <thread>
 #include <utility>
@@ -17,24 +15,21 @@
 
 #include "app/clocks.h"
 #include "app/configuration.h"
-#include "app/logging_database_driver.h"
-#include "app/page_databases.h"
+#include "app/configuration_reader.h"
+#include "app/database_health.h"
 #include "app/page_runner.h"
+#include "app/regions.h"
+#include "app/secret_key_file.h"
+#include "app/session_stores.h"
+#include "app/stop_signals.h"
 #include "base/log_text.h"
-#include "drivers/icu/icu_regional_settings.h"
 #include "drivers/langpack/langpack_factory.h"
 #include "http/health_check.h"
 #include "http/http_host.h"
 #include "http/website.h"
-#include "sessions/database_session_store.h"
-#include "sessions/memory_session_store.h"
-#include "sessions/session_cleaner.h"
-#include "store/database_access.h"
 
 namespace orlune {
 namespace {
-
-constexpr std::size_t kMostSessionsInMemory = 32'768;
 
 Configuration ReadConfiguration(const ServeOptions& options) {
   Configuration configuration = LoadConfiguration(options.ConfigurationFile);
@@ -47,125 +42,15 @@ Configuration ReadConfiguration(const ServeOptions& options) {
   return configuration;
 }
 
-RegionalSettings LoadRegion(const std::string& region) {
-  try {
-    return LoadRegionalSettings(region);
-  } catch (const std::invalid_argument& error) {
-    throw ConfigurationError(std::string("region: ") + error.what());
-  }
-}
-
 // Writing waits for the disk, so there are more threads than processors.
 unsigned ThreadCount(const Configuration& configuration) {
   if (configuration.Threads > 0) return static_cast<unsigned>(configuration.Threads);
   return std::max(4U, 2 * std::thread::hardware_concurrency());
 }
 
-PageDatabaseOptions DatabaseOptions(const Configuration& configuration) {
-  PageDatabaseOptions options{configuration.DatabaseFolder, {}, {}};
-  for (const PageConfiguration& page : configuration.Pages) options.Addresses.push_back(page.DBPath);
-  // Every thread may need one, and so may what runs beside the requests.
-  options.Postgresql.MostConnections = configuration.DatabaseConnections > 0
-                                           ? static_cast<std::size_t>(configuration.DatabaseConnections)
-                                           : ThreadCount(configuration) + 2;
-  return options;
-}
-
-/// The databases as the pages of one region use them, whose statements hold dates in the region's form.
-class RegionalDatabases {
- public:
-  RegionalDatabases(const std::string& region, const PageDatabaseOptions& options, spdlog::logger& log)
-      : regional_(LoadRegion(region)), databases_(regional_, options), logging_(databases_, log) {}
-
-  const RegionalSettings& Regional() const { return regional_; }
-  DatabaseDriver& Databases() { return logging_; }
-
- private:
-  const RegionalSettings regional_;
-  PageDatabases databases_;
-  LoggingDatabaseDriver logging_;
-};
-
-/// The regions of the pages, each made once.
-class Regions {
- public:
-  Regions(const Configuration& configuration, spdlog::logger& log) {
-    const PageDatabaseOptions options = DatabaseOptions(configuration);
-    for (const PageConfiguration& page : configuration.Pages) {
-      const std::string& region = page.Region.empty() ? configuration.Region : page.Region;
-      auto& known = regions_[region];
-      if (!known) known = std::make_unique<RegionalDatabases>(region, options, log);
-      ofPages_.push_back(known.get());
-    }
-  }
-
-  /// The region of the page at `index` of the configuration.
-  RegionalDatabases& OfPage(std::size_t index) { return *ofPages_[index]; }
-
- private:
-  std::map<std::string, std::unique_ptr<RegionalDatabases>> regions_;
-  std::vector<RegionalDatabases*> ofPages_;
-};
-
-/// The running sessions, where the configuration wants them.
-class Sessions {
- public:
-  Sessions(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
-    const auto lifetime = std::chrono::minutes(configuration.SessionMinutes);
-    if (configuration.StoresSessions) {
-      const SessionDatabases databases = DatabasesOf(configuration, regions);
-      store_ = std::make_unique<DatabaseSessionStore>(databases, lifetime);
-      cleaner_ = std::make_unique<SessionCleaner>(databases, log);
-      cleaner_->Start();
-    } else {
-      store_ = std::make_unique<MemorySessionStore>(lifetime, kMostSessionsInMemory);
-    }
-  }
-
-  SessionStore& Store() { return *store_; }
-
- private:
-  static SessionDatabases DatabasesOf(const Configuration& configuration, Regions& regions) {
-    SessionDatabases databases;
-    for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-      const PageConfiguration& page = configuration.Pages[i];
-      databases[page.Path] = {&regions.OfPage(i).Databases(), page.DBPath};
-    }
-    return databases;
-  }
-
-  std::unique_ptr<SessionStore> store_;
-  std::unique_ptr<SessionCleaner> cleaner_;
-};
-
 std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
   if (options.Now) return std::make_unique<FixedClock>(*options.Now);
   return std::make_unique<SystemClock>();
-}
-
-// A database may have gone away since it was opened, so it is asked for a row. Why it cannot be opened is in
-// the log already.
-bool DoesAnswer(DatabaseDriver& databases, const std::string& path, spdlog::logger& log) {
-  bool isOpen = false;
-  try {
-    const std::unique_ptr<Connection> database = databases.Open(path);
-    isOpen = true;
-    OpenQuery(*database, Statement("SELECT TOP 1 SheetID FROM StyleSheets"))->Next();
-    return true;
-  } catch (const std::exception& error) {
-    if (isOpen) log.error("no answer from the database: {}", OneLine(error.what()));
-    return false;
-  }
-}
-
-bool DoAllAnswer(const Configuration& configuration, Regions& regions, spdlog::logger& log) {
-  std::set<std::pair<DatabaseDriver*, std::string>> asked;
-  for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-    DatabaseDriver& databases = regions.OfPage(i).Databases();
-    const std::string& path = configuration.Pages[i].DBPath;
-    if (asked.emplace(&databases, path).second && !DoesAnswer(databases, path, log)) return false;
-  }
-  return true;
 }
 
 // Every connection may have a file open besides its socket.
@@ -176,65 +61,42 @@ void RaiseFileLimit() {
   setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-/// The signals that end the server. Blocked from construction on, in all threads begun later, until waited
-/// for.
-class StopSignals {
- public:
-  StopSignals() {
-    sigemptyset(&signals_);
-    sigaddset(&signals_, SIGTERM);
-    sigaddset(&signals_, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-  }
-  void Wait() const {
-    int received = 0;
-    sigwait(&signals_, &received);
-  }
-  /// Waits no longer than `limit`.
-  void WaitFor(std::chrono::seconds limit) const {
-    const timespec time{limit.count(), 0};
-    sigtimedwait(&signals_, nullptr, &time);
-  }
-
- private:
-  sigset_t signals_{};
-};
-
 }  // namespace
 
 void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
   RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
+  const unsigned threads = ThreadCount(configuration);
   const auto log =
       std::make_shared<spdlog::logger>("orlune", std::make_shared<spdlog::sinks::stderr_sink_mt>());
   const std::unique_ptr<Clock> clock = MakeClock(options);
-  Regions regions(configuration, *log);
+  Regions regions(configuration, threads, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
-  Sessions sessions(configuration, regions, *log);
+  SessionStores sessions(configuration, regions, *log);
 
   std::vector<HostedPage> pages;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-    RegionalDatabases& region = regions.OfPage(i);
-    pages.push_back(
-        MakePage(configuration.Pages[i], {*clock, region.Databases(), region.Regional(), localisers}));
+    const PagePlace& place = regions.OfPage(i);
+    pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
+                             {*clock, place.Database, place.Regional, localisers}, sessions.OfPage(i)));
   }
-  const std::string firstPath = pages.front().Path;
-  HealthCheck health([&] { return DoAllAnswer(configuration, regions, *log); });
+  HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
-  Website website({std::move(pages), StaticFiles(configuration.Site), sessions.Store(),
+  Website website({std::move(pages), StaticFiles(configuration.Site),
                    CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log});
 
   if (!health.IsHealthy())
-    log->warn("serving without a database until it can be opened; \"orlune init\" makes a new one");
+    log->warn(
+        "a database does not respond; serving without it and retrying with each request "
+        "(\"orlune init\" creates a missing one)");
   ListeningSocket socket(configuration.Listen);
-  const std::string address = "http://" + socket.Address() + firstPath;
+  const std::string address = "http://" + socket.Address() + configuration.Pages.front().Path;
   {
-    HttpHost host(std::move(socket), ThreadCount(configuration), HostLimits(),
+    HttpHost host(std::move(socket), threads, HostLimits(),
                   [&website](const RequestMessage& request) { return website.Answer(request); });
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for

@@ -4,16 +4,11 @@
 #include <charconv>
 #include <locale>
 
+#include "base/ascii.h"
+#include "base/utf8.h"
+
 namespace orlune {
 namespace {
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-char ToLowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
 
 /// The case rules of Unicode, which the C library carries under this name on every Debian.
 const std::ctype<wchar_t>& UnicodeCharacters() {
@@ -35,25 +30,6 @@ char32_t TakeCodePoint(std::string_view& text) {
   return codePoint;
 }
 
-void AppendCodePoint(std::string& text, char32_t codePoint) {
-  const auto append = [&](char32_t bits) { text += static_cast<char>(bits); };
-  if (codePoint < 0x80) {
-    append(codePoint);
-    return;
-  }
-  if (codePoint < 0x800) {
-    append(0xC0 | codePoint >> 6);
-  } else if (codePoint < 0x10000) {
-    append(0xE0 | codePoint >> 12);
-    append(0x80 | (codePoint >> 6 & 0x3F));
-  } else {
-    append(0xF0 | codePoint >> 18);
-    append(0x80 | (codePoint >> 12 & 0x3F));
-    append(0x80 | (codePoint >> 6 & 0x3F));
-  }
-  append(0x80 | (codePoint & 0x3F));
-}
-
 }  // namespace
 
 std::string ToLower(std::string_view text) {
@@ -61,13 +37,12 @@ std::string ToLower(std::string_view text) {
   lower.reserve(text.size());
   while (!text.empty()) {
     const char first = text.front();
-    const char32_t codePoint = static_cast<unsigned char>(first) < 0x80 ? 0 : TakeCodePoint(text);
+    const char32_t codePoint = IsAscii(first) ? 0 : TakeCodePoint(text);
     if (codePoint == 0) {
       lower += ToLowerAscii(first);
       text.remove_prefix(1);
     } else {
-      AppendCodePoint(lower,
-                      static_cast<char32_t>(UnicodeCharacters().tolower(static_cast<wchar_t>(codePoint))));
+      AppendUtf8(lower, static_cast<char32_t>(UnicodeCharacters().tolower(static_cast<wchar_t>(codePoint))));
     }
   }
   return lower;
@@ -80,8 +55,7 @@ bool IsDigits(std::string_view text) {
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   if (a == b) return true;
   if (!IsAscii(a) || !IsAscii(b)) return ToLower(a) == ToLower(b);
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return ToLowerAscii(x) == ToLowerAscii(y); });
+  return EqualsIgnoringAsciiCase(a, b);
 }
 
 std::string_view WithoutFirstCharacter(std::string_view text) {
@@ -115,11 +89,10 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   return replaced.append(text);
 }
 
-std::optional<int> WholeNumber(std::string_view text) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-  return number;
+std::string_view TrimBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 }  // namespace orlune

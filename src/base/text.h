@@ -1,8 +1,11 @@
 #pragma once
 
+#include <charconv>
+#include <concepts>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace orlune {
 
@@ -26,7 +29,16 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
 /// `text` with its "&" written so that a page shows what looks like a character reference as it stands.
 std::string WithReferencesShown(std::string_view text);
 
-/// The whole number that is all of `text`; nothing when the text is anything else.
-std::optional<int> WholeNumber(std::string_view text);
+/// `text` without the blanks and tabs at its ends.
+std::string_view TrimBlanks(std::string_view text);
+
+/// The whole number that is all of `text`; nothing when the text is anything else, or out of range.
+template <std::integral Number = int>
+std::optional<Number> WholeNumber(std::string_view text) {
+  Number number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
 
 }  // namespace orlune

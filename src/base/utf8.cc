@@ -67,4 +67,23 @@ std::string RepairUtf8(std::string text) {
   return repaired.append(rest);
 }
 
+void AppendUtf8(std::string& text, char32_t codePoint) {
+  const auto append = [&](char32_t bits) { text += static_cast<char>(bits); };
+  if (codePoint < 0x80) {
+    append(codePoint);
+    return;
+  }
+  if (codePoint < 0x800) {
+    append(0xC0 | codePoint >> 6);
+  } else if (codePoint < 0x10000) {
+    append(0xE0 | codePoint >> 12);
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  } else {
+    append(0xF0 | codePoint >> 18);
+    append(0x80 | (codePoint >> 12 & 0x3F));
+    append(0x80 | (codePoint >> 6 & 0x3F));
+  }
+  append(0x80 | (codePoint & 0x3F));
+}
+
 }  // namespace orlune

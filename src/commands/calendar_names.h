@@ -10,18 +10,17 @@
 
 namespace orlune {
 
-/// The names of all users and groups, compared ignoring case.
+/// The names of all users and groups, compared ignoring case as the databases do.
 class CalendarNames {
  public:
-  /// Reads the table Calendars; tells `findings` of names that are missing or there twice. Throws
-  /// DatabaseError.
+  /// Adds missing and duplicate names to `findings`. Throws DatabaseError.
   CalendarNames(DatabaseMaintenance& database, const dialect::Table& calendars, Findings& findings);
 
   bool Contains(std::string_view name) const;
   bool IsGroup(std::string_view name) const;
 
  private:
-  std::unordered_map<std::string, bool> isGroup_;  // by the name in lower case
+  std::unordered_map<std::string, bool> isGroup_;  // by the folded name
 };
 
 }  // namespace orlune

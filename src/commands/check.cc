@@ -7,20 +7,18 @@
 #include "commands/findings.h"
 #include "commands/row_checks.h"
 #include "commands/schema_check.h"
-#include "drivers/postgresql/address.h"
 #include "platform/database.h"
 
 namespace orlune {
 namespace {
 
-constexpr FindingKind kDamage{"The database is damaged",
+constexpr FindingKind kDamage{"Damaged database",
                               "stop the server, keep a copy of the damaged database, and restore a backup"};
 
-constexpr FindingKind kUnread{
-    "Not everything could be read",
-    "the cause tells why, such as a right or time that was missing; then check again"};
+constexpr FindingKind kUnread{"Incomplete check",
+                              "mend the cause, such as a missing permission or a timeout, and check again"};
 
-/// Runs one check; what the engine cannot read is a finding too.
+/// What the engine cannot read is a finding too.
 template <class Check>
 void Guarded(Findings& findings, Check check) {
   try {
@@ -61,7 +59,7 @@ bool CheckDatabase(const NamedDatabase& named, std::ostream& output) {
     for (const std::string& damage : database->Damages()) findings.Add(kDamage, damage);
   });
   findings.Print(output);
-  output << WithoutPassword(named.Address) << (findings.IsSound() ? " is sound\n" : " needs attention\n");
+  output << named.Address.Displayed() << (findings.IsSound() ? " is sound\n" : " needs attention\n");
   return findings.IsSound();
 }
 

@@ -2,32 +2,31 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iomanip>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
-#include <vector>
+
+#include <fmt/format.h>
 
 #include "commands/current_tables.h"
 #include "commands/table_copy.h"
-#include "drivers/postgresql/address.h"
 #include "store/schema_upgrade.h"
 
 namespace orlune {
 namespace {
 
-/// A copy's source as the target remembers it.
-std::string LastingName(const std::string& address) {
-  if (IsPostgresqlAddress(address)) return WithoutPassword(address);
-  return std::filesystem::weakly_canonical(address).string();
+/// A copy's source as its target names it.
+std::string LastingName(const DatabaseAddress& address) {
+  return address.IsFile() ? std::filesystem::weakly_canonical(address.Target()).string()
+                          : address.Displayed();
 }
 
 /// Another spelling of the same host is not recognised, but then the target is not empty.
-bool IsSameDatabase(const std::string& one, const std::string& other) {
+bool IsSameDatabase(const DatabaseAddress& one, const DatabaseAddress& other) {
   std::error_code missing;
-  return LastingName(one) == LastingName(other) || std::filesystem::equivalent(one, other, missing);
+  return LastingName(one) == LastingName(other) ||
+         std::filesystem::equivalent(one.Target(), other.Target(), missing);
 }
 
 bool HasColumn(const dialect::Catalogue& catalogue, std::string_view table, std::string_view column) {
@@ -54,7 +53,6 @@ bool HasAnyAddition(const dialect::Catalogue& catalogue) {
   return false;
 }
 
-/// One copying; serves once.
 class Copy {
  public:
   Copy(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output, CopyProgress& progress)
@@ -63,15 +61,21 @@ class Copy {
   void Run();
 
  private:
-  [[noreturn]] static void Refuse(const std::string& sentence) { throw std::runtime_error(sentence); }
+  template <class... Parts>
+  [[noreturn]] static void Refuse(fmt::format_string<Parts...> format, Parts&&... parts) {
+    throw std::runtime_error(fmt::format(format, std::forward<Parts>(parts)...));
+  }
 
   void OpenSource();
   SchemaForm FormOf(const dialect::Catalogue& catalogue) const;
   void OpenTarget();
-  void BeginAnew();
+  void MarkAsIncomplete();
   bool Compare();
-  void TellLosses(const LostFields& lost);
-  void TellWhatStays();
+  void NoteLostFields(const LostFields& lost);
+  void NoteWhatIsNotCopied();
+
+  const std::string& FromName() const { return from_.Address.Displayed(); }
+  const std::string& ToName() const { return to_.Address.Displayed(); }
 
   const NamedDatabase& from_;
   const NamedDatabase& to_;
@@ -84,28 +88,27 @@ class Copy {
 };
 
 void Copy::Run() {
-  if (IsSameDatabase(from_.Address, to_.Address)) Refuse("A database cannot be copied into itself.");
+  if (IsSameDatabase(from_.Address, to_.Address))
+    Refuse("cannot copy {} into itself; name another target", FromName());
   OpenSource();
   OpenTarget();
   for (const dialect::Table& table : tables_.Tables) CopyTable(table, *source_, *target_, progress_);
-  TellWhatStays();
+  NoteWhatIsNotCopied();
   if (!Compare()) {
     Refuse(
-        "The copy differs from its source, which was perhaps written to meanwhile. Stop the servers that use "
-        "it, remove " +
-        WithoutPassword(to_.Address) + ", and copy again; until then the copy stays marked as unfinished.");
+        "{} differs from its source, which may have changed meanwhile; stop the servers that use the source, "
+        "delete the copy, and copy again",
+        ToName());
   }
   target_->MarkCopyComplete();
   if (form_ == SchemaForm::kBase) UpgradeSchema(*to_.Engine.Connect(to_.Address));
-  output_ << "copied " << WithoutPassword(from_.Address) << " to " << WithoutPassword(to_.Address) << "\n";
+  output_ << "copied " << FromName() << " to " << ToName() << "\n";
 }
 
 void Copy::OpenSource() {
   source_ = from_.Engine.OpenToRead(from_.Address);
-  if (source_->UnfinishedCopySource()) {
-    Refuse("The database " + WithoutPassword(from_.Address) + " is itself an unfinished copy of " +
-           *source_->UnfinishedCopySource() + "; finish that one first.");
-  }
+  if (const auto origin = source_->UnfinishedCopySource())
+    Refuse("{} is itself an incomplete copy of {}; finish that copy first", FromName(), *origin);
   form_ = FormOf(source_->Tables());
   tables_ = TablesInForm(form_);
 }
@@ -113,85 +116,72 @@ void Copy::OpenSource() {
 SchemaForm Copy::FormOf(const dialect::Catalogue& catalogue) const {
   if (Covers(catalogue, TablesInForm(SchemaForm::kCurrent))) return SchemaForm::kCurrent;
   if (HasAnyAddition(catalogue) || !Covers(catalogue, TablesInForm(SchemaForm::kBase))) {
-    Refuse("The database " + WithoutPassword(from_.Address) + " lacks tables or columns; \"orlune check " +
-           WithoutPassword(from_.Address) + "\" tells which.");
+    Refuse("{0} lacks tables or columns; \"orlune check {0}\" lists them", FromName());
   }
   return SchemaForm::kBase;
 }
 
 void Copy::OpenTarget() {
   target_ = to_.Engine.OpenToFill(to_.Address);
-  const auto begun = target_->UnfinishedCopySource();
-  if (!begun) {
-    BeginAnew();
-  } else if (*begun != LastingName(from_.Address)) {
-    Refuse("The database " + WithoutPassword(to_.Address) + " is an unfinished copy of " + *begun +
-           "; finish that one, or remove it.");
+  const auto origin = target_->UnfinishedCopySource();
+  if (!origin) {
+    MarkAsIncomplete();
+  } else if (*origin != LastingName(from_.Address)) {
+    Refuse("{} is an incomplete copy of {}; finish that copy, or delete it", ToName(), *origin);
   } else {
-    output_ << "going on with the copy that was begun\n";
+    output_ << "resuming the copy\n";
   }
-  if (!Covers(target_->Tables(), tables_)) {
-    Refuse("The database " + WithoutPassword(to_.Address) +
-           " has other tables than its source has now; remove it, and copy again.");
-  }
+  if (!Covers(target_->Tables(), tables_))
+    Refuse("{} has other tables than its source; delete it, and copy again", ToName());
 }
 
-void Copy::BeginAnew() {
+void Copy::MarkAsIncomplete() {
   const dialect::Catalogue present = target_->Tables();
   for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
-    if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0) {
-      Refuse("The database " + WithoutPassword(to_.Address) + " is not empty: the table " + table.Name +
-             " has rows. It was left as it was; name another one.");
-    }
+    if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0)
+      Refuse("{} is not empty: table {} has rows; name another target", ToName(), table.Name);
   }
   if (form_ == SchemaForm::kCurrent) UpgradeSchema(*to_.Engine.Connect(to_.Address));
   target_->MarkUnfinishedCopy(LastingName(from_.Address));
 }
 
 bool Copy::Compare() {
+  constexpr std::string_view kLine = "{:<14}{:>12}{:>12}  {}\n";
   LostFields lost;
   LostFields ofTarget;
   bool isEqual = true;
-  std::vector<std::string> lines;
+  std::string lines = fmt::format(kLine, "table", "rows", "copied", "checksum");
   for (const dialect::Table& table : tables_.Tables) {
     const TableSummary source = Summarise(table, *source_, "source", lost, progress_);
     const TableSummary target = Summarise(table, *target_, "copy", ofTarget, progress_);
-    std::ostringstream line;
-    line << std::left << std::setw(14) << table.Name << std::right << std::setw(12) << source.Rows
-         << std::setw(12) << target.Rows << "  " << source.Checksum << "  ";
-    line << (source == target ? "same" : target.Checksum + "  DIFFERENT") << "\n";
-    lines.push_back(line.str());
+    const std::string verdict = source == target ? "same" : target.Checksum + "  DIFFERENT";
+    lines += fmt::format(kLine, table.Name, source.Rows, target.Rows, source.Checksum + "  " + verdict);
     isEqual = isEqual && source == target;
   }
-  output_ << std::left << std::setw(14) << "table" << std::right << std::setw(12) << "rows" << std::setw(12)
-          << "copied"
-          << "  checksum\n";
-  for (const std::string& line : lines) output_ << line;
-  TellLosses(lost);
+  output_ << lines;
+  NoteLostFields(lost);
   return isEqual;
 }
 
-void Copy::TellLosses(const LostFields& lost) {
-  for (const auto& [place, count] : lost) {
-    output_ << "note: " << count << (count == 1 ? " value" : " values") << " of " << place.first << "."
-            << place.second << " cannot be read and " << (count == 1 ? "is" : "are")
-            << " missing or mended in the copy; \"orlune check " << WithoutPassword(from_.Address)
-            << "\" tells which\n";
-  }
+void Copy::NoteLostFields(const LostFields& lost) {
+  for (const auto& [place, count] : lost)
+    output_ << fmt::format(
+        "note: {} unreadable {} of {}.{} replaced in the copy; \"orlune check {}\" lists them\n", count,
+        count == 1 ? "value" : "values", place.first, place.second, FromName());
 }
 
-void Copy::TellWhatStays() {
+void Copy::NoteWhatIsNotCopied() {
   for (const dialect::Table& table : source_->Tables().Tables) {
     if (dialect::SameName(table.Name, kSessionsTable)) continue;
     const dialect::Table* copied = tables_.Find(table.Name);
     if (copied == nullptr) {
-      output_ << "note: the table " << table.Name << " is none of the calendar's and was not copied\n";
+      output_ << fmt::format("note: table {} is not part of a calendar, not copied\n", table.Name);
       continue;
     }
     for (const dialect::Column& column : table.Columns) {
-      if (copied->Find(column.Name) == nullptr) {
-        output_ << "note: the column " << table.Name << "." << column.Name << " was not copied\n";
-      }
+      if (copied->Find(column.Name) == nullptr)
+        output_ << fmt::format("note: column {}.{} is not part of a calendar, not copied\n", table.Name,
+                               column.Name);
     }
   }
 }

@@ -3,15 +3,15 @@
 #include <ostream>
 
 #include "commands/copy_progress.h"
-#include "drivers/schema/database_engine.h"
+#include "drivers/engines/database_engine.h"
 
 namespace orlune {
 
 /// Copies all rows of the calendar's tables into a new database, in the order of their counters, and compares
-/// both afterwards; the result is a table on `output`. What was interrupted goes on where it stopped when it
-/// is called again, because the target says that it is unfinished until the comparison has succeeded. A
-/// source of the form before the upgrade is copied as it is, and the copy is upgraded. The source is only
-/// read. Throws std::runtime_error with a sentence for the operator, also when the two differ.
+/// both; the result is a table on `output`. Called again after an interruption, it resumes: the target is
+/// marked as incomplete until the comparison has succeeded. A source of the form before the upgrade is copied
+/// as it is, and the copy is upgraded. The source is only read. Throws std::runtime_error, also when the two
+/// differ.
 void CopyDatabase(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output,
                   CopyProgress& progress);
 

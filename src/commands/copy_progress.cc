@@ -4,8 +4,8 @@
 
 namespace orlune {
 
-void CopyProgress::Begin(std::string work, std::int64_t done, std::int64_t total) {
-  work_ = std::move(work);
+void CopyProgress::Begin(std::string task, std::int64_t done, std::int64_t total) {
+  task_ = std::move(task);
   done_ = done;
   total_ = total;
   wasShown_ = false;
@@ -14,8 +14,8 @@ void CopyProgress::Begin(std::string work, std::int64_t done, std::int64_t total
 
 void CopyProgress::Advance(std::int64_t rows) {
   done_ += rows;
-  const auto pause = isTerminal_ ? std::chrono::milliseconds{200} : std::chrono::milliseconds{5000};
-  if (std::chrono::steady_clock::now() - lastShown_ >= pause) Show();
+  const auto interval = isTerminal_ ? std::chrono::milliseconds{200} : std::chrono::milliseconds{5000};
+  if (std::chrono::steady_clock::now() - lastShown_ >= interval) Show();
 }
 
 void CopyProgress::End() {
@@ -25,7 +25,7 @@ void CopyProgress::End() {
 
 void CopyProgress::Show() {
   if (isTerminal_) output_ << "\r\x1b[K";
-  output_ << work_ << ": " << done_ << " of " << total_ << " rows";
+  output_ << task_ << ": " << done_ << " of " << total_ << " rows";
   if (!isTerminal_) output_ << "\n";
   output_.flush();
   wasShown_ = true;

@@ -7,14 +7,14 @@
 
 namespace orlune {
 
-/// Tells whoever waits how far a long work is: on a terminal in one line that changes, elsewhere with a line
-/// now and then.
+/// Shows the progress of a long task: on a terminal in one line that changes, elsewhere with a line every few
+/// seconds.
 class CopyProgress {
  public:
   CopyProgress(std::ostream& output, bool isTerminal) : output_(output), isTerminal_(isTerminal) {}
 
-  /// `work` is such as "copying Events"; `total` may change meanwhile.
-  void Begin(std::string work, std::int64_t done, std::int64_t total);
+  /// `task` is such as "copying Events"; `total` may change meanwhile.
+  void Begin(std::string task, std::int64_t done, std::int64_t total);
   void Advance(std::int64_t rows);
   void End();
 
@@ -23,7 +23,7 @@ class CopyProgress {
 
   std::ostream& output_;
   bool isTerminal_;
-  std::string work_;
+  std::string task_;
   std::int64_t done_ = 0;
   std::int64_t total_ = 0;
   bool wasShown_ = false;

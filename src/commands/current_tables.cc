@@ -17,7 +17,7 @@ struct ColumnOfTable {
   ColumnType Type;
 };
 
-/// What the upgrade adds, whole tables by their columns.
+/// What the upgrade adds; of a new table, all columns.
 constexpr std::array<ColumnOfTable, 15> kAdditions{{
     {"Calendars", "ClockMode", ColumnType::kLong},
     {"Calendars", "IsHidden", ColumnType::kYesNo},
@@ -36,7 +36,7 @@ constexpr std::array<ColumnOfTable, 15> kAdditions{{
     {"EventTypes", "FileName", ColumnType::kText},
 }};
 
-/// Taken over into `FirstDayOfWeek` and dropped.
+/// Converted to `FirstDayOfWeek` and dropped.
 constexpr std::string_view kDropped = "MondayFirst";
 
 void Add(dialect::Catalogue& catalogue, const ColumnOfTable& addition) {

@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-/// The two forms of our tables: as every database begins, and as the upgrade leaves them.
+/// The forms of our tables: before and after the upgrade.
 enum class SchemaForm { kBase, kCurrent };
 
 /// Our tables in one form. Each begins with its counter.
@@ -15,7 +15,7 @@ dialect::Catalogue TablesInForm(SchemaForm form);
 /// Whether the upgrade adds this column, or its whole table; with "" for a column, whether it adds the table.
 bool IsAddedByUpgrade(std::string_view table, std::string_view column);
 
-/// Logins of people who are using the pages; ours, though not part of the calendar.
+/// Sessions of logged-in users; ours, though not part of the calendar.
 inline constexpr std::string_view kSessionsTable = "Sessions";
 
 }  // namespace orlune

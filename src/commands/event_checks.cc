@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "base/lists.h"
 #include "base/text.h"
 #include "commands/row_checks.h"
@@ -15,17 +17,15 @@ namespace orlune {
 namespace {
 
 constexpr FindingKind kOwner{
-    "Events belong to nobody",
-    "make a user or group of that name in Administration, or leave them: nobody sees "
-    "them"};
-constexpr FindingKind kBeginDate{"Events have no date to begin on, and are not shown", "enter them anew"};
-constexpr FindingKind kRule{
-    "Events have a repetition that cannot be read, and are not shown on all their days",
-    "open them by their number (?p=e&id=...) and save them anew"};
-constexpr FindingKind kSuggestion{"Suggestions refer to an event of the sender that is deleted",
+    "Events of unknown owners",
+    "create a user or group of that name in Administration, or leave them: nobody sees them"};
+constexpr FindingKind kBeginDate{"Events without a begin date, which are not shown", "enter them again"};
+constexpr FindingKind kRule{"Events with an unreadable repetition, not shown on all their days",
+                            "open them by number (?p=e&id=...) and save them again"};
+constexpr FindingKind kSuggestion{"Suggestions of a deleted event",
                                   "their owners can delete them; they can no longer be answered", true};
 
-/// Where an event's columns stand.
+/// The positions of an event's columns.
 struct EventColumns {
   explicit EventColumns(const TableScan& row)
       : Owner(row.Column("Owner")),
@@ -56,7 +56,7 @@ bool AreNumbers(std::string_view list, int most) {
   return areNumbers;
 }
 
-/// The column that keeps the rule of a row from being read; "" when it can be read.
+/// The column that makes the rule of a row unreadable; "" for none.
 std::string_view UnreadableRulePart(const TableScan& row, const EventColumns& columns) {
   constexpr std::array<std::string_view, 7> kFrequencies{"vko_1", "vko_2", "vko_3", "kk_1",
                                                          "kk_2",  "kk_3",  "kk_4"};
@@ -87,7 +87,7 @@ class Suggestions {
     for (const auto& [copy, sender] : copies_) {
       const std::optional<int> number = WholeNumber(sender);
       if (number && std::binary_search(events_.begin(), events_.end(), std::int64_t{*number})) continue;
-      findings.Add(kSuggestion, "event " + std::to_string(copy) + ": SuggID is \"" + sender + '"');
+      findings.Add(kSuggestion, fmt::format("event {}: SuggID is \"{}\"", copy, sender));
     }
   }
 
@@ -105,12 +105,12 @@ void CheckEvents(DatabaseMaintenance& database, const dialect::Table& events, co
   const EventColumns columns(row);
   while (row.Next()) {
     suggestions.Add(row.Number(), row.Text(columns.SuggID));
-    const auto place = [&row] { return "event " + std::to_string(row.Number()); };
+    const auto place = [&row] { return fmt::format("event {}", row.Number()); };
     const std::string_view owner = row.Text(columns.Owner);
-    if (!names.Contains(owner)) findings.Add(kOwner, place() + " of \"" + std::string(owner) + '"');
+    if (!names.Contains(owner)) findings.Add(kOwner, fmt::format("{} of \"{}\"", place(), owner));
     if (!std::holds_alternative<Date>(row.Get(columns.BeginDate))) findings.Add(kBeginDate, place());
     const std::string_view part = UnreadableRulePart(row, columns);
-    if (!part.empty()) findings.Add(kRule, place() + ": " + std::string(part));
+    if (!part.empty()) findings.Add(kRule, fmt::format("{}: {}", place(), part));
   }
   suggestions.Check(findings);
 }

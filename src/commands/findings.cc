@@ -27,8 +27,8 @@ void Findings::Print(std::ostream& output) const {
     output << (group.Kind.IsNote ? "note: " : "") << group.Kind.What << " (" << group.Count << "); "
            << group.Kind.Remedy << ".\n";
     for (const std::string& place : group.Places) output << "  " << place << "\n";
-    const std::int64_t untold = group.Count - static_cast<std::int64_t>(group.Places.size());
-    if (untold > 0) output << "  and " << untold << " more\n";
+    const std::int64_t omitted = group.Count - static_cast<std::int64_t>(group.Places.size());
+    if (omitted > 0) output << "  and " << omitted << " more\n";
   }
 }
 

@@ -8,20 +8,20 @@
 
 namespace orlune {
 
-/// One way in which a database can be wrong, told as "What; Remedy."; both outlive the findings.
+/// A kind of fault, printed as "What; Remedy."; both outlive the findings.
 struct FindingKind {
   std::string_view What;
   std::string_view Remedy;
-  bool IsNote = false;  ///< what the pages leave behind in daily use; worth knowing, and no fault
+  bool IsNote = false;  ///< a leftover of daily use, and no fault
 };
 
-/// What a check found. Keeps the first places of each kind and counts the others.
+/// The results of a check. Keeps the first places of each kind and counts the others.
 class Findings {
  public:
-  /// `place` tells where, such as "event 17".
+  /// `place` is such as "event 17".
   void Add(const FindingKind& kind, std::string_view place);
 
-  /// Whether there is nothing but notes.
+  /// Whether there are no findings but notes.
   bool IsSound() const;
   void Print(std::ostream& output) const;
 

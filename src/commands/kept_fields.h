@@ -10,12 +10,11 @@
 
 namespace orlune {
 
-/// How many fields a copy cannot keep as they stand, by table and column.
+/// How many fields a copy cannot keep unchanged, by table and column.
 using LostFields = std::map<std::pair<std::string, std::string>, std::int64_t>;
 
-/// Makes of a row what every engine can hold: what its column's type cannot read becomes Null (no for a
-/// yes/no), as pages read it too, and of a text the bytes that are no UTF-8 become U+FFFD. Counts each such
-/// field in `lost`.
+/// Makes a row storable in every engine: an unreadable field becomes Null (no for a yes/no), as in pages, and
+/// invalid UTF-8 becomes U+FFFD. Counts such fields in `lost`.
 void KeepReadable(const dialect::Table& table, StoredRow& row, LostFields& lost);
 
 }  // namespace orlune

@@ -5,40 +5,41 @@
 #include <string_view>
 #include <unordered_set>
 
+#include <fmt/format.h>
+
 #include "base/lists.h"
-#include "base/text.h"
 #include "base/utf8.h"
 #include "commands/table_scan.h"
+#include "drivers/unicode/case_folding.h"
 
 namespace orlune {
 namespace {
 
 constexpr FindingKind kUnreadable{
-    "Fields hold what cannot be read",
-    "pages show them as empty; enter them anew, and let no other program write to the database"};
-constexpr FindingKind kNotUtf8{"Texts are no UTF-8",
-                               "enter them anew, and let no other program write to the database"};
-constexpr FindingKind kGroupUnknown{"Lists of groups name groups that are not there",
-                                    "save the user anew in Administration"};
-constexpr FindingKind kGroupIsUser{"Lists of groups name users", "save the user anew in Administration"};
-constexpr FindingKind kStyleSheet{
-    "Users have a colour scheme that is not there, and lose all their preferences",
-    "let them choose another one"};
-constexpr FindingKind kRecipient{"Messages are for recipients that no user has the name of",
-                                 "make a user of that name, or leave them: nobody sees them"};
-constexpr FindingKind kWithoutSentDate{"Messages have no date",
+    "Unreadable fields",
+    "pages show them as empty; enter them again, and let no other program write to the database"};
+constexpr FindingKind kNotUtf8{"Invalid UTF-8",
+                               "enter the texts again, and let no other program write to the database"};
+constexpr FindingKind kGroupUnknown{"Unknown groups in lists of groups",
+                                    "save the user again in Administration"};
+constexpr FindingKind kGroupIsUser{"Users in lists of groups", "save the user again in Administration"};
+constexpr FindingKind kStyleSheet{"Users of an unknown colour scheme, who lose all their preferences",
+                                  "let them choose another one"};
+constexpr FindingKind kRecipient{"Messages to unknown recipients",
+                                 "create a user of that name, or leave them: nobody sees them"};
+constexpr FindingKind kWithoutSentDate{"Messages without a date",
                                        "leave them, or let the recipients delete them"};
-constexpr FindingKind kViewOwner{"Group views belong to nobody",
-                                 "make a user of that name, or leave them: nobody sees them"};
-constexpr FindingKind kViewName{"Names of group views are missing or there twice, whatever their case",
-                                "pages show only one of them; let the owner make the other one anew"};
-constexpr FindingKind kViewColours{"Group views have not one colour for each calendar",
-                                   "let the owner save the view anew"};
-constexpr FindingKind kViewCalendars{"Group views show calendars that are not there",
-                                     "their owners can take them out", true};
+constexpr FindingKind kViewOwner{"Group views of unknown owners",
+                                 "create a user of that name, or leave them: nobody sees them"};
+constexpr FindingKind kViewName{"Missing or duplicate names of group views",
+                                "pages show only one of them; let the owner create the other one again"};
+constexpr FindingKind kViewColours{"Group views without one colour for each calendar",
+                                   "let the owner save the view again"};
+constexpr FindingKind kViewCalendars{"Unknown calendars in group views", "their owners can remove them",
+                                     true};
 
 std::string Quote(std::string_view text) {
-  return '"' + std::string(text) + '"';
+  return fmt::format("\"{}\"", text);
 }
 
 void CheckGroupList(std::string_view list, std::string_view column, const std::string& place,
@@ -46,7 +47,7 @@ void CheckGroupList(std::string_view list, std::string_view column, const std::s
   ForEachItem(list, [&](std::string_view item) {
     if (item.empty() || names.IsGroup(item)) return;
     findings.Add(names.Contains(item) ? kGroupIsUser : kGroupUnknown,
-                 place + ": " + Quote(item) + " in " + std::string(column));
+                 fmt::format("{}: \"{}\" in {}", place, item, column));
   });
 }
 
@@ -69,13 +70,13 @@ void CheckFields(DatabaseMaintenance& database, const dialect::Table& table, Fin
   for (TableScan row(database, table); row.Next();) {
     for (std::size_t i = 0; i < table.Columns.size(); ++i) {
       const StoredField& field = row.Row()[i];
-      const auto place = [&] { return table.Name + " " + std::to_string(row.Number()) + ": "; };
+      const dialect::Column& column = table.Columns[i];
+      const auto place = [&] { return fmt::format("{} {}: {}", table.Name, row.Number(), column.Name); };
       if (const auto* unreadable = std::get_if<Unreadable>(&field)) {
-        findings.Add(kUnreadable, place() + table.Columns[i].Name + " is " +
-                                      Quote(RepairUtf8(unreadable->Stored)) + ", not " +
-                                      std::string(DescribeType(table.Columns[i].Type)));
+        findings.Add(kUnreadable, fmt::format("{} is \"{}\", not {}", place(), RepairUtf8(unreadable->Stored),
+                                              DescribeType(column.Type)));
       } else if (const auto* text = std::get_if<std::string>(&field)) {
-        if (RepairUtf8(*text) != *text) findings.Add(kNotUtf8, place() + table.Columns[i].Name);
+        if (RepairUtf8(*text) != *text) findings.Add(kNotUtf8, place());
       }
     }
   }
@@ -108,7 +109,7 @@ void CheckMessages(DatabaseMaintenance& database, const dialect::Table& messages
   const int recipient = row.Column("Recipient");
   const int sent = row.Column("SentDate");
   while (row.Next()) {
-    const std::string place = "message " + std::to_string(row.Number());
+    const std::string place = fmt::format("message {}", row.Number());
     if (!names.Contains(row.Text(recipient))) {
       findings.Add(kRecipient, place + " for " + Quote(row.Text(recipient)));
     }
@@ -127,7 +128,7 @@ void CheckGroupViews(DatabaseMaintenance& database, const dialect::Table& groupV
   const int foreground = row.Column("ForeGround");
   while (row.Next()) {
     const std::string place = "group view " + Quote(row.Text(name));
-    if (row.Text(name).empty() || !viewNames.insert(ToLower(row.Text(name))).second) {
+    if (row.Text(name).empty() || !viewNames.insert(unicode::FoldCase(row.Text(name))).second) {
       findings.Add(kViewName, place);
     }
     if (!names.Contains(row.Text(owner))) findings.Add(kViewOwner, place + " of " + Quote(row.Text(owner)));

@@ -7,14 +7,13 @@
 
 namespace orlune {
 
-/// Each of these reads one table from start to end and tells what is wrong in its rows. `table` has the
-/// columns that are there. All throw DatabaseError.
+/// Each of these reads one table from start to end and adds what is wrong in its rows to `findings`. The
+/// tables have the columns that exist. All throw DatabaseError.
 
-/// Fields that their columns cannot hold, in any table.
+/// Fields that do not fit their columns, in any table.
 void CheckFields(DatabaseMaintenance& database, const dialect::Table& table, Findings& findings);
 
-/// Memberships and adminships, and colour schemes of users; `styleSheets` is null when there is no such
-/// table.
+/// Memberships and adminships, and colour schemes of users; `styleSheets` is null when the table is missing.
 void CheckCalendars(DatabaseMaintenance& database, const dialect::Table& calendars,
                     const dialect::Table* styleSheets, const CalendarNames& names, Findings& findings);
 /// Owners, begin dates, repetition rules and the events that suggestions refer to.

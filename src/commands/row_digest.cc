@@ -15,7 +15,7 @@ void AppendNumber(std::string& bytes, std::int64_t number) {
   }
 }
 
-/// Appends a field so that no two different sequences of fields look alike.
+/// Encodes a field so that different sequences of fields have different bytes.
 struct FieldBytes {
   std::string& Bytes;
 

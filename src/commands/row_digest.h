@@ -8,14 +8,14 @@
 
 namespace orlune {
 
-/// A checksum of rows and their order, the same whatever engine holds them: 128 bits of BLAKE2b over every
-/// field's kind and content. Any difference in any field, row or the order of rows gives another one.
+/// A checksum of rows and their order, the same for every engine: 128 bits of BLAKE2b over each field's kind
+/// and content.
 class RowDigest {
  public:
   RowDigest();
 
   void Add(const StoredRow& row);
-  /// The checksum of all rows, in hexadecimal digits; nothing can be added any more.
+  /// The checksum in hexadecimal digits; nothing can be added afterwards.
   std::string Finish();
 
  private:

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <fmt/format.h>
+
 #include "commands/current_tables.h"
 
 namespace orlune {
@@ -9,19 +11,17 @@ namespace {
 
 using dialect::ColumnType;
 
-constexpr FindingKind kForeign{"This is no calendar's database",
-                               "name another one, or make one with \"orlune init\""};
-constexpr FindingKind kUnfinished{"The database is a copy that is not complete",
-                                  "give the same \"orlune copy\" again, or remove it"};
-constexpr FindingKind kMissing{"Tables and columns are missing", "restore a backup"};
-constexpr FindingKind kNotUpgraded{"Tables and columns of this version are missing",
+constexpr FindingKind kForeign{"Not an Orlune database",
+                               "name another one, or create one with \"orlune init\""};
+constexpr FindingKind kUnfinished{"Incomplete copy", "rerun the same \"orlune copy\", or delete it"};
+constexpr FindingKind kMissing{"Missing tables and columns", "restore a backup"};
+constexpr FindingKind kNotUpgraded{"Missing tables and columns of this version",
                                    "the first page that a server shows adds them"};
-constexpr FindingKind kWrongType{"Columns have another type than they should",
-                                 "give them the right one by hand, or restore a backup"};
-constexpr FindingKind kIndex{"Indexes are missing, and pages are slow",
-                             "the next start of a server that may write to the database makes them"};
+constexpr FindingKind kWrongType{"Columns of the wrong type", "change the type by hand, or restore a backup"};
+constexpr FindingKind kIndex{"Missing indexes, which make pages slow",
+                             "the next start of a server that may write to the database creates them"};
 constexpr FindingKind kCounter{
-    "Counters are behind their tables, so that new rows could get numbers that are taken",
+    "Counters below the highest number in their tables, so that new rows could get a number in use",
     "copy the rows to a new database with \"orlune copy\""};
 
 bool IsText(ColumnType type) {
@@ -36,7 +36,7 @@ bool IsForeign(const dialect::Catalogue& present, Findings& findings) {
   return true;
 }
 
-/// The columns of `wanted` that `present` has, as its row checks read them.
+/// The columns of `wanted` that `present` has, as the row checks read them.
 dialect::Table ReadablePart(const dialect::Table& wanted, const dialect::Table& present, Findings& findings) {
   dialect::Table part{wanted.Name, {}};
   for (const dialect::Column& column : wanted.Columns) {
@@ -49,8 +49,8 @@ dialect::Table ReadablePart(const dialect::Table& wanted, const dialect::Table& 
     }
     const bool isSame = found->Type == column.Type || (IsText(found->Type) && IsText(column.Type));
     if (!isSame) {
-      findings.Add(kWrongType, place + " should hold " + std::string(DescribeType(column.Type)) +
-                                   (column.Type == ColumnType::kCounter ? " that is counted" : ""));
+      findings.Add(kWrongType, fmt::format("{}: expected {}{}", place, DescribeType(column.Type),
+                                           column.Type == ColumnType::kCounter ? ", counted" : ""));
     }
     if (isSame || column.Type != ColumnType::kCounter) part.Columns.push_back(column);
   }
@@ -61,8 +61,7 @@ void CheckCounter(DatabaseMaintenance& database, const dialect::Table& table, Fi
   const std::int64_t highest = database.HighestNumber(table).value_or(0);
   const std::int64_t last = database.LastCounter(table.Name);
   if (last >= highest) return;
-  findings.Add(kCounter, table.Name + " has row " + std::to_string(highest) + ", and its counter is at " +
-                             std::to_string(last));
+  findings.Add(kCounter, fmt::format("{}: highest number {}, counter at {}", table.Name, highest, last));
 }
 
 }  // namespace
@@ -71,12 +70,12 @@ dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings
   const dialect::Catalogue present = database.Tables();
   if (IsForeign(present, findings)) return {};
   const auto copied = database.UnfinishedCopySource();
-  if (copied) findings.Add(kUnfinished, "it is one of " + *copied);
+  if (copied) findings.Add(kUnfinished, "its source is " + *copied);
   dialect::Catalogue readable;
   for (const dialect::Table& wanted : TablesInForm(SchemaForm::kCurrent).Tables) {
     const dialect::Table* found = present.Find(wanted.Name);
     if (found == nullptr) {
-      findings.Add(IsAddedByUpgrade(wanted.Name, {}) ? kNotUpgraded : kMissing, "the table " + wanted.Name);
+      findings.Add(IsAddedByUpgrade(wanted.Name, {}) ? kNotUpgraded : kMissing, "table " + wanted.Name);
       continue;
     }
     dialect::Table part = ReadablePart(wanted, *found, findings);

@@ -7,7 +7,7 @@
 namespace orlune {
 
 /// Checks tables, columns, indexes, counters and whether a copy is complete. Returns our tables as far as
-/// they can be read: with the columns that are there, and each with its counter. Throws DatabaseError.
+/// they are readable: with the columns that exist, and each with its counter. Throws DatabaseError.
 dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings);
 
 }  // namespace orlune

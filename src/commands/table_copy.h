@@ -11,12 +11,12 @@
 
 namespace orlune {
 
-/// Copies the rows of `table` that come after those that the target has, and raises its counter to the
-/// source's. Throws DatabaseError.
+/// Copies the rows of `table` above the target's highest number, and raises its counter to the source's.
+/// Throws DatabaseError.
 void CopyTable(const dialect::Table& table, DatabaseMaintenance& source, DatabaseMaintenance& target,
                CopyProgress& progress);
 
-/// What is compared of a table.
+/// What a copy and its source are compared by.
 struct TableSummary {
   std::int64_t Rows = 0;
   std::string Checksum;
@@ -24,8 +24,8 @@ struct TableSummary {
   friend bool operator==(const TableSummary&, const TableSummary&) = default;
 };
 
-/// The rows of `table` as a copy keeps them; counts in `lost` what it cannot. `whose` is "source" or "copy",
-/// for the progress. Throws DatabaseError.
+/// Summarises the rows of `table` as a copy keeps them; counts in `lost` what it cannot. `whose` is "source"
+/// or "copy", for the progress. Throws DatabaseError.
 TableSummary Summarise(const dialect::Table& table, DatabaseMaintenance& database, std::string_view whose,
                        LostFields& lost, CopyProgress& progress);
 

@@ -24,9 +24,9 @@ class TableScan {
   int Column(std::string_view name) const;
   /// Null for a column that the table lacks.
   const StoredField& Get(int column) const;
-  /// "" for Null, and for what is no text.
+  /// "" for Null and for a field of another type.
   std::string_view Text(int column) const;
-  /// No for what is no yes/no.
+  /// No for a field of another type.
   bool YesNo(int column) const;
   /// The counter of the row.
   std::int64_t Number() const { return std::get<std::int64_t>(Row().front()); }

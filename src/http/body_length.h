@@ -4,8 +4,8 @@
 
 namespace orlune {
 
-/// Whether everybody who reads the request's headers comes to the same end of its body. Where that is not so,
-/// a proxy could take a part of the body for another request.
-bool HasClearLength(MHD_Connection* connection);
+/// Whether all servers find the same end of the request's body. Where they do not, an attacker could make a
+/// proxy take a part of the body for another request (request smuggling).
+bool HasUnambiguousLength(MHD_Connection* connection);
 
 }  // namespace orlune

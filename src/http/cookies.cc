@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "http/http_date.h"
 
 namespace orlune {
 namespace {
-
-std::string_view TrimBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 std::string FormatLifetime(std::chrono::seconds lifetime) {
   using std::chrono::floor, std::chrono::seconds, std::chrono::system_clock;

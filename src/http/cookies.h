@@ -11,14 +11,13 @@ namespace orlune {
 /// The values of all cookies of that name in a Cookie header, in the header's order. Views into the header.
 std::vector<std::string_view> CookieValues(std::string_view header, std::string_view name);
 
-/// A cookie to be kept by the browser, out of the reach of scripts and of requests from other sites.
+/// A cookie for the browser, hidden from scripts (HttpOnly) and not sent by other sites (SameSite).
 struct BrowserCookie {
   std::string Name;
   std::string Value;
   std::string Path;
-  std::optional<std::chrono::seconds>
-      Lifetime;         ///< none: until the browser closes; 0 or less: dropped at once
-  bool Secure = false;  ///< sent over HTTPS only
+  std::optional<std::chrono::seconds> Lifetime;  ///< none: until the browser closes; 0 or less: deleted
+  bool Secure = false;                           ///< sent over HTTPS only
 };
 
 /// The value of a Set-Cookie header.

@@ -14,11 +14,11 @@ bool HealthCheck::IsHealthy() {
   if (Clock::now() < staleFrom_) return isHealthy_;
   if (!isProbing_) {
     isProbing_ = true;
-    begun_ = Clock::now();
+    probeStart_ = Clock::now();
     asked_.notify_one();
   }
   const auto isFresh = [this, before = staleFrom_] { return staleFrom_ != before; };
-  return answered_.wait_until(lock, begun_ + limits_.Patience, isFresh) && isHealthy_;
+  return answered_.wait_until(lock, probeStart_ + limits_.Timeout, isFresh) && isHealthy_;
 }
 
 void HealthCheck::Work(const std::stop_token& stop) {
@@ -29,7 +29,7 @@ void HealthCheck::Work(const std::stop_token& stop) {
     lock.lock();
     isHealthy_ = isHealthy;
     isProbing_ = false;
-    staleFrom_ = Clock::now() + limits_.Freshness;
+    staleFrom_ = Clock::now() + limits_.MaxAge;
     answered_.notify_all();
   }
 }

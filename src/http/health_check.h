@@ -8,26 +8,23 @@
 
 namespace orlune {
 
-/// How old an answer of a health check may be, and how long it may take.
 struct HealthLimits {
-  std::chrono::milliseconds Freshness{1000};
-  std::chrono::milliseconds Patience{1000};
+  std::chrono::milliseconds MaxAge{1000};   ///< how long the result of a probe is reused
+  std::chrono::milliseconds Timeout{1000};  ///< of a probe
 };
 
-/// Tells whether the server can work, to as many as ask and as often as they do: a probe finds it out for all
-/// of them, on a thread of its own, one at a time and only when somebody asks. May be used by several threads
-/// at once.
+/// Whether the server can work. All who ask share one probe, which runs on a thread of its own, only when
+/// somebody asks. May be used by several threads at once.
 class HealthCheck {
  public:
-  /// `probe` is true when all is well; it does not throw. It may take any time.
+  /// `probe` is true when all is well; it does not throw, and may hang.
   explicit HealthCheck(std::function<bool()> probe, HealthLimits limits = {});
   HealthCheck(const HealthCheck&) = delete;
   HealthCheck& operator=(const HealthCheck&) = delete;
   /// Waits for a running probe.
   ~HealthCheck() = default;
 
-  /// What a probe found that ended no longer than `Freshness` ago; false when one has not come to an end
-  /// `Patience` after its beginning.
+  /// The result of a probe that ended within `MaxAge`; false when a probe exceeds `Timeout`.
   bool IsHealthy();
 
  private:
@@ -42,7 +39,7 @@ class HealthCheck {
   std::condition_variable answered_;
   bool isProbing_ = false;
   bool isHealthy_ = false;
-  Clock::time_point begun_;
+  Clock::time_point probeStart_;
   Clock::time_point staleFrom_;
   std::jthread worker_;
 };

@@ -1,31 +1,26 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
 
 #include "http/http_message.h"
 #include "http/listening_socket.h"
+#include "http/open_connections.h"
 
 namespace orlune {
 
-/// What the host puts up with.
+/// Limits that the host enforces.
 struct HostLimits {
   unsigned Connections = 800;
-  unsigned ConnectionsOfOneAddress = 400;  ///< enough for a proxy, which has the only address
-  std::chrono::seconds Inactivity{15};
-  std::chrono::milliseconds Receiving{30'000};  ///< from a request's beginning to its end
-  std::chrono::milliseconds Sending{120'000};   ///< of a whole answer, the time to make it included
-  std::chrono::milliseconds Stopping{10'000};   ///< for the requests that run when the host stops
-  std::chrono::milliseconds Connecting{50};     ///< for those who are about to connect then
-  std::chrono::milliseconds Beginning{500};     ///< for the first request of those who have connected
+  unsigned ConnectionsPerAddress = 400;  ///< enough for a proxy, whose clients all share its address
+  ConnectionLimits Times = {};
   std::size_t HeaderBytes = std::size_t{32} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
 };
 
-/// Speaks HTTP on a socket and has every request answered, on several threads at once. Running requests are
-/// finished before the destructor returns.
+/// Serves HTTP on a socket, with several threads. The destructor closes the socket, and before it returns
+/// answers every request whose connection had been made by then.
 class HttpHost {
  public:
   using Answerer = std::function<ReplyMessage(const RequestMessage&)>;
@@ -36,8 +31,8 @@ class HttpHost {
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;
 
-  /// Prepares the stop: each connection ends with its next reply, so that no request is on its way on a kept
-  /// one in the end. The stop then takes its time for those who are just connecting.
+  /// Closes each connection after its next reply, so that at the stop no request is on its way on one that
+  /// was kept open. New connections are still accepted.
   void CloseConnectionsAfterReply();
 
   /// How many requests are being received or answered, from their headers' end on.

@@ -12,23 +12,23 @@
 
 namespace orlune {
 
-/// A request as it came off the wire. Path and query are still encoded; the form is decoded, valid UTF-8.
+/// A request. Path and query are still encoded; the form is decoded, valid UTF-8.
 struct RequestMessage {
   std::string Method;
   std::string Path;
   std::string Query;
   NamedTexts Headers;  ///< those of `kReadHeaders` and `kForwardingHeaders`
   NamedTexts Form;
-  IpAddress Peer = {};  ///< who is connected: the sender, or the last proxy on the way
+  IpAddress Peer = {};  ///< the sender, or the last proxy before this server
 };
 
-/// The headers that the server looks at.
+/// The headers that the server reads.
 inline constexpr const char* kReadHeaders[] = {
     "Host",         "Origin",        "Sec-Fetch-Site",    "Cookie", "User-Agent", "Content-Length",
     "Content-Type", "If-None-Match", "If-Modified-Since",
 };
 
-/// The headers that proxies tell the sender by. Each is a list, which may go on in headers of the same name.
+/// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.
 inline constexpr const char* kForwardingHeaders[] = {
     "Forwarded",
     "X-Forwarded-For",
@@ -37,7 +37,7 @@ inline constexpr const char* kForwardingHeaders[] = {
 
 using Header = std::pair<std::string, std::string>;
 
-/// What is sent back. The length of the body is told by the host.
+/// A reply. The host adds the length of the body.
 struct ReplyMessage {
   unsigned Status = 200;
   std::vector<Header> Headers;
@@ -48,7 +48,6 @@ struct ReplyMessage {
 
 /// A short page that says why a request is not answered.
 ReplyMessage Refusal(unsigned status);
-/// Leads the browser to another address.
 ReplyMessage RedirectTo(std::string_view url);
 
 }  // namespace orlune

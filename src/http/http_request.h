@@ -10,10 +10,10 @@
 
 namespace orlune {
 
-/// What a hosting page sees of a request. Serves one thread.
+/// What a hosting page sees of a request. Used by one thread.
 class HttpRequest : public Request {
  public:
-  /// Everything handed in outlives the request. Cookies that have expired on `today` read as absent.
+  /// The arguments outlive the request. Cookies that have expired on `today` read as absent.
   HttpRequest(const RequestMessage& message, std::string_view pagePath, const CookieSealer& sealer,
               Date today);
 
@@ -25,7 +25,7 @@ class HttpRequest : public Request {
   std::string_view ServerVariable(std::string_view name) const override;
 
   const NamedTexts& Query() const { return query_; }
-  /// The sub-keys of a sealed cookie; none when the browser sent no such cookie that holds.
+  /// The sub-keys of a sealed cookie; none when the browser sent no valid one.
   const NamedTexts& CookieSubKeys(std::string_view cookie) const;
 
  private:

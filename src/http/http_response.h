@@ -13,10 +13,10 @@
 
 namespace orlune {
 
-/// Collects what a hosting page answers. Serves one thread.
+/// Collects what a hosting page answers. Used by one thread.
 class HttpResponse : public Response {
  public:
-  /// Everything handed in outlives the response. `isSecure` keeps cookies to HTTPS.
+  /// The arguments outlive the response. `isSecure` restricts cookies to HTTPS.
   HttpResponse(const HttpRequest& request, std::string_view pagePath, const CookieSealer& sealer,
                DateTime now, bool isSecure);
 
@@ -29,7 +29,7 @@ class HttpResponse : public Response {
   void SetCookiePath(std::string_view cookie, std::string_view path) override;
   void SetCookieExpires(std::string_view cookie, Date day) override;
 
-  /// The finished answer; the response is used up.
+  /// Moves the answer out.
   ReplyMessage Finish();
 
  private:

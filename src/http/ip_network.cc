@@ -1,11 +1,12 @@
 #include "http/ip_network.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+
+#include "base/text.h"
 
 namespace orlune {
 namespace {
@@ -13,13 +14,6 @@ namespace {
 constexpr std::array<std::uint8_t, 12> kBeforeV4{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF};
 constexpr unsigned kBits = 128;
 constexpr unsigned kBitsBeforeV4 = 96;
-
-std::optional<unsigned> ParseLength(std::string_view text, unsigned most) {
-  unsigned length = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
-  if (error != std::errc() || end != text.data() + text.size() || length > most) return std::nullopt;
-  return length;
-}
 
 }  // namespace
 
@@ -69,8 +63,8 @@ std::optional<IpNetwork> IpNetwork::Parse(std::string_view text) {
   if (!first) return std::nullopt;
   if (slash == std::string_view::npos) return IpNetwork(*first, kBits);
   const bool isV4 = first->IsV4() && text.find(':') == std::string_view::npos;
-  const auto length = ParseLength(text.substr(slash + 1), isV4 ? kBits - kBitsBeforeV4 : kBits);
-  if (!length) return std::nullopt;
+  const auto length = WholeNumber<unsigned>(text.substr(slash + 1));
+  if (!length || *length > (isV4 ? kBits - kBitsBeforeV4 : kBits)) return std::nullopt;
   const unsigned bits = isV4 ? kBitsBeforeV4 + *length : *length;
   if (first->FirstBits(bits) != *first) return std::nullopt;
   return IpNetwork(*first, bits);

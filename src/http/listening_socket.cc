@@ -1,19 +1,20 @@
 #include "http/listening_socket.h"
 
-#include <array>
 #include <cerrno>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
-#include <linux/filter.h>
+#include <fmt/format.h>
 #include <netdb.h>
 #include <netinet/in.h>
-#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include "base/configuration_error.h"
+#include "base/text.h"
 
 namespace orlune {
 namespace {
@@ -35,9 +36,8 @@ HostAndPort Split(const std::string& address) {
   return {std::move(host), address.substr(colon + 1)};
 }
 
-bool IsPort(const std::string& text) {
-  return !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos &&
-         std::stoi(text) <= 65535;
+bool IsPort(std::string_view text) {
+  return IsDigits(text) && WholeNumber<std::uint16_t>(text).has_value();
 }
 
 AddressList Resolve(const std::string& address) {
@@ -47,8 +47,8 @@ AddressList Resolve(const std::string& address) {
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* found = nullptr;
   if (host.empty() || !IsPort(port) || getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0)
-    throw ConfigurationError("cannot listen at \"" + address +
-                             "\": expected a numeric address and a port, such as 127.0.0.1:8080");
+    throw ConfigurationError(fmt::format(
+        "cannot listen at \"{}\": expected a numeric address and a port, such as 127.0.0.1:8080", address));
   return {found, &freeaddrinfo};
 }
 
@@ -73,34 +73,13 @@ ListeningSocket::ListeningSocket(const std::string& address) {
     const std::string cause =
         errno == EADDRINUSE ? "the port is in use" : std::generic_category().message(errno);
     if (descriptor_ >= 0) close(descriptor_);
-    throw std::runtime_error("cannot listen at " + address + ": " + cause);
+    throw std::runtime_error(fmt::format("cannot listen at {}: {}", address, cause));
   }
   address_ = address.substr(0, address.rfind(':') + 1) + PortOf(descriptor_);
 }
 
 ListeningSocket::~ListeningSocket() {
   if (descriptor_ >= 0) close(descriptor_);
-}
-
-void IgnoreNewConnections(int descriptor) {
-  // The packet that begins a connection has the flag SYN and not ACK, in the 14th byte of the TCP header.
-  constexpr std::uint32_t kFlagsOffset = 13;
-  constexpr std::uint32_t kSyn = 0x02;
-  constexpr std::uint32_t kSynAndAck = 0x12;
-  std::array<sock_filter, 5> program{{
-      BPF_STMT(BPF_LD | BPF_B | BPF_ABS, kFlagsOffset),
-      BPF_STMT(BPF_ALU | BPF_AND | BPF_K, kSynAndAck),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kSyn, 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, 0),
-      BPF_STMT(BPF_RET | BPF_K, 0xFFFF'FFFF),
-  }};
-  const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
-  setsockopt(descriptor, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter);
-}
-
-bool HasWaitingConnections(int descriptor) {
-  pollfd socket{descriptor, POLLIN, 0};
-  return poll(&socket, 1, 0) == 1;
 }
 
 void CheckListenAddress(const std::string& address) {

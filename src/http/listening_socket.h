@@ -1,16 +1,15 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <utility>
 
 namespace orlune {
 
-/// A TCP socket that waits for connections; closed with the object.
+/// A listening TCP socket; closed with the object.
 class ListeningSocket {
  public:
-  /// `address` is numeric, such as "127.0.0.1:8080" or "[::1]:8080"; port 0 takes a free one. Throws
-  /// ConfigurationError when it is no such address, std::runtime_error when it cannot be had.
+  /// `address` is numeric, such as "127.0.0.1:8080" or "[::1]:8080"; port 0 chooses a free one.
+  /// Throws ConfigurationError for any other address, std::runtime_error when it cannot listen there.
   explicit ListeningSocket(const std::string& address);
   ~ListeningSocket();
   ListeningSocket(ListeningSocket&& other) noexcept
@@ -19,7 +18,7 @@ class ListeningSocket {
   ListeningSocket(const ListeningSocket&) = delete;
   ListeningSocket& operator=(const ListeningSocket&) = delete;
 
-  /// The address with the port that was taken.
+  /// The address with the port that is listened at.
   const std::string& Address() const { return address_; }
   /// Hands the descriptor over; the caller closes it.
   int Release() { return std::exchange(descriptor_, -1); }
@@ -29,13 +28,7 @@ class ListeningSocket {
   int descriptor_ = -1;
 };
 
-/// Keeps a listening socket from new connections without refusing them: who has begun to connect can finish,
-/// the others try again about a second later, and are refused if the socket is closed by then.
-void IgnoreNewConnections(int descriptor);
-/// Whether somebody has connected to the listening socket and waits to be accepted.
-bool HasWaitingConnections(int descriptor);
-
-/// Throws ConfigurationError when `address` is no "ADDRESS:PORT" with a numeric address.
+/// Throws ConfigurationError when `address` is not a numeric address with a port.
 void CheckListenAddress(const std::string& address);
 
 }  // namespace orlune

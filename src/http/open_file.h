@@ -12,7 +12,7 @@ namespace orlune {
 /// A regular file open for reading; closed with the object.
 class OpenFile {
  public:
-  /// Nothing when there is no such file, or it is a link or no regular file.
+  /// Nothing when `path` is missing, a symbolic link or not a regular file.
   static std::optional<OpenFile> Open(const std::filesystem::path& path);
 
   OpenFile(OpenFile&& other) noexcept;

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "base/ascii_case.h"
+#include "base/ascii.h"
 
 namespace orlune {
 
@@ -17,8 +17,8 @@ bool ComesFromAnotherSite(const RequestMessage& request, bool isOverHttps) {
   if (origin.empty()) return false;
   const std::size_t scheme = origin.find("://");
   if (scheme == std::string_view::npos) return true;
-  if (isOverHttps && !EqualsIgnoringCase(origin.substr(0, scheme), "https")) return true;
-  return !EqualsIgnoringCase(origin.substr(scheme + 3), request.Headers.Find("Host"));
+  if (isOverHttps && !EqualsIgnoringAsciiCase(origin.substr(0, scheme), "https")) return true;
+  return !EqualsIgnoringAsciiCase(origin.substr(scheme + 3), request.Headers.Find("Host"));
 }
 
 }  // namespace orlune

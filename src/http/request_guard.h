@@ -9,8 +9,8 @@ namespace orlune {
 /// logs out. `query` is the decoded query of `request`.
 bool CouldChangeSomething(const RequestMessage& request, const NamedTexts& query);
 
-/// Whether the browser says that a page of another site made it send the request. The same host without HTTPS
-/// is another site when the request is known to come `isOverHttps`.
+/// Whether a page of another site made the browser send the request (cross-site request forgery), by its
+/// headers. The same host without HTTPS is another site when the request came over HTTPS.
 bool ComesFromAnotherSite(const RequestMessage& request, bool isOverHttps);
 
 }  // namespace orlune

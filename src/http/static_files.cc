@@ -1,12 +1,12 @@
 #include "http/static_files.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
-#include <charconv>
 #include <optional>
 #include <vector>
 
+#include <fmt/format.h>
+
+#include "base/ascii.h"
 #include "base/configuration_error.h"
 #include "base/url_encoding.h"
 #include "http/http_date.h"
@@ -36,11 +36,9 @@ constexpr FileType kFileTypes[] = {
 };
 
 std::string_view ContentTypeOf(const fs::path& file) {
-  std::string extension = file.extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const std::string extension = file.extension().string();
   for (const FileType& type : kFileTypes) {
-    if (type.Extension == extension) return type.ContentType;
+    if (EqualsIgnoringAsciiCase(extension, type.Extension)) return type.ContentType;
   }
   return "application/octet-stream";
 }
@@ -67,11 +65,7 @@ bool IsServedPath(std::string_view relativePath) {
 }
 
 std::string EntityTag(const OpenFile& file) {
-  std::array<char, 40> text;
-  char* end = std::to_chars(text.data(), text.data() + 18, file.size(), 16).ptr;
-  *end++ = '-';
-  end = std::to_chars(end, text.data() + text.size(), file.ModifiedAt().time_since_epoch().count(), 16).ptr;
-  return '"' + std::string(text.data(), end) + '"';
+  return fmt::format("\"{:x}-{:x}\"", file.size(), file.ModifiedAt().time_since_epoch().count());
 }
 
 bool IsUnchanged(const RequestMessage& request, std::string_view tag, std::string_view modifiedAt) {
@@ -80,7 +74,7 @@ bool IsUnchanged(const RequestMessage& request, std::string_view tag, std::strin
   return request.Headers.Find("If-Modified-Since") == modifiedAt;
 }
 
-// Follows the "." and ".." of an absolute path as a browser does.
+// Resolves "." and ".." of an absolute path as a browser does.
 std::string ResolveDots(std::string_view path) {
   std::vector<std::string_view> kept;
   for (const std::string_view name : SplitPath(path)) {
@@ -116,7 +110,7 @@ StaticFiles::StaticFiles(const fs::path& folder) {
   std::error_code error;
   folder_ = fs::canonical(folder, error);
   if (error || !fs::is_directory(folder_, error))
-    throw ConfigurationError("site folder " + folder.string() + " is missing");
+    throw ConfigurationError(fmt::format("site folder {} is missing", folder.string()));
 }
 
 ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {

@@ -3,26 +3,21 @@
 #include <algorithm>
 #include <optional>
 
-#include "base/ascii_case.h"
+#include "base/ascii.h"
+#include "base/text.h"
 
 namespace orlune {
 namespace {
 
-std::string_view Trim(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(" \t");
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
-}
-
-// Cuts the last item off a list. From behind, because what strangers sent stands in front, and a quote that
-// they left open must not swallow what the proxies added.
+// Consumes the last item of a list. From behind, because what untrusted clients sent stands in front, and a
+// quote that they left open must not hide what the proxies added.
 std::string_view TakeLast(std::string_view& list, char separator) {
   std::size_t begin = list.size();
   for (bool isQuoted = false; begin > 0 && (isQuoted || list[begin - 1] != separator); --begin)
     isQuoted ^= list[begin - 1] == '"';
   const std::string_view last = list.substr(begin);
   list = list.substr(0, begin == 0 ? 0 : begin - 1);
-  return Trim(last);
+  return TrimBlanks(last);
 }
 
 std::string_view WithoutQuotes(std::string_view text) {
@@ -30,16 +25,12 @@ std::string_view WithoutQuotes(std::string_view text) {
   return isQuoted ? text.substr(1, text.size() - 2) : text;
 }
 
-bool IsPort(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-// An address that may have a port behind it: "10.0.0.1:80", "2001:db8::1", "[2001:db8::1]:80".
+// An address with or without a port: "10.0.0.1:80", "2001:db8::1", "[2001:db8::1]:80".
 std::optional<IpAddress> ParseNode(std::string_view node) {
   const std::size_t colon = node.rfind(':');
   const std::size_t before = node.starts_with('[') ? node.rfind(']') + 1 : node.find(':');
   if (colon != std::string_view::npos && colon == before) {
-    if (!IsPort(node.substr(colon + 1))) return std::nullopt;
+    if (!IsDigits(node.substr(colon + 1))) return std::nullopt;
     node = node.substr(0, colon);
   }
   if (node.starts_with('[') && node.ends_with(']')) node = node.substr(1, node.size() - 2);
@@ -56,8 +47,8 @@ struct ForwardedEntry {
       const std::string_view pair = TakeLast(entry, ';');
       const std::size_t equals = std::min(pair.find('='), pair.size());
       const std::string_view value = WithoutQuotes(pair.substr(std::min(equals + 1, pair.size())));
-      if (EqualsIgnoringCase(pair.substr(0, equals), "for")) For = value;
-      if (EqualsIgnoringCase(pair.substr(0, equals), "proto")) Proto = value;
+      if (EqualsIgnoringAsciiCase(pair.substr(0, equals), "for")) For = value;
+      if (EqualsIgnoringAsciiCase(pair.substr(0, equals), "proto")) Proto = value;
     }
   }
 };
@@ -78,7 +69,7 @@ bool TrustedProxies::Include(const IpAddress& address) const {
 
 Sender TrustedProxies::FollowForwardedFor(const RequestMessage& request) const {
   std::string_view protocols = request.Headers.Find("X-Forwarded-Proto");
-  Sender sender{request.Peer, EqualsIgnoringCase(TakeLast(protocols, ','), "https")};
+  Sender sender{request.Peer, EqualsIgnoringAsciiCase(TakeLast(protocols, ','), "https")};
   std::string_view nodes = request.Headers.Find("X-Forwarded-For");
   while (!nodes.empty() && Include(sender.Address)) {
     const auto address = ParseNode(TakeLast(nodes, ','));
@@ -93,7 +84,7 @@ Sender TrustedProxies::FollowForwarded(const RequestMessage& request) const {
   std::string_view entries = request.Headers.Find("Forwarded");
   while (!entries.empty() && Include(sender.Address)) {
     const ForwardedEntry entry(TakeLast(entries, ','));
-    if (!entry.Proto.empty()) sender.IsOverHttps = EqualsIgnoringCase(entry.Proto, "https");
+    if (!entry.Proto.empty()) sender.IsOverHttps = EqualsIgnoringAsciiCase(entry.Proto, "https");
     const auto address = ParseNode(entry.For);
     if (!address) break;
     sender.Address = *address;

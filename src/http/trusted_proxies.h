@@ -9,23 +9,21 @@
 
 namespace orlune {
 
-/// Who sent a request, and how, as far as it is known.
+/// Who sent a request, as far as it is known.
 struct Sender {
   IpAddress Address;
   bool IsOverHttps = false;
 };
 
-/// The proxies in front of the server. What they add to a request about its sender is believed; what anybody
-/// else does is not. May be used by several threads at once.
+/// The proxies in front of the server, and the only ones whose forwarding headers are believed. May be used
+/// by several threads at once.
 class TrustedProxies {
  public:
-  /// Nobody is believed.
-  TrustedProxies() = default;
   explicit TrustedProxies(std::vector<IpNetwork> networks) : networks_(std::move(networks)) {}
 
-  /// The sender of a request: its peer or, when that is a trusted proxy, the nearest machine before it that
-  /// is none. Reads "X-Forwarded-For" and "X-Forwarded-Proto", and "Forwarded" when both are missing. An
-  /// entry that is no address ends the search at the machine that wrote it.
+  /// The peer of a request or, when that is a trusted proxy, the nearest address before it that is not. Reads
+  /// "X-Forwarded-For" and "X-Forwarded-Proto", and "Forwarded" when both are missing. An entry that is no
+  /// address ends the search at the proxy that wrote it.
   Sender SenderOf(const RequestMessage& request) const;
 
  private:

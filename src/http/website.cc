@@ -75,8 +75,7 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
   HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
-  PageSession session(parts_.Sessions, page.Path,
-                      CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
+  PageSession session(page.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   PageServer server(parts_.Files, page.Path);
   const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
   ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();

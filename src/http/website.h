@@ -20,24 +20,23 @@
 
 namespace orlune {
 
-/// Answers one request of a hosting page. Called by several threads at once.
+/// Answers a request of a hosting page. Called by several threads at once.
 using Page = std::function<void(const ScriptingContext&)>;
 
-/// A page and the address that it answers at.
+/// A page at its address.
 struct HostedPage {
   std::string Path;  ///< begins with "/"; letters, digits and "/._-~" only
   Page Answer;
+  SessionStore& Sessions;  ///< of this page alone; outlives the website
 };
 
-/// What a website consists of.
 struct WebsiteParts {
-  std::vector<HostedPage> Pages;  ///< at least one; "/" leads to the first
+  std::vector<HostedPage> Pages;  ///< at least one; "/" redirects to the first
   StaticFiles Files;              ///< served at every other address
-  SessionStore& Sessions;         ///< outlives the website, as the clock and the log do
   CookieSealer Sealer;
   TrustedProxies Proxies;
-  const orlune::Clock& Clock;
-  std::function<bool()> IsHealthy;  ///< what "/healthz" tells
+  const orlune::Clock& Clock;       ///< outlives the website, as the log does
+  std::function<bool()> IsHealthy;  ///< decides the answer of "/healthz"
   spdlog::logger& Log;
 };
 
@@ -47,15 +46,13 @@ class Website {
  public:
   explicit Website(WebsiteParts parts) : parts_(std::move(parts)) {}
 
-  /// Never throws what a page throws: the cause goes to the log and the browser is answered 500, or 503 when
-  /// the database was lost.
+  /// Does not throw what a page throws: logs it and answers 500, or 503 when the database is unavailable.
   ReplyMessage Answer(const RequestMessage& request);
 
  private:
   const HostedPage* FindPage(std::string_view path) const;
   ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
-  /// Nothing when the page answered and what it changed in the session is kept, else the status of its
-  /// failure.
+  /// Runs the page and saves its session. Nothing on success, else the status to answer.
   std::optional<unsigned> RunPage(const HostedPage& page, const ScriptingContext& context,
                                   PageSession& session) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;

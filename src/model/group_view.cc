@@ -25,7 +25,7 @@ std::size_t GroupViewMembers::PlaceOf(std::string_view calendar) const {
   const auto member = std::find_if(Calendars.begin(), Calendars.end(), [&](const std::string& name) {
     return EqualIgnoringCase(name, calendar);
   });
-  return static_cast<std::size_t>(member - Calendars.begin());
+  return member == Calendars.end() ? std::string::npos : static_cast<std::size_t>(member - Calendars.begin());
 }
 
 }  // namespace orlune

@@ -74,6 +74,9 @@ class Connection {
   virtual void Execute(const StatementText& statement) = 0;
   /// Like `Execute`, but tells by false that the statement raised an error, and then changed nothing.
   virtual bool TryExecute(const StatementText& statement) = 0;
+  /// Executes the statements in one transaction of its own, durable on return. When one fails, those before
+  /// it stay and those after it are not executed. Throws DatabaseError.
+  virtual void ExecuteInOrder(std::span<const StatementText> statements) = 0;
 
   /// All statements until `Commit` happen together or, after `Rollback`, not at all; from the first query on
   /// nobody else writes. Throws DatabaseError, or lets a later statement do so; not nested.

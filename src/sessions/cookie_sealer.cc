@@ -1,14 +1,10 @@
 #include "sessions/cookie_sealer.h"
 
-#include <charconv>
-#include <fstream>
 #include <stdexcept>
 
-#include <fcntl.h>
 #include <sodium.h>
-#include <unistd.h>
 
-#include "base/configuration_error.h"
+#include "base/text.h"
 #include "base/url_encoding.h"
 
 namespace orlune {
@@ -47,7 +43,7 @@ std::optional<std::string> DecodeBase64(std::string_view text) {
   return bytes;
 }
 
-// The day on which the contents expire, or nothing before the line end, then the sub-keys.
+// "[days since 1970 of the expiry]\n[sub-keys as a query]".
 std::string WriteContents(const CookieContents& contents) {
   std::string text;
   if (contents.Expires) text = std::to_string(contents.Expires->time_since_epoch().count());
@@ -57,42 +53,14 @@ std::string WriteContents(const CookieContents& contents) {
 CookieContents ReadContents(std::string_view text) {
   const std::string_view day = text.substr(0, text.find('\n'));
   CookieContents contents{DecodeQuery(text.substr(day.size() + 1)), std::nullopt};
-  int days = 0;
-  if (std::from_chars(day.data(), day.data() + day.size(), days).ec == std::errc())
-    contents.Expires = Date(std::chrono::days(days));
+  if (const auto days = WholeNumber(day)) contents.Expires = Date(std::chrono::days(*days));
   return contents;
-}
-
-void CreateSecretKey(const std::filesystem::path& file) {
-  std::error_code ignored;
-  std::filesystem::create_directories(file.parent_path(), ignored);
-  SecretKey key;
-  randombytes_buf(key.data(), key.size());
-  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  const bool isWritten = descriptor >= 0 && write(descriptor, key.data(), key.size()) == std::ssize(key);
-  if (descriptor >= 0) close(descriptor);
-  if (!isWritten) throw ConfigurationError("cannot write a key to secret_file " + file.string());
 }
 
 }  // namespace
 
-SecretKey LoadSecretKey(const std::filesystem::path& file) {
-  if (!std::filesystem::exists(std::filesystem::symlink_status(file))) CreateSecretKey(file);
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw ConfigurationError("cannot read secret_file " + file.string());
-  std::string bytes(std::tuple_size_v<SecretKey> + 1, '\0');
-  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  SecretKey key;
-  if (stream.gcount() != std::ssize(key)) {
-    throw ConfigurationError("secret_file " + file.string() + " does not hold a key of " +
-                             std::to_string(key.size()) + " bytes; remove it to get a new one");
-  }
-  std::copy_n(Bytes(bytes), key.size(), key.begin());
-  return key;
-}
-
 CookieSealer::CookieSealer(const SecretKey& key) : key_(key) {
-  if (sodium_init() < 0) throw std::runtime_error("the cryptographic library cannot be initialised");
+  if (sodium_init() < 0) throw std::runtime_error("cannot initialise libsodium");
 }
 
 std::string CookieSealer::Seal(const CookieContents& contents, std::string_view cookieName,

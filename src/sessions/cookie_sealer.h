@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,26 +12,21 @@ namespace orlune {
 
 using SecretKey = std::array<unsigned char, 32>;
 
-/// Reads the key of `file`; a file that is missing is made with a random key, readable by its owner alone.
-/// Throws ConfigurationError when that is impossible or the file holds no key.
-SecretKey LoadSecretKey(const std::filesystem::path& file);
-
-/// What a sealed cookie holds.
 struct CookieContents {
   NamedTexts SubKeys;
-  std::optional<Date> Expires;  ///< the day with whose beginning the cookie reads as absent
+  std::optional<Date> Expires;  ///< invalid from the beginning of this day
 };
 
-/// Closes cookies with authenticated encryption, so that a browser can keep them but neither read nor change
-/// them, nor use one at another page or under another name. May be used by several threads at once.
+/// Encrypts and authenticates cookies, so that a browser can keep them but neither read nor change them, nor
+/// use one at another page or under another name. May be used by several threads at once.
 class CookieSealer {
  public:
   explicit CookieSealer(const SecretKey& key);
 
-  /// The cookie's value as base64url text.
+  /// The cookie's value, in base64url.
   std::string Seal(const CookieContents& contents, std::string_view cookieName,
                    std::string_view pagePath) const;
-  /// Nothing when `sealed` was not made by this key for this cookie and page, or has expired on `today`.
+  /// Nothing when `sealed` was not made with this key for this cookie and page, or has expired on `today`.
   std::optional<CookieContents> Open(std::string_view sealed, std::string_view cookieName,
                                      std::string_view pagePath, Date today) const;
 

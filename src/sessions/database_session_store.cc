@@ -8,23 +8,13 @@
 #include <sodium.h>
 
 #include "base/url_encoding.h"
+#include "sessions/hex_text.h"
 #include "sessions/session_identifier.h"
 
 namespace orlune {
 namespace {
 
-constexpr int kMostAttempts = 100;
-
-std::string KeyOf(std::string_view pagePath, std::string_view id) {
-  const std::string text = std::string(pagePath).append(1, '\0').append(id);
-  std::array<unsigned char, crypto_generichash_BYTES> hash;
-  crypto_generichash(hash.data(), hash.size(), reinterpret_cast<const unsigned char*>(text.data()),
-                     text.size(), nullptr, 0);
-  std::string key(2 * hash.size() + 1, '\0');
-  sodium_bin2hex(key.data(), key.size(), hash.data(), hash.size());
-  key.pop_back();
-  return key;
-}
+constexpr int kMaxAttempts = 100;
 
 std::int64_t NewVersion() {
   std::uint64_t version = 0;
@@ -34,16 +24,18 @@ std::int64_t NewVersion() {
 
 }  // namespace
 
-DatabaseSessionStore::DatabaseSessionStore(SessionDatabases databases, std::chrono::seconds lifetime,
-                                           TimeSource now)
-    : databases_(std::move(databases)), lifetime_(lifetime), now_(std::move(now)) {}
+DatabaseSessionStore::DatabaseSessionStore(SessionDatabase database, std::string pagePath,
+                                           std::chrono::seconds lifetime, TimeSource now)
+    : database_(std::move(database)),
+      pagePath_(std::move(pagePath)),
+      lifetime_(lifetime),
+      now_(std::move(now)) {}
 
-std::optional<KeptSession> DatabaseSessionStore::Find(std::string_view pagePath,
-                                                      std::span<const std::string_view> candidates) {
+std::optional<KeptSession> DatabaseSessionStore::Find(std::span<const std::string_view> candidates) {
   std::vector<std::string> keys;
-  for (const std::string_view id : candidates) keys.push_back(KeyOf(pagePath, id));
+  for (const std::string_view id : candidates) keys.push_back(KeyOf(id));
   const std::int64_t now = Now();
-  SessionTable table = Open(pagePath);
+  SessionTable table(database_);
   std::optional<SessionRow> row = table.FindRunning(keys, now);
   if (!row) return std::nullopt;
   const std::int64_t fullLifetime = now + lifetime_.count();
@@ -56,25 +48,23 @@ std::optional<KeptSession> DatabaseSessionStore::Find(std::string_view pagePath,
                      row->Version};
 }
 
-std::string DatabaseSessionStore::Start(std::string_view pagePath, const NamedTexts& values,
-                                        std::string_view endedId) {
+std::string DatabaseSessionStore::Start(const NamedTexts& values, std::string_view endedId) {
   std::string id = NewSessionIdentifier();
-  const SessionRow row{KeyOf(pagePath, id), EncodeQuery(values), NewVersion(), Now() + lifetime_.count()};
-  SessionTable table = Open(pagePath);
+  const SessionRow row{KeyOf(id), EncodeQuery(values), NewVersion(), Now() + lifetime_.count()};
+  SessionTable table(database_);
   if (endedId.empty()) {
     table.Insert(row);
   } else {
-    table.Replace(KeyOf(pagePath, endedId), row);
+    table.Replace(KeyOf(endedId), row);
   }
   return id;
 }
 
-void DatabaseSessionStore::Change(std::string_view pagePath, const KeptSession& found,
-                                  const NamedTexts& changes) {
-  SessionRow row{KeyOf(pagePath, found.Id), {}, found.Version};
+void DatabaseSessionStore::Change(const KeptSession& found, const NamedTexts& changes) {
+  SessionRow row{KeyOf(found.Id), {}, found.Version};
   NamedTexts values = found.Values;
-  SessionTable table = Open(pagePath);
-  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+  SessionTable table(database_);
+  for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
     ApplyChanges(changes, values);
     row.Values = EncodeQuery(values);
     const std::int64_t replaced = std::exchange(row.Version, NewVersion());
@@ -84,15 +74,20 @@ void DatabaseSessionStore::Change(std::string_view pagePath, const KeptSession& 
     row.Version = stored->Version;
     values = DecodeQuery(stored->Values);
   }
-  throw DatabaseError("a session changes too often to be changed");
+  throw DatabaseError("could not change a session of " + pagePath_ + ": other requests changed it during " +
+                      std::to_string(kMaxAttempts) + " attempts");
 }
 
-void DatabaseSessionStore::End(std::string_view pagePath, std::string_view id) {
-  Open(pagePath).Remove(KeyOf(pagePath, id));
+void DatabaseSessionStore::End(std::string_view id) {
+  SessionTable(database_).Remove(KeyOf(id));
 }
 
-SessionTable DatabaseSessionStore::Open(std::string_view pagePath) const {
-  return SessionTable(databases_.find(pagePath)->second);
+std::string DatabaseSessionStore::KeyOf(std::string_view id) const {
+  const std::string text = std::string(pagePath_).append(1, '\0').append(id);
+  std::array<unsigned char, crypto_generichash_BYTES> hash;
+  crypto_generichash(hash.data(), hash.size(), reinterpret_cast<const unsigned char*>(text.data()),
+                     text.size(), nullptr, 0);
+  return HexText(hash);
 }
 
 std::int64_t DatabaseSessionStore::Now() const {

@@ -14,8 +14,8 @@
 
 namespace orlune {
 
-/// Keeps sessions in memory: they end with the process. When there are too many, the one that was asked for
-/// longest ago ends first. Never throws DatabaseError.
+/// Keeps sessions in memory: they end with the process. Beyond its capacity it evicts the least recently used
+/// one. Never throws DatabaseError.
 class MemorySessionStore : public SessionStore {
  public:
   using TimeSource = std::function<std::chrono::steady_clock::time_point()>;
@@ -24,31 +24,30 @@ class MemorySessionStore : public SessionStore {
   MemorySessionStore(std::chrono::seconds lifetime, std::size_t capacity,
                      TimeSource now = std::chrono::steady_clock::now);
 
-  std::optional<KeptSession> Find(std::string_view pagePath,
-                                  std::span<const std::string_view> candidates) override;
-  std::string Start(std::string_view pagePath, const NamedTexts& values, std::string_view endedId) override;
-  void Change(std::string_view pagePath, const KeptSession& found, const NamedTexts& changes) override;
-  void End(std::string_view pagePath, std::string_view id) override;
+  std::optional<KeptSession> Find(std::span<const std::string_view> candidates) override;
+  std::string Start(const NamedTexts& values, std::string_view endedId) override;
+  void Change(const KeptSession& found, const NamedTexts& changes) override;
+  void End(std::string_view id) override;
 
-  /// How many sessions are kept, those included that have expired but are not swept yet.
+  /// How many sessions are kept, those included that have expired but are not removed yet.
   std::size_t size();
 
  private:
   static constexpr std::size_t kShardCount = 16;
   struct Entry {
-    std::string Key;
+    std::string Id;
     NamedTexts Values;
     std::chrono::steady_clock::time_point ExpiresAt;
   };
   struct Shard {
     std::mutex Mutex;
-    std::list<Entry> Entries;  // the one used last in front, hence the first to expire at the back
-    std::unordered_map<std::string_view, std::list<Entry>::iterator> ByKey;
+    std::list<Entry> Entries;  // the most recently used first, hence the first to expire last
+    std::unordered_map<std::string_view, std::list<Entry>::iterator> ById;
   };
 
-  std::optional<KeptSession> FindOne(std::string_view pagePath, std::string_view id);
-  Shard& ShardOf(std::string_view key);
-  void Sweep(Shard& shard);
+  std::optional<KeptSession> FindOne(std::string_view id);
+  Shard& ShardOf(std::string_view id);
+  void RemoveExpired(Shard& shard);
   static void Remove(Shard& shard, std::list<Entry>::iterator entry);
 
   std::chrono::seconds lifetime_;

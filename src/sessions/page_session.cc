@@ -7,14 +7,13 @@ namespace orlune {
 namespace {
 
 constexpr std::string_view kLoginKey = "Login";
-constexpr std::size_t kMostCandidates = 4;
-constexpr std::size_t kLongestValue = 2'000;  // bytes
+constexpr std::size_t kMaxCandidates = 4;
+constexpr std::size_t kMaxValueSize = 2'000;  // bytes
 
 }  // namespace
 
-PageSession::PageSession(SessionStore& store, std::string_view pagePath,
-                         const std::vector<std::string_view>& candidates)
-    : store_(store), pagePath_(pagePath) {
+PageSession::PageSession(SessionStore& store, const std::vector<std::string_view>& candidates)
+    : store_(store) {
   try {
     Find(candidates);
   } catch (const DatabaseError&) {
@@ -25,10 +24,10 @@ PageSession::PageSession(SessionStore& store, std::string_view pagePath,
 void PageSession::Find(const std::vector<std::string_view>& candidates) {
   std::vector<std::string_view> possible;
   for (const std::string_view candidate : candidates) {
-    if (possible.size() < kMostCandidates && IsSessionIdentifier(candidate)) possible.push_back(candidate);
+    if (possible.size() < kMaxCandidates && IsSessionIdentifier(candidate)) possible.push_back(candidate);
   }
   if (possible.empty()) return;
-  found_ = store_.Find(pagePath_, possible);
+  found_ = store_.Find(possible);
   if (found_) values_ = found_->Values;
 }
 
@@ -39,22 +38,22 @@ std::string PageSession::Get(std::string_view key) const {
 
 void PageSession::Set(std::string_view key, std::string_view value) {
   RequireValues();
-  if (values_.Find(key) == value || value.size() > kLongestValue) return;
+  if (values_.Find(key) == value || value.size() > kMaxValueSize) return;
   NamedTexts change;
   change.Set(key, value);
   ApplyChanges(change, values_);
   changes_.Set(key, value);
-  if (key == kLoginKey) needsNewIdentifier_ = true;
+  if (key == kLoginKey) hasLoginChanged_ = true;
 }
 
 void PageSession::Save() {
   if (changes_.size() == 0) return;
-  if (values_.size() > 0 && (!found_ || needsNewIdentifier_)) {
-    newIdentifier_ = store_.Start(pagePath_, values_, found_ ? found_->Id : "");
+  if (values_.size() > 0 && (!found_ || hasLoginChanged_)) {
+    newIdentifier_ = store_.Start(values_, found_ ? found_->Id : "");
   } else if (values_.size() > 0) {
-    store_.Change(pagePath_, *found_, changes_);
+    store_.Change(*found_, changes_);
   } else if (found_) {
-    store_.End(pagePath_, found_->Id);
+    store_.End(found_->Id);
     newIdentifier_ = "";
   }
 }

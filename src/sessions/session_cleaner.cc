@@ -12,7 +12,7 @@
 namespace orlune {
 namespace {
 
-/// Other servers pause for another time, so that they do not clean at the same moment.
+// Random, so that several servers of a database do not clean it at the same moment.
 std::chrono::milliseconds RandomPause(std::chrono::milliseconds mean) {
   std::random_device randomness;
   std::uniform_int_distribution<std::chrono::milliseconds::rep> pause(mean.count() / 2, mean.count() * 3 / 2);
@@ -21,15 +21,12 @@ std::chrono::milliseconds RandomPause(std::chrono::milliseconds mean) {
 
 }  // namespace
 
-SessionCleaner::SessionCleaner(const SessionDatabases& databases, spdlog::logger& log, CleaningRules rules,
-                               DatabaseSessionStore::TimeSource now)
-    : log_(log), rules_(rules), now_(std::move(now)) {
-  for (const auto& [pagePath, database] : databases) {
-    const bool isKnown =
-        std::any_of(databases_.begin(), databases_.end(),
-                    [&path = database.Path](const SessionDatabase& known) { return known.Path == path; });
-    if (!isKnown) databases_.push_back(database);
-  }
+SessionCleaner::SessionCleaner(std::vector<SessionDatabase> databases, spdlog::logger& log,
+                               CleaningRules rules, TimeSource now)
+    : databases_(std::move(databases)), log_(log), rules_(rules), now_(std::move(now)) {
+  std::ranges::sort(databases_, {}, &SessionDatabase::Path);
+  const auto repeated = std::ranges::unique(databases_, {}, &SessionDatabase::Path);
+  databases_.erase(repeated.begin(), repeated.end());
 }
 
 void SessionCleaner::Start() {
@@ -57,8 +54,9 @@ void SessionCleaner::CleanUp() {
 void SessionCleaner::CleanUp(const SessionDatabase& database) {
   SessionTable table(database);
   table.RemoveExpired(std::chrono::floor<std::chrono::seconds>(now_()).time_since_epoch().count());
-  std::int64_t excess = table.Count() - rules_.MostSessions;
-  if (excess > 0) log_.warn("{} sessions too many; those unused for longest are ended", excess);
+  std::int64_t excess = table.Count() - rules_.MaxSessions;
+  if (excess > 0)
+    log_.warn("session limit exceeded by {}; evicting the least recently used sessions", excess);
   for (; excess > 0; excess -= 1000) table.RemoveThousand();
 }
 

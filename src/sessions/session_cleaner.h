@@ -2,40 +2,44 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <thread>
 #include <vector>
 
 #include <spdlog/logger.h>
 
-#include "sessions/database_session_store.h"
+#include "sessions/session_table.h"
 
 namespace orlune {
 
 struct CleaningRules {
-  std::chrono::seconds Pause = std::chrono::minutes(5);  ///< between two rounds, half to one and a half of it
-  std::int64_t MostSessions = 250'000;                   ///< in one database
+  std::chrono::seconds Pause = std::chrono::minutes(5);  ///< mean time between two rounds, +-50 % at random
+  std::int64_t MaxSessions = 250'000;                    ///< in one database
 };
 
-/// Removes from databases the sessions that have expired, and, where there are too many, those that expire
-/// next. Several servers may clean the same database at once.
+/// Removes expired sessions from databases, and evicts the least recently used ones beyond a limit. Several
+/// servers may clean the same database at once.
 class SessionCleaner {
  public:
-  /// The drivers and the log outlive the cleaner.
-  SessionCleaner(const SessionDatabases& databases, spdlog::logger& log, CleaningRules rules = {},
-                 DatabaseSessionStore::TimeSource now = std::chrono::system_clock::now);
+  using TimeSource = std::function<std::chrono::system_clock::time_point()>;
 
-  /// Runs rounds in a thread of its own until the cleaner is destroyed; a round that runs is finished.
+  /// Cleans each database once a round, however many pages share it. The drivers and the log outlive the
+  /// cleaner.
+  SessionCleaner(std::vector<SessionDatabase> databases, spdlog::logger& log, CleaningRules rules = {},
+                 TimeSource now = std::chrono::system_clock::now);
+
+  /// Runs rounds in a thread of its own until the cleaner is destroyed, which waits for a running round.
   void Start();
-  /// One round. Failures go to the log.
+  /// One round. Logs failures.
   void CleanUp();
 
  private:
   void CleanUp(const SessionDatabase& database);
 
-  std::vector<SessionDatabase> databases_;  // each once
+  std::vector<SessionDatabase> databases_;
   spdlog::logger& log_;
   CleaningRules rules_;
-  DatabaseSessionStore::TimeSource now_;
+  TimeSource now_;
   std::jthread thread_;
 };
 

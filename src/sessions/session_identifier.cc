@@ -4,6 +4,8 @@
 
 #include <sodium.h>
 
+#include "sessions/hex_text.h"
+
 namespace orlune {
 namespace {
 
@@ -14,10 +16,7 @@ constexpr std::size_t kByteCount = 16;
 std::string NewSessionIdentifier() {
   std::array<unsigned char, kByteCount> bytes;
   randombytes_buf(bytes.data(), bytes.size());
-  std::string text(2 * bytes.size() + 1, '\0');
-  sodium_bin2hex(text.data(), text.size(), bytes.data(), bytes.size());
-  text.pop_back();
-  return text;
+  return HexText(bytes);
 }
 
 bool IsSessionIdentifier(std::string_view text) {

@@ -14,32 +14,29 @@ namespace orlune {
 struct KeptSession {
   std::string Id;
   NamedTexts Values;
-  std::int64_t Version = 0;  ///< the store's own, to tell whether the values have changed since
+  std::int64_t Version = 0;  ///< the store's own, to detect that the values have changed since
 };
 
-/// Makes `changes` in `values`: an empty text removes the value of its name.
+/// Applies `changes` to `values`; an empty text removes the value of its name.
 void ApplyChanges(const NamedTexts& changes, NamedTexts& values);
 
-/// The running sessions of all hosting pages. One that is not asked for during its lifetime ends. May be used
-/// by several threads at once. Everything throws DatabaseError when the sessions are out of reach; nothing
-/// has changed then.
+/// The sessions of one hosting page. One that is not asked for during its lifetime expires. May be used by
+/// several threads at once. Everything throws DatabaseError when the sessions cannot be read or written;
+/// nothing has changed then.
 class SessionStore {
  public:
   virtual ~SessionStore() = default;
 
-  /// The session that the first possible one of the identifiers `candidates` leads to at the page, its
-  /// lifetime begun anew; nothing when there is none.
-  virtual std::optional<KeptSession> Find(std::string_view pagePath,
-                                          std::span<const std::string_view> candidates) = 0;
-  /// Puts the values under a new identifier that nobody can guess, and returns it. The identifier `endedId`,
-  /// unless it is "", leads nowhere from then on.
-  virtual std::string Start(std::string_view pagePath, const NamedTexts& values,
-                            std::string_view endedId) = 0;
+  /// The session of the first of the identifiers `candidates` that has one, its lifetime restarted; nothing
+  /// when none has.
+  virtual std::optional<KeptSession> Find(std::span<const std::string_view> candidates) = 0;
+  /// Stores the values under a new identifier that nobody can guess, and returns it. Invalidates the
+  /// identifier `endedId` unless it is "".
+  virtual std::string Start(const NamedTexts& values, std::string_view endedId) = 0;
   /// Makes the changes in what the session holds by now, so that only requests that change the same value
   /// overwrite each other's. Does nothing when the session has ended since it was found.
-  virtual void Change(std::string_view pagePath, const KeptSession& found, const NamedTexts& changes) = 0;
-  /// The identifier leads nowhere from now on.
-  virtual void End(std::string_view pagePath, std::string_view id) = 0;
+  virtual void Change(const KeptSession& found, const NamedTexts& changes) = 0;
+  virtual void End(std::string_view id) = 0;
 };
 
 }  // namespace orlune

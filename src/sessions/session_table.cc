@@ -17,7 +17,7 @@ std::int64_t NumberAt(const ResultSet& rows, std::string_view column) {
   return number == nullptr ? 0 : *number;
 }
 
-/// When the last of the 1000 rows that expire first does.
+/// When the 1000th of the rows in order of expiry expires, or the last of fewer.
 std::int64_t LastOfThousand(Connection& connection) {
   const auto rows = connection.Query(Statement("SELECT TOP 1000 Expires FROM Sessions ORDER BY Expires"));
   std::int64_t last = 0;

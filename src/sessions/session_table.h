@@ -10,13 +10,12 @@
 
 namespace orlune {
 
-/// The database of one hosting page, and who opens it.
+/// The database of one hosting page, and the driver that opens it.
 struct SessionDatabase {
   DatabaseDriver* Driver;
   std::string Path;
 };
 
-/// One kept session.
 struct SessionRow {
   std::string Key;             ///< 64 hexadecimal digits
   std::string Values;          ///< as `EncodeQuery` writes them
@@ -24,29 +23,28 @@ struct SessionRow {
   std::int64_t ExpiresAt = 0;  ///< in seconds since 1970, UTC
 };
 
-/// The table `Sessions` of a database, which is created when it is missing, over a connection of its own.
-/// Used by one thread, and shortly. Everything throws DatabaseError.
+/// The table `Sessions` of a database, over a connection of its own. Creates the table when it is missing.
+/// Used by one thread. Everything throws DatabaseError.
 class SessionTable {
  public:
   explicit SessionTable(const SessionDatabase& database);
 
-  /// The row of the first of the keys, of which there is at least one, that has a row expiring after `now`;
-  /// nothing when none has one.
+  /// The row of the first of the keys that has one expiring after `now`. There is at least one key.
   std::optional<SessionRow> FindRunning(std::span<const std::string> keys, std::int64_t now);
-  /// The row as it is now, expired or not; nothing when it is gone.
+  /// The row, expired or not.
   std::optional<SessionRow> Find(const std::string& key);
 
   void Insert(const SessionRow& row);
-  /// Removes the row of `endedKey` and inserts another one, wholly or not at all.
+  /// Removes the row of `endedKey` and inserts another one, in one transaction.
   void Replace(const std::string& endedKey, const SessionRow& row);
-  /// Gives the row new values and their version, if it still has the version `replaced`.
+  /// Updates values and version of the row if it still has the version `replaced`.
   void UpdateValues(const SessionRow& row, std::int64_t replaced);
-  /// Moves the moment of expiry as far as possible: a failure leaves it and is no error.
+  /// Sets the moment of expiry. A failure is no error: the session only expires earlier.
   void TryProlong(const SessionRow& row);
   void Remove(const std::string& key);
 
   std::int64_t Count();
-  /// Removes what has expired at `now`.
+  /// Removes the rows that expire at `now` or before.
   void RemoveExpired(std::int64_t now);
   /// Removes the 1000 rows that expire first, and those that expire in the same second as the last of them.
   void RemoveThousand();

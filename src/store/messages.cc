@@ -4,7 +4,6 @@
 #include "base/text.h"
 #include "store/recipients.h"
 #include "store/rows.h"
-#include "store/transaction.h"
 
 namespace orlune {
 namespace {
@@ -48,17 +47,20 @@ Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
 
-void StoreCopies(Connection& database, const RegionalSettings& regional, const OutgoingMessage& message) {
+/// The statements that store a message, one for each recipient.
+std::vector<Statement> CopiesOf(const RegionalSettings& regional, const OutgoingMessage& message) {
   const std::string sent = FormatDateTime(regional, message.SentDate);
   const std::string subject = WithoutApostrophes(message.Subject);
   const std::string content = WithoutApostrophes(message.Content);
+  std::vector<Statement> copies;
   for (const std::string& recipient : message.Recipients) {
     if (recipient.empty()) continue;
-    database.Execute(
+    copies.push_back(
         Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed, Suggestion) "
                   "VALUES ('{}', '{}', '{}', '{}', '{}', no, {})",
                   message.Sender, recipient, sent, subject, content, SuggestionValue(message.Suggestion)));
   }
+  return copies;
 }
 
 }  // namespace
@@ -92,19 +94,13 @@ void DeleteMessages(Connection& database, std::string_view ids) {
 
 void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {
   message.Recipients = ExpandGroupRecipients(database, message.Recipients);
-  StoreCopies(database, regional, message);
+  for (const Statement& copy : CopiesOf(regional, message)) database.Execute(copy);
 }
 
 void SendMessageByItself(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {
   message.Recipients = ExpandGroupRecipients(database, message.Recipients);
-  Transaction copies(database);
-  try {
-    StoreCopies(database, regional, message);
-  } catch (const DatabaseError&) {
-    copies.Commit();
-    throw;
-  }
-  copies.Commit();
+  const std::vector<Statement> copies = CopiesOf(regional, message);
+  database.ExecuteInOrder(std::vector<StatementText>(copies.begin(), copies.end()));
 }
 
 }  // namespace orlune

@@ -10,59 +10,44 @@ namespace {
 
 using namespace std::string_literals;
 
+#define BAD "\xEF\xBF\xBD"  // U+FFFD
+
 TEST(RepairUtf8, ReplacesEveryByteThatHasNoPlace) {
   const struct {
     const char* Name;
-    std::string Input;
-    std::string Expected;
+    std::string Input, Expected;
   } cases[] = {
-      {"ascii", "plain", "plain"},
-      {"two, three and four bytes", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80",
-       "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"},
-      {"NUL", "a\0b"s, "a\xEF\xBF\xBD"s + "b"},
-      {"lone continuation", "a\x80", "a\xEF\xBF\xBD"},
-      {"cut short at the end", "\xE2\x82", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"cut short by a letter", "\xC3z", "\xEF\xBF\xBDz"},
-      {"overlong slash", "\xC0\xAF", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"overlong in three bytes", "\xE0\x9F\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"surrogate", "\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"beyond the last character", "\xF4\x90\x80\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-  };
+      {"one to four bytes", "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"},
+      {"NUL", "a\0b"s, "a" BAD "b"},
+      {"lone continuation", "a\x80", "a" BAD},
+      {"cut short at the end", "\xE2\x82", BAD BAD},
+      {"cut short by a letter", "\xC3z", BAD "z"},
+      {"overlong slash", "\xC0\xAF", BAD BAD},
+      {"overlong in three bytes", "\xE0\x9F\xBF", BAD BAD BAD},
+      {"surrogate", "\xED\xA0\x80", BAD BAD BAD},
+      {"beyond the last character", "\xF4\x90\x80\x80", BAD BAD BAD BAD}};
   for (const auto& c : cases) EXPECT_EQ(RepairUtf8(c.Input), c.Expected) << c.Name;
 }
 
 TEST(DecodeQuery, ReadsNamesAndValues) {
   const struct {
-    std::string Query;
-    std::string Name;
-    std::string Expected;
-  } cases[] = {
-      {"p=c&cd=3%2F15%2F2004", "cd", "3/15/2004"},
-      {"t=a+b%2Bc%20d", "t", "a b+c d"},
-      {"x=1&y=2&x=3", "x", "1, 3"},
-      {"x=&x=", "x", ", "},
-      {"x", "x", ""},
-      {"x=a=b", "x", "a=b"},
-      {"&&x=1&", "x", "1"},
-      {"x=100%&y=%zz%4", "x", "100%"},
-      {"x=100%&y=%zz%4", "y", "%zz%4"},
-      {"%78=%C3%A4", "x", "\xC3\xA4"},
-      {"x=%ff%00", "x", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"X=1", "x", ""},
-      {"x=%25%32%30", "x", "%20"},
-  };
+    const char *Query, *Name, *Expected;
+  } cases[] = {{"p=c&cd=3%2F15%2F2004", "cd", "3/15/2004"},
+               {"t=a+b%2Bc%20d", "t", "a b+c d"},
+               {"x=1&y=2&x=3", "x", "1, 3"},
+               {"x=&x=", "x", ", "},
+               {"x", "x", ""},
+               {"x=a=b==", "x", "a=b=="},
+               {"&&x=1&", "x", "1"},
+               {"=1&x=2", "x", "2"},
+               {"x=100%&y=%zz%4", "x", "100%"},
+               {"x=100%&y=%zz%4", "y", "%zz%4"},
+               {"%78=%C3%A4", "x", "\xC3\xA4"},
+               {"x=%ff%00", "x", BAD BAD},
+               {"X=1", "x", ""},
+               {"x=%25%32%30", "x", "%20"}};
   for (const auto& c : cases) EXPECT_EQ(DecodeQuery(c.Query).Find(c.Name), c.Expected) << c.Query;
   EXPECT_EQ(DecodeQuery("x=1&y=2&x=3&").size(), 2U);
-}
-
-TEST(EncodeQuery, ReadsBackAsItWas) {
-  NamedTexts texts;
-  texts.Set("a&b", "1=2");
-  texts.Set("", " +%\n\xC3\xA4");
-  const NamedTexts back = DecodeQuery(EncodeQuery(texts));
-  EXPECT_EQ(back.size(), 2U);
-  EXPECT_EQ(back.Find("a&b"), "1=2");
-  EXPECT_EQ(back.Find(""), " +%\n\xC3\xA4");
 }
 
 TEST(EncodeUrl, LetsNothingEndTheHeader) {

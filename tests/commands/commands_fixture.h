@@ -18,16 +18,20 @@ namespace orlune::testing {
 /// Databases as the operator's commands and the pages reach them.
 class CommandsFixture : public ::testing::Test {
  protected:
-  NamedDatabase Named(const DatabasePlace& place) { return engines_.Named(place.Path()); }
+  NamedDatabase Named(const DatabasePlace& place) {
+    return engines_.Named(DatabaseAddress::Parse(place.Path()));
+  }
   std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabasePlace& place) {
-    return Named(place).Engine.OpenToRead(place.Path());
+    const NamedDatabase named = Named(place);
+    return named.Engine.OpenToRead(named.Address);
   }
   std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabasePlace& place) {
-    return Named(place).Engine.OpenToFill(place.Path());
+    const NamedDatabase named = Named(place);
+    return named.Engine.OpenToFill(named.Address);
   }
 
   /// Runs a statement of the dialect.
-  void Run(const DatabasePlace& place, const Statement& statement) {
+  void Run(const DatabasePlace& place, const StatementText& statement) {
     place.MakeDriver(regional_)->Open(place.Path())->Execute(statement);
   }
 

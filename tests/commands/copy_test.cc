@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 #include <sstream>
-#include <utility>
+#include <tuple>
 
 #include "commands/commands_fixture.h"
 #include "commands/current_tables.h"
@@ -21,15 +21,8 @@ using std::chrono::minutes;
 using std::chrono::seconds;
 using std::chrono::year;
 
-/// Which engines the copies go from and to.
-std::vector<std::pair<Engine, Engine>> EnginePairs() {
-  return {{Engine::kSqlite, Engine::kSqlite},
-          {Engine::kSqlite, Engine::kPostgresql},
-          {Engine::kPostgresql, Engine::kSqlite},
-          {Engine::kPostgresql, Engine::kPostgresql}};
-}
-
-class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<std::pair<Engine, Engine>> {
+/// Copies between engines, in all directions.
+class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<std::tuple<Engine, Engine>> {
  protected:
   void Copy(const NamedDatabase& from, const NamedDatabase& to) {
     std::ostringstream progressText;
@@ -48,24 +41,21 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
     }
   }
 
-  std::map<std::string, std::vector<StoredRow>> AllRows(const DatabasePlace& place) {
-    std::map<std::string, std::vector<StoredRow>> rows;
+  struct TableContents {
+    std::vector<StoredRow> Rows;
+    std::int64_t LastCounter = 0;
+    bool operator==(const TableContents&) const = default;
+  };
+  std::map<std::string, TableContents> Contents(const DatabasePlace& place) {
+    std::map<std::string, TableContents> contents;
     const auto database = OpenToRead(place);
     for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
-      rows[table.Name] = database->Rows(table, kBeforeFirstRow, 100'000);
-    return rows;
+      contents[table.Name] = {database->Rows(table, kBeforeFirstRow, 100'000),
+                              database->LastCounter(table.Name)};
+    return contents;
   }
-  std::map<std::string, std::int64_t> Counters(const DatabasePlace& place) {
-    std::map<std::string, std::int64_t> counters;
-    const auto database = OpenToRead(place);
-    for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables)
-      counters[table.Name] = database->LastCounter(table.Name);
-    return counters;
-  }
-  void ExpectEqualDatabases() {
-    EXPECT_EQ(AllRows(to_), AllRows(from_));
-    EXPECT_EQ(Counters(to_), Counters(from_));
-    EXPECT_EQ(OpenToRead(to_)->MissingIndexes(), std::vector<std::string>());
+  bool IsComplete(const DatabasePlace& place) {
+    return OpenToRead(place)->MissingIndexes().empty() && !OpenToRead(place)->UnfinishedCopySource();
   }
 
   static dialect::Table TableOf(const std::string& name) {
@@ -82,8 +72,8 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
     OpenToFill(place)->Insert(table, rows);
   }
 
-  DatabasePlace from_{GetParam().first};
-  DatabasePlace to_{GetParam().second};
+  DatabasePlace from_{std::get<0>(GetParam())};
+  DatabasePlace to_{std::get<1>(GetParam())};
   std::ostringstream output_;
 };
 
@@ -114,9 +104,10 @@ TEST_P(CopyTest, KeepsEveryValueExactly) {
                        std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()));
 
   Copy();
-  ExpectEqualDatabases();
-  EXPECT_EQ(AllRows(to_)["Messages"], messages);
-  EXPECT_EQ(AllRows(to_)["Events"], events);
+  auto copied = Contents(to_);
+  EXPECT_TRUE(copied == Contents(from_) && IsComplete(to_));
+  EXPECT_EQ(copied["Messages"].Rows, messages);
+  EXPECT_EQ(copied["Events"].Rows, events);
   EXPECT_EQ(output_.str().find("note"), std::string::npos) << output_.str();
 }
 
@@ -135,22 +126,20 @@ TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
   AddEvents(from_, 1001);
   Interruption never(-1, false);
   InterruptedEngine counted(Named(to_).Engine, never);
-  Copy(Named(from_), {counted, to_.Path()});
+  Copy(Named(from_), {counted, Named(to_).Address});
   const int last = never.Writes() - 1;
   ASSERT_GT(last, 10);
   // After one write is before the next one.
   for (int at = 0; at <= last + 1; ++at) {
     SCOPED_TRACE(at);
     const bool isComplete = at > last;
-    DatabasePlace target(GetParam().second);
+    DatabasePlace target(std::get<1>(GetParam()));
     Interruption interruption(std::min(at, last), isComplete);
     InterruptedEngine engine(Named(target).Engine, interruption);
-    EXPECT_EQ(Refusal(Named(from_), {engine, target.Path()}), "interrupted");
+    EXPECT_EQ(Refusal(Named(from_), {engine, Named(target).Address}), "interrupted");
     EXPECT_EQ(!Refusal(Named(from_), Named(target)).empty(), isComplete)
         << "only a complete copy has no end to go on to";
-    EXPECT_EQ(AllRows(target), AllRows(from_));
-    EXPECT_EQ(Counters(target), Counters(from_));
-    EXPECT_EQ(OpenToRead(target)->UnfinishedCopySource(), std::nullopt);
+    EXPECT_TRUE(Contents(target) == Contents(from_) && IsComplete(target));
   }
 }
 
@@ -160,39 +149,31 @@ TEST_P(CopyTest, IsNotServedBeforeItIsComplete) {
   const int inTheMiddleOfTheEvents = 7;
   Interruption interruption(inTheMiddleOfTheEvents, false);
   InterruptedEngine engine(Named(to_).Engine, interruption);
-  EXPECT_EQ(Refusal(Named(from_), {engine, to_.Path()}), "interrupted");
+  EXPECT_EQ(Refusal(Named(from_), {engine, Named(to_).Address}), "interrupted");
   EXPECT_THROW(to_.MakeDriver(regional_)->Open(to_.Path()), DatabaseError);
 
-  DatabasePlace other(GetParam().first);
+  DatabasePlace other(std::get<0>(GetParam()));
   MakeCurrent(other);
-  EXPECT_NE(Refusal(Named(other), Named(to_)).find("is an unfinished copy of"), std::string::npos);
-  DatabasePlace another(GetParam().second);
-  EXPECT_NE(Refusal(Named(to_), Named(another)).find("is itself an unfinished copy"), std::string::npos);
+  EXPECT_NE(Refusal(Named(other), Named(to_)).find("is an incomplete copy of"), std::string::npos);
+  DatabasePlace another(std::get<1>(GetParam()));
+  EXPECT_NE(Refusal(Named(to_), Named(another)).find("is itself an incomplete copy"), std::string::npos);
 
   Copy();
   EXPECT_NE(to_.MakeDriver(regional_)->Open(to_.Path()), nullptr);
 }
 
 TEST_P(CopyTest, FindsThatItsSourceChangedMeanwhile) {
-  const struct {
-    const char* Name;
-    Statement Change;
-  } cases[] = {
-      {"row changed", Statement("UPDATE Events SET EventName = 'changed' WHERE EventID = 1")},
-      {"row changed from empty", Statement("UPDATE Events SET Owner = '' WHERE EventID = 1")},
-      {"row deleted", Statement("DELETE FROM Events WHERE EventID = 1")},
-      {"row of another table", Statement("UPDATE Calendars SET Password = 'y' WHERE Name = 'admin'")}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.Name);
-    DatabasePlace source(GetParam().first);
-    DatabasePlace target(GetParam().second);
+  for (const Statement& change : {Statement("UPDATE Events SET Owner = '' WHERE EventID = 1"),
+                                  Statement("DELETE FROM Events WHERE EventID = 1")}) {
+    DatabasePlace source(std::get<0>(GetParam()));
+    DatabasePlace target(std::get<1>(GetParam()));
     MakeCurrent(source);
     AddEvents(source, 2500);
     const int afterTheEvents = 9;
     Interruption interruption(afterTheEvents, true);
     InterruptedEngine engine(Named(target).Engine, interruption);
-    EXPECT_EQ(Refusal(Named(source), {engine, target.Path()}), "interrupted");
-    Run(source, c.Change);
+    EXPECT_EQ(Refusal(Named(source), {engine, Named(target).Address}), "interrupted");
+    Run(source, change);
     EXPECT_NE(Refusal(Named(source), Named(target)).find("differs from its source"), std::string::npos);
     EXPECT_NE(output_.str().find("DIFFERENT"), std::string::npos);
     EXPECT_THROW(target.MakeDriver(regional_)->Open(target.Path()), DatabaseError);
@@ -203,11 +184,11 @@ TEST_P(CopyTest, LeavesATargetWithRowsAsItWas) {
   MakeCurrent(from_);
   MakeCurrent(to_);
   Run(to_, Statement("UPDATE Calendars SET FriendlyName = 'mine'"));
-  const auto before = AllRows(to_);
-  EXPECT_NE(Refusal(Named(from_), Named(to_)).find("is not empty: the table Calendars has rows"),
+  const auto before = Contents(to_);
+  EXPECT_NE(Refusal(Named(from_), Named(to_)).find("is not empty: table Calendars has rows"),
             std::string::npos);
-  EXPECT_EQ(AllRows(to_), before);
-  EXPECT_EQ(Refusal(Named(from_), Named(from_)), "A database cannot be copied into itself.");
+  EXPECT_TRUE(Contents(to_) == before);
+  EXPECT_NE(Refusal(Named(from_), Named(from_)).find("into itself"), std::string::npos);
 }
 
 TEST_P(CopyTest, TakesOverADatabaseOfTheFormBeforeTheUpgrade) {
@@ -216,7 +197,7 @@ TEST_P(CopyTest, TakesOverADatabaseOfTheFormBeforeTheUpgrade) {
   Copy();
   EXPECT_EQ(OpenToRead(from_)->Tables().Find("Calendars")->Find("ClockMode"), nullptr);
   UpgradeSchema(*from_.MakeDriver(regional_)->Open(from_.Path()));
-  ExpectEqualDatabases();
+  EXPECT_TRUE(Contents(to_) == Contents(from_) && IsComplete(to_));
   const auto rows = to_.MakeDriver(regional_)
                         ->Open(to_.Path())
                         ->Query(Statement("SELECT FirstDayOfWeek FROM Calendars WHERE Name = 'Ben'"));
@@ -236,46 +217,43 @@ TEST_P(CopyFromFileTest, TellsWhatItCannotKeep) {
     from_.RunNative(sql);
   Copy();
   for (const char* note :
-       {"note: 2 values of Events.BeginTime", "note: 1 value of Events.BeginDate",
-        "note: 1 value of Events.Comments", "note: 1 value of Calendars.DayBegin",
-        "note: the table Rooms is none of the calendar's", "note: the column Events.Room was not copied"})
+       {"note: 2 unreadable values of Events.BeginTime", "note: 1 unreadable value of Events.BeginDate",
+        "note: 1 unreadable value of Events.Comments", "note: 1 unreadable value of Calendars.DayBegin",
+        "note: table Rooms is not part of a calendar", "note: column Events.Room is not part of a calendar"})
     EXPECT_NE(output_.str().find(note), std::string::npos) << note << "\n" << output_.str();
   EXPECT_EQ(output_.str().find("Sessions"), std::string::npos);
-  const StoredRow fourth = AllRows(to_)["Events"][3];
+  const StoredRow fourth = Contents(to_)["Events"].Rows[3];
   EXPECT_EQ(fourth[4], StoredField());
   EXPECT_EQ(fourth[12], StoredField("a\xEF\xBF\xBD"
                                     "b"));
 }
 
-std::string NameOfPair(const ::testing::TestParamInfo<std::pair<Engine, Engine>>& pair) {
+std::string NameOfDirection(const ::testing::TestParamInfo<std::tuple<Engine, Engine>>& direction) {
   const auto name = [](Engine engine) { return engine == Engine::kSqlite ? "File" : "Server"; };
-  return std::string(name(pair.param.first)) + "To" + name(pair.param.second);
+  return std::string(name(std::get<0>(direction.param))) + "To" + name(std::get<1>(direction.param));
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::ValuesIn(EnginePairs()), NameOfPair);
+const auto kEngines = ::testing::Values(Engine::kSqlite, Engine::kPostgresql);
+INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::Combine(kEngines, kEngines), NameOfDirection);
 INSTANTIATE_TEST_SUITE_P(Engines, CopyFromFileTest,
-                         ::testing::Values(std::pair{Engine::kSqlite, Engine::kSqlite},
-                                           std::pair{Engine::kSqlite, Engine::kPostgresql}),
-                         NameOfPair);
+                         ::testing::Combine(::testing::Values(Engine::kSqlite), kEngines), NameOfDirection);
 
 TEST(RowDigest, TellsApartWhatLooksAlike) {
-  const std::vector<std::vector<StoredRow>> different{
-      {},
-      {{}},
-      {{"ab", ""}},
-      {{"a", "b"}},
-      {{"", "ab"}},
-      {{"ab"}, {""}},
-      {{""}, {"ab"}},
-      {{"ab", StoredField()}},
-      {{StoredField(), "ab"}},
-      {{std::int64_t{1}}},
-      {{true}},
-      {{"1"}},
-      {{TimeOfDay{1}}},
-      {{Date{std::chrono::days{1}}}},
-      {{DateTime{Date{}, TimeOfDay{1}}}},
-  };
+  const std::vector<std::vector<StoredRow>> different{{},
+                                                      {{}},
+                                                      {{"ab", ""}},
+                                                      {{"a", "b"}},
+                                                      {{"", "ab"}},
+                                                      {{"ab"}, {""}},
+                                                      {{""}, {"ab"}},
+                                                      {{"ab", StoredField()}},
+                                                      {{StoredField(), "ab"}},
+                                                      {{std::int64_t{1}}},
+                                                      {{true}},
+                                                      {{"1"}},
+                                                      {{TimeOfDay{1}}},
+                                                      {{Date{std::chrono::days{1}}}},
+                                                      {{DateTime{Date{}, TimeOfDay{1}}}}};
   std::set<std::string> digests;
   for (const auto& rows : different) {
     RowDigest digest;

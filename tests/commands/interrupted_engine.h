@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "drivers/schema/database_engine.h"
+#include "drivers/engines/database_engine.h"
 
 namespace orlune::testing {
 
@@ -71,15 +71,18 @@ class InterruptedEngine : public DatabaseEngine {
   InterruptedEngine(DatabaseEngine& inner, Interruption& interruption)
       : inner_(inner), interruption_(interruption) {}
 
-  std::unique_ptr<DatabaseMaintenance> OpenToRead(const std::string& address) override {
+  std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabaseAddress& address) override {
     return inner_.OpenToRead(address);
   }
-  std::unique_ptr<DatabaseMaintenance> OpenToFill(const std::string& address) override {
+  std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabaseAddress& address) override {
     std::unique_ptr<DatabaseMaintenance> opened;
     interruption_.Write([&] { opened = inner_.OpenToFill(address); });
     return std::make_unique<InterruptedMaintenance>(std::move(opened), interruption_);
   }
-  std::unique_ptr<Connection> Connect(const std::string& address) override {
+  void Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) override {
+    inner_.Create(address, fill);
+  }
+  std::unique_ptr<Connection> Connect(const DatabaseAddress& address) override {
     std::unique_ptr<Connection> connection;
     interruption_.Write([&] { connection = inner_.Connect(address); });
     return connection;

@@ -32,6 +32,11 @@ class DatabaseFixture : public ::testing::Test {
     return Column(*connection.Query(query), name);
   }
 
+  using Texts = std::vector<std::string>;
+  static Texts Names(Connection& connection) {
+    return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
+  }
+
   static std::string Text(const Value& value) {
     if (const auto* text = std::get_if<std::string_view>(&value)) return std::string(*text);
     if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);

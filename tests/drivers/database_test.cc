@@ -8,20 +8,13 @@
 namespace orlune {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 template <class Action>
 void InFourThreads(Action action) {
   std::array<std::jthread, 4> threads;
   for (std::jthread& thread : threads) thread = std::jthread(action);
 }
 
-class Database : public testing::DatabaseFixture {
- protected:
-  Texts Names(Connection& connection) {
-    return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
-  }
-};
+using Database = testing::DatabaseFixture;
 
 TEST_F(Database, NeverReusesACounter) {
   const auto connection = Open();
@@ -118,12 +111,29 @@ TEST_F(Database, KeepsATransactionTogether) {
   EXPECT_EQ(Names(*connection), Texts{"a"});
 
   connection->Begin();
+  EXPECT_FALSE(connection->TryExecute(Statement("INSERT INTO Calendars (CalendarID) VALUES (1)")));
   EXPECT_TRUE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
   EXPECT_FALSE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Weekend TEXT (50)")));
   connection->Execute(Statement("UPDATE Calendars SET Weekend = '1, 7'"));
   connection->Commit();
   EXPECT_THROW(connection->Commit(), DatabaseError);
   EXPECT_EQ(Column(*Open(), Statement("SELECT Weekend FROM Calendars"), "Weekend"), Texts{"1, 7"});
+}
+
+TEST_F(Database, KeepsWhatWasExecutedBeforeAFailingStatement) {
+  const auto connection = Open();
+  const testing::Spliced calendar("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"7", "ann"});
+  const testing::Spliced other("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"8", "bob"});
+  const testing::Spliced late("INSERT INTO Calendars (CalendarID, Name) VALUES ({}, '{}')", {"9", "cleo"});
+  const testing::Spliced noNumber("INSERT INTO Calendars (DayBegin) VALUES ('{}')", {"early"});
+  for (const StatementText failing : {StatementText(calendar), StatementText(noNumber)}) {
+    connection->Execute(Statement("DELETE FROM Calendars"));
+    EXPECT_THROW(connection->ExecuteInOrder(std::vector<StatementText>{calendar, other, failing, late}),
+                 DatabaseError);
+    EXPECT_EQ(Names(*Open()), (Texts{"ann", "bob"}));
+  }
+  connection->ExecuteInOrder(std::vector<StatementText>{late});
+  EXPECT_EQ(Names(*Open()), (Texts{"ann", "bob", "cleo"}));
 }
 
 TEST_F(Database, ForgetsWhatAConnectionDidNotCommit) {

@@ -45,15 +45,6 @@ TEST(IcuRegionalSettings, WriteDatesAsTheRegionDoes) {
   }
 }
 
-TEST(IcuRegionalSettings, CountMonthsFromJanuaryAndWeekdaysFromSunday) {
-  const DateNames names = LoadRegionalSettings("en_US").Names;
-  EXPECT_EQ(names.Months.front(), "January");
-  EXPECT_EQ(names.LongDateMonths.back(), "December");
-  EXPECT_EQ(names.AbbreviatedMonths.back(), "Dec");
-  EXPECT_EQ(names.Weekdays.front(), "Sunday");
-  EXPECT_EQ(names.AbbreviatedWeekdays.back(), "Sat");
-}
-
 TEST(IcuRegionalSettings, UpperCaseFollowsTheRegionsRules) {
   EXPECT_EQ(LoadRegionalSettings("fi_FI").UpperCaseNames.LongDateMonths[2], "MAALISKUUTA");
   EXPECT_EQ(LoadRegionalSettings("sv_SE").UpperCaseNames.AbbreviatedWeekdays[1], "MÅN");

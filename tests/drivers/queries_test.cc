@@ -5,10 +5,10 @@ namespace orlune {
 namespace {
 
 using testing::Spliced;
-using Texts = std::vector<std::string>;
 
 class Queries : public testing::DatabaseFixture {
  protected:
+  using DatabaseFixture::Names;
   Texts Names(const StatementText& query) { return Column(*connection_, query, "Name"); }
 
   std::unique_ptr<Connection> connection_ = Open();
@@ -82,6 +82,12 @@ TEST_F(Queries, OrderByKeysThenByCounter) {
   for (const auto& [query, expected] : cases) EXPECT_EQ(Names(Spliced(query, {})), expected) << query;
 }
 
+TEST_F(Queries, OrderTextsByFoldedCodePoints) {
+  const Texts ascending{"", "a", "AA", "ab", "B", "ß", "ST", "z", "Ä", "Å", "ı", "σ", "日"};
+  for (auto name = ascending.rbegin(); name != ascending.rend(); ++name) AddCalendar(*connection_, *name);
+  EXPECT_EQ(Names(Statement("SELECT Name FROM Calendars ORDER BY Name")), ascending);
+}
+
 TEST_F(Queries, JoinInTheOrderOfTheFirstTable) {
   for (const char* name : {"ann", "bob"}) AddCalendar(*connection_, name, name);
   for (const char* owner : {"BOB", "Ann", "bob", "nobody"}) {
@@ -150,15 +156,14 @@ TEST_F(Queries, FindNothingThroughAHostileText) {
 
 TEST_F(Queries, TellWhatIsWrongWithoutShowingValues) {
   const std::vector<std::pair<Spliced, const char*>> cases{
-      {{"SELECT Name FROM Diaries", {}}, "there is no table Diaries in: SELECT Name FROM Diaries"},
-      {{"SELECT Nam FROM Calendars", {}}, "there is no column Nam in: SELECT Nam FROM Calendars"},
-      {{"SELECT Events.Name FROM Events INNER JOIN Calendars ON Owner = Name", {}},
-       "there is no column Name in: "},
+      {{"SELECT Name FROM Diaries", {}}, "no table Diaries in: SELECT Name FROM Diaries"},
+      {{"SELECT Nam FROM Calendars", {}}, "no column Nam in: SELECT Nam FROM Calendars"},
+      {{"SELECT Events.Name FROM Events INNER JOIN Calendars ON Owner = Name", {}}, "no column Name in: "},
       {{"SELECT Name FROM Calendars WHERE DayBegin = '{}'", {"secret"}},
-       "the column DayBegin takes a whole number in: SELECT Name FROM Calendars WHERE DayBegin = '{}'"},
-      {{"SELECT Name FROM Calendars WHERE IsGroup LIKE 'a'", {}}, "LIKE needs a text"},
+       "column DayBegin: expected a whole number in: SELECT Name FROM Calendars WHERE DayBegin = '{}'"},
+      {{"SELECT Name FROM Calendars WHERE IsGroup LIKE 'a'", {}}, "LIKE: expected a text"},
       {{"DELETE FROM Calendars", {}}, "not a query"},
-      {{"SELECT DISTINCT * FROM Calendars", {}}, "DISTINCT needs columns"},
+      {{"SELECT DISTINCT * FROM Calendars", {}}, "DISTINCT: expected columns"},
   };
   for (const auto& [query, expected] : cases) {
     try {

@@ -2,15 +2,16 @@
 
 #include <fstream>
 
+#include <sqlite3.h>
 #include <unistd.h>
 
-#include "drivers/spliced.h"
-#include "drivers/sqlite_fixture.h"
+#include "drivers/database_fixture.h"
+#include "drivers/sqlite/base_schema.h"
+#include "drivers/sqlite/handles.h"
+#include "drivers/sqlite/unicode_text.h"
 
 namespace orlune {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// Takes the rights of the superuser away for a while, where the tests run with them.
 class Unprivileged {
@@ -24,10 +25,15 @@ class Unprivileged {
   const bool isRoot_ = geteuid() == 0;
 };
 
-class SqliteFile : public testing::SqliteFixture {
+class SqliteFile : public testing::DatabaseFixture {
  protected:
-  Texts Names(Connection& connection) {
-    return Column(connection, Statement("SELECT Name FROM Calendars"), "Name");
+  SqliteFile() : DatabaseFixture(testing::Engine::kSqlite) {}
+
+  /// Another program's view of the file.
+  sqlite::DatabaseHandle OpenRaw() const {
+    sqlite3* opened = nullptr;
+    EXPECT_EQ(sqlite3_open(file_.c_str(), &opened), SQLITE_OK);
+    return sqlite::DatabaseHandle(opened);
   }
 
   /// Why `path` cannot be opened; empty when it can.
@@ -39,6 +45,9 @@ class SqliteFile : public testing::SqliteFixture {
       return error.what();
     }
   }
+
+  const std::string file_ = place_.Path();
+  const std::filesystem::path folder_ = std::filesystem::path(file_).parent_path();
 };
 
 TEST_F(SqliteFile, IsNotOpenedUnlessItIsOurs) {
@@ -97,17 +106,26 @@ TEST_F(SqliteFile, IsOpenedAnewWhenAnotherTookItsName) {
   EXPECT_THROW(Open(), DatabaseError);
 }
 
-TEST_F(SqliteFile, IsNeverOverwrittenByANewOne) {
+TEST_F(SqliteFile, IsCreatedAnewOrNotAtAll) {
   AddCalendar(*Open(), "ann");
+  const auto fail = [](const std::filesystem::path&) { throw DatabaseError("no"); };
   EXPECT_THROW(CreateBaseDatabase(file_), DatabaseError);
   EXPECT_THROW(CreateBaseDatabase(folder_ / "missing" / "calendar.db"), DatabaseError);
+  EXPECT_THROW(CreateBaseDatabase(folder_ / "failed.db", fail), DatabaseError);
   EXPECT_EQ(Names(*Open()), Texts{"ann"});
-  std::vector<std::string> unfinished;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_))
+    EXPECT_EQ(entry.path().stem(), "calendar");
+}
+
+TEST_F(SqliteFile, IsReadableForItsOwnerOnly) {
+  using std::filesystem::perms;
+  AddCalendar(*Open(), "ann");
+  Texts files;
   for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
-    if (entry.path().filename().string().find("unfinished") != std::string::npos)
-      unfinished.push_back(entry.path());
+    files.push_back(entry.path());
+    EXPECT_EQ(entry.status().permissions(), perms::owner_read | perms::owner_write) << entry.path();
   }
-  EXPECT_EQ(unfinished, Texts{});
+  EXPECT_EQ(files.size(), 3U);
 }
 
 TEST_F(SqliteFile, IsWrittenDurably) {
@@ -118,6 +136,22 @@ TEST_F(SqliteFile, IsWrittenDurably) {
     ASSERT_TRUE(sqlite::Step(row.get()));
     EXPECT_EQ(sqlite::ColumnText(row.get(), 0), expected) << pragma;
   }
+}
+
+TEST_F(SqliteFile, ReadsTextsOfNoDateAsNull) {
+  const auto raw = OpenRaw();
+  sqlite::Run(raw.get(), "INSERT INTO Events (BeginDate, BeginTime) VALUES ('soon', '25:00:00')");
+  const auto connection = Open();
+  const auto rows = connection->Query(Statement("SELECT BeginDate, BeginTime FROM Events"));
+  ASSERT_TRUE(rows->Next());
+  EXPECT_EQ(rows->Get(0), Value());
+  EXPECT_EQ(rows->Get(1), Value());
+}
+
+TEST(LikePattern, TakesWhatFoldsToSeveralLettersAsOne) {
+  EXPECT_TRUE(sqlite::LikePattern("stra_e").Matches("Straße"));
+  EXPECT_FALSE(sqlite::LikePattern("stra__e").Matches("Straße"));
+  EXPECT_TRUE(sqlite::LikePattern("_z").Matches("\xFFz"));
 }
 
 }  // namespace

@@ -1,16 +1,12 @@
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 #include <vector>
 
 #include "base/dates.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "fuzz/require.h"
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 const std::vector<orlune::RegionalSettings>& Regions() {
   static const std::vector<orlune::RegionalSettings> kRegions{

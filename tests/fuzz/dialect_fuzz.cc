@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +7,7 @@
 
 #include "drivers/dialect/parser.h"
 #include "drivers/dialect/shape.h"
+#include "fuzz/require.h"
 
 namespace {
 
@@ -75,10 +75,6 @@ Composed WithTexts(const Composed& original, std::string_view text) {
   }
   copyFixed(original.Text.size());
   return changed;
-}
-
-void Require(bool holds) {
-  if (!holds) std::abort();
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "base/url_encoding.h"
 #include "base/utf8.h"
+#include "fuzz/require.h"
 #include "http/cookies.h"
 #include "http/static_files.h"
 #include "sessions/cookie_sealer.h"
@@ -14,10 +14,6 @@
 namespace {
 
 using orlune::Date;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool IsClean(const std::string& text) {
   return text.find('\0') == std::string::npos && orlune::RepairUtf8(text) == text;

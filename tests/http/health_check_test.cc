@@ -11,51 +11,47 @@ namespace {
 
 constexpr std::chrono::hours kForever{1};
 
+/// A probe that succeeds as soon as the test releases it.
+struct HeldProbe {
+  std::atomic<int> Count = 0;
+  std::promise<void> Released;
+  std::shared_future<void> Release = Released.get_future().share();
+
+  bool operator()() {
+    ++Count;
+    Release.wait();
+    return true;
+  }
+};
+
 TEST(HealthCheck, ProbesOnceForAllWhoAsk) {
-  std::atomic<int> probes = 0;
-  std::promise<void> released;
-  const std::shared_future<void> release = released.get_future().share();
-  HealthCheck check(
-      [&] {
-        ++probes;
-        release.wait();
-        return true;
-      },
-      {kForever, kForever});
+  HeldProbe probe;
+  HealthCheck check(std::ref(probe), {kForever, kForever});
   std::array<std::future<bool>, 8> answers;
   for (std::future<bool>& answer : answers)
     answer = std::async(std::launch::async, [&check] { return check.IsHealthy(); });
-  released.set_value();
+  probe.Released.set_value();
   for (std::future<bool>& answer : answers) EXPECT_TRUE(answer.get());
   EXPECT_TRUE(check.IsHealthy());
-  EXPECT_EQ(probes, 1);
+  EXPECT_EQ(probe.Count, 1);
 }
 
 TEST(HealthCheck, ProbesAnewWhenTheAnswerIsOld) {
   std::atomic<bool> isWell = false;
   HealthCheck check([&isWell] { return isWell.load(); }, {std::chrono::milliseconds(0), kForever});
-  EXPECT_FALSE(check.IsHealthy());
-  isWell = true;
-  EXPECT_TRUE(check.IsHealthy());
-  isWell = false;
-  EXPECT_FALSE(check.IsHealthy());
+  for (const bool expected : {false, true, false}) {
+    isWell = expected;
+    EXPECT_EQ(check.IsHealthy(), expected);
+  }
 }
 
 TEST(HealthCheck, DoesNotWaitForAProbeThatHangs) {
-  std::atomic<int> probes = 0;
-  std::promise<void> released;
-  const std::shared_future<void> release = released.get_future().share();
-  HealthCheck check(
-      [&] {
-        ++probes;
-        release.wait();
-        return true;
-      },
-      {std::chrono::milliseconds(0), std::chrono::milliseconds(20)});
+  HeldProbe probe;
+  HealthCheck check(std::ref(probe), {std::chrono::milliseconds(0), std::chrono::milliseconds(20)});
   EXPECT_FALSE(check.IsHealthy());
   EXPECT_FALSE(check.IsHealthy());
-  EXPECT_EQ(probes, 1);
-  released.set_value();
+  EXPECT_EQ(probe.Count, 1);
+  probe.Released.set_value();
   while (!check.IsHealthy()) std::this_thread::yield();
 }
 

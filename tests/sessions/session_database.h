@@ -10,7 +10,7 @@
 
 namespace orlune::testing {
 
-/// A driver whose databases can be taken away.
+/// A driver that opens nothing while `IsAway`.
 class BreakableDriver : public DatabaseDriver {
  public:
   explicit BreakableDriver(std::unique_ptr<DatabaseDriver> inner) : inner_(std::move(inner)) {}
@@ -25,12 +25,12 @@ class BreakableDriver : public DatabaseDriver {
   std::unique_ptr<DatabaseDriver> inner_;
 };
 
-/// A fresh database of the engine under test, and drivers for it.
+/// A fresh database of the engine under test.
 class SessionTestDatabase {
  public:
   SessionTestDatabase() { place_.CreateTables(); }
 
-  /// As another server has it, with nothing remembered about the database.
+  /// A driver with a cache of its own, as another server has it.
   std::unique_ptr<BreakableDriver> NewDriver() const {
     return std::make_unique<BreakableDriver>(place_.MakeDriver(regional_));
   }

@@ -49,6 +49,18 @@ std::string HttpAnswer::Header(std::string_view name) const {
   return Head.substr(value, Head.find("\r\n", value) - value);
 }
 
+std::string HttpAnswer::CookieLine() const {
+  const std::string cookie = Header("Set-Cookie");
+  return "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n";
+}
+
+HttpAnswer Post(std::string_view address, std::string_view target, std::string_view form,
+                std::string_view headers) {
+  std::string lines(headers);
+  lines.append("Content-Type: application/x-www-form-urlencoded\r\n");
+  return Fetch(address, "POST " + std::string(target), lines, form);
+}
+
 HttpAnswer Fetch(std::string_view address, std::string_view methodAndTarget, std::string_view headers,
                  std::string_view body) {
   std::string request(methodAndTarget);

@@ -30,10 +30,15 @@ struct HttpAnswer {
 
   /// The first header of that name, or "".
   std::string Header(std::string_view name) const;
+  /// The header line with which a browser sends the cookie of the answer back.
+  std::string CookieLine() const;
 };
 
 /// Sends "METHOD TARGET" with header lines (each ended with "\r\n") and a body, and reads the answer.
 HttpAnswer Fetch(std::string_view address, std::string_view methodAndTarget, std::string_view headers = "",
                  std::string_view body = "");
+/// Posts an encoded form.
+HttpAnswer Post(std::string_view address, std::string_view target, std::string_view form,
+                std::string_view headers = "");
 
 }  // namespace orlune::testing

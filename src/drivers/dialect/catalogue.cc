@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
+
 namespace orlune::dialect {
 
 namespace {
-
-char LowerCase(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter | 0x20) : letter;
-}
 
 template <class Item>
 const Item* FindNamed(const std::vector<Item>& items, std::string_view name) {
@@ -40,8 +38,7 @@ std::string_view DescribeType(ColumnType type) {
 }
 
 bool SameName(std::string_view one, std::string_view other) {
-  return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                    [](char left, char right) { return LowerCase(left) == LowerCase(right); });
+  return EqualsIgnoringAsciiCase(one, other);
 }
 
 const Column* Table::Find(std::string_view name) const {

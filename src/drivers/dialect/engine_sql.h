@@ -26,9 +26,9 @@ class EngineSql {
   /// A value of the fixed text, for a column of this type.
   virtual std::string Fixed(const StoredValue& value, ColumnType type, LiteralUse use) const = 0;
 
-  /// What stands for a column in comparisons, so that texts are equal whatever their case.
+  /// A column as comparisons use it, so that texts are equal whatever their case.
   virtual std::string Comparable(std::string_view column, ColumnType type) const = 0;
-  /// What follows a column that is like a pattern, up to the pattern's end.
+  /// The LIKE after a column, with its pattern.
   virtual std::string Like(std::string_view pattern) const = 0;
   /// One key of an ORDER BY, for a column of this type; Null comes before everything else.
   virtual std::string SortKey(std::string_view comparable, ColumnType type, bool isDescending) const = 0;
@@ -39,7 +39,7 @@ class EngineSql {
   /// The columns of an index, in parentheses: `keys` as `SortKey` gives them, and `covered` ones kept beside.
   virtual std::string IndexColumns(const std::vector<std::string>& keys,
                                    const std::vector<std::string>& covered) const = 0;
-  /// An INSERT that gives the counter itself, changed so that the table goes on counting after it.
+  /// An INSERT with a counter, extended so that the table counts on from it.
   virtual std::string InsertWithCounter(std::string insert, const Table& table) const = 0;
 };
 

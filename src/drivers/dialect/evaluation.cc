@@ -12,7 +12,7 @@ namespace orlune::dialect {
 namespace {
 
 [[noreturn]] void FailToFit(const Column& column) {
-  throw DatabaseError("the column " + column.Name + " takes " + std::string(DescribeType(column.Type)));
+  throw DatabaseError("column " + column.Name + ": expected " + std::string(DescribeType(column.Type)));
 }
 
 std::string_view PieceText(const TextPieces::value_type& piece, const StatementText& statement) {

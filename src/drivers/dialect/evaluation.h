@@ -20,7 +20,7 @@ using StoredValue = std::variant<std::monostate, std::int64_t, std::string_view>
 StoredValue Evaluate(const Literal& literal, const Column& column, const StatementText& statement,
                      const RegionalSettings& regional, std::string& scratch);
 
-/// Reads what was stored in a column of this type; Null when it cannot be read so.
+/// Reads what was stored in a column of this type; Null when unreadable.
 Value ReadStoredText(ColumnType type, std::string_view text);
 
 }  // namespace orlune::dialect

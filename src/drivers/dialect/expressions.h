@@ -8,8 +8,7 @@
 
 namespace orlune::dialect {
 
-/// The parts that several kinds of statements have. All read from the cursor's place on, and throw
-/// DialectError.
+/// The parts that several kinds of statements have. All read from the cursor on, and throw DialectError.
 ColumnName ParseColumnName(TokenCursor& cursor);
 Literal ParseLiteral(TokenCursor& cursor);
 /// Between parentheses; a spliced-in list of whole numbers gives each of them.

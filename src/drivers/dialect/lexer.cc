@@ -72,7 +72,7 @@ class Lexer {
   Token SplicedValue() {
     const ValueSpan span = statement_.Values[nextValue_];
     const auto spliced = Classify(statement_.Text.substr(span.Begin, span.Length));
-    if (!spliced) throw DialectError(position_, "a value is neither a number, yes, no nor Null");
+    if (!spliced) throw DialectError(position_, "expected a number, yes, no or Null");
     Token token{TokenKind::kLiteral, {}, {}, position_};
     const std::size_t value = TakeValue();
     switch (spliced->Kind) {
@@ -99,7 +99,7 @@ class Lexer {
     std::int64_t number = 0;
     const char* end = token.Text.data() + token.Text.size();
     if (std::from_chars(token.Text.data(), end, number).ec != std::errc{}) {
-      throw DialectError(token.Position, "a whole number is too large");
+      throw DialectError(token.Position, "whole number out of range");
     }
     token.Literals.push_back({number});
     return token;
@@ -109,7 +109,7 @@ class Lexer {
     for (const std::string_view symbol : {"<>", "<=", ">=", "=", "<", ">", "(", ")", ",", ".", "*"}) {
       if (Fixed().starts_with(symbol)) return Take(TokenKind::kSymbol, symbol.size());
     }
-    throw DialectError(position_, "an unknown character");
+    throw DialectError(position_, "unexpected character");
   }
 
   Token TextLiteral() {
@@ -133,7 +133,7 @@ class Lexer {
   bool TakeClosingApostrophe(std::size_t begin, std::string& text) {
     while (!IsAtValue()) {
       const std::string_view rest = Fixed();
-      if (rest.empty()) throw DialectError(begin, "a text has no end");
+      if (rest.empty()) throw DialectError(begin, "unterminated text");
       const std::size_t length = std::min(rest.find('\''), rest.size());
       text += rest.substr(0, length);
       position_ += length;

@@ -8,7 +8,7 @@ namespace orlune::dialect {
 
 void Scope::Join(std::string_view table) {
   const Table* found = catalogue_.Find(table);
-  if (found == nullptr) throw DatabaseError("there is no table " + std::string(table));
+  if (found == nullptr) throw DatabaseError("no table " + std::string(table));
   tables_.push_back(found);
 }
 
@@ -18,10 +18,11 @@ FoundColumn Scope::Find(const ColumnName& name) const {
     if (!name.Table.empty() && !SameName(name.Table, table->Name)) continue;
     const Column* column = table->Find(name.Name);
     if (column == nullptr) continue;
-    if (found.Definition != nullptr) throw DatabaseError("the column " + name.Name + " is in two tables");
+    if (found.Definition != nullptr)
+      throw DatabaseError("column " + name.Name + ": expected its table, as two have it");
     found = {table, column};
   }
-  if (found.Definition == nullptr) throw DatabaseError("there is no column " + name.Name);
+  if (found.Definition == nullptr) throw DatabaseError("no column " + name.Name);
   return found;
 }
 

@@ -27,7 +27,7 @@ bool TakeInteger(std::string_view& text) {
 
 void AppendClass(std::string_view value, std::size_t position, std::string& key) {
   const auto spliced = Classify(value);
-  if (!spliced) throw DialectError(position, "a value is neither a number, yes, no nor Null");
+  if (!spliced) throw DialectError(position, "expected a number, yes, no or Null");
   switch (spliced->Kind) {
     case SplicedKind::kYes:
       key += 'y';
@@ -66,7 +66,7 @@ std::int64_t IntegerAt(std::string_view value, std::size_t item) {
   value = value.substr(value.starts_with('+') ? 1 : 0, value.find(','));
   std::int64_t number = 0;
   if (std::from_chars(value.data(), value.data() + value.size(), number).ec != std::errc{}) {
-    throw DatabaseError("a whole number is too large");
+    throw DatabaseError("whole number out of range");
   }
   return number;
 }
@@ -77,7 +77,8 @@ void WriteShapeKey(const StatementText& statement, std::string& key) {
   bool isInLiteral = false;
   const auto appendFixed = [&](std::size_t end) {
     const std::string_view fixed = statement.Text.substr(position, end - position);
-    if (fixed.find(kMarker) != std::string_view::npos) throw DialectError(position, "a control character");
+    if (fixed.find(kMarker) != std::string_view::npos)
+      throw DialectError(position, "unexpected control character");
     isInLiteral ^= std::count(fixed.begin(), fixed.end(), '\'') % 2 != 0;
     key += fixed;
   };

@@ -11,13 +11,13 @@ namespace orlune::dialect {
 
 enum class SplicedKind { kIntegers, kYes, kNo, kNull };
 
-/// What a value is that does not stand between apostrophes.
+/// The kind of a value outside apostrophes.
 struct SplicedClass {
   SplicedKind Kind;
   std::size_t Count;  ///< of the whole numbers in the list
 };
 
-/// Tells integers joined by ", ", yes, no and Null in any case; nothing for every other text.
+/// Recognises integers joined by ", ", yes, no and Null in any case; nothing for any other text.
 std::optional<SplicedClass> Classify(std::string_view value);
 
 /// The whole number at `item` of a value that `Classify` calls integers. Throws DatabaseError when it is too

@@ -22,7 +22,7 @@ class StatementCache {
     return found->second->Statement;
   }
 
-  /// Returns the statement that had to go for it, or null.
+  /// Returns the statement that it evicted, or null.
   std::shared_ptr<CachedStatement> Add(std::string key, std::shared_ptr<CachedStatement> statement) {
     std::shared_ptr<CachedStatement> displaced;
     if (entries_.size() == kMostStatements) {

@@ -15,15 +15,15 @@ class TokenCursor {
   explicit TokenCursor(const StatementText& statement) : tokens_(Tokenize(statement)) {}
 
   const Token& Current() const { return tokens_[index_]; }
-  /// The current token, which is not the end, and past it.
+  /// Consumes the current token, which is not the end.
   const Token& Advance() { return tokens_[index_++]; }
 
   bool IsKeyword(std::string_view keyword) const;
-  /// Past the keyword or symbol, with true, or nowhere.
+  /// Consumes the keyword or symbol; false when the current token is another.
   bool TakeKeyword(std::string_view keyword);
   bool TakeSymbol(std::string_view symbol);
 
-  /// Past what has to stand here. Throws DialectError.
+  /// Consumes the keyword or symbol. Throws DialectError when the current token is another.
   void ExpectKeyword(std::string_view keyword);
   void ExpectSymbol(std::string_view symbol);
   std::string ExpectName();

@@ -142,12 +142,12 @@ void Translator::WriteOrder(const Select& select, const Scope& scope) {
   const auto counts = std::count_if(select.Columns.begin(), select.Columns.end(), isCount);
   if (counts > 0) {
     const bool isAlone = select.Columns.size() == 1 && select.Order.empty() && !select.IsDistinct;
-    if (!isAlone) throw DatabaseError("Count stands beside something else");
+    if (!isAlone) throw DatabaseError("Count: expected no other columns");
     return;
   }
   std::string counter = CounterOf(scope.First());
   if (select.IsDistinct) {
-    if (select.Columns.empty()) throw DatabaseError("DISTINCT needs columns");
+    if (select.Columns.empty()) throw DatabaseError("DISTINCT: expected columns");
     Sql() += " GROUP BY ";
     WriteList(select.Columns, [&](const auto& column) { Sql() += Comparable(scope.Find(column.Source)); });
     counter = "min(" + counter + ')';
@@ -181,7 +181,7 @@ void Translator::Write(const Comparison& comparison, const Scope& scope) {
   const ColumnType type = left.Definition->Type;
   const bool isText = type == ColumnType::kText || type == ColumnType::kMemo;
   if (comparison.Operator == ComparisonOperator::kLike && !isText) {
-    throw DatabaseError("LIKE needs a text, which the column " + left.Definition->Name + " is not");
+    throw DatabaseError("LIKE: expected a text, not column " + left.Definition->Name);
   }
   Sql() += Comparable(left);
   if (const auto* right = std::get_if<ColumnName>(&comparison.Right)) {
@@ -275,7 +275,7 @@ Translation Translator::operator()(const Delete& statement) {
 }
 
 Translation Translator::operator()(const CreateTable& create) {
-  if (catalogue_.Find(create.Created) != nullptr) return Refuse("the table " + create.Created + " exists");
+  if (catalogue_.Find(create.Created) != nullptr) return Refuse("table " + create.Created + " exists");
   Sql() = "CREATE TABLE " + Quoted(create.Created) + " (";
   WriteList(create.Columns, [&](const ColumnDefinition& column) { Sql() += engine_.Declare(column, {}); });
   Sql() += ')';
@@ -284,18 +284,18 @@ Translation Translator::operator()(const CreateTable& create) {
 
 Translation Translator::operator()(const AddColumn& add) {
   const Table* table = catalogue_.Find(add.Changed);
-  if (table == nullptr) return Refuse("there is no table " + add.Changed);
+  if (table == nullptr) return Refuse("no table " + add.Changed);
   const std::string& column = add.Added.Defined.Name;
-  if (table->Find(column) != nullptr) return Refuse("the column " + column + " exists");
+  if (table->Find(column) != nullptr) return Refuse("column " + column + " exists");
   Sql() = "ALTER TABLE " + Quoted(table->Name) + " ADD COLUMN " + engine_.Declare(add.Added, {});
   return std::move(*this).SchemaChange();
 }
 
 Translation Translator::operator()(const DropColumn& drop) {
   const Table* table = catalogue_.Find(drop.Changed);
-  if (table == nullptr) return Refuse("there is no table " + drop.Changed);
+  if (table == nullptr) return Refuse("no table " + drop.Changed);
   const Column* column = table->Find(drop.Dropped);
-  if (column == nullptr) return Refuse("there is no column " + drop.Dropped);
+  if (column == nullptr) return Refuse("no column " + drop.Dropped);
   Sql() = "ALTER TABLE " + Quoted(table->Name) + " DROP COLUMN " + Quoted(column->Name);
   return std::move(*this).SchemaChange();
 }
@@ -322,7 +322,7 @@ int FindColumn(const Translation& translation, std::string_view name) {
   for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
     if (SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
   }
-  throw DatabaseError("there is no result column " + std::string(name));
+  throw DatabaseError("no result column " + std::string(name));
 }
 
 }  // namespace orlune::dialect

@@ -1,13 +1,16 @@
 #include "drivers/engines/database_engines.h"
 
-#include "drivers/postgresql/address.h"
+#include "drivers/engines/postgresql_engine.h"
+#include "drivers/engines/sqlite_engine.h"
 
 namespace orlune {
 
-NamedDatabase DatabaseEngines::Named(const std::string& address) {
-  if (LooksLikeAnAddress(address)) throw DatabaseError(std::string(kHowToWriteAddresses));
-  if (IsPostgresqlAddress(address)) return {servers_, address};
-  return {files_, address};
+DatabaseEngines::DatabaseEngines(const RegionalSettings& regional, std::size_t mostConnections)
+    : files_(std::make_unique<SqliteEngine>(regional)),
+      servers_(std::make_unique<PostgresqlEngine>(regional, mostConnections)) {}
+
+NamedDatabase DatabaseEngines::Named(const DatabaseAddress& address) {
+  return {address.IsFile() ? *files_ : *servers_, address};
 }
 
 }  // namespace orlune

@@ -1,26 +1,25 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <memory>
 
 #include "base/regional_settings.h"
-#include "drivers/engines/postgresql_engine.h"
-#include "drivers/engines/sqlite_engine.h"
-#include "drivers/schema/database_engine.h"
+#include "drivers/engines/database_engine.h"
 
 namespace orlune {
 
-/// The engines that an operator's addresses lead to.
+/// All engines. May be used by several threads at once.
 class DatabaseEngines {
  public:
-  /// `regional` has to outlive the engines.
-  explicit DatabaseEngines(const RegionalSettings& regional) : files_(regional), servers_(regional) {}
+  /// At most `mostConnections` to each database on a server. `regional` has to outlive the engines.
+  explicit DatabaseEngines(const RegionalSettings& regional, std::size_t mostConnections = 16);
 
-  /// Throws DatabaseError for an address that is misspelt. The engines outlive what it returns.
-  NamedDatabase Named(const std::string& address);
+  /// The engines outlive what it returns.
+  NamedDatabase Named(const DatabaseAddress& address);
 
  private:
-  SqliteEngine files_;
-  PostgresqlEngine servers_;
+  std::unique_ptr<DatabaseEngine> files_;
+  std::unique_ptr<DatabaseEngine> servers_;
 };
 
 }  // namespace orlune

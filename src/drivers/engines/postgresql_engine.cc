@@ -1,28 +1,36 @@
 #include "drivers/engines/postgresql_engine.h"
 
-#include "drivers/postgresql/address.h"
 #include "drivers/postgresql/base_schema.h"
 #include "drivers/postgresql/maintenance.h"
-#include "platform/database.h"
 
 namespace orlune {
 
-std::unique_ptr<DatabaseMaintenance> PostgresqlEngine::OpenToRead(const std::string& address) {
+std::unique_ptr<Connection> PostgresqlEngine::Connect(const DatabaseAddress& address) {
+  return driver_.Open(address.Target());
+}
+
+void PostgresqlEngine::Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) {
+  CreateBaseTables(address.Target());
   try {
-    return std::make_unique<postgresql::Maintenance>(address);
-  } catch (const DatabaseError& error) {
-    throw DatabaseError("cannot open " + WithoutPassword(address) + ": " + error.what());
+    fill(*Connect(address));
+  } catch (const std::exception& error) {
+    DropTables(address.Target());
+    throw DatabaseError("cannot fill " + address.Displayed() + ": " + error.what());
   }
 }
 
-std::unique_ptr<DatabaseMaintenance> PostgresqlEngine::OpenToFill(const std::string& address) {
-  std::unique_ptr<DatabaseMaintenance> database = OpenToRead(address);
-  if (database->Tables().Find("Calendars") == nullptr) CreateBaseTables(address);
-  return database;
+std::unique_ptr<DatabaseMaintenance> PostgresqlEngine::OpenToRead(const DatabaseAddress& address) {
+  try {
+    return std::make_unique<postgresql::Maintenance>(address.Target());
+  } catch (const DatabaseError& error) {
+    throw DatabaseError("cannot open " + address.Displayed() + ": " + error.what());
+  }
 }
 
-std::unique_ptr<Connection> PostgresqlEngine::Connect(const std::string& address) {
-  return driver_.Open(address);
+std::unique_ptr<DatabaseMaintenance> PostgresqlEngine::OpenToFill(const DatabaseAddress& address) {
+  std::unique_ptr<DatabaseMaintenance> database = OpenToRead(address);
+  if (database->Tables().Find("Calendars") == nullptr) CreateBaseTables(address.Target());
+  return database;
 }
 
 }  // namespace orlune

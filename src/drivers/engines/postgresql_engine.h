@@ -1,23 +1,25 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <string>
 
 #include "base/regional_settings.h"
+#include "drivers/engines/database_engine.h"
 #include "drivers/postgresql/postgresql_driver.h"
-#include "drivers/schema/database_engine.h"
 
 namespace orlune {
 
-/// PostgreSQL databases for the operator's commands. The database itself is there already.
+/// Databases on PostgreSQL servers. The database itself exists before its tables.
 class PostgresqlEngine : public DatabaseEngine {
  public:
   /// `regional` has to outlive the engine.
-  explicit PostgresqlEngine(const RegionalSettings& regional) : driver_(regional) {}
+  PostgresqlEngine(const RegionalSettings& regional, std::size_t mostConnections)
+      : driver_(regional, PostgresqlOptions{.MostConnections = mostConnections}) {}
 
-  std::unique_ptr<DatabaseMaintenance> OpenToRead(const std::string& address) override;
-  std::unique_ptr<DatabaseMaintenance> OpenToFill(const std::string& address) override;
-  std::unique_ptr<Connection> Connect(const std::string& address) override;
+  std::unique_ptr<Connection> Connect(const DatabaseAddress& address) override;
+  void Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) override;
+  std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabaseAddress& address) override;
+  std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabaseAddress& address) override;
 
  private:
   PostgresqlDriver driver_;

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 
-#include "drivers/engines/private_files.h"
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/maintenance.h"
@@ -16,18 +15,23 @@ constexpr std::chrono::seconds kBusyTimeout{30};
 
 }  // namespace
 
-std::unique_ptr<DatabaseMaintenance> SqliteEngine::OpenToRead(const std::string& address) {
-  return std::make_unique<sqlite::Maintenance>(sqlite::OpenReadOnly(address, kBusyTimeout));
+std::unique_ptr<Connection> SqliteEngine::Connect(const DatabaseAddress& address) {
+  return driver_.Open(address.Target());
 }
 
-std::unique_ptr<DatabaseMaintenance> SqliteEngine::OpenToFill(const std::string& address) {
-  const PrivateFiles privateFiles;
-  if (!std::filesystem::exists(address)) CreateBaseDatabase(address);
-  return std::make_unique<sqlite::Maintenance>(sqlite::OpenToFill(address, kBusyTimeout));
+void SqliteEngine::Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) {
+  CreateBaseDatabase(address.Target(), [&](const std::filesystem::path& unfinished) {
+    fill(*SqliteDriver(regional_).Open(unfinished.string()));
+  });
 }
 
-std::unique_ptr<Connection> SqliteEngine::Connect(const std::string& address) {
-  return driver_.Open(address);
+std::unique_ptr<DatabaseMaintenance> SqliteEngine::OpenToRead(const DatabaseAddress& address) {
+  return std::make_unique<sqlite::Maintenance>(sqlite::OpenReadOnly(address.Target(), kBusyTimeout));
+}
+
+std::unique_ptr<DatabaseMaintenance> SqliteEngine::OpenToFill(const DatabaseAddress& address) {
+  if (!std::filesystem::exists(address.Target())) CreateBaseDatabase(address.Target());
+  return std::make_unique<sqlite::Maintenance>(sqlite::OpenToFill(address.Target(), kBusyTimeout));
 }
 
 }  // namespace orlune

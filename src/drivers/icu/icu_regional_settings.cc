@@ -40,8 +40,7 @@ icu::Locale FindLocale(const std::string& region) {
   UErrorCode status = U_ZERO_ERROR;
   ures_close(ures_open(nullptr, locale.getName(), &status));
   if (status != U_ZERO_ERROR || std::string_view(locale.getLanguage()).empty()) {
-    throw std::invalid_argument("The region \"" + region +
-                                "\" is not known; regions look like en_US or fi_FI.");
+    throw std::invalid_argument("unknown region \"" + region + "\"; expected one such as en_US or fi_FI");
   }
   return locale;
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::array<std::string_view, 2> kSchemes{"postgresql://", "postgres://"};
 
-/// Parameters that may be seen; whatever else stands there could be a password, or a piece of one.
+/// Parameters that may be shown; any other could be a password, or a part of one.
 constexpr std::array<std::string_view, 12> kHarmless{
     "host",    "hostaddr", "port",    "dbname",   "user",        "application_name",
     "sslmode", "service",  "options", "passfile", "sslrootcert", "target_session_attrs"};
@@ -49,7 +49,7 @@ bool HasUnreadableUser(std::string_view address) {
   return address.substr(authority, at - authority).find_first_of("@/?#") != std::string_view::npos;
 }
 
-bool LooksLikeAnAddress(std::string_view path) {
+bool IsMalformedAddress(std::string_view path) {
   if (IsPostgresqlAddress(path)) return false;
   return path.find("://") != std::string_view::npos || path.starts_with("postgresql:") ||
          path.starts_with("postgres:") || path.find("password=") != std::string_view::npos;

@@ -9,18 +9,16 @@ namespace orlune {
 /// rather than a file's.
 bool IsPostgresqlAddress(std::string_view path);
 
-/// Whether `path` is neither such an address nor likely to be meant as a file's: a misspelt address, which
-/// may hold a password and must not be shown.
-bool LooksLikeAnAddress(std::string_view path);
+/// Whether `path` is neither such an address nor likely to be a file's: a misspelt address, which may hold a
+/// password and must not be shown.
+bool IsMalformedAddress(std::string_view path);
 /// Whether characters that have to be encoded stand in the name or password of an address's user.
 bool HasUnreadableUser(std::string_view address);
-/// What an operator is told then.
-constexpr std::string_view kHowToWriteAddresses =
-    "the address of a database begins with postgresql:// or postgres://, and in a password the characters "
-    "@ / ? # : are written as %40 %2F %3F %23 %3A";
+constexpr std::string_view kAddressSyntax =
+    "malformed address: expected a file, postgresql:// or postgres://; in a password write the characters "
+    "@ / ? # : as %40 %2F %3F %23 %3A";
 
-/// The address without what people must not see: its password, in whichever form it stands there. Any other
-/// text comes back unchanged.
+/// The address without its password, whatever form that has. Any other text comes back unchanged.
 std::string WithoutPassword(std::string_view path);
 
 }  // namespace orlune

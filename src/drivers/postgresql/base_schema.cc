@@ -3,6 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "drivers/postgresql/address.h"
 #include "drivers/postgresql/case_folding_function.h"
 #include "drivers/postgresql/postgresql_sql.h"
@@ -15,7 +17,7 @@ namespace orlune {
 
 namespace {
 
-/// The tables of a calendar: those that it starts with, and those that the upgrade adds.
+/// The base tables, and those that the upgrade adds.
 std::vector<std::string> OurTables() {
   std::vector<std::string> names{"GroupViews", "EventTypes"};
   for (const schema::BaseTable& table : schema::BaseTables()) names.push_back(table.Name);
@@ -25,13 +27,11 @@ std::vector<std::string> OurTables() {
 void RequireNoneOfOurs(const dialect::Catalogue& tables) {
   for (const std::string& table : OurTables()) {
     if (tables.Find(table) != nullptr) {
-      throw DatabaseError("it has a table " + table +
-                          " already; name an empty database, or \"orlune check\" this one");
+      throw DatabaseError(fmt::format("table {} exists; name a database without tables of ours", table));
     }
   }
 }
 
-/// Runs `action` with a connection for one task of the operator.
 template <class Action>
 void OnServer(const std::string& address, std::string_view task, Action action) {
   try {
@@ -40,14 +40,14 @@ void OnServer(const std::string& address, std::string_view task, Action action) 
     postgresql::Configure(link, options);
     action(link);
   } catch (const DatabaseError& error) {
-    throw DatabaseError(std::string(task).append(WithoutPassword(address)).append(": ").append(error.what()));
+    throw DatabaseError(fmt::format("{} {}: {}", task, WithoutPassword(address), error.what()));
   }
 }
 
 }  // namespace
 
 void CreateBaseTables(const std::string& address) {
-  OnServer(address, "cannot make tables in ", [](postgresql::Link& link) {
+  OnServer(address, "cannot create tables in", [](postgresql::Link& link) {
     RequireNoneOfOurs(postgresql::ReadSchema(link).Tables);
     std::vector<std::string> statements{postgresql::CreateCaseFoldingFunction()};
     for (const schema::BaseTable& table : schema::BaseTables())
@@ -58,7 +58,7 @@ void CreateBaseTables(const std::string& address) {
 }
 
 void DropTables(const std::string& address) {
-  OnServer(address, "cannot remove the tables of ", [](postgresql::Link& link) {
+  OnServer(address, "cannot drop the tables of", [](postgresql::Link& link) {
     std::vector<std::string> statements;
     for (const std::string& table : OurTables())
       statements.push_back("DROP TABLE IF EXISTS " + dialect::Quoted(table));

@@ -10,7 +10,7 @@ namespace orlune::postgresql {
 
 namespace {
 
-/// No more is sent ahead when so many queries wait for being asked.
+/// Announced queries that were not asked yet.
 constexpr std::size_t kMostAnnounced = 1024;
 
 }  // namespace
@@ -24,38 +24,55 @@ void PostgresqlConnection::Announce(const StatementText& query) {
   try {
     announced_.push_back(Send(query));
   } catch (const DatabaseError&) {
-    // The same comes when it is asked.
+    // Asking it fails the same way.
   }
 }
 
 void PostgresqlConnection::Execute(const StatementText& statement) {
-  dialect::Naming(statement, [&] {
-    const auto translated = Current().Translated(statement);
-    if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
-    Write(*translated, statement, false);
-  });
+  Run(statement, Failure::kEndsTransaction);
 }
 
 bool PostgresqlConnection::TryExecute(const StatementText& statement) {
   try {
-    const auto translated = Current().Translated(statement);
-    if (!translated->Translation.Refusal.empty()) return false;
-    Write(*translated, statement, true);
+    Run(statement, Failure::kIsAwaited);
     return true;
   } catch (const DatabaseError&) {
     return false;
   }
 }
 
+/// One trip when all goes well. A failure surfaces late and takes the statements before it along, so they are
+/// run again, and then each is waited for.
+void PostgresqlConnection::ExecuteInOrder(std::span<const StatementText> statements) {
+  Begin();
+  try {
+    RunAll(statements, Failure::kEndsTransaction);
+    return Commit();
+  } catch (const DatabaseUnavailable&) {
+    Rollback();
+    throw;  // the commit may have happened
+  } catch (const DatabaseError&) {
+    Rollback();
+  }
+  Begin();
+  try {
+    RunAll(statements, Failure::kIsAwaited);
+  } catch (const DatabaseError&) {
+    Commit();
+    throw;
+  }
+  Commit();
+}
+
 void PostgresqlConnection::Begin() {
-  if (Current().IsInTransaction()) throw DatabaseError("a transaction inside a transaction");
+  if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
   announced_.clear();
   isUnused_ = false;
   Current().BeginTransaction();
 }
 
 void PostgresqlConnection::Commit() {
-  if (!Current().IsInTransaction()) throw DatabaseError("there is no transaction to commit");
+  if (!Current().IsInTransaction()) throw DatabaseError("no transaction is open");
   Current().Commit();
 }
 
@@ -91,7 +108,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
   } catch (const DatabaseError&) {
     announced_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
-    if (wasLostBefore) lease_.Exchange();
+    if (wasLostBefore) lease_.Reconnect();
     // Otherwise it may have failed with another one of its batch.
     if (!wasLostBefore && !wasAnnounced) throw;
     sent = Send(query);
@@ -104,13 +121,26 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
       std::move(sent.Reply));
 }
 
-void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement, bool mayFail) {
-  if (!translated.Translation.Columns.empty()) throw DatabaseError("a query has rows to be read");
+void PostgresqlConnection::Run(const StatementText& statement, Failure failure) {
+  dialect::Naming(statement, [&] {
+    const auto translated = Current().Translated(statement);
+    if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
+    Write(*translated, statement, failure);
+  });
+}
+
+void PostgresqlConnection::RunAll(std::span<const StatementText> statements, Failure failure) {
+  for (const StatementText& statement : statements) Run(statement, failure);
+}
+
+void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement,
+                                 Failure failure) {
+  if (!translated.Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
   announced_.clear();
   isUnused_ = false;
   if (!Current().IsInTransaction()) {
     Current().RunAlone(translated, statement);
-  } else if (mayFail) {
+  } else if (failure == Failure::kIsAwaited) {
     Current().RunWithSavepoint(translated, statement);
   } else {
     Current().RunInTransaction(translated, statement);

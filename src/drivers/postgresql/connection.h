@@ -10,9 +10,9 @@
 
 namespace orlune::postgresql {
 
-/// Queries read from one state of the database until the next write, and all rows of a query come at once.
-/// A write outside a transaction runs by itself. In a transaction, which is the only writer meanwhile, the
-/// failure of `Execute` is told by a later statement, by `Commit` at the latest.
+/// Queries read from one state of the database until the next write, and all rows of a query come at once. In a
+/// transaction, which is the only writer meanwhile, the failure of `Execute` surfaces in a later statement, in
+/// `Commit` at the latest.
 class PostgresqlConnection : public Connection {
  public:
   /// Throws DatabaseError.
@@ -22,6 +22,7 @@ class PostgresqlConnection : public Connection {
   void Announce(const StatementText& query) override;
   void Execute(const StatementText& statement) override;
   bool TryExecute(const StatementText& statement) override;
+  void ExecuteInOrder(std::span<const StatementText> statements) override;
   void Begin() override;
   void Commit() override;
   void Rollback() noexcept override;
@@ -38,11 +39,15 @@ class PostgresqlConnection : public Connection {
   Announced Send(const StatementText& query);
   Announced TakeAnnounced(const StatementText& query);
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
-  void Write(CachedStatement& translated, const StatementText& statement, bool mayFail);
+  /// Whether the failure of a statement is awaited and leaves the transaction as it was.
+  enum class Failure { kEndsTransaction, kIsAwaited };
+  void Run(const StatementText& statement, Failure failure);
+  void RunAll(std::span<const StatementText> statements, Failure failure);
+  void Write(CachedStatement& translated, const StatementText& statement, Failure failure);
 
   Lease lease_;
   std::vector<Announced> announced_;
-  bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be exchanged for another
+  bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced
 };
 
 }  // namespace orlune::postgresql

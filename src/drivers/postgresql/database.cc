@@ -25,7 +25,7 @@ bool HasFailed(const ReplyPtr& reply) {
   return reply && reply->Now == Reply::State::kFailed;
 }
 
-/// Whether an error tells that the tables or statements on the server are not what they were taken for.
+/// Whether an error means that what is remembered of the server's tables or statements is stale.
 bool IsStale(std::string_view sqlState) {
   constexpr std::array<std::string_view, 6> kStates{
       "42P01",  // no such table
@@ -129,7 +129,7 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
   return translated;
 }
 
-/// Another node may have added just now what is missing.
+/// Another node may just have added what is missing.
 dialect::Translation Database::Translate(const dialect::Statement& statement) {
   try {
     return dialect::Translate(statement, tables_, PostgresqlSql(), regional_);
@@ -225,7 +225,7 @@ void Database::Deallocate(const std::string& name) {
   if (state_ == State::kIdle) link_.Mark();
 }
 
-/// What was sent before in the transaction has happened. Throws DatabaseError.
+/// Throws DatabaseError unless what was sent before in the transaction has succeeded.
 void Database::RequireUnconfirmed() {
   for (const Unconfirmed& command : unconfirmed_)
     dialect::NamingMasked([&] { return command.Statement; }, [&] { link_.Require(*command.Reply); });

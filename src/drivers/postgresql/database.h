@@ -28,10 +28,10 @@ class Database {
   /// is lost. Asks the server only to read the tables again.
   bool Renew();
 
-  /// Whether the connection holds, as far as that is known without asking the server.
+  /// False when the connection is known to be lost; the server is not asked.
   bool IsAlive() { return link_.IsAlive(); }
 
-  /// Begins to read from one state of the database, unless that or a transaction is going on.
+  /// Begins to read from one state of the database, unless reading or in a transaction.
   void EnsureReading();
   void EndReading();
   /// Begins a transaction, as the only one that writes.
@@ -40,7 +40,7 @@ class Database {
   /// Throws DatabaseError, with the transaction rolled back.
   void Commit();
   void Rollback() noexcept;
-  /// Ends whatever goes on, without waiting for it.
+  /// Makes it idle, without waiting.
   void Reset() noexcept;
 
   /// The statement translated for the current tables. Throws DatabaseError.
@@ -53,9 +53,9 @@ class Database {
 
   /// Runs a statement by itself, durable on return. Throws DatabaseError.
   void RunAlone(CachedStatement& translated, const StatementText& statement);
-  /// In a transaction: sends the statement, whose failure is told later, by `Commit` at the latest.
+  /// In a transaction: sends the statement, whose failure surfaces later, in `Commit` at the latest.
   void RunInTransaction(CachedStatement& translated, const StatementText& statement);
-  /// In a transaction: runs the statement so that its failure leaves the transaction as it was.
+  /// In a transaction: awaits the statement, whose failure leaves the transaction unchanged.
   void RunWithSavepoint(CachedStatement& translated, const StatementText& statement);
 
  private:

@@ -7,6 +7,7 @@
 #include <libpq-fe.h>
 #include <poll.h>
 
+#include "base/log_text.h"
 #include "drivers/postgresql/address.h"
 #include "platform/database.h"
 
@@ -14,16 +15,14 @@ namespace orlune::postgresql {
 
 namespace {
 
-/// The server ends a statement first; this only notices one that has gone silent.
-constexpr std::chrono::milliseconds kExtraPatience{5000};
+/// Beyond the statement timeout: notices a server that has gone silent.
+constexpr std::chrono::milliseconds kReplyMargin{5000};
 
-std::string OneLine(const char* message) {
-  std::string line(message == nullptr ? "" : message);
-  while (line.ends_with('\n')) line.pop_back();
-  for (char& c : line) {
-    if (c == '\n' || c == '\t') c = ' ';
-  }
-  return line;
+/// A message of libpq, which may be null, on one line.
+std::string MessageText(const char* message) {
+  std::string_view text(message == nullptr ? "" : message);
+  while (text.ends_with('\n')) text.remove_suffix(1);
+  return OneLine(text);
 }
 
 struct FreeOptions {
@@ -33,11 +32,11 @@ using ParsedAddress = std::unique_ptr<PQconninfoOption, FreeOptions>;
 
 /// The message of libpq would show the address with its password.
 ParsedAddress Parse(const std::string& address) {
-  if (HasUnreadableUser(address)) throw DatabaseError(std::string(kHowToWriteAddresses));
-  char* complaint = nullptr;
-  ParsedAddress parsed(PQconninfoParse(address.c_str(), &complaint));
-  PQfreemem(complaint);
-  if (!parsed) throw DatabaseError("the address " + WithoutPassword(address) + " cannot be understood");
+  if (HasUnreadableUser(address)) throw DatabaseError(std::string(kAddressSyntax));
+  char* message = nullptr;
+  ParsedAddress parsed(PQconninfoParse(address.c_str(), &message));
+  PQfreemem(message);
+  if (!parsed) throw DatabaseError("malformed address " + WithoutPassword(address));
   return parsed;
 }
 
@@ -75,10 +74,10 @@ class ConnectionParameters {
   std::vector<std::string> values_;
 };
 
-/// How long a reply may take, for poll; below 0 without a limit.
-std::chrono::milliseconds PatienceFor(const PostgresqlOptions& options) {
+/// For poll; below 0 without a limit.
+std::chrono::milliseconds ReplyTimeout(const PostgresqlOptions& options) {
   if (options.StatementTimeout.count() == 0) return std::chrono::milliseconds{-1};
-  return options.StatementTimeout + kExtraPatience;
+  return options.StatementTimeout + kReplyMargin;
 }
 
 pg_conn* Connect(const std::string& address, const PostgresqlOptions& options) {
@@ -89,7 +88,7 @@ pg_conn* Connect(const std::string& address, const PostgresqlOptions& options) {
   parameters.AddDefault("keepalives_interval", "10");
   parameters.AddDefault("keepalives_count", "3");
   parameters.AddDefault("tcp_user_timeout",
-                        std::to_string((options.StatementTimeout + kExtraPatience).count()));
+                        std::to_string((options.StatementTimeout + kReplyMargin).count()));
   parameters.Add("client_encoding", "UTF8");
   return parameters.Connect();
 }
@@ -111,12 +110,12 @@ void ClearResult::operator()(pg_result* result) const noexcept {
 }
 
 Link::Link(const std::string& address, const PostgresqlOptions& options)
-    : connection_(Connect(address, options)), patience_(PatienceFor(options)) {
+    : connection_(Connect(address, options)), replyTimeout_(ReplyTimeout(options)) {
   if (PQstatus(connection_.get()) != CONNECTION_OK)
-    throw DatabaseError(OneLine(PQerrorMessage(connection_.get())));
+    throw DatabaseError(MessageText(PQerrorMessage(connection_.get())));
   PQsetNoticeProcessor(
       connection_.get(), [](void*, const char*) {}, nullptr);
-  if (PQenterPipelineMode(connection_.get()) != 1) throw DatabaseError("the connection takes no batches");
+  if (PQenterPipelineMode(connection_.get()) != 1) throw DatabaseError("the connection has no pipeline mode");
 }
 
 ReplyPtr Link::Prepare(const std::string& name, const std::string& sql, std::span<const unsigned> types) {
@@ -139,7 +138,7 @@ void Link::Mark() {
   if (PQpipelineSync(connection_.get()) == 1) {
     awaited_.push_back({nullptr});
   } else {
-    Lose(OneLine(PQerrorMessage(connection_.get())));
+    Lose(MessageText(PQerrorMessage(connection_.get())));
   }
 }
 
@@ -159,7 +158,7 @@ const ResultHandle& Link::Require(const Reply& reply) {
   return reply.Result;
 }
 
-/// What the server sent by itself has been read afterwards: that it stops, or a notification.
+/// Also reads what the server sent unasked: that it stops, or a notification.
 bool Link::IsAlive() {
   for (int reads = 0; reads < 3; ++reads) {
     if (PQstatus(connection_.get()) != CONNECTION_OK) return false;
@@ -192,26 +191,26 @@ ReplyPtr Link::Queue(bool isSent) {
   auto reply = std::make_shared<Reply>();
   awaited_.push_back({reply});
   hasOpenBatch_ = true;
-  if (!isSent) Lose(OneLine(PQerrorMessage(connection_.get())));
+  if (!isSent) Lose(MessageText(PQerrorMessage(connection_.get())));
   return reply;
 }
 
 void Link::ReadNext() {
-  if (awaited_.empty()) throw DatabaseUnavailable("nothing is awaited from the server");
+  if (awaited_.empty()) throw DatabaseUnavailable("no reply is awaited");
   const Awaited next = awaited_.front();
   if (next.Command) {
     ReadReply(*next.Command);
   } else {
     const ResultHandle mark = WaitForResult();
     if (!mark || PQresultStatus(mark.get()) != PGRES_PIPELINE_SYNC)
-      return Lose("the server's answers are out of step");
+      return Lose("unexpected reply of the server");
     awaited_.pop_front();
   }
 }
 
 void Link::ReadReply(Reply& reply) {
   ResultHandle result = WaitForResult();
-  if (!result) return Lose("the server's answers are out of step");
+  if (!result) return Lose("unexpected reply of the server");
   const ExecStatusType status = PQresultStatus(result.get());
   const bool isDone = status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK;
   if (isDone) {
@@ -230,19 +229,19 @@ void Link::ReadReply(Reply& reply) {
 ResultHandle Link::WaitForResult() {
   while (PQisBusy(connection_.get()) == 1) {
     pollfd socket{PQsocket(connection_.get()), POLLIN, 0};
-    const int ready = poll(&socket, 1, static_cast<int>(patience_.count()));
+    const int ready = poll(&socket, 1, static_cast<int>(replyTimeout_.count()));
     if (ready == 0) {
-      Lose("the server does not answer");
+      Lose("the server does not reply");
       return nullptr;
     }
     if (ready > 0 && PQconsumeInput(connection_.get()) != 1) {
-      Lose(OneLine(PQerrorMessage(connection_.get())));
+      Lose(MessageText(PQerrorMessage(connection_.get())));
       return nullptr;
     }
   }
   ResultHandle result(PQgetResult(connection_.get()));
   if (PQstatus(connection_.get()) != CONNECTION_OK) {
-    Lose(OneLine(PQerrorMessage(connection_.get())));
+    Lose(MessageText(PQerrorMessage(connection_.get())));
     return nullptr;
   }
   return result;
@@ -251,7 +250,7 @@ ResultHandle Link::WaitForResult() {
 void Link::Fail(Reply& reply, pg_result* result) {
   if (PQresultStatus(result) != PGRES_PIPELINE_ABORTED) {
     const char* state = PQresultErrorField(result, PG_DIAG_SQLSTATE);
-    batchError_ = OneLine(PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY));
+    batchError_ = MessageText(PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY));
     batchSqlState_ = state == nullptr ? "" : state;
   }
   reply.Now = Reply::State::kFailed;
@@ -259,7 +258,7 @@ void Link::Fail(Reply& reply, pg_result* result) {
   reply.SqlState = batchSqlState_;
 }
 
-/// Nothing more will come: everything that is awaited has failed.
+/// Fails everything that is awaited.
 void Link::Lose(const std::string& cause) {
   for (const Awaited& lost : awaited_) {
     if (!lost.Command) continue;

@@ -22,7 +22,7 @@ struct ClearResult {
 };
 using ResultHandle = std::unique_ptr<pg_result, ClearResult>;
 
-/// What the server answers to one command, once it is known.
+/// The reply to one command, once it is known.
 struct Reply {
   enum class State { kAwaited, kDone, kFailed };
   State Now = State::kAwaited;
@@ -32,7 +32,7 @@ struct Reply {
 };
 using ReplyPtr = std::shared_ptr<Reply>;
 
-/// Throws what a failed reply tells: DatabaseUnavailable when the server went away, else DatabaseError.
+/// Throws DatabaseUnavailable when the server went away, else DatabaseError.
 [[noreturn]] void ThrowFailure(const Reply& reply);
 
 /// One value of a prepared statement, in PostgreSQL's text form; null for Null.
@@ -50,17 +50,17 @@ class Link {
   ReplyPtr Run(const char* sql);
   /// Ends the batch. Nothing is waited for.
   void Mark();
-  /// Sends what is still held back, without waiting for replies.
+  /// Sends what is buffered. Nothing is waited for.
   void Flush();
 
-  /// Waits until `reply` is known, and with it all before it. One round trip, unless it has come already.
+  /// Waits for `reply` and all before it. At most one round trip.
   void Await(const Reply& reply);
   /// Like `Await`, and throws DatabaseError when the command failed.
   const ResultHandle& Require(const Reply& reply);
 
-  /// Whether the connection still holds, as far as that is known without asking the server.
+  /// False when the connection is known to be lost; the server is not asked.
   bool IsAlive();
-  /// Whether a notification came since the last call.
+  /// Whether a notification arrived since the last call.
   bool TakeNotification();
   int ServerVersion() const;  ///< such as 150018 for 15.18
   std::string ServerEncoding() const;
@@ -78,7 +78,7 @@ class Link {
   void Lose(const std::string& cause);
 
   std::unique_ptr<pg_conn, CloseLink> connection_;
-  std::chrono::milliseconds patience_;
+  std::chrono::milliseconds replyTimeout_;
   std::deque<Awaited> awaited_;
   bool hasOpenBatch_ = false;
   std::string batchError_;

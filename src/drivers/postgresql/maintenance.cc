@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include <fmt/format.h>
 #include <libpq-fe.h>
 
 #include "drivers/postgresql/postgresql_sql.h"
@@ -24,8 +25,8 @@ using dialect::TextLiteral;
 
 namespace {
 
-constexpr PostgresqlOptions kWithoutHurry{.StatementTimeout = std::chrono::milliseconds{0},
-                                          .LockTimeout = std::chrono::milliseconds{30'000}};
+constexpr PostgresqlOptions kWithoutTimeout{.StatementTimeout = std::chrono::milliseconds{0},
+                                            .LockTimeout = std::chrono::milliseconds{30'000}};
 
 std::optional<std::int64_t> Number(std::string_view text) {
   std::int64_t number = 0;
@@ -77,7 +78,7 @@ struct ParameterText {
     if (text.find('\0') != std::string::npos) throw DatabaseError("a text holds the character NUL");
     return text;
   }
-  Text operator()(const Unreadable&) const { throw DatabaseError("an unreadable field cannot be written"); }
+  Text operator()(const Unreadable&) const { throw DatabaseError("an unreadable field cannot be stored"); }
   template <class Moment>
   Text operator()(const Moment& moment) const {
     return schema::MomentText(moment);
@@ -88,7 +89,8 @@ std::string InsertionInto(const dialect::Table& table) {
   std::string places;
   for (std::size_t i = 1; i <= table.Columns.size(); ++i)
     places.append(i == 1 ? "$" : ", $").append(std::to_string(i));
-  return "INSERT INTO " + Quoted(table.Name) + " (" + schema::ColumnList(table) + ") VALUES (" + places + ")";
+  return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.Name), schema::ColumnList(table),
+                     places);
 }
 
 std::vector<unsigned> TypesOf(const dialect::Table& table) {
@@ -101,16 +103,14 @@ std::vector<unsigned> TypesOf(const dialect::Table& table) {
 std::string SequenceOf(const dialect::Table& table) {
   const dialect::Column* counter = table.Counter();
   if (counter == nullptr) return "NULL::regclass";
-  return "pg_get_serial_sequence(" + TextLiteral(Quoted(table.Name)) + ", " + TextLiteral(counter->Name) +
-         ")::regclass";
+  return fmt::format("pg_get_serial_sequence({}, {})::regclass", TextLiteral(Quoted(table.Name)),
+                     TextLiteral(counter->Name));
 }
 
-/// The statement that makes a counter go on after `last`, unless it is further already.
+/// The statement that raises a counter to `last`, unless it is higher.
 std::string RaisingTo(const dialect::Table& table, std::int64_t last) {
-  const std::string sequence = SequenceOf(table);
-  const std::string number = std::to_string(last);
-  return "SELECT setval(" + sequence + ", " + number + ") WHERE " + number +
-         " > coalesce(pg_sequence_last_value(" + sequence + "), 0)";
+  return fmt::format("SELECT setval({0}, {1}) WHERE {1} > coalesce(pg_sequence_last_value({0}), 0)",
+                     SequenceOf(table), last);
 }
 
 std::int64_t HighestOf(const dialect::Table& table, std::span<const StoredRow> rows) {
@@ -122,8 +122,8 @@ std::int64_t HighestOf(const dialect::Table& table, std::span<const StoredRow> r
 
 }  // namespace
 
-Maintenance::Maintenance(const std::string& address) : link_(address, kWithoutHurry) {
-  Configure(link_, kWithoutHurry);
+Maintenance::Maintenance(const std::string& address) : link_(address, kWithoutTimeout) {
+  Configure(link_, kWithoutTimeout);
 }
 
 dialect::Catalogue Maintenance::Tables() {
@@ -143,8 +143,8 @@ std::vector<std::string> Maintenance::Damages() {
       "SELECT 'the index ' || c.relname || ' is not valid' FROM pg_class c JOIN pg_index i ON i.indexrelid = "
       "c.oid WHERE c.relnamespace = to_regnamespace(quote_ident(current_schema())) AND NOT i.indisvalid");
   for (std::string& damage : AskAll(
-           "SELECT 'the server''s rules for letters are of another version than when the indexes were made; "
-           "give \"REINDEX DATABASE\"' FROM pg_collation WHERE collname = 'und-x-icu' "
+           "SELECT 'the indexes are of another version of the server''s collation; run \"REINDEX DATABASE\"' "
+           "FROM pg_collation WHERE collname = 'und-x-icu' "
            "AND collversion <> pg_collation_actual_version(oid)"))
     damages.push_back(std::move(damage));
   return damages;
@@ -156,15 +156,14 @@ std::int64_t Maintenance::RowCount(const std::string& table) {
 
 std::optional<std::int64_t> Maintenance::HighestNumber(const dialect::Table& table) {
   const auto highest =
-      Ask("SELECT max(" + Quoted(schema::CounterName(table)) + ") FROM " + Quoted(table.Name));
+      Ask(fmt::format("SELECT max({}) FROM {}", Quoted(schema::CounterName(table)), Quoted(table.Name)));
   return highest ? Number(*highest) : std::nullopt;
 }
 
 std::vector<StoredRow> Maintenance::Rows(const dialect::Table& table, std::int64_t after, std::size_t most) {
   const std::string counter = Quoted(schema::CounterName(table));
-  const std::string query = "SELECT " + schema::ColumnList(table) + " FROM " + Quoted(table.Name) +
-                            " WHERE " + counter + " > " + std::to_string(after) + " ORDER BY " + counter +
-                            " LIMIT " + std::to_string(most);
+  const std::string query = fmt::format("SELECT {0} FROM {1} WHERE {2} > {3} ORDER BY {2} LIMIT {4}",
+                                        schema::ColumnList(table), Quoted(table.Name), counter, after, most);
   const ReplyPtr reply = link_.Run(query.c_str());
   const ResultHandle& result = link_.Require(*reply);
   std::vector<StoredRow> rows;
@@ -210,7 +209,7 @@ std::int64_t Maintenance::LastCounter(const std::string& table) {
 void Maintenance::RaiseCounter(const std::string& table, std::int64_t last) {
   const dialect::Catalogue tables = Tables();
   const dialect::Table* found = tables.Find(table);
-  if (found == nullptr) throw DatabaseError("there is no table " + table);
+  if (found == nullptr) throw DatabaseError("no table " + table);
   Ask(RaisingTo(*found, last));
 }
 
@@ -235,7 +234,7 @@ void Maintenance::MarkCopyComplete() {
   statements.push_back("DROP TABLE IF EXISTS " + Quoted(kUnfinishedCopy));
   statements.emplace_back(kTellOthers);
   RunAsOnlyWriter(link_, statements);
-  // The server would see by itself how large the tables are, but later.
+  // The server would analyze the tables by itself, but later.
   for (const dialect::Table& table : schema.Tables.Tables) {
     if (table.Counter() != nullptr) Ask("ANALYZE " + Quoted(table.Name));
   }

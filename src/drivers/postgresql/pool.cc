@@ -1,14 +1,15 @@
 #include "drivers/postgresql/pool.h"
 
+#include <fmt/format.h>
+
 #include "platform/database.h"
 
 namespace orlune::postgresql {
 
 namespace {
 
-/// After a failure, requests are answered with it for so long before the server is asked again: waiting for
-/// a host that is away would hold every thread.
-constexpr std::chrono::milliseconds kRest{500};
+/// After a failure no connection is tried: waiting for an unreachable host would block every thread.
+constexpr std::chrono::milliseconds kRetryInterval{500};
 
 }  // namespace
 
@@ -20,14 +21,14 @@ Pool::Pool(std::string address, const PostgresqlOptions& options, const Regional
 std::unique_ptr<Database> Pool::Take() {
   Enter();
   try {
-    return TakeInstead();
+    return TakeIdleOrConnect();
   } catch (const DatabaseError&) {
     Leave();
     throw;
   }
 }
 
-std::unique_ptr<Database> Pool::TakeInstead() {
+std::unique_ptr<Database> Pool::TakeIdleOrConnect() {
   while (std::unique_ptr<Database> idle = TakeIdle()) {
     if (idle->Renew()) return idle;
   }
@@ -43,12 +44,13 @@ void Pool::GiveBack(std::unique_ptr<Database> database) noexcept {
   Leave();
 }
 
-/// Counts the caller among the users, of whom each may have one connection.
+/// Reserves one of the connections that the pool may have.
 void Pool::Enter() {
   std::unique_lock lock(mutex_);
   const auto hasRoom = [this] { return used_ < options_.MostConnections; };
   if (!isFree_.wait_for(lock, options_.PoolWait, hasRoom))
-    throw DatabaseUnavailable("all " + std::to_string(options_.MostConnections) + " connections are in use");
+    throw DatabaseUnavailable(
+        fmt::format("all {} connections are in use; raise database_connections", options_.MostConnections));
   ++used_;
 }
 
@@ -69,7 +71,7 @@ std::unique_ptr<Database> Pool::TakeIdle() {
 std::unique_ptr<Database> Pool::Connect() {
   {
     const std::lock_guard lock(mutex_);
-    if (!failure_.empty() && std::chrono::steady_clock::now() < failedAt_ + kRest)
+    if (!failure_.empty() && std::chrono::steady_clock::now() < failedAt_ + kRetryInterval)
       throw DatabaseUnavailable(failure_);
   }
   std::string failure;

@@ -21,11 +21,11 @@ class Pool {
   /// `regional` has to outlive the pool.
   Pool(std::string address, const PostgresqlOptions& options, const RegionalSettings& regional);
 
-  /// A connection, ready for a request; waits for one when all are in use. Throws DatabaseError.
+  /// A connection for a request; waits for one when all are in use. Throws DatabaseError.
   std::unique_ptr<Database> Take();
   void GiveBack(std::unique_ptr<Database> database) noexcept;
-  /// Another connection for one that was taken and is lost. Throws DatabaseError.
-  std::unique_ptr<Database> TakeInstead();
+  /// For who has room for a connection already, such as one that was lost. Throws DatabaseError.
+  std::unique_ptr<Database> TakeIdleOrConnect();
 
  private:
   void Enter();
@@ -55,8 +55,8 @@ class Lease {
   Lease& operator=(const Lease&) = delete;
 
   Database& Leased() { return *database_; }
-  /// Takes another connection for one that is lost. Throws DatabaseError.
-  void Exchange() { database_ = pool_->TakeInstead(); }
+  /// Replaces a lost connection. Throws DatabaseError.
+  void Reconnect() { database_ = pool_->TakeIdleOrConnect(); }
 
  private:
   std::shared_ptr<Pool> pool_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <fmt/format.h>
+
 #include "drivers/postgresql/case_folding_function.h"
 #include "drivers/unicode/case_folding.h"
 #include "platform/database.h"
@@ -48,7 +50,7 @@ std::string PostgresqlSql::Declare(const dialect::ColumnDefinition& definition,
                                    const dialect::StoredValue& defaultValue) const {
   const auto& [name, type] = definition.Defined;
   if (definition.IsPrimaryKey && type != ColumnType::kCounter)
-    throw DatabaseError("the primary key " + name + " is not a counter");
+    throw DatabaseError("primary key " + name + ": expected a counter");
   std::string declaration = dialect::Quoted(name).append(" ").append(Native(type).Declaration);
   const bool isNull = std::holds_alternative<std::monostate>(defaultValue);
   if (isNull && type != ColumnType::kYesNo) return declaration;
@@ -102,11 +104,13 @@ std::string PostgresqlSql::IndexColumns(const std::vector<std::string>& keys,
 /// A number that comes from elsewhere does not move the identity's sequence by itself.
 std::string PostgresqlSql::InsertWithCounter(std::string insert, const dialect::Table& table) const {
   const std::string column = dialect::Quoted(table.Counter()->Name);
-  const std::string sequence = "pg_get_serial_sequence(" + dialect::TextLiteral(dialect::Quoted(table.Name)) +
-                               ", " + dialect::TextLiteral(table.Counter()->Name) + ")::regclass";
-  return "WITH inserted AS (" + insert + " RETURNING " + column + ") SELECT setval(" + sequence + ", " +
-         column + ") FROM inserted WHERE " + column + " > coalesce(pg_sequence_last_value(" + sequence +
-         "), 0)";
+  const std::string sequence = fmt::format("pg_get_serial_sequence({}, {})::regclass",
+                                           dialect::TextLiteral(dialect::Quoted(table.Name)),
+                                           dialect::TextLiteral(table.Counter()->Name));
+  return fmt::format(
+      "WITH inserted AS ({0} RETURNING {1}) SELECT setval({2}, {1}) FROM inserted "
+      "WHERE {1} > coalesce(pg_sequence_last_value({2}), 0)",
+      insert, column, sequence);
 }
 
 unsigned TypeOf(ColumnType type) {

@@ -8,12 +8,12 @@
 
 namespace orlune::postgresql {
 
-/// What the server tells about the schema that a connection works in.
+/// The schema that a connection works in.
 struct Schema {
   dialect::Catalogue Tables;
   std::vector<std::string> Indexes;
   std::string Name;
-  bool CanCompareTexts = false;  ///< whether the case folding function is there
+  bool CanCompareTexts = false;  ///< whether the case folding function exists
   bool IsWritable = false;       ///< false on a standby server
 };
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include <fmt/format.h>
 #include <libpq-fe.h>
 
 #include "drivers/postgresql/case_folding_function.h"
@@ -21,14 +22,12 @@ constexpr int kOldestVersion = 150'000;
 
 std::string DefaultSetting(std::string_view name, std::chrono::milliseconds value) {
   const std::string quoted = dialect::TextLiteral(name);
-  return "SELECT set_config(" + quoted + ", '" + std::to_string(value.count()) +
-         "', false) WHERE current_setting(" + quoted + ") = '0'";
+  return fmt::format("SELECT set_config({0}, '{1}', false) WHERE current_setting({0}) = '0'", quoted,
+                     value.count());
 }
 
-/// Half a calendar is not shown to anybody.
 void RequireCompleteCopy(const dialect::Catalogue& tables) {
-  if (tables.Find(kUnfinishedCopy) != nullptr)
-    throw DatabaseError("a copy into it is not complete; give \"orlune copy\" again");
+  if (tables.Find(kUnfinishedCopy) != nullptr) throw DatabaseError("incomplete copy; rerun \"orlune copy\"");
 }
 
 }  // namespace
@@ -43,16 +42,16 @@ std::vector<std::string> MissingParts(const Schema& schema) {
 
 void Configure(Link& link, const PostgresqlOptions& options) {
   if (link.ServerVersion() < kOldestVersion) {
-    throw DatabaseError("the server is PostgreSQL " + std::to_string(link.ServerVersion() / 10'000) +
-                        ", which is too old: version 15 or later is needed");
+    throw DatabaseError(
+        fmt::format("PostgreSQL {} is too old; use version 15 or later", link.ServerVersion() / 10'000));
   }
   if (link.ServerEncoding() != "UTF8") {
-    throw DatabaseError("the database's encoding is " + link.ServerEncoding() +
-                        ": make one with the encoding UTF8");
+    throw DatabaseError(
+        fmt::format("the database has the encoding {}; create one in UTF8", link.ServerEncoding()));
   }
   for (const char* setting : {"SET DateStyle = ISO", "SET standard_conforming_strings = on"})
     link.Run(setting);
-  // Whatever their values, the pages' queries want the same plan; making one takes longer than following it.
+  // The pages' queries want the same plan for all values; planning takes longer than running.
   link.Run(
       "SELECT set_config('plan_cache_mode', 'force_generic_plan', false) "
       "WHERE current_setting('plan_cache_mode') = 'auto'");
@@ -66,7 +65,7 @@ void Configure(Link& link, const PostgresqlOptions& options) {
 dialect::Catalogue SetUpSchema(Link& link) {
   Schema schema = ReadSchema(link);
   if (schema.Tables.Find("Calendars") == nullptr) {
-    throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" makes one");
+    throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" creates it");
   }
   RequireCompleteCopy(schema.Tables);
   const std::vector<std::string> missing = MissingParts(schema);

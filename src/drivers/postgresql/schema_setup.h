@@ -25,17 +25,17 @@ constexpr const char* kTellOthers = "NOTIFY orlune_schema";
 /// hold a calendar.
 void Configure(Link& link, const PostgresqlOptions& options);
 
-/// The statements that make what a schema lacks for the pages' queries: indexes, and what they need.
+/// The statements that create the missing indexes, and the function that they need.
 std::vector<std::string> MissingParts(const Schema& schema);
 
-/// The tables of a calendar, with its missing indexes made where the database can be written. Throws
-/// DatabaseError when it is no calendar's.
+/// Reads the tables of a calendar, and creates missing indexes unless the database is read-only. Throws
+/// DatabaseError when it is not a calendar's.
 dialect::Catalogue SetUpSchema(Link& link);
 
-/// Runs `statements` in one transaction as the only writer. Throws DatabaseError, and then none has happened.
+/// Runs `statements` in one transaction as the only writer; all or none. Throws DatabaseError.
 void RunAsOnlyWriter(Link& link, std::span<const std::string> statements);
 
-/// Throws DatabaseError unless the reply is that of a COMMIT that has happened.
+/// Throws DatabaseError unless the reply is that of a successful COMMIT.
 void RequireCommitted(const Reply& commit);
 
 }  // namespace orlune::postgresql

@@ -14,7 +14,7 @@
 
 namespace orlune {
 
-/// What stands in a field although its column's type cannot hold it, such as a date that is none.
+/// A field that does not fit its column's type, such as an invalid date.
 struct Unreadable {
   std::string Stored;
 
@@ -39,9 +39,9 @@ class DatabaseMaintenance {
 
   /// All tables of the database as they are now, foreign ones included.
   virtual dialect::Catalogue Tables() = 0;
-  /// The indexes that the pages' queries want and that are missing, by name.
+  /// The missing indexes of the pages' queries, by name.
   virtual std::vector<std::string> MissingIndexes() = 0;
-  /// What the engine itself finds wrong, each in one sentence; none when the database is sound.
+  /// What the engine itself finds wrong, one sentence each.
   virtual std::vector<std::string> Damages() = 0;
 
   /// How many rows `table` has.
@@ -55,9 +55,9 @@ class DatabaseMaintenance {
   /// Unreadable.
   virtual void Insert(const dialect::Table& table, std::span<const StoredRow> rows) = 0;
 
-  /// The highest number that the counter of `table` has given, also to rows that are gone; 0 when none.
+  /// The highest number that the counter of `table` has given, also to deleted rows; 0 when none.
   virtual std::int64_t LastCounter(const std::string& table) = 0;
-  /// Makes the counter of `table` go on after `last`, unless it is further already.
+  /// Raises the counter of `table` to `last`, unless it is higher.
   virtual void RaiseCounter(const std::string& table, std::int64_t last) = 0;
 
   /// What the database is a copy of, as long as the copy is not complete; nothing otherwise. It is kept in a

@@ -9,7 +9,7 @@ namespace orlune::schema {
 
 namespace {
 
-/// The form, told as a region.
+/// The form, as a region.
 const RegionalSettings& StoredForm() {
   static const RegionalSettings kForm{
       {}, {DateField::kYear, DateField::kMonth, DateField::kDay}, '-', true, true, {}, {}};

@@ -16,7 +16,7 @@ std::string ColumnList(const dialect::Table& table) {
 
 const std::string& CounterName(const dialect::Table& table) {
   const dialect::Column* counter = table.Counter();
-  if (counter == nullptr) throw DatabaseError("the table " + table.Name + " has no counter");
+  if (counter == nullptr) throw DatabaseError("table " + table.Name + " has no counter");
   return counter->Name;
 }
 

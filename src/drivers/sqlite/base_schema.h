@@ -1,11 +1,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 namespace orlune {
 
-/// Creates a database with the tables that every database starts with, without rows. Throws DatabaseError, as
-/// when the file exists; no file is left behind then.
-void CreateBaseDatabase(const std::filesystem::path& file);
+/// Creates a file with the base tables, which only its owner may read. It gets its name once `fill` has
+/// written to it under the path that it is given; no connection may be left open then. Throws DatabaseError,
+/// as when the file exists, and leaves no file behind.
+void CreateBaseDatabase(const std::filesystem::path& file,
+                        const std::function<void(const std::filesystem::path&)>& fill = {});
 
 }  // namespace orlune

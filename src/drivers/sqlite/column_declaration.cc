@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "drivers/dialect/engine_sql.h"
 #include "platform/database.h"
 
@@ -12,8 +14,7 @@ using dialect::ColumnType;
 
 namespace {
 
-/// The first word tells our type. "TEXT" after it keeps SQLite from storing a memo or date that looks like a
-/// number as one.
+/// The first word is our type. "TEXT" after it keeps SQLite from storing a numeric memo or date as a number.
 constexpr std::array<std::pair<ColumnType, std::string_view>, 8> kDeclarations{{
     {ColumnType::kCounter, "INTEGER PRIMARY KEY AUTOINCREMENT"},
     {ColumnType::kLong, "LONG"},
@@ -34,14 +35,14 @@ std::string_view FirstWord(std::string_view text) {
 std::string DeclareColumn(const dialect::ColumnDefinition& definition) {
   const auto& [name, type] = definition.Defined;
   if (definition.IsPrimaryKey && type != ColumnType::kCounter) {
-    throw DatabaseError("the primary key " + name + " is not a counter");
+    throw DatabaseError(fmt::format("primary key {}: expected a counter", name));
   }
   std::string declaration = dialect::Quoted(name) + ' ';
   for (const auto& [declaredType, text] : kDeclarations) {
     if (declaredType == type) declaration += text;
   }
   if (type != ColumnType::kText) return declaration;
-  if (definition.Length > 0) declaration += '(' + std::to_string(definition.Length) + ')';
+  if (definition.Length > 0) declaration += fmt::format("({})", definition.Length);
   return declaration += " COLLATE NOCASE";
 }
 

@@ -12,7 +12,7 @@ namespace orlune::sqlite {
 /// is not a counter.
 std::string DeclareColumn(const dialect::ColumnDefinition& definition);
 
-/// The type that a declaration in the file tells; a text for an unknown one.
+/// The type of a declaration in the file; a text for an unknown one.
 dialect::ColumnType TypeOfDeclaration(std::string_view declared, bool isPrimaryKey);
 
 }  // namespace orlune::sqlite

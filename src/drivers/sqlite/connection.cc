@@ -37,15 +37,26 @@ bool SqliteConnection::TryExecute(const StatementText& statement) {
   }
 }
 
+void SqliteConnection::ExecuteInOrder(std::span<const StatementText> statements) {
+  Begin();
+  try {
+    for (const StatementText& statement : statements) Execute(statement);
+  } catch (const DatabaseError&) {
+    Commit();
+    throw;
+  }
+  Commit();
+}
+
 void SqliteConnection::Begin() {
-  if (Current().IsInTransaction()) throw DatabaseError("a transaction inside a transaction");
+  if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
   LeaveToOpenQueries();
   Current().EndReading();
   Current().BeginTransaction();
 }
 
 void SqliteConnection::Commit() {
-  if (!Current().IsInTransaction()) throw DatabaseError("there is no transaction to commit");
+  if (!Current().IsInTransaction()) throw DatabaseError("no transaction is open");
   Current().Commit();
 }
 
@@ -53,11 +64,11 @@ void SqliteConnection::Rollback() noexcept {
   if (Current().IsInTransaction()) Current().Rollback();
 }
 
-/// Runs a statement without rows, or tells why it can only fail.
+/// Runs a statement without rows, or returns why it can only fail.
 std::string_view SqliteConnection::Write(const StatementText& statement) {
   Current().EnsureReading();
   auto translated = Current().Translated(statement);
-  if (!translated->Translation.Columns.empty()) throw DatabaseError("a query has rows to be read");
+  if (!translated->Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
   if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
   if (LeaveToOpenQueries()) translated = Current().Translated(statement);
   const RunningStatement running = Current().Start(translated, statement);
@@ -67,8 +78,8 @@ std::string_view SqliteConnection::Write(const StatementText& statement) {
   return {};
 }
 
-/// Rows still to be read hold on to the state of the file that they were found in. It could not be written to
-/// when somebody else wrote since, so whatever follows goes to another database.
+/// An open query keeps its database in the state that it reads, which could not be written to when somebody else
+/// wrote since; so what follows goes to another database.
 bool SqliteConnection::LeaveToOpenQueries() {
   const bool hasOpenQueries = lease_.use_count() > 1;
   if (hasOpenQueries) lease_ = std::make_shared<Lease>(lease_->Origin());

@@ -8,10 +8,8 @@
 
 namespace orlune::sqlite {
 
-/// Queries read from one state of the file until the next write. A write outside a transaction runs by
-/// itself. What a query found does not change while its rows are read: a write leaves the database that an
-/// open query reads from, and goes on with another one of the pool; in a transaction all rows of a query are
-/// read at once.
+/// Queries read from one state of the file until the next write. The rows of an open query do not change: a
+/// write goes to another database of the pool; in a transaction all rows of a query are read at once.
 class SqliteConnection : public Connection {
  public:
   /// Throws DatabaseError.
@@ -20,6 +18,7 @@ class SqliteConnection : public Connection {
   std::unique_ptr<ResultSet> Query(const StatementText& statement) override;
   void Execute(const StatementText& statement) override;
   bool TryExecute(const StatementText& statement) override;
+  void ExecuteInOrder(std::span<const StatementText> statements) override;
   void Begin() override;
   void Commit() override;
   void Rollback() noexcept override;

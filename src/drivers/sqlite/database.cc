@@ -117,7 +117,7 @@ void Database::ForgetTables() {
   cache_.Clear();
 }
 
-/// Reads the tables again when they changed; tells whether they did.
+/// Reads the tables again when they changed, and returns whether they did.
 bool Database::RefreshTables() {
   Step(schemaVersion_.get());
   const std::int64_t version = sqlite3_column_int64(schemaVersion_.get(), 0);
@@ -129,7 +129,7 @@ bool Database::RefreshTables() {
   return true;
 }
 
-/// A file that cannot be written is read without them.
+/// A read-only file is read without them.
 void Database::CreateMissingIndexes() {
   EndReading();
   try {

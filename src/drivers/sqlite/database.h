@@ -23,19 +23,19 @@ class Database {
   Database(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,
            const RegionalSettings& regional);
 
-  /// Starts to read from one state of the file, unless that or a transaction is going on. Creates indexes
-  /// that the file lacks, where it can be written. Throws DatabaseError.
+  /// Starts to read from one state of the file, unless reading or in a transaction. Creates missing indexes
+  /// unless the file is read-only. Throws DatabaseError.
   void EnsureReading();
   void EndReading();
 
-  /// Starts a transaction, as the only writer of the file, with nothing else going on. Throws DatabaseError.
+  /// Starts a transaction as the only writer of the file; only while idle. Throws DatabaseError.
   void BeginTransaction();
   bool IsInTransaction() const { return state_ == State::kTransaction; }
   /// Throws DatabaseError, with the transaction rolled back.
   void Commit();
   void Rollback() noexcept;
 
-  /// Ends whatever goes on. False when the database cannot be used any more.
+  /// Makes it idle. False when the database must be closed.
   bool Reset() noexcept;
 
   /// The statement translated for the file's current tables; only while reading or in a transaction. Throws
@@ -43,7 +43,7 @@ class Database {
   std::shared_ptr<CachedStatement> Translated(const StatementText& statement);
   /// Prepares a translated statement and gives it the values of `statement`. Throws DatabaseError.
   RunningStatement Start(const std::shared_ptr<CachedStatement>& translated, const StatementText& statement);
-  /// Forgets the tables, after a statement that may have changed them.
+  /// After a statement that may have changed the tables.
   void ForgetTables();
 
  private:

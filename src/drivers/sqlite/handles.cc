@@ -1,9 +1,13 @@
 #include "drivers/sqlite/handles.h"
 
+#include <cerrno>
 #include <string>
 #include <system_error>
 
+#include <fcntl.h>
+#include <fmt/format.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include "drivers/schema/database_maintenance.h"
 #include "drivers/sqlite/unicode_text.h"
@@ -20,8 +24,9 @@ DatabaseHandle Open(const std::filesystem::path& file, int flags) {
   DatabaseHandle database(opened);
   if (result != SQLITE_OK) {
     const int cause = opened == nullptr ? 0 : sqlite3_system_errno(opened);
-    throw DatabaseError("cannot open " + file.string() + ": " +
-                        (cause == 0 ? sqlite3_errstr(result) : std::generic_category().message(cause)));
+    throw DatabaseError(
+        fmt::format("cannot open {}: {}", file.string(),
+                    cause == 0 ? sqlite3_errstr(result) : std::generic_category().message(cause)));
   }
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -31,18 +36,17 @@ DatabaseHandle Open(const std::filesystem::path& file, int flags) {
   return database;
 }
 
-/// Run before anything that would change a file that is not ours.
+/// Comes before anything that changes the file.
 void RequireOurTables(sqlite3* database) {
   const auto table =
       Prepare(database, "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Calendars'");
   if (!Step(table.get())) throw DatabaseError("not an Orlune database: table Calendars is missing");
 }
 
-/// Half a calendar is not shown to anybody.
 void RequireCompleteCopy(sqlite3* database) {
   const auto table = Prepare(database, "SELECT 1 FROM sqlite_schema WHERE name = ?");
   sqlite3_bind_text(table.get(), 1, kUnfinishedCopy, -1, SQLITE_STATIC);
-  if (Step(table.get())) throw DatabaseError("a copy into it is not complete; give \"orlune copy\" again");
+  if (Step(table.get())) throw DatabaseError("incomplete copy; rerun \"orlune copy\"");
 }
 
 void Configure(sqlite3* database) {
@@ -61,7 +65,7 @@ DatabaseHandle OpenFile(const std::filesystem::path& file, int flags, std::chron
   try {
     prepare(database.get());
   } catch (const DatabaseError& error) {
-    throw DatabaseError("cannot open " + file.string() + ": " + error.what());
+    throw DatabaseError(fmt::format("cannot open {}: {}", file.string(), error.what()));
   }
   return database;
 }
@@ -92,8 +96,7 @@ DatabaseHandle OpenToFill(const std::filesystem::path& file, std::chrono::millis
 }
 
 DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout) {
-  // Who may write takes the files of the log away at the end, but also moves into the database what a server
-  // that was killed left in them.
+  // A connection that may write removes the log at the end, but also merges what a killed server left in it.
   const bool hasLog = std::filesystem::exists(file.string() + "-wal");
   const int flags = hasLog ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   return OpenFile(file, flags, busyTimeout, [](sqlite3* database) {
@@ -103,7 +106,11 @@ DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::mill
 }
 
 DatabaseHandle CreateEmpty(const std::filesystem::path& file) {
-  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE);
+  // The files of its log get the rights of the database.
+  const int created = open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (created < 0) throw DatabaseError(std::generic_category().message(errno));
+  close(created);
+  DatabaseHandle database = Open(file, SQLITE_OPEN_READWRITE);
   Configure(database.get());
   return database;
 }
@@ -123,9 +130,9 @@ bool Step(sqlite3_stmt* statement) {
   const int result = sqlite3_step(statement);
   if (result == SQLITE_ROW) return true;
   if (result == SQLITE_DONE) return false;
-  std::string cause = sqlite3_errmsg(sqlite3_db_handle(statement));
+  const std::string cause = sqlite3_errmsg(sqlite3_db_handle(statement));
   sqlite3_reset(statement);
-  throw DatabaseError(cause.append(" in: ").append(sqlite3_sql(statement)));
+  throw DatabaseError(fmt::format("{} in: {}", cause, sqlite3_sql(statement)));
 }
 
 void Run(sqlite3_stmt* statement) {

@@ -20,23 +20,22 @@ struct FinalizeStatement {
 };
 using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-/// Opens the file of the system's tables: durable commits, Unicode text comparison, a large page cache.
-/// Throws DatabaseError when the file is missing, unreadable, something else or an unfinished copy; it is
-/// then left as it was.
+/// Opens a calendar: durable commits, Unicode text comparison, a large page cache. Throws DatabaseError when
+/// the file is missing, unreadable, something else or an incomplete copy; it is then left unchanged.
 DatabaseHandle OpenExisting(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
-/// The same, an unfinished copy included.
+/// The same, incomplete copies included.
 DatabaseHandle OpenToFill(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
 /// Opens any SQLite file without ever changing it. Throws DatabaseError when it is missing or unreadable.
 DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout);
-/// Creates `file`, which must not exist, as an empty database. Throws DatabaseError.
+/// Creates an empty database, which only its owner may read. Throws DatabaseError, as when `file` exists.
 DatabaseHandle CreateEmpty(const std::filesystem::path& file);
 
 /// Throws DatabaseError unless SQLite's `result` is success.
 void Check(sqlite3* database, int result);
 /// Throws DatabaseError.
 StatementHandle Prepare(sqlite3* database, std::string_view sql);
-/// Moves on to the next row and tells whether there is one. Throws DatabaseError, which names the statement
-/// but none of its parameters; the statement is then reset.
+/// Moves to the next row; false past the last one. Throws DatabaseError, which names the statement without
+/// its parameters; the statement is then reset.
 bool Step(sqlite3_stmt* statement);
 /// Runs a statement without rows from start to end. Throws DatabaseError.
 void Run(sqlite3_stmt* statement);

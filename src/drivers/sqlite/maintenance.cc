@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include "drivers/dialect/engine_sql.h"
@@ -24,7 +25,6 @@ int BindText(sqlite3_stmt* statement, int position, std::string_view text) {
   return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-/// Binds one field; the overloads are the kinds of it.
 struct Binder {
   sqlite3_stmt* Statement;
   int Position;
@@ -37,7 +37,7 @@ struct Binder {
   int operator()(const Moment& moment) const {
     return BindText(Statement, Position, schema::MomentText(moment));
   }
-  int operator()(const Unreadable&) const { throw DatabaseError("an unreadable field cannot be written"); }
+  int operator()(const Unreadable&) const { throw DatabaseError("an unreadable field cannot be stored"); }
 };
 
 void Bind(sqlite3_stmt* statement, int position, const StoredField& field) {
@@ -71,10 +71,11 @@ StoredField ReadField(sqlite3_stmt* row, int column, ColumnType type) {
 std::string InsertionInto(const dialect::Table& table) {
   std::string places = "?";
   for (std::size_t i = 1; i < table.Columns.size(); ++i) places += ", ?";
-  return "INSERT INTO " + Quoted(table.Name) + " (" + schema::ColumnList(table) + ") VALUES (" + places + ")";
+  return fmt::format("INSERT INTO {} ({}) VALUES ({})", Quoted(table.Name), schema::ColumnList(table),
+                     places);
 }
 
-/// A transaction of the only writer; taken back unless it is committed.
+/// A transaction of the only writer; rolled back unless committed.
 class WriteTransaction {
  public:
   explicit WriteTransaction(sqlite3* database) : database_(database) {
@@ -120,8 +121,9 @@ std::int64_t Maintenance::RowCount(const std::string& table) {
 }
 
 std::optional<std::int64_t> Maintenance::HighestNumber(const dialect::Table& table) {
-  const auto row = Prepare(
-      database_.get(), "SELECT max(" + Quoted(schema::CounterName(table)) + ") FROM " + Quoted(table.Name));
+  const auto row =
+      Prepare(database_.get(),
+              fmt::format("SELECT max({}) FROM {}", Quoted(schema::CounterName(table)), Quoted(table.Name)));
   Step(row.get());
   if (sqlite3_column_type(row.get(), 0) == SQLITE_NULL) return std::nullopt;
   return sqlite3_column_int64(row.get(), 0);
@@ -130,8 +132,8 @@ std::optional<std::int64_t> Maintenance::HighestNumber(const dialect::Table& tab
 std::vector<StoredRow> Maintenance::Rows(const dialect::Table& table, std::int64_t after, std::size_t most) {
   const std::string counter = Quoted(schema::CounterName(table));
   const auto row =
-      Prepare(database_.get(), "SELECT " + schema::ColumnList(table) + " FROM " + Quoted(table.Name) +
-                                   " WHERE " + counter + " > ? ORDER BY " + counter + " LIMIT ?");
+      Prepare(database_.get(), fmt::format("SELECT {} FROM {} WHERE {} > ? ORDER BY {} LIMIT ?",
+                                           schema::ColumnList(table), Quoted(table.Name), counter, counter));
   Bind(row.get(), 1, after);
   Bind(row.get(), 2, static_cast<std::int64_t>(most));
   std::vector<StoredRow> rows;

@@ -13,7 +13,7 @@
 
 namespace orlune::sqlite {
 
-/// The open databases of one file that no request uses right now. Shared by threads.
+/// The idle databases of one file. Shared by threads.
 class Pool {
  public:
   /// Keeps up to `mostIdle` databases open. `regional` has to outlive the pool.

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include "drivers/sqlite/connection.h"
@@ -22,7 +23,7 @@ std::unique_ptr<Connection> SqliteDriver::Open(const std::string& path) {
 SqliteDriver::FileIdentity SqliteDriver::Identify(const std::string& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) {
-    throw DatabaseError("cannot open " + path + ": " + std::generic_category().message(errno));
+    throw DatabaseError(fmt::format("cannot open {}: {}", path, std::generic_category().message(errno)));
   }
   return {status.st_dev, status.st_ino};
 }

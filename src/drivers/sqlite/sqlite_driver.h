@@ -37,7 +37,7 @@ class SqliteDriver : public DatabaseDriver {
   std::unique_ptr<Connection> Open(const std::string& path) override;
 
  private:
-  /// What tells a file from another one that took its name.
+  /// Distinguishes a file from another one that took its name.
   struct FileIdentity {
     std::uint64_t Device = 0;
     std::uint64_t Number = 0;

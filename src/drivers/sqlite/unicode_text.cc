@@ -6,14 +6,13 @@
 
 #include <sqlite3.h>
 
+#include "base/ascii.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/unicode/case_folding.h"
 
 namespace orlune::sqlite {
 
-using unicode::FoldAscii;
 using unicode::Folding;
-using unicode::IsAscii;
 using unicode::TakeFolded;
 
 namespace {
@@ -87,8 +86,8 @@ int CompareIgnoringCase(std::string_view left, std::string_view right) {
   const std::size_t shorter = std::min(left.size(), right.size());
   for (std::size_t i = 0; i < shorter; ++i) {
     if (!IsAscii(left[i]) || !IsAscii(right[i])) return CompareFolded(left.substr(i), right.substr(i));
-    const char leftFolded = FoldAscii(left[i]);
-    const char rightFolded = FoldAscii(right[i]);
+    const char leftFolded = ToLowerAscii(left[i]);
+    const char rightFolded = ToLowerAscii(right[i]);
     if (leftFolded != rightFolded) return leftFolded < rightFolded ? -1 : 1;
   }
   if (left.size() == right.size()) return 0;
@@ -100,7 +99,7 @@ LikePattern::LikePattern(std::string_view pattern) {
     const std::string_view inner = pattern.substr(1, pattern.size() - 2);
     if (IsAscii(inner) && inner.find_first_of("%_") == std::string_view::npos) {
       sought_.emplace(inner);
-      std::transform(inner.begin(), inner.end(), sought_->begin(), FoldAscii);
+      std::transform(inner.begin(), inner.end(), sought_->begin(), ToLowerAscii);
     }
   }
   while (!pattern.empty()) {
@@ -121,7 +120,7 @@ bool LikePattern::Matches(std::string_view text) {
 
 bool LikePattern::ContainsSought(std::string_view asciiText) {
   lowered_.resize(asciiText.size());
-  std::transform(asciiText.begin(), asciiText.end(), lowered_.begin(), FoldAscii);
+  std::transform(asciiText.begin(), asciiText.end(), lowered_.begin(), ToLowerAscii);
   return memmem(lowered_.data(), lowered_.size(), sought_->data(), sought_->size()) != nullptr;
 }
 

@@ -7,6 +7,9 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
+#include "base/ascii.h"
+#include "base/utf8.h"
+
 namespace orlune::unicode {
 
 namespace {
@@ -26,24 +29,13 @@ UChar32 TakeCodePoint(std::string_view& text) {
   return codePoint;
 }
 
-void AppendUtf8(char32_t codePoint, std::string& text) {
-  std::array<char, U8_MAX_LENGTH> bytes{};
-  std::size_t length = 0;
-  U8_APPEND_UNSAFE(bytes.data(), length, codePoint);
-  text.append(bytes.data(), length);
-}
-
 #pragma GCC diagnostic pop
 
 }  // namespace
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return IsAscii(c); });
-}
-
 Folding TakeFolded(std::string_view& text) {
   if (IsAscii(text.front())) {
-    const auto folded = static_cast<char32_t>(FoldAscii(text.front()));
+    const auto folded = static_cast<char32_t>(ToLowerAscii(text.front()));
     text.remove_prefix(1);
     return {{folded}, 1};
   }
@@ -70,7 +62,7 @@ std::string FoldCase(std::string_view text) {
   folded.reserve(text.size());
   while (!text.empty()) {
     const Folding folding = TakeFolded(text);
-    for (std::size_t i = 0; i < folding.Count; ++i) AppendUtf8(folding.CodePoints[i], folded);
+    for (std::size_t i = 0; i < folding.Count; ++i) AppendUtf8(folded, folding.CodePoints[i]);
   }
   return folded;
 }

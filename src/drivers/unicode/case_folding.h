@@ -7,22 +7,14 @@
 
 namespace orlune::unicode {
 
-bool IsAscii(std::string_view text);
-inline bool IsAscii(char c) {
-  return static_cast<unsigned char>(c) < 0x80;
-}
-inline char FoldAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
-
 /// The code points that one code point folds to.
 struct Folding {
   std::array<char32_t, 8> CodePoints;
   std::size_t Count = 0;
 };
 
-/// Takes one code point of UTF-8 off the front of `text`, which is not empty, and folds its case: Unicode's
-/// full case folding. What is no UTF-8 becomes U+FFFD.
+/// Takes one code point of UTF-8 off the front of `text`, which is not empty, and folds its case by Unicode's
+/// full case folding. Invalid UTF-8 becomes U+FFFD.
 Folding TakeFolded(std::string_view& text);
 
 /// The whole text, UTF-8, with its case folded.

@@ -78,6 +78,17 @@ TEST_F(Messages, GoToEachMemberOnce) {
   EXPECT_EQ(recipients("staff"), Rows{});
 }
 
+TEST_F(Messages, AreKeptForTheRecipientsBeforeOneThatFails) {
+  place_.RunNative(place_.Kind() == Engine::kSqlite
+                       ? "CREATE TRIGGER NotBen BEFORE INSERT ON Messages WHEN NEW.Recipient = 'ben' "
+                         "BEGIN SELECT RAISE(ABORT, 'not ben'); END"
+                       : "ALTER TABLE \"Messages\" ADD CHECK (\"Recipient\" <> 'ben')");
+  EXPECT_THROW(
+      Post("p=m&act=send", {{"Vastaanottaja", "anna, ben, admin"}, {"Otsikko", "s"}, {"Sisalto", "c"}}),
+      DatabaseError);
+  EXPECT_EQ(ReadRows(Statement("SELECT Recipient FROM Messages"), {"Recipient"}), Rows{"anna"});
+}
+
 TEST_F(Messages, AreStoredAsTheyWereWritten) {
   Post("p=m&act=send",
        {{"Vastaanottaja", "ben"}, {"Otsikko", "it's \"so\" <B>"}, {"Sisalto", "*yes 😀\r\n'"}});

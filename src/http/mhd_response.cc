@@ -1,0 +1,58 @@
+#include "http/mhd_response.h"
+
+#include <iterator>
+#include <new>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace orlune {
+namespace {
+
+ResponseHandle MakeResponse(std::string body) {
+  auto kept = std::make_unique<std::string>(std::move(body));
+  std::string* text = kept.get();
+  ResponseHandle response(
+      MHD_create_response_from_buffer_with_free_callback_cls(
+          text->size(), text->data(),
+          [](void* owned) { std::unique_ptr<std::string>(static_cast<std::string*>(owned)); }, text),
+      &MHD_destroy_response);
+  if (response != nullptr) static_cast<void>(kept.release());
+  return response;
+}
+
+ResponseHandle MakeResponse(OpenFile file) {
+  ResponseHandle response(MHD_create_response_from_fd(file.size(), file.Release()), &MHD_destroy_response);
+  return response;
+}
+
+void AddHeader(const ResponseHandle& response, const char* name, const char* value) {
+  if (MHD_add_response_header(response.get(), name, value) != MHD_YES)
+    throw std::runtime_error(fmt::format("cannot add the header {} to a reply", name));
+}
+
+}  // namespace
+
+ResponseHandle MakeResponse(ReplyMessage reply, bool isLast) {
+  ResponseHandle response = std::visit([](auto& body) { return MakeResponse(std::move(body)); }, reply.Body);
+  if (response == nullptr) throw std::bad_alloc();
+  for (const auto& [name, value] : reply.Headers) AddHeader(response, name.c_str(), value.c_str());
+  AddHeader(response, "X-Content-Type-Options", "nosniff");
+  AddHeader(response, "X-Frame-Options", "SAMEORIGIN");
+  AddHeader(response, "Referrer-Policy", "same-origin");
+  if (isLast) AddHeader(response, "Connection", "close");
+  return response;
+}
+
+std::string RawRefusal(unsigned status) {
+  const ReplyMessage reply = Refusal(status);
+  std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status, MHD_get_reason_phrase_for(status));
+  for (const auto& [name, value] : reply.Headers)
+    fmt::format_to(std::back_inserter(text), "{}: {}\r\n", name, value);
+  return text + fmt::format("Content-Length: {}\r\nConnection: close\r\n\r\n{}", reply.BodySize(),
+                            std::get<std::string>(reply.Body));
+}
+
+}  // namespace orlune

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <microhttpd.h>
+
+#include "http/http_message.h"
+
+namespace orlune {
+
+using ResponseHandle = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_response)>;
+
+/// `reply` as libmicrohttpd sends it, with the security headers that every reply has. `isLast` tells the
+/// client that the connection is closed after it.
+ResponseHandle MakeResponse(ReplyMessage reply, bool isLast);
+
+/// The refusal as a whole HTTP message, for a client that libmicrohttpd cannot answer.
+std::string RawRefusal(unsigned status);
+
+}  // namespace orlune

@@ -1,0 +1,147 @@
+#include "http/request_reader.h"
+
+#include <algorithm>
+
+#include "base/ascii.h"
+#include "base/text.h"
+#include "base/url_encoding.h"
+#include "base/utf8.h"
+#include "http/body_length.h"
+
+namespace orlune {
+namespace {
+
+constexpr std::size_t kPartsBufferSize = 4096;
+// libmicrohttpd parses within `HostLimits::HeaderBytes`, and cannot even refuse an address that overflows it.
+constexpr std::size_t kMaxTargetSize = 8192;
+constexpr std::ptrdiff_t kMaxParameters = 250;
+constexpr std::size_t kMaxDrainFactor = 8;  // how many times the largest body is read before hanging up
+
+// A client that takes this server for a proxy sends a whole URL.
+std::string_view WithoutSite(std::string_view target) {
+  constexpr std::string_view kScheme = "http://";
+  if (!target.starts_with(kScheme)) return target;
+  const std::size_t path = target.find('/', kScheme.size());
+  return path == std::string_view::npos ? "/" : target.substr(path);
+}
+
+bool IsContentType(std::string_view header, std::string_view type) {
+  return EqualsIgnoringAsciiCase(header.substr(0, type.size()), type);
+}
+
+bool IsTooLong(std::string_view target) {
+  return target.size() > kMaxTargetSize || std::count(target.begin(), target.end(), '&') >= kMaxParameters;
+}
+
+bool IsControl(char c) {
+  return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
+MHD_Result AddForwardingHeader(void* texts, MHD_ValueKind /*kind*/, const char* name, const char* value) {
+  for (const char* known : kForwardingHeaders) {
+    if (EqualsIgnoringAsciiCase(name, known))
+      static_cast<NamedTexts*>(texts)->Add(known, value == nullptr ? "" : value);
+  }
+  return MHD_YES;
+}
+
+IpAddress PeerOf(MHD_Connection* connection) {
+  const auto* peer = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+  return peer != nullptr && peer->client_addr != nullptr ? IpAddress(*peer->client_addr) : IpAddress();
+}
+
+std::size_t AnnouncedLength(const NamedTexts& headers) {
+  return WholeNumber<std::size_t>(headers.Find("Content-Length")).value_or(0);
+}
+
+}  // namespace
+
+RequestReader::RequestReader(std::string_view target, std::size_t maxBody)
+    : targetEnd_(target.data() + target.size()),
+      partsReader_(nullptr, &MHD_destroy_post_processor),
+      maxBody_(maxBody) {
+  if (IsTooLong(target)) RefuseAndClose(MHD_HTTP_URI_TOO_LONG);
+  if (std::any_of(target.begin(), target.end(), IsControl)) Refuse(MHD_HTTP_BAD_REQUEST);
+  const std::string_view local = WithoutSite(target);
+  const std::size_t question = local.find('?');
+  message_.Path = local.substr(0, question);
+  if (question != std::string_view::npos) message_.Query = local.substr(question + 1);
+}
+
+void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version) {
+  hasHeaders_ = true;
+  message_.Method = method;
+  const bool hasNul = version != targetEnd_ + 1;
+  if (hasNul) Refuse(MHD_HTTP_BAD_REQUEST);
+  if (!HasUnambiguousLength(connection)) RefuseAndClose(MHD_HTTP_BAD_REQUEST);
+  for (const char* name : kReadHeaders) {
+    const char* value = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
+    if (value != nullptr) message_.Headers.Set(name, value);
+  }
+  ReadSender(connection);
+  const std::size_t announced = AnnouncedLength(message_.Headers);
+  if (announced > maxBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
+  if (announced > kMaxDrainFactor * maxBody_) RefuseAndClose(MHD_HTTP_CONTENT_TOO_LARGE);
+  if (method == "POST" && refusal_ == 0) ExpectForm(connection);
+}
+
+bool RequestReader::ReadBody(std::string_view piece) {
+  bodyBytes_ += piece.size();
+  if (bodyBytes_ > maxBody_) {
+    refusal_ = MHD_HTTP_CONTENT_TOO_LARGE;
+    return bodyBytes_ <= kMaxDrainFactor * maxBody_;
+  }
+  if (isQueryForm_) queryForm_ += piece;
+  if (partsReader_ != nullptr && MHD_post_process(partsReader_.get(), piece.data(), piece.size()) != MHD_YES)
+    refusal_ = MHD_HTTP_BAD_REQUEST;
+  return true;
+}
+
+void RequestReader::End() {
+  if (refusal_ != 0) return;
+  if (isQueryForm_) message_.Form = DecodeQuery(queryForm_);
+  if (partsReader_ == nullptr) return;
+  if (MHD_destroy_post_processor(partsReader_.release()) != MHD_YES) refusal_ = MHD_HTTP_BAD_REQUEST;
+  CommitField();
+}
+
+void RequestReader::RefuseAndClose(unsigned status) {
+  Refuse(status);
+  mustClose_ = true;
+}
+
+void RequestReader::ReadSender(MHD_Connection* connection) {
+  MHD_get_connection_values(connection, MHD_HEADER_KIND, &AddForwardingHeader, &message_.Headers);
+  message_.Peer = PeerOf(connection);
+}
+
+void RequestReader::ExpectForm(MHD_Connection* connection) {
+  const std::string_view type = message_.Headers.Find("Content-Type");
+  isQueryForm_ = IsContentType(type, "application/x-www-form-urlencoded");
+  if (!IsContentType(type, "multipart/form-data")) return;
+  partsReader_.reset(MHD_create_post_processor(connection, kPartsBufferSize, &ReadPart, this));
+  if (partsReader_ == nullptr) refusal_ = MHD_HTTP_BAD_REQUEST;
+}
+
+void RequestReader::CommitField() {
+  if (!hasField_) return;
+  message_.Form.Add(RepairUtf8(std::move(fieldName_)), RepairUtf8(std::move(fieldValue_)));
+  hasField_ = false;
+}
+
+MHD_Result RequestReader::ReadPart(void* self, MHD_ValueKind /*kind*/, const char* name, const char* fileName,
+                                   const char* /*contentType*/, const char* /*encoding*/, const char* piece,
+                                   std::uint64_t offset, std::size_t size) {
+  RequestReader& reader = *static_cast<RequestReader*>(self);
+  if (name == nullptr || fileName != nullptr) return MHD_YES;
+  if (offset == 0) {
+    reader.CommitField();
+    reader.fieldName_ = name;
+    reader.fieldValue_.clear();
+    reader.hasField_ = true;
+  }
+  reader.fieldValue_.append(piece, size);
+  return MHD_YES;
+}
+
+}  // namespace orlune

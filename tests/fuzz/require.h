@@ -1,0 +1,8 @@
+#pragma once
+
+#include <cstdlib>
+
+/// Crashes, which a fuzzer reports, unless the property holds.
+inline void Require(bool holds) {
+  if (!holds) std::abort();
+}
