@@ -41,12 +41,14 @@ EventFormContent LoadEventForm(Connection& database, const Visitor& visitor, con
   const int id = draft.Event.EventID;
   const std::vector<std::string> offered = OfferedCalendars(visitor);
   std::vector<Query<std::optional<std::string>>> nameQueries;
+  nameQueries.reserve(offered.size());
   for (const std::string& calendar : offered) nameQueries.push_back(FriendlyNameOf(calendar));
   auto [recipients, answers, names] =
       Ask(database, chosenRecipients ? CalendarsExcept(visitor.LoginName) : Query<std::vector<Calendar>>(),
           id != 0 ? AnswersTo(id) : Query<std::vector<SuggestionAnswer>>(),
           Queries<std::optional<std::string>>(nameQueries));
   EventFormContent content{draft, chosenRecipients, std::move(recipients), std::move(answers), {}};
+  content.Calendars.reserve(offered.size());
   for (std::size_t i = 0; i < offered.size(); ++i)
     content.Calendars.push_back({offered[i], names[i].value_or(offered[i])});
   return content;

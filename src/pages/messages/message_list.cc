@@ -29,6 +29,7 @@ MessageListContent LoadMessageList(Connection& database, const Visitor& visitor)
     if (content.SenderNames.emplace(message.Sender, message.Sender).second) senders.push_back(message.Sender);
   }
   std::vector<Query<std::optional<std::string>>> queries;
+  queries.reserve(senders.size());
   for (const std::string& sender : senders) queries.push_back(FriendlyNameOf(sender));
   const auto names = AskAll<std::optional<std::string>>(database, queries);
   for (std::size_t i = 0; i < senders.size(); ++i) {
