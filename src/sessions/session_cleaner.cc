@@ -25,8 +25,8 @@ SessionCleaner::SessionCleaner(std::vector<SessionDatabase> databases, spdlog::l
                                CleaningRules rules, TimeSource now)
     : databases_(std::move(databases)), log_(log), rules_(rules), now_(std::move(now)) {
   std::ranges::sort(databases_, {}, &SessionDatabase::Path);
-  const auto repeated = std::ranges::unique(databases_, {}, &SessionDatabase::Path);
-  databases_.erase(repeated.begin(), repeated.end());
+  const auto isSame = [](const SessionDatabase& a, const SessionDatabase& b) { return a.Path == b.Path; };
+  databases_.erase(std::unique(databases_.begin(), databases_.end(), isSame), databases_.end());
 }
 
 void SessionCleaner::Start() {
