@@ -20,7 +20,7 @@ constexpr ServerSetting kServerSettings[] = {
     {"threads", NumberSetting{&Configuration::Threads, 0, 512}, "0: chosen from the processors"},
     {"database_connections", NumberSetting{&Configuration::DatabaseConnections, 0, 1000},
      "most connections to a database server, for each region; 0: as many as threads need"},
-    {"secret_file", &Configuration::SecretFile, "key of sealed cookies; created when missing"},
+    {"secret_file", &Configuration::SecretFile, "key of encrypted cookies; created when missing"},
     {"trusted_proxies", &Configuration::TrustedProxies, "addresses and networks of proxies in front"},
     {"drain_seconds", NumberSetting{&Configuration::DrainSeconds, 0, 3600},
      "how long to go on serving after SIGTERM or SIGINT"},
@@ -42,7 +42,7 @@ struct TypeName {
 
 /// The default of a setting as a configuration file would have it.
 struct DefaultText {
-  const Configuration Defaults;
+  Configuration Defaults;
 
   std::string operator()(ServerSetting::Text text) const { return fmt::format("\"{}\"", Defaults.*text); }
   std::string operator()(ServerSetting::Path path) const {
