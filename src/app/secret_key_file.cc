@@ -1,6 +1,7 @@
 #include "app/secret_key_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <string>
 
@@ -16,16 +17,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The key gets its name when it is complete, so that of several servers that start at once all read the first
+// one's.
 void CreateSecretKey(const fs::path& file) {
   std::error_code ignored;
   fs::create_directories(file.parent_path(), ignored);
   SecretKey key;
   randombytes_buf(key.data(), key.size());
-  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  const fs::path unnamed = fmt::format("{}.{}", file.string(), getpid());
+  const int descriptor = open(unnamed.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   const bool isWritten = descriptor >= 0 && write(descriptor, key.data(), key.size()) == std::ssize(key);
   if (descriptor >= 0) close(descriptor);
-  if (!isWritten)
-    throw ConfigurationError(fmt::format("cannot write a key to secret_file {}", file.string()));
+  const bool isNamed = isWritten && (link(unnamed.c_str(), file.c_str()) == 0 || errno == EEXIST);
+  fs::remove(unnamed, ignored);
+  if (!isNamed) throw ConfigurationError(fmt::format("cannot write a key to secret_file {}", file.string()));
 }
 
 }  // namespace

@@ -10,9 +10,9 @@
 
 namespace orlune::postgresql {
 
-/// Queries read from one state of the database until the next write, and all rows of a query come at once. In a
-/// transaction, which is the only writer meanwhile, the failure of `Execute` surfaces in a later statement, in
-/// `Commit` at the latest.
+/// Queries read from one state of the database until the next write, and all rows of a query come at once. In
+/// a transaction, which is the only writer meanwhile, the failure of `Execute` surfaces in a later statement,
+/// in `Commit` at the latest.
 class PostgresqlConnection : public Connection {
  public:
   /// Throws DatabaseError.

@@ -78,8 +78,8 @@ std::string_view SqliteConnection::Write(const StatementText& statement) {
   return {};
 }
 
-/// An open query keeps its database in the state that it reads, which could not be written to when somebody else
-/// wrote since; so what follows goes to another database.
+/// An open query keeps its database in the state that it reads, which could not be written to when somebody
+/// else wrote since; so what follows goes to another database.
 bool SqliteConnection::LeaveToOpenQueries() {
   const bool hasOpenQueries = lease_.use_count() > 1;
   if (hasOpenQueries) lease_ = std::make_shared<Lease>(lease_->Origin());
