@@ -17,8 +17,8 @@ struct GroupViewMembers {
   std::string_view BackGroundAt(std::size_t place) const;
   std::string_view ForeGroundAt(std::size_t place) const;
 
-  /// The first place of `calendar` among the members, names compared ignoring case; past the end when it has
-  /// none.
+  /// The first place of `calendar` among the members, names compared ignoring case; `npos` of strings when it
+  /// has none, since there may be more colours than members.
   std::size_t PlaceOf(std::string_view calendar) const;
 
   /// Removes `calendar` with its colours; false when it is no member.

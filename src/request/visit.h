@@ -21,9 +21,6 @@ struct Visit {
   SessionValues& Session;
   const orlune::Clock& Clock;
   std::string Alerts{};  ///< errors that the page will show
-
-  // NOLINTNEXTLINE(google-explicit-constructor)
-  operator const PageContext&() const { return Context; }
 };
 
 }  // namespace orlune

@@ -1,6 +1,6 @@
 #include "store/calendar_cascades.h"
 
-#include "store/calendars.h"
+#include "store/calendar_records.h"
 #include "store/group_views.h"
 #include "store/statement.h"
 

@@ -15,6 +15,12 @@ inline std::string TextIn(const ResultSet& row, std::string_view column) {
   return std::string(TextOf(row.Get(row.Column(column))));
 }
 
+/// The same; nothing for Null.
+inline std::optional<std::string> OptionalTextIn(const ResultSet& row, std::string_view column) {
+  const Value value = row.Get(row.Column(column));
+  return IsNull(value) ? std::nullopt : std::optional<std::string>(TextOf(value));
+}
+
 /// The texts of the column named `column` in all rows.
 inline std::vector<std::string> TextsIn(ResultSet& rows, std::string_view column) {
   const int position = rows.Column(column);

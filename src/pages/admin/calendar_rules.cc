@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "store/calendars.h"
+#include "store/calendar_records.h"
 
 namespace orlune {
 

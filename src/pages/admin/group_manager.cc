@@ -10,7 +10,7 @@
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendar_cascades.h"
-#include "store/calendars.h"
+#include "store/calendar_records.h"
 
 namespace orlune {
 namespace {

@@ -141,7 +141,7 @@ TEST_F(EventPage, RefusesWhoHasNoRight) {
   EXPECT_TRUE(isRefused(Get("p=e&id=" + secret)));
   EXPECT_TRUE(isRefused(Post("p=e", Form({{"id", secret}}))));
   EXPECT_TRUE(isRefused(Get("p=e&act=delete&id=" + bens)));
-  EXPECT_TRUE(isRefused(Post("p=e&act=delete&ret=results", {{"id", own + ", " + bens}})));
+  EXPECT_TRUE(isRefused(Post("p=e&act=delete&ret=results", {{"id", own + ", " + staff}})));
   for (const char* action : {"p=e&act=save", "p=e&act=send"}) {
     EXPECT_TRUE(isRefused(Post(action, Form({{"id", bens}, {"title", ""}})))) << action;
     EXPECT_TRUE(isRefused(Post(action, Form({{"id", staff}})))) << action;

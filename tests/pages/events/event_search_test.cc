@@ -50,6 +50,9 @@ TEST_F(EventSearch, FindsWhatItsCriteriaName) {
       {{{"cal", "nobody"}}, {}},
   };
   for (const auto& c : cases) EXPECT_EQ(Hits(c.Criteria), c.Expected) << &c - cases;
+  Run(Statement("UPDATE Calendars SET IsHidden = yes WHERE Name = 'anna'"));
+  EXPECT_EQ(Hits({{"search", "LUNCH"}}), (Texts{"Private (Administrator)", "Lunch"}))
+      << "one's own, though hidden";
 
   for (const char* state : {"undecided", "declined", "accepted", "-"}) {
     const int id = AddEvent("anna", state, "Type, BeginDate", "'none', '3/1/2005'");
