@@ -19,7 +19,7 @@ std::string FormatShortDate(const RegionalSettings& regional, Date date);
 /// The short date, a blank, and the time as hh:mm:ss.
 std::string FormatDateTime(const RegionalSettings& regional, const DateTime& dateTime);
 
-/// Reads a date in the region's own numeric order, its parts parted by any one of "/", "-" and ".", with a
+/// Reads a date in the region's own numeric order, its parts separated by any one of "/", "-" and ".", with a
 /// year of four or of two digits (00-29 are 2000s, 30-99 are 1900s), or as year-month-day with "-". Blanks
 /// around are ignored. Nothing when the text is no such date.
 std::optional<Date> ParseDate(const RegionalSettings& regional, std::string_view text);

@@ -8,8 +8,8 @@
 
 namespace orlune {
 
-/// On which days a repeating event falls; the days from its `BeginDate` to its `EndDate` are the caller's
-/// affair.
+/// On which days a repeating event falls, counted from its `BeginDate`. Whether a day lies between `BeginDate`
+/// and `EndDate` is for the caller to check.
 class RepetitionRule {
  public:
   /// Reads the rule of an event whose `Type` is "weekday", "month" or "year"; any other falls on no day. Only

@@ -5,7 +5,7 @@ export const kPage = '/OLOrlune.asp';
 /** The address that visitors come from, another one than the proxy's. */
 export const kVisitorAddress = '127.0.0.9';
 
-const kPatience = 30_000;
+const kTimeout = 30_000;
 const kEventDay = '6/15/2035';
 
 /** One person with a browser that keeps cookies and connections, at the proxy. */
@@ -59,7 +59,7 @@ export class Visitor {
     }
     const address = { host: '127.0.0.1', port: this.#port, localAddress: kVisitorAddress };
     return new Promise((resolve, reject) => {
-      const request = https.request({ ...address, agent: this.#agent, path, method, headers, timeout: kPatience });
+      const request = https.request({ ...address, agent: this.#agent, path, method, headers, timeout: kTimeout });
       request.on('response', (response) => this.#receive(response).then(resolve, reject));
       request.on('timeout', () => request.destroy(new Error('no answer')));
       request.on('error', reject);
