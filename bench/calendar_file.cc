@@ -8,16 +8,14 @@
 
 #include "base/dates.h"
 #include "commands/init.h"
-#include "demo/demo_company_rows.h"
 #include "drivers/engines/database_engines.h"
 #include "drivers/sqlite/sqlite_driver.h"
+#include "store/event_store.h"
 #include "store/statement.h"
 
 namespace orlune::bench {
 namespace {
 
-using demo::EventRow;
-using demo::MessageRow;
 using std::chrono::days;
 
 constexpr int kUsers = 290;
@@ -52,40 +50,40 @@ class Dice {
   std::mt19937 engine_;
 };
 
-std::string TimeText(int hour) {
-  return Padded(hour, 2) + ":30";
+TimeOfDay HalfPast(int hour) {
+  return std::chrono::hours{hour} + std::chrono::minutes{30};
 }
 
-EventRow Event(std::string_view owner, const std::string& name, Date begin, int number) {
-  EventRow event;
+OL_Event Event(std::string_view owner, const std::string& name, Date begin, int number) {
+  OL_Event event;
   event.EventName = name;
   event.Owner = owner;
   event.BeginDate = begin;
   event.EventType = kEventTypes[static_cast<std::size_t>(number) % kEventTypes.size()];
   event.Comments = "Room " + std::to_string(number % 40) + ", bring the papers of the last meeting along.";
   if (number % 4 == 0) return event;
-  event.BeginTime = TimeText(8 + number % 9);
-  event.EndTime = TimeText(9 + number % 9);
+  event.BeginTime = HalfPast(8 + number % 9);
+  event.EndTime = HalfPast(9 + number % 9);
   return event;
 }
 
-EventRow Repeating(EventRow event, std::string_view type, Date end) {
+OL_Event Repeating(OL_Event event, Repetition type, Date end) {
   event.Type = type;
   event.EndDate = end;
   return event;
 }
 
-EventRow OnWeekdays(EventRow event, std::string_view weekdays, Date end) {
-  event = Repeating(std::move(event), "weekday", end);
+OL_Event OnWeekdays(OL_Event event, std::string_view weekdays, Date end) {
+  event = Repeating(std::move(event), Repetition::kByWeekday, end);
   event.RepeatWeekday = weekdays;
-  event.RepeatFrequency = "vko_1";
+  event.RepeatFrequency = Frequency::kEveryWeek;
   return event;
 }
 
 /// 60 occurrences: 39 single ones, and 21 of five series.
-std::vector<EventRow> ShownEvents() {
-  std::vector<EventRow> events;
-  const auto add = [&](std::string_view owner, Date begin) -> EventRow& {
+std::vector<OL_Event> ShownEvents() {
+  std::vector<OL_Event> events;
+  const auto add = [&](std::string_view owner, Date begin) -> OL_Event& {
     const int number = static_cast<int>(events.size());
     return events.emplace_back(
         Event(owner, std::string(kShownTitle) + std::to_string(number), begin, number));
@@ -96,22 +94,22 @@ std::vector<EventRow> ShownEvents() {
   for (int i = 0; i < 6; ++i) add("sales", kFirstShownDay + days{5 * i});
   for (int i = 0; i < 5; ++i) add("staff", kFirstShownDay + days{6 * i});
   for (int i = 0; i < 2; ++i) add("default", kFirstShownDay + days{15 * i});
-  EventRow& mondays = add(kUser, lastYear);
+  OL_Event& mondays = add(kUser, lastYear);
   mondays = OnWeekdays(mondays, "2", nextYear);
-  EventRow& tuesdaysAndThursdays = add("staff", lastYear);
+  OL_Event& tuesdaysAndThursdays = add("staff", lastYear);
   tuesdaysAndThursdays = OnWeekdays(tuesdaysAndThursdays, "3, 5", nextYear);
-  EventRow& fiveDays = add("sales", kToday);
-  fiveDays = Repeating(fiveDays, "day", kToday + days{4});
-  EventRow& payday = add("default", lastYear);
-  payday = Repeating(payday, "month", nextYear);
+  OL_Event& fiveDays = add("sales", kToday);
+  fiveDays = Repeating(fiveDays, Repetition::kDaily, kToday + days{4});
+  OL_Event& payday = add("default", lastYear);
+  payday = Repeating(payday, Repetition::kMonthly, nextYear);
   payday.RepeatDay = "25";
-  EventRow& birthday = add(kUser, AddMonths(kToday, -36));
-  birthday = Repeating(birthday, "year", nextYear);
+  OL_Event& birthday = add(kUser, AddMonths(kToday, -36));
+  birthday = Repeating(birthday, Repetition::kYearly, nextYear);
   return events;
 }
 
-bool TouchesShownMonth(const EventRow& event) {
-  return event.BeginDate <= kLastShownDay && event.EndDate.value_or(event.BeginDate) >= kFirstShownDay;
+bool TouchesShownMonth(const OL_Event& event) {
+  return event.BeginDate <= kLastShownDay && std::max(event.BeginDate, event.EndDate) >= kFirstShownDay;
 }
 
 std::string AnyOwner(Dice& dice) {
@@ -121,12 +119,12 @@ std::string AnyOwner(Dice& dice) {
   return std::string(kGroups[static_cast<std::size_t>(number - kUsers - 1)]);
 }
 
-EventRow AnyEvent(Dice& dice, int number) {
+OL_Event AnyEvent(Dice& dice, int number) {
   const std::string owner = AnyOwner(dice);
   const bool isShown = std::find(kShownOwners.begin(), kShownOwners.end(), owner) != kShownOwners.end();
   for (;;) {
     const Date begin = kToday + days{dice.Roll(10 * 365 + 200) - 10 * 365};
-    EventRow event = Event(owner, "Event " + std::to_string(number), begin, number);
+    OL_Event event = Event(owner, "Event " + std::to_string(number), begin, number);
     if (dice.Roll(10) == 0) {
       const std::string weekday = std::to_string(WeekdayNumber(begin));
       event = OnWeekdays(std::move(event), weekday, begin + days{7 * (1 + dice.Roll(52))});
@@ -165,28 +163,42 @@ void AddGroupViews(Connection& database) {
   }
 }
 
-void AddMessages(const demo::RowWriter& rows) {
+struct Message {
+  std::string Sender;
+  std::string Recipient;
+  DateTime SentDate;
+  std::string Subject;
+  bool IsViewed;
+};
+
+void AddMessage(Connection& database, const RegionalSettings& regional, const Message& message) {
+  database.Execute(
+      Statement("INSERT INTO Messages (Sender, Recipient, SentDate, Subject, Content, Viewed) "
+                "VALUES ('{}', '{}', '{}', '{}', 'See you there.', {})",
+                message.Sender, message.Recipient, FormatDateTime(regional, message.SentDate),
+                message.Subject, message.IsViewed ? "yes" : "no"));
+}
+
+void AddMessages(Connection& database, const RegionalSettings& regional) {
   for (int i = 0; i < kMessages; ++i) {
-    MessageRow message;
-    message.Sender = UserName((i + 1) % kUsers);
-    message.Recipient = UserName(i % kUsers);
-    message.SentDate = {kToday - days{i % 100}, std::chrono::hours{9}};
-    message.Subject = "Message " + std::to_string(i);
-    message.Content = "See you there.";
-    message.IsViewed = i >= kUnreadMessages * kUsers;
-    rows.Write(message);
+    AddMessage(database, regional,
+               {UserName((i + 1) % kUsers),
+                UserName(i % kUsers),
+                {kToday - days{i % 100}, std::chrono::hours{9}},
+                "Message " + std::to_string(i),
+                i >= kUnreadMessages * kUsers});
   }
 }
 
 /// The shown events lie apart in the file, as they do when people enter them day by day.
-void AddEvents(Connection& database, const demo::RowWriter& rows, int eventCount) {
-  const std::vector<EventRow> shown = ShownEvents();
+void AddEvents(Connection& database, const RegionalSettings& regional, int eventCount) {
+  const std::vector<OL_Event> shown = ShownEvents();
   const int distance = eventCount / static_cast<int>(shown.size());
   Dice dice;
   std::size_t nextShown = 0;
   for (int i = 0; i < eventCount; ++i) {
     const bool isTurn = i % distance == distance - 1 && nextShown < shown.size();
-    rows.Write(isTurn ? shown[nextShown++] : AnyEvent(dice, i));
+    SaveEvent(database, regional, isTurn ? shown[nextShown++] : AnyEvent(dice, i));
     if (i % kRowsPerTransaction != kRowsPerTransaction - 1) continue;
     database.Commit();
     database.Begin();
@@ -206,12 +218,11 @@ void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const R
   {
     SqliteDriver driver(regional);
     const auto database = driver.Open(unfinished.string());
-    const demo::RowWriter rows(*database, regional);
     database->Begin();
     AddCalendars(*database);
     AddGroupViews(*database);
-    AddMessages(rows);
-    AddEvents(*database, rows, eventCount);
+    AddMessages(*database, regional);
+    AddEvents(*database, regional, eventCount);
     database->Commit();
   }
   std::filesystem::rename(unfinished, file);
@@ -221,17 +232,14 @@ void AddReceivedMessages(const std::filesystem::path& file, int count, const Reg
                          std::string_view user) {
   SqliteDriver driver(regional);
   const auto database = driver.Open(file.string());
-  const demo::RowWriter rows(*database, regional);
   database->Begin();
   for (int i = 0; i < count; ++i) {
-    MessageRow message;
-    message.Sender = UserName(1 + i % (kUsers - 1));
-    message.Recipient = user;
-    message.SentDate = {kToday - days{i % 1000}, std::chrono::minutes{i % 1440}};
-    message.Subject = "Minutes of meeting " + std::to_string(i);
-    message.Content = "See you there.";
-    message.IsViewed = i % 20 != 0;
-    rows.Write(message);
+    AddMessage(*database, regional,
+               {UserName(1 + i % (kUsers - 1)),
+                std::string(user),
+                {kToday - days{i % 1000}, std::chrono::minutes{i % 1440}},
+                "Minutes of meeting " + std::to_string(i),
+                i % 20 != 0});
   }
   database->Commit();
 }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "base/text.h"
 #include "commands/row_checks.h"
 #include "commands/table_scan.h"
+#include "model/repetition.h"
 
 namespace orlune {
 namespace {
@@ -41,11 +41,6 @@ struct EventColumns {
   int Owner, Type, BeginDate, EndDate, RepeatWeekday, RepeatFrequency, RepeatDay, RepeatWeekends, SuggID;
 };
 
-template <class Names>
-bool IsOneOf(std::string_view text, const Names& names) {
-  return std::find(std::begin(names), std::end(names), text) != std::end(names);
-}
-
 /// Whether every item is a whole number from 1 to `most`, and there is one.
 bool AreNumbers(std::string_view list, int most) {
   bool areNumbers = true;
@@ -58,20 +53,18 @@ bool AreNumbers(std::string_view list, int most) {
 
 /// The column that makes the rule of a row unreadable; "" for none.
 std::string_view UnreadableRulePart(const TableScan& row, const EventColumns& columns) {
-  constexpr std::array<std::string_view, 7> kFrequencies{"vko_1", "vko_2", "vko_3", "kk_1",
-                                                         "kk_2",  "kk_3",  "kk_4"};
-  constexpr std::array<std::string_view, 5> kWeekends{"", "vkl_ok", "vkl_no", "vkl_ma", "vkl_pe"};
-  const std::string_view type = row.Text(columns.Type);
-  if (type == "none") return "";
-  if (!IsOneOf(type, std::array<std::string_view, 4>{"day", "weekday", "month", "year"})) return "Type";
+  const auto type = RepetitionOf(row.Text(columns.Type));
+  if (!type) return "Type";
+  if (type == Repetition::kNone) return "";
   if (!std::holds_alternative<Date>(row.Get(columns.EndDate))) return "EndDate";
-  if (type == "weekday") {
+  if (type == Repetition::kDaily) return "";
+  if (type == Repetition::kByWeekday) {
     if (!AreNumbers(row.Text(columns.RepeatWeekday), 7)) return "RepeatWeekday";
-    return IsOneOf(row.Text(columns.RepeatFrequency), kFrequencies) ? "" : "RepeatFrequency";
+    return FrequencyOf(row.Text(columns.RepeatFrequency)) ? "" : "RepeatFrequency";
   }
-  if (type == "month" && !AreNumbers(row.Text(columns.RepeatDay), 31)) return "RepeatDay";
-  if (type == "day") return "";
-  return IsOneOf(row.Text(columns.RepeatWeekends), kWeekends) ? "" : "RepeatWeekends";
+  if (type == Repetition::kMonthly && !AreNumbers(row.Text(columns.RepeatDay), 31)) return "RepeatDay";
+  const std::string_view weekends = row.Text(columns.RepeatWeekends);
+  return weekends.empty() || WeekendRuleOf(weekends) ? "" : "RepeatWeekends";
 }
 
 /// The suggestions among the events, and the events that they can refer to.

@@ -94,8 +94,8 @@ void Fill(Connection& database, const InitOptions& options, const std::string& p
   UpgradeSchema(database);
   database.Begin();
   AddEventTypes(database);
-  if (options.Demo) AddDemoCompany(database, regional, options.Today, kDemoPassword);
   database.Commit();
+  if (options.Demo) AddDemoCompany(database, regional, options.Today, kDemoPassword);
 }
 
 }  // namespace

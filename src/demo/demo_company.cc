@@ -1,82 +1,67 @@
 #include "demo/demo_company.h"
 
-#include "base/text.h"
+#include "base/lists.h"
 #include "demo/demo_company_events.h"
 #include "demo/demo_company_messages.h"
 #include "demo/demo_company_people.h"
-#include "demo/demo_company_rows.h"
-#include "store/database_access.h"
+#include "store/calendar_records.h"
+#include "store/calendars.h"
+#include "store/group_views.h"
+#include "store/transaction.h"
 
 namespace orlune {
 namespace {
 
 using demo::Group;
-using demo::GroupView;
 using demo::Person;
 
-Statement Number(int number) {
-  return Statement("{}", number);
-}
-Statement YesNo(bool value) {
-  return SqlValue(value ? "*yes" : "*no");
-}
-
 void AddPerson(Connection& database, const Person& person, std::string_view password) {
-  const ColumnValue values[] = {
-      {"FriendlyName", SqlValue(ReplaceAll(person.FriendlyName, "'", "&#39;"))},
-      {"Name", SqlValue(person.Name)},
-      {"Password", SqlValue(password)},
-      {"IsGroup", YesNo(false)},
-      {"IsHidden", YesNo(person.IsHidden)},
-      {"MemberOfGroups", SqlValue(person.Groups)},
-      {"AdminOfGroups", SqlValue(person.AdminOfGroups)},
-      {"StartMode", SqlValue(person.StartMode)},
-      {"ClockMode", Number(person.ClockMode)},
-      {"FirstDayOfWeek", Number(person.FirstDayOfWeek)},
-      {"Weekend", SqlValue(person.Weekend)},
-      {"DayBegin", Number(person.DayBegin)},
-      {"DayEnd", Number(person.DayEnd)},
-      {"StyleSheet", Number(person.StyleSheet)},
-  };
-  database.Execute(BuildSql(SqlMode::kInsert, "Calendars", values));
+  SaveUser(database, std::nullopt,
+           {.FriendlyName = std::string(person.FriendlyName),
+            .Name = std::string(person.Name),
+            .Password = std::string(password),
+            .MemberOfGroups = std::string(person.Groups),
+            .AdminOfGroups = std::string(person.AdminOfGroups),
+            .IsHidden = person.IsHidden});
+  StorePreferences(database, person.Name,
+                   {.FirstDayOfWeek = person.FirstDayOfWeek,
+                    .Weekend = std::string(person.Weekend),
+                    .ClockMode = person.ClockMode,
+                    .DayBegin = person.DayBegin,
+                    .DayEnd = person.DayEnd,
+                    .StartMode = std::string(person.StartMode),
+                    .StyleSheet = person.StyleSheet});
 }
 
 void AddGroup(Connection& database, const Group& group) {
-  const ColumnValue values[] = {
-      {"FriendlyName", SqlValue(group.FriendlyName)},
-      {"Name", SqlValue(group.Name)},
-      {"IsHidden", YesNo(group.IsHidden)},
-      {"IsGroup", YesNo(true)},
-      {"ClockMode", Number(24)},
-      {"FirstDayOfWeek", Number(2)},
-      {"Weekend", SqlValue("1, 7")},
-  };
-  database.Execute(BuildSql(SqlMode::kInsert, "Calendars", values));
+  CalendarRecord record;
+  record.FriendlyName = group.FriendlyName;
+  record.Name = group.Name;
+  record.IsHidden = group.IsHidden;
+  SaveGroup(database, std::nullopt, record);
 }
 
-void AddGroupView(Connection& database, const GroupView& view) {
-  const ColumnValue values[] = {
-      {"Owner", SqlValue(view.Owner)},
-      {"Name", SqlValue(view.Name)},
-      {"FriendlyName", SqlValue(view.FriendlyName)},
-      {"Calendars", SqlValue(view.Calendars)},
-      {"BackGround", SqlValue(view.BackGround)},
-      {"ForeGround", SqlValue(view.ForeGround)},
-  };
-  database.Execute(BuildSql(SqlMode::kInsert, "GroupViews", values));
+void AddGroupView(Connection& database, const demo::View& view) {
+  StoreGroupView(database, {.Id = std::nullopt,
+                            .Owner = std::string(view.Owner),
+                            .Name = std::string(view.Name),
+                            .FriendlyName = std::string(view.FriendlyName),
+                            .Members = {SplitList(view.Calendars), SplitList(view.BackGround),
+                                        SplitList(view.ForeGround)}});
 }
 
 }  // namespace
 
 void AddDemoCompany(Connection& database, const RegionalSettings& regional, Date today,
                     std::string_view password) {
+  for (const demo::View& view : demo::kGroupViews) AddGroupView(database, view);
+  Transaction everythingElse(database);
   for (const Person& person : demo::kPeople) AddPerson(database, person, password);
   for (const Group& group : demo::kGroups) AddGroup(database, group);
-  for (const GroupView& view : demo::kGroupViews) AddGroupView(database, view);
-  const demo::RowWriter rows(database, regional);
-  demo::AddEvents(rows, today);
-  demo::AddMessages(rows, today);
-  demo::AddSuggestions(rows, today);
+  demo::AddEvents(database, regional, today);
+  demo::AddMessages(database, regional, today);
+  demo::AddSuggestions(database, regional, today);
+  everythingElse.Commit();
 }
 
 }  // namespace orlune

@@ -16,6 +16,7 @@
 #include "base/text.h"
 #include "demo/demo_company_activities.h"
 #include "demo/demo_company_people.h"
+#include "store/event_store.h"
 
 namespace orlune::demo {
 namespace {
@@ -68,25 +69,27 @@ Date FirstOfMonth(Date day) {
   return AddDays(day, 1 - DayOfMonth(day));
 }
 
-/// `begin` is "hh:mm"; the end lies on the same day.
-std::string MinutesLater(std::string_view begin, int minutes) {
-  const TimeOfDay end = ParseTime(begin).value_or(TimeOfDay{0}) + std::chrono::minutes{minutes};
-  const std::chrono::hh_mm_ss time{end};
-  const auto twoDigits = [](std::int64_t number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-  };
-  return twoDigits(time.hours().count()) + ':' + twoDigits(time.minutes().count());
-}
-
 std::string_view FirstName(const Person& person) {
   return person.FriendlyName.substr(0, person.FriendlyName.find(' '));
 }
 
+class EventWriter {
+ public:
+  EventWriter(Connection& database, const RegionalSettings& regional)
+      : database_(&database), regional_(&regional) {}
+
+  void Write(const OL_Event& event) const { SaveEvent(*database_, *regional_, event); }
+
+ private:
+  Connection* database_;
+  const RegionalSettings* regional_;
+};
+
 /// Fills one person's days with what happens once.
 class PersonalCalendar {
  public:
-  PersonalCalendar(const RowWriter& rows, const Person& person, std::uint32_t seed)
-      : rows_(&rows),
+  PersonalCalendar(const EventWriter& events, const Person& person, std::uint32_t seed)
+      : events_(&events),
         person_(&person),
         dice_(seed),
         work_(ActivitiesOf(person.Department)),
@@ -121,23 +124,24 @@ class PersonalCalendar {
     const auto filled = [&](std::string_view text) {
       return ReplaceAll(ReplaceAll(text, "{client}", client), "{colleague}", colleague);
     };
-    EventRow row;
-    row.EventName = filled(activity.Title);
-    row.Owner = person_->Name;
-    row.BeginDate = day;
-    row.IsPrivate = activity.IsPrivate;
-    row.Comments = filled(activity.Comments);
-    row.EventType = activity.EventType;
-    if (activity.Minutes > 0) SetTimes(row, activity);
-    rows_->Write(row);
+    OL_Event event;
+    event.EventName = filled(activity.Title);
+    event.Owner = person_->Name;
+    event.BeginDate = day;
+    event.Private = activity.IsPrivate;
+    event.Comments = filled(activity.Comments);
+    event.EventType = activity.EventType;
+    if (activity.Minutes > 0) SetTimes(event, activity);
+    events_->Write(event);
   }
 
-  void SetTimes(EventRow& row, const Activity& activity) {
+  void SetTimes(OL_Event& event, const Activity& activity) {
     constexpr std::array<std::string_view, 18> kHours{"08:30", "09:00", "09:30", "10:00", "10:00", "10:30",
                                                       "11:00", "11:30", "12:00", "13:00", "13:00", "13:30",
                                                       "14:00", "14:15", "14:30", "15:00", "15:30", "16:45"};
-    row.BeginTime = activity.Begin.empty() ? dice_.Pick<std::string_view>(kHours) : activity.Begin;
-    if (!dice_.Chance(8)) row.EndTime = MinutesLater(row.BeginTime, activity.Minutes);
+    event.BeginTime =
+        ParseTime(activity.Begin.empty() ? dice_.Pick<std::string_view>(kHours) : activity.Begin);
+    if (!dice_.Chance(8)) event.EndTime = *event.BeginTime + std::chrono::minutes{activity.Minutes};
   }
 
   const Person& Colleague() {
@@ -152,7 +156,7 @@ class PersonalCalendar {
     return person_->Department == Department::kEngineering || person_->Department == Department::kSales;
   }
 
-  const RowWriter* rows_;
+  const EventWriter* events_;
   const Person* person_;
   Dice dice_;
   Deck work_;
@@ -161,21 +165,21 @@ class PersonalCalendar {
   Deck weekends_;
 };
 
-EventRow EveryDay(std::string_view owner, std::string_view title, Date first, Date last) {
-  EventRow row;
-  row.EventName = title;
-  row.Owner = owner;
-  row.Type = "day";
-  row.BeginDate = first;
-  row.EndDate = last;
-  return row;
+OL_Event EveryDay(std::string_view owner, std::string_view title, Date first, Date last) {
+  OL_Event event;
+  event.EventName = title;
+  event.Owner = owner;
+  event.Type = Repetition::kDaily;
+  event.BeginDate = first;
+  event.EndDate = last;
+  return event;
 }
 
-EventRow EveryYear(std::string_view owner, std::string_view title, Date first, std::string_view weekends) {
-  EventRow row = EveryDay(owner, title, first, AddMonths(first, 12 * 20));
-  row.Type = "year";
-  row.RepeatWeekends = weekends;
-  return row;
+OL_Event EveryYear(std::string_view owner, std::string_view title, Date first, WeekendRule weekends) {
+  OL_Event event = EveryDay(owner, title, first, AddMonths(first, 12 * 20));
+  event.Type = Repetition::kYearly;
+  event.RepeatWeekends = weekends;
+  return event;
 }
 
 /// The day in the year before `today`, so that this year's is a repetition.
@@ -184,75 +188,77 @@ Date LastYears(Date today, int month, int day) {
   return year / month / day;
 }
 
-void AddPersonalDays(const RowWriter& rows, const Person& person, int place, Date today) {
+void AddPersonalDays(const EventWriter& events, const Person& person, int place, Date today) {
   const Date first = AddMonths(FirstOfMonth(today), -kMonthsAround);
   const Date last = LastDayOfMonth(AddMonths(today, kMonthsAround));
   const Date vacationBegin = AddDays(MondayOf(today), 14 * place - 63);
   const Date vacationEnd = AddDays(vacationBegin, place % 2 == 0 ? 4 : 11);
-  EventRow vacation = EveryDay(person.Name, "Vacation", vacationBegin, vacationEnd);
+  OL_Event vacation = EveryDay(person.Name, "Vacation", vacationBegin, vacationEnd);
   vacation.EventType = "Holiday";
-  rows.Write(vacation);
-  PersonalCalendar(rows, person, static_cast<std::uint32_t>(1000 + place))
+  events.Write(vacation);
+  PersonalCalendar(events, person, static_cast<std::uint32_t>(1000 + place))
       .Fill(first, last, vacationBegin, vacationEnd);
 }
 
-void AddRegulars(const RowWriter& rows, Date today) {
+void AddRegulars(const EventWriter& events, Date today) {
   const Date begin = MondayOf(AddMonths(FirstOfMonth(today), -kMonthsAround));
   const Date end = AddMonths(today, 12);
   for (const Regular& regular : Regulars()) {
-    EventRow row = EveryDay(regular.Owner, regular.Title, begin, end);
-    row.Type = regular.Frequency.empty() ? "month" : "weekday";
-    row.BeginTime = regular.Begin;
-    row.EndTime = regular.End;
-    row.RepeatWeekday = regular.Weekdays;
-    row.RepeatFrequency = regular.Frequency;
-    row.RepeatDay = regular.Days;
-    row.RepeatWeekends = regular.Weekends;
-    row.IsPrivate = regular.IsPrivate;
-    row.Comments = regular.Comments;
-    row.EventType = regular.EventType;
-    rows.Write(row);
+    OL_Event event = EveryDay(regular.Owner, regular.Title, begin, end);
+    event.Type = regular.Frequency.empty() ? Repetition::kMonthly : Repetition::kByWeekday;
+    event.BeginTime = ParseTime(regular.Begin);
+    event.EndTime = ParseTime(regular.End);
+    event.RepeatWeekday = regular.Weekdays;
+    event.RepeatFrequency = FrequencyOf(regular.Frequency);
+    event.RepeatDay = regular.Days;
+    event.RepeatWeekends = WeekendRuleOf(regular.Weekends).value_or(WeekendRule::kKeep);
+    event.Private = regular.IsPrivate;
+    event.Comments = regular.Comments;
+    event.EventType = regular.EventType;
+    events.Write(event);
   }
 }
 
-void AddStretches(const RowWriter& rows, Date today) {
+void AddStretches(const EventWriter& events, Date today) {
   for (const Stretch& stretch : Stretches()) {
     const Date begin = AddDays(MondayOf(today), stretch.FirstDay);
-    EventRow row = EveryDay(stretch.Owner, stretch.Title, begin, AddDays(begin, stretch.Days - 1));
-    row.BeginTime = stretch.Begin;
-    row.EndTime = stretch.End;
-    row.Comments = stretch.Comments;
-    row.EventType = stretch.EventType;
-    rows.Write(row);
+    OL_Event event = EveryDay(stretch.Owner, stretch.Title, begin, AddDays(begin, stretch.Days - 1));
+    event.BeginTime = ParseTime(stretch.Begin);
+    event.EndTime = ParseTime(stretch.End);
+    event.Comments = stretch.Comments;
+    event.EventType = stretch.EventType;
+    events.Write(event);
   }
 }
 
-void AddYearly(const RowWriter& rows, Date today) {
+void AddYearly(const EventWriter& events, Date today) {
   for (const Anniversary& anniversary : Anniversaries()) {
-    EventRow row = EveryYear(anniversary.Owner, anniversary.Title,
-                             LastYears(today, anniversary.Month, anniversary.Day), anniversary.Weekends);
-    row.Comments = anniversary.Comments;
-    row.EventType = anniversary.EventType;
-    rows.Write(row);
+    OL_Event event =
+        EveryYear(anniversary.Owner, anniversary.Title, LastYears(today, anniversary.Month, anniversary.Day),
+                  WeekendRuleOf(anniversary.Weekends).value_or(WeekendRule::kKeep));
+    event.Comments = anniversary.Comments;
+    event.EventType = anniversary.EventType;
+    events.Write(event);
   }
   for (const Person& person : kPeople) {
     if (person.IsHidden) continue;
-    EventRow row = EveryYear("default", std::string(FirstName(person)) + "'s birthday",
-                             LastYears(today, person.BirthMonth, person.BirthDay), "vkl_ok");
-    row.EventType = "Birthday";
-    rows.Write(row);
+    OL_Event event = EveryYear("default", std::string(FirstName(person)) + "'s birthday",
+                               LastYears(today, person.BirthMonth, person.BirthDay), WeekendRule::kKeep);
+    event.EventType = "Birthday";
+    events.Write(event);
   }
 }
 
 }  // namespace
 
-void AddEvents(const RowWriter& rows, Date today) {
+void AddEvents(Connection& database, const RegionalSettings& regional, Date today) {
+  const EventWriter events(database, regional);
   int place = 0;
-  AddPersonalDays(rows, kAdministrator, place++, today);
-  for (const Person& person : kPeople) AddPersonalDays(rows, person, place++, today);
-  AddRegulars(rows, today);
-  AddStretches(rows, today);
-  AddYearly(rows, today);
+  AddPersonalDays(events, kAdministrator, place++, today);
+  for (const Person& person : kPeople) AddPersonalDays(events, person, place++, today);
+  AddRegulars(events, today);
+  AddStretches(events, today);
+  AddYearly(events, today);
 }
 
 }  // namespace orlune::demo

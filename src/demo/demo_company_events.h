@@ -1,12 +1,13 @@
 #pragma once
 
 #include "base/civil_time.h"
-#include "demo/demo_company_rows.h"
+#include "base/regional_settings.h"
+#include "platform/database.h"
 
 namespace orlune::demo {
 
 /// Writes the events of every person and group, from four months before `today` to four months after; what
 /// repeats goes on for a year. Throws DatabaseError.
-void AddEvents(const RowWriter& rows, Date today);
+void AddEvents(Connection& database, const RegionalSettings& regional, Date today);
 
 }  // namespace orlune::demo

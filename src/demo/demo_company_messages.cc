@@ -1,13 +1,18 @@
 #include "demo/demo_company_messages.h"
 
+#include <algorithm>
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "base/date_text.h"
 #include "base/dates.h"
 #include "base/text.h"
 #include "demo/demo_company_people.h"
+#include "store/messages.h"
+#include "store/recipients.h"
+#include "store/suggestions.h"
 #include "texts/english_texts.h"
 
 namespace orlune::demo {
@@ -111,20 +116,19 @@ Date WorkingDay(Date day) {
   return weekday == 7 ? AddDays(day, 2) : day;
 }
 
-EventRow SuggestedEvent(const Suggestion& suggestion, Date today) {
-  EventRow event;
+OL_Event SuggestedEvent(const Suggestion& suggestion, Date today) {
+  OL_Event event;
   event.EventName = suggestion.Title;
   event.Owner = suggestion.Sender;
   event.BeginDate = WorkingDay(AddDays(today, suggestion.DaysAhead));
-  event.BeginTime = suggestion.Begin;
-  event.EndTime = suggestion.End;
+  event.BeginTime = ParseTime(suggestion.Begin);
+  event.EndTime = ParseTime(suggestion.End);
   event.Comments = suggestion.Comments;
   event.EventType = suggestion.EventType;
-  event.SuggestState = "-";
   return event;
 }
 
-std::string SuggestionText(const EventRow& event, const RegionalSettings& regional) {
+std::string SuggestionText(const OL_Event& event, const RegionalSettings& regional) {
   const auto line = [](Text label, std::string_view value) {
     return std::string(EnglishText(label)).append(" <B>").append(value).append("</B><BR>");
   };
@@ -132,76 +136,74 @@ std::string SuggestionText(const EventRow& event, const RegionalSettings& region
   text.append(EnglishText(Text::kSuggestionIntroduction)).append("<P>");
   text += line(Text::kEventName, event.EventName) + line(Text::kEventType, event.EventType) + "<BR>";
   text += line(Text::kEventDate, FormatShortDate(regional, event.BeginDate));
-  text += line(Text::kEventTime, event.BeginTime + '-' + event.EndTime) + "<BR>";
+  text += line(Text::kEventTime,
+               FormatTime("Hh:Nn", *event.BeginTime) + '-' + FormatTime("Hh:Nn", *event.EndTime)) +
+          "<BR>";
   return text.append(EnglishText(Text::kEventComments)).append(" ").append(event.Comments);
 }
 
-MessageRow AnswerMessage(const EventRow& event, const Answer& answer) {
-  const Text state = answer.State == "accepted" ? Text::kAccepted : Text::kDeclined;
-  MessageRow message;
-  message.Sender = answer.Recipient;
-  message.Recipient = event.Owner;
-  message.Subject = ReplaceAll(ReplaceAll(EnglishText(Text::kNotificationSubject), "%s", EnglishText(state)),
-                               "%t", event.EventName);
-  message.Content = answer.Comments.empty() ? EnglishText(Text::kNoFurtherInformation) : answer.Comments;
-  return message;
+/// The note that comes with an answer.
+OutgoingMessage AnswerMessage(const OL_Event& event, const Answer& answer, SuggestionState state) {
+  const Text word = state == SuggestionState::kAccepted ? Text::kAccepted : Text::kDeclined;
+  return {.Sender = std::string(answer.Recipient),
+          .Recipients = {event.Owner},
+          .Subject = ReplaceAll(ReplaceAll(EnglishText(Text::kNotificationSubject), "%s", EnglishText(word)),
+                                "%t", event.EventName),
+          .Content = std::string(answer.Comments.empty() ? EnglishText(Text::kNoFurtherInformation)
+                                                         : answer.Comments)};
 }
 
-void AddSuggestion(const RowWriter& rows, const Suggestion& suggestion, Date today) {
-  const EventRow sent = SuggestedEvent(suggestion, today);
-  rows.Write(sent);
-  EventRow copy = sent;
-  copy.SuggID = rows.NewestSuggestion();
+void MarkNewestAsViewed(Connection& database, std::string_view recipient) {
+  int newest = 0;
+  for (const ListedMessage& message : Ask(database, MessagesTo(recipient)))
+    newest = std::max(newest, message.Id);
+  MarkAsViewed(database, std::to_string(newest));
+}
+
+void AddSuggestion(Connection& database, const RegionalSettings& regional, const Suggestion& suggestion,
+                   Date today) {
+  const OL_Event event = SuggestedEvent(suggestion, today);
+  OutgoingMessage message{.Sender = event.Owner,
+                          .Recipients = {},
+                          .Subject = event.EventName,
+                          .Content = SuggestionText(event, regional),
+                          .SentDate = Moment(today, 2, 13, 37)};
+  for (const Answer& answer : suggestion.Answers) message.Recipients.emplace_back(answer.Recipient);
+  StoreSuggestion(database, regional, event, message);
+
+  const int sendersCopy = FindNewestSenderCopy(database).value();
   for (const Answer& answer : suggestion.Answers) {
-    copy.Owner = answer.Recipient;
-    copy.SuggestState = answer.State;
-    rows.Write(copy);
-
-    const bool isAnswered = answer.State != "undecided";
-    MessageRow message;
-    message.Sender = suggestion.Sender;
-    message.Recipient = answer.Recipient;
-    message.SentDate = Moment(today, 2, 13, 37);
-    message.Subject = sent.EventName;
-    message.Content = SuggestionText(sent, rows.Regional());
-    message.IsViewed = isAnswered;
-    message.Suggestion = copy.SuggID;
-    rows.Write(message);
-
-    if (!isAnswered) continue;
-    MessageRow reply = AnswerMessage(sent, answer);
-    reply.SentDate = Moment(today, 1, 10, 22);
-    rows.Write(reply);
+    const auto state = SuggestionStateOf(answer.State).value();
+    if (state == SuggestionState::kUndecided) continue;
+    MarkNewestAsViewed(database, answer.Recipient);
+    StoreAnswer(database, sendersCopy, answer.Recipient, state);
+    OutgoingMessage note = AnswerMessage(event, answer, state);
+    note.SentDate = Moment(today, 1, 10, 22);
+    SendMessage(database, regional, note);
   }
 }
 
 }  // namespace
 
-void AddMessages(const RowWriter& rows, Date today) {
+void AddMessages(Connection& database, const RegionalSettings& regional, Date today) {
   for (const Message& message : kMessages) {
-    MessageRow row;
-    row.Sender = message.Sender;
-    row.SentDate = Moment(today, message.DaysAgo, message.Hour, message.Minute);
-    row.Subject = message.Subject;
-    row.Content = ReplaceAll(message.Content, "{yesterday}",
-                             FormatShortDate(rows.Regional(), AddDays(row.SentDate.Day, -1)));
-    row.IsViewed = message.IsViewed;
-    if (!message.Recipient.empty()) {
-      row.Recipient = message.Recipient;
-      rows.Write(row);
-      continue;
-    }
-    row.Recipient = kAdministrator.Name;
-    rows.Write(row);
-    for (const Person& person : kPeople) {
-      row.Recipient = person.Name;
-      rows.Write(row);
-    }
+    const DateTime sent = Moment(today, message.DaysAgo, message.Hour, message.Minute);
+    const std::string yesterday = FormatShortDate(regional, AddDays(sent.Day, -1));
+    const std::array to{std::string(message.Recipient.empty() ? "default" : message.Recipient)};
+    const std::vector<std::string> recipients = ExpandGroupRecipients(database, to);
+    SendMessage(database, regional,
+                {.Sender = std::string(message.Sender),
+                 .Recipients = recipients,
+                 .Subject = std::string(message.Subject),
+                 .Content = ReplaceAll(message.Content, "{yesterday}", yesterday),
+                 .SentDate = sent});
+    if (!message.IsViewed) continue;
+    for (const std::string& recipient : recipients) MarkNewestAsViewed(database, recipient);
   }
 }
 
-void AddSuggestions(const RowWriter& rows, Date today) {
-  for (const Suggestion& suggestion : kSuggestions) AddSuggestion(rows, suggestion, today);
+void AddSuggestions(Connection& database, const RegionalSettings& regional, Date today) {
+  for (const Suggestion& suggestion : kSuggestions) AddSuggestion(database, regional, suggestion, today);
 }
 
 }  // namespace orlune::demo

@@ -64,7 +64,7 @@ inline constexpr std::array<Group, 5> kGroups{{
 }};
 
 /// A group view; the three lists are joined with ", " and belong together place by place.
-struct GroupView {
+struct View {
   std::string_view Owner;
   std::string_view Name;
   std::string_view FriendlyName;
@@ -73,7 +73,7 @@ struct GroupView {
   std::string_view ForeGround;
 };
 
-inline constexpr std::array<GroupView, 4> kGroupViews{{
+inline constexpr std::array<View, 4> kGroupViews{{
     {"admin", "engineeringteam", "Engineering Team",
      "jurgen, lukasz, niamh, priya, mikko, ines",
      "#000080, #008000, #800000, #FFFF00, #008080, #800080",

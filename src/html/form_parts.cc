@@ -12,8 +12,12 @@ Markup SelectedWhen(bool isSelected) {
   return isSelected ? Markup(" SELECTED") : Markup("");
 }
 
+Markup CheckedWhen(bool isChecked) {
+  return isChecked ? Markup(" CHECKED") : Markup("");
+}
+
 Markup CheckedIf(std::string_view a, std::string_view b) {
-  return a == b ? Markup(" CHECKED") : Markup("");
+  return CheckedWhen(a == b);
 }
 
 Markup SelectedIf(std::string_view listText, std::string_view value) {

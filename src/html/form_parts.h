@@ -14,6 +14,8 @@ namespace orlune {
 
 /// " SELECTED" or nothing.
 Markup SelectedWhen(bool isSelected);
+/// " CHECKED" or nothing.
+Markup CheckedWhen(bool isChecked);
 /// " CHECKED" when `a` equals `b`, else nothing.
 Markup CheckedIf(std::string_view a, std::string_view b);
 /// " SELECTED" when `value` is an item of a text list, else nothing.

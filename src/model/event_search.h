@@ -11,7 +11,7 @@ namespace orlune {
 struct EventSearch {
   std::string Text;       ///< looked for in titles and comments; "" finds every event
   std::string Calendar;   ///< a calendar's name, or "" for all that are visible
-  std::string Kind;       ///< "none", "day", "weekday", "month" or "year", or "" for any
+  std::string Kind;       ///< the text of a `Repetition`, or "" for any
   std::string StartDate;  ///< as typed
 };
 

@@ -21,14 +21,14 @@ Date InMonthOf(Date begin, Date date) {
 }  // namespace
 
 std::vector<Date> OccurrenceDates(const OL_Event& event, const Week& week, std::size_t most) {
-  if (event.Type == "none") return {event.BeginDate};
+  if (event.Type == Repetition::kNone) return {event.BeginDate};
 
   const RepetitionRule rule(event, week);
   std::vector<Date> dates;
   for (Date date = event.BeginDate; date <= event.EndDate && dates.size() < most; date += days{1}) {
-    if (event.Type == "year") date = InMonthOf(event.BeginDate, date);
+    if (event.Type == Repetition::kYearly) date = InMonthOf(event.BeginDate, date);
     if (date > event.EndDate) break;
-    if (event.Type == "day" || rule.OccursOn(date)) dates.push_back(date);
+    if (event.Type == Repetition::kDaily || rule.OccursOn(date)) dates.push_back(date);
   }
   return dates;
 }

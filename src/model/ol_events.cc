@@ -19,9 +19,9 @@ void OL_Events::GetEventsForPeriod(std::vector<OL_Event> events, const GroupView
 }
 
 void OL_Events::AddOccurrences(const OL_Event& event, std::size_t member, const Week& week, Date last) {
-  const bool isSingle = event.Type == "none";
+  const bool isSingle = event.Type == Repetition::kNone;
   std::optional<RepetitionRule> rule;
-  if (!isSingle && event.Type != "day") rule.emplace(event, week);
+  if (!isSingle && event.Type != Repetition::kDaily) rule.emplace(event, week);
 
   const Date end = std::min(last, isSingle ? event.BeginDate : event.EndDate);
   for (Date day = std::max(event.BeginDate, first_); day <= end; day += days{1}) {

@@ -15,13 +15,6 @@ using std::chrono::year_month_day;
 
 namespace {
 
-/// The number that ends a frequency such as "vko_2", when it is `prefix` and one of 1 to `most`; else 0.
-int FrequencyNumber(std::string_view frequency, std::string_view prefix, int most) {
-  if (!frequency.starts_with(prefix)) return 0;
-  const int number = WholeNumber(frequency.substr(prefix.size())).value_or(0);
-  return number >= 1 && number <= most ? number : 0;
-}
-
 /// Day `dayNumber` of the month of `inMonth`, or that month's last day where it has no such day.
 Date DayOfItsMonth(Date inMonth, int dayNumber) {
   const Date day = inMonth + days{dayNumber - DayOfMonth(inMonth)};
@@ -39,32 +32,26 @@ Date NeighbourMonth(Date date, int offset) {
 }  // namespace
 
 RepetitionRule::RepetitionRule(const OL_Event& event, const Week& week)
-    : week_(&week), begin_(event.BeginDate) {
-  if (event.RepeatWeekends == "vkl_no") weekends_ = Weekends::kSkip;
-  if (event.RepeatWeekends == "vkl_ma") weekends_ = Weekends::kMoveForward;
-  if (event.RepeatWeekends == "vkl_pe") weekends_ = Weekends::kMoveBack;
-
-  if (event.Type == "weekday") {
+    : week_(&week), weekends_(event.RepeatWeekends), begin_(event.BeginDate) {
+  if (event.Type == Repetition::kByWeekday) {
     ReadWeekdayRule(event);
-  } else if (event.Type == "month") {
+  } else if (event.Type == Repetition::kMonthly) {
     kind_ = Kind::kMonthly;
     ForEachItem(event.RepeatDay, [&](std::string_view item) {
       if (const auto number = WholeNumber(item)) monthDays_.push_back(*number);
     });
-  } else if (event.Type == "year") {
+  } else if (event.Type == Repetition::kYearly) {
     kind_ = Kind::kYearly;
     monthDays_.push_back(DayOfMonth(begin_));
   }
 }
 
 void RepetitionRule::ReadWeekdayRule(const OL_Event& event) {
-  if (const int weeks = FrequencyNumber(event.RepeatFrequency, "vko_", 3)) {
-    kind_ = Kind::kEveryNWeeks;
-    number_ = weeks;
-  } else if (const int nth = FrequencyNumber(event.RepeatFrequency, "kk_", 4)) {
-    kind_ = Kind::kNthInMonth;
-    number_ = nth;
-  }
+  if (!event.RepeatFrequency) return;
+  const bool isOnceInMonth = *event.RepeatFrequency >= Frequency::kFirstInMonth;
+  kind_ = isOnceInMonth ? Kind::kNthInMonth : Kind::kEveryNWeeks;
+  const Frequency one = isOnceInMonth ? Frequency::kFirstInMonth : Frequency::kEveryWeek;
+  number_ = 1 + static_cast<int>(*event.RepeatFrequency) - static_cast<int>(one);
   ForEachItem(event.RepeatWeekday, [&](std::string_view item) {
     if (item.size() == 1 && item[0] >= '1' && item[0] <= '7')
       onWeekday_[static_cast<std::size_t>(item[0] - '0')] = true;
@@ -100,7 +87,7 @@ bool RepetitionRule::WeekOfMonthMatches(Date date) const {
 }
 
 bool RepetitionRule::MonthDayMatches(int dayNumber, Date date) const {
-  if (weekends_ == Weekends::kSkip && week_->IsWeekend(date)) return false;
+  if (weekends_ == WeekendRule::kSkip && week_->IsWeekend(date)) return false;
   for (const int offset : {-1, 0, 1}) {
     const Date nominal = DayOfItsMonth(NeighbourMonth(date, offset), dayNumber);
     if (MovedOffWeekend(nominal) == date) return true;
@@ -109,8 +96,8 @@ bool RepetitionRule::MonthDayMatches(int dayNumber, Date date) const {
 }
 
 Date RepetitionRule::MovedOffWeekend(Date date) const {
-  if (weekends_ != Weekends::kMoveForward && weekends_ != Weekends::kMoveBack) return date;
-  const days step{weekends_ == Weekends::kMoveForward ? 1 : -1};
+  if (weekends_ != WeekendRule::kMoveForward && weekends_ != WeekendRule::kMoveBack) return date;
+  const days step{weekends_ == WeekendRule::kMoveForward ? 1 : -1};
   for (int moves = 0; moves < 7 && week_->IsWeekend(date); ++moves) date += step;
   return date;
 }

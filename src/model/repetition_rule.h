@@ -8,11 +8,11 @@
 
 namespace orlune {
 
-/// On which days a repeating event falls, counted from its `BeginDate`. Whether a day lies between `BeginDate`
-/// and `EndDate` is for the caller to check.
+/// On which days a repeating event falls, counted from its `BeginDate`. Whether a day lies between
+/// `BeginDate` and `EndDate` is for the caller to check.
 class RepetitionRule {
  public:
-  /// Reads the rule of an event whose `Type` is "weekday", "month" or "year"; any other falls on no day. Only
+  /// Reads the rule of an event that repeats by weekday, monthly or yearly; any other falls on no day. Only
   /// the weekend of `week` counts, which has to outlive the rule.
   RepetitionRule(const OL_Event& event, const Week& week);
 
@@ -20,7 +20,6 @@ class RepetitionRule {
 
  private:
   enum class Kind { kNever, kEveryNWeeks, kNthInMonth, kMonthly, kYearly };
-  enum class Weekends { kAlso, kSkip, kMoveForward, kMoveBack };
 
   void ReadWeekdayRule(const OL_Event& event);
   bool WeekFrequencyMatches(Date date) const;
@@ -30,7 +29,7 @@ class RepetitionRule {
 
   const Week* week_;
   Kind kind_ = Kind::kNever;
-  Weekends weekends_ = Weekends::kAlso;
+  WeekendRule weekends_ = WeekendRule::kKeep;
   int number_ = 0;  ///< the N of "every N weeks" and of "Nth in the month"
   Date begin_;
   std::array<bool, 8> onWeekday_{};

@@ -5,6 +5,9 @@
 
 namespace orlune {
 
+/// A recipient's copy in a state that is none waits for an answer.
+SuggestionState ReadSuggestionState(const Value& field);
+
 /// Reads the rows of a query that selects all columns of `Events`.
 class EventReader {
  public:

@@ -21,10 +21,10 @@ Statement TimeValue(std::optional<TimeOfDay> time) {
 std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const OL_Event& event) {
   std::vector<ColumnValue> columns{
       {"SuggID", SqlText(event.SuggID)},
-      {"SuggestState", SqlText(event.SuggestState)},
+      {"SuggestState", SqlText(StoredText(event.SuggestState))},
       {"EventName", QuoteFreeText(event.EventName)},
       {"Owner", SqlText(event.Owner)},
-      {"Type", SqlText(event.Type)},
+      {"Type", SqlText(StoredText(event.Type))},
       {"Private", SqlValue(event.Private ? "*yes" : "*no")},
       {"BeginDate", SqlText(FormatShortDate(regional, event.BeginDate))},
       {"BeginTime", TimeValue(event.BeginTime)},
@@ -32,27 +32,28 @@ std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const O
       {"Comments", QuoteFreeText(event.Comments)},
       {"EventType", SqlText(event.EventType)},
   };
-  if (event.Type == "none") return columns;
+  if (event.Type == Repetition::kNone) return columns;
   columns.push_back({"EndDate", SqlText(FormatShortDate(regional, event.EndDate))});
-  if (event.Type == "weekday") {
+  if (event.Type == Repetition::kByWeekday) {
     columns.push_back({"RepeatWeekday", SqlText(event.RepeatWeekday)});
-    columns.push_back({"RepeatFrequency", SqlText(event.RepeatFrequency)});
-  } else if (event.Type != "day") {
+    columns.push_back(
+        {"RepeatFrequency", SqlText(event.RepeatFrequency ? StoredText(*event.RepeatFrequency) : "")});
+  } else if (event.Type != Repetition::kDaily) {
     columns.push_back({"RepeatDay", SqlText(event.RepeatDay)});
-    columns.push_back({"RepeatWeekends", SqlText(event.RepeatWeekends)});
+    columns.push_back({"RepeatWeekends", SqlText(StoredText(event.RepeatWeekends))});
   }
   return columns;
 }
 
 OL_Event ReadOccurrenceRule(const ResultSet& row) {
   OL_Event event;
-  event.Type = TextIn(row, "Type");
+  event.Type = RepetitionOf(TextIn(row, "Type")).value_or(Repetition::kUnknown);
   event.BeginDate = DateOf(row.Get(row.Column("BeginDate"))).value_or(Date{});
   event.EndDate = DateOf(row.Get(row.Column("EndDate"))).value_or(event.BeginDate);
   event.RepeatWeekday = TextIn(row, "RepeatWeekday");
-  event.RepeatFrequency = TextIn(row, "RepeatFrequency");
+  event.RepeatFrequency = FrequencyOf(TextIn(row, "RepeatFrequency"));
   event.RepeatDay = TextIn(row, "RepeatDay");
-  event.RepeatWeekends = TextIn(row, "RepeatWeekends");
+  event.RepeatWeekends = WeekendRuleOf(TextIn(row, "RepeatWeekends")).value_or(WeekendRule::kKeep);
   return event;
 }
 
@@ -108,18 +109,6 @@ void DeleteEvents(Connection& database, std::string_view ids) {
   database.Execute(Statement("DELETE FROM Events WHERE (EventID IN ({}))", ids));
 }
 
-std::optional<int> FindNewestSenderCopy(Connection& database) {
-  const auto row = OpenQuery(
-      database, Statement("SELECT TOP 1 EventID FROM Events WHERE SuggestState = '-' ORDER BY EventID DESC"));
-  return row->Next() ? NumberOf(row->Get(row->Column("EventID"))) : std::nullopt;
-}
-
-void SetSuggestState(Connection& database, std::string_view suggId, std::string_view owner,
-                     std::string_view state) {
-  database.Execute(Statement("UPDATE Events SET SuggestState = '{}' WHERE (SuggID = '{}') AND (Owner = '{}')",
-                             state, suggId, owner));
-}
-
 Query<std::optional<OL_Event>> FindEvent(int id) {
   return {Statement("SELECT * FROM Events WHERE (EventID = {})", id), [](ResultSet& rows) {
             return FirstRow(rows, [](const ResultSet& row) { return EventReader(row).Read(row); });
@@ -140,34 +129,6 @@ Query<std::optional<OL_Event>> OccurrenceRuleOf(int id) {
 
 Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName) {
   return {SearchStatement(search, loginName), ReadFoundEvents};
-}
-
-Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id) {
-  return {Statement("SELECT EventName, Owner FROM Events WHERE (EventID = {})", id), [](ResultSet& rows) {
-            return FirstRow(rows, [](const ResultSet& row) {
-              return SuggestedEvent{TextIn(row, "EventName"), TextIn(row, "Owner")};
-            });
-          }};
-}
-
-Query<bool> HasReceivedCopy(int suggId, std::string_view owner) {
-  return {Statement("SELECT EventID FROM Events WHERE (SuggID = '{}') AND (Owner = '{}')", suggId, owner),
-          [](ResultSet& rows) { return rows.Next(); }};
-}
-
-Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId) {
-  return {Statement("SELECT FriendlyName, SuggestState FROM Events "
-                    "INNER JOIN Calendars ON Events.Owner = Calendars.Name "
-                    "WHERE (SuggID = '{}')",
-                    suggId),
-          [](ResultSet& rows) {
-            const int name = rows.Column("FriendlyName");
-            const int state = rows.Column("SuggestState");
-            std::vector<SuggestionAnswer> answers;
-            while (rows.Next())
-              answers.push_back({std::string(TextOf(rows.Get(name))), std::string(TextOf(rows.Get(state)))});
-            return answers;
-          }};
 }
 
 namespace {

@@ -9,7 +9,6 @@
 #include "base/regional_settings.h"
 #include "model/event_search.h"
 #include "model/ol_event.h"
-#include "model/suggestion.h"
 #include "platform/database.h"
 #include "store/query.h"
 
@@ -25,13 +24,6 @@ void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_
 /// Deletes the events numbered in `ids`, which are joined with ", ".
 void DeleteEvents(Connection& database, std::string_view ids);
 
-/// The `EventID` of the sender's copy of the newest suggestion, or nothing when there is none.
-std::optional<int> FindNewestSenderCopy(Connection& database);
-
-/// Sets the state of the copies that the calendar `owner` received of the suggestion `suggId`.
-void SetSuggestState(Connection& database, std::string_view suggId, std::string_view owner,
-                     std::string_view state);
-
 /// The events that can fall on a day from `first` to `last`, both included, in the order of their
 /// `BeginTime`: for the view "lomat" the absences of everybody, for "julkaisut" the events of the calendar
 /// Julkaisut, for any other those of the calendars `owners`.
@@ -46,11 +38,5 @@ Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
 
 /// The hits of `search`, the earliest first. Its start date has to be a valid one.
 Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
-
-Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id);
-/// Whether the calendar `owner` received a copy of the suggestion `suggId`.
-Query<bool> HasReceivedCopy(int suggId, std::string_view owner);
-/// What the recipients of the suggestion `suggId` have answered.
-Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId);
 
 }  // namespace orlune

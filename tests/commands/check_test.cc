@@ -35,8 +35,8 @@ TEST_F(CheckTest, FindsNothingInTheDemo) {
   database->Begin();
   for (int i = 0; i < 3; ++i)
     database->Execute(Statement("INSERT INTO StyleSheets (SheetName) VALUES ('x')"));
-  AddDemoCompany(*database, regional_, std::chrono::year{2004} / 3 / 15, "demo1");
   database->Commit();
+  AddDemoCompany(*database, regional_, std::chrono::year{2004} / 3 / 15, "demo1");
   EXPECT_TRUE(Check(place));
   EXPECT_EQ(output_.str(), place.Path() + " is sound\n");
 }

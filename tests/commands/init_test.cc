@@ -133,12 +133,13 @@ TEST_F(InitDatabaseTest, DemoEventsAreSuchAsTheEventPagesStore) {
     EXPECT_FALSE(event.EventName.empty());
     EXPECT_EQ((event.EventName + event.Comments).find_first_of("'\"{}"), std::string::npos) << event.Comments;
     EXPECT_TRUE(event.EventType.empty() || types.contains(event.EventType)) << event.EventType;
-    EXPECT_TRUE(event.Type == "none" || event.BeginDate < event.EndDate);
+    EXPECT_TRUE(event.Type == Repetition::kNone || event.BeginDate < event.EndDate);
     EXPECT_TRUE(!event.EndTime || event.BeginTime < event.EndTime);
-    EXPECT_EQ(event.Type == "weekday", !event.RepeatWeekday.empty() && !event.RepeatFrequency.empty());
-    EXPECT_EQ(event.Type == "month", !event.RepeatDay.empty());
-    EXPECT_EQ(event.Type == "month" || event.Type == "year", !event.RepeatWeekends.empty());
-    EXPECT_TRUE(event.SuggID.empty() || events.at(std::stoi(event.SuggID)).SuggestState == "-");
+    EXPECT_EQ(event.Type == Repetition::kByWeekday,
+              !event.RepeatWeekday.empty() && event.RepeatFrequency.has_value());
+    EXPECT_EQ(event.Type == Repetition::kMonthly, !event.RepeatDay.empty());
+    EXPECT_TRUE(event.SuggID.empty() ||
+                events.at(std::stoi(event.SuggID)).SuggestState == SuggestionState::kSent);
   }
 }
 
@@ -149,7 +150,8 @@ TEST_F(InitDatabaseTest, DemoFillsTheMonthsAroundAnyDayAndIsTheSameForOneDay) {
     std::map<std::string, int> aroundToday;
     for (const auto& [id, event] : Events()) {
       const auto distance = event.BeginDate - today;
-      if (event.Type == "none" && abs(distance) <= std::chrono::days{15}) ++aroundToday[event.Owner];
+      if (event.Type == Repetition::kNone && abs(distance) <= std::chrono::days{15})
+        ++aroundToday[event.Owner];
     }
     EXPECT_EQ(aroundToday.size(), 14U);
     for (const auto& [owner, count] : aroundToday) EXPECT_TRUE(count >= 6 && count <= 40) << owner << count;

@@ -18,7 +18,7 @@ Date March(int day) {
 OL_Event Event(const char* name, const char* type, Date begin, Date end) {
   OL_Event event;
   event.EventName = name;
-  event.Type = type;
+  event.Type = RepetitionOf(type).value_or(Repetition::kUnknown);
   event.BeginDate = begin;
   event.EndDate = end;
   return event;
@@ -43,9 +43,9 @@ std::vector<OL_Event> RepeatingEvents() {
                                Event("Weekly", "weekday", March(3), March(31)),
                                Event("Monthly", "month", March(1), March(31))};
   events[1].RepeatWeekday = "4";
-  events[1].RepeatFrequency = "vko_1";
+  events[1].RepeatFrequency = Frequency::kEveryWeek;
   events[2].RepeatDay = "13, 14, 31";
-  events[2].RepeatWeekends = "vkl_ma";
+  events[2].RepeatWeekends = WeekendRule::kMoveForward;
   return events;
 }
 

@@ -33,18 +33,18 @@ std::string Occurrences(const OL_Event& event, const Week& week, const char* fir
 
 OL_Event WeekdayEvent(const char* weekdays, const char* frequency, const char* begin) {
   OL_Event event;
-  event.Type = "weekday";
+  event.Type = Repetition::kByWeekday;
   event.RepeatWeekday = weekdays;
-  event.RepeatFrequency = frequency;
+  event.RepeatFrequency = FrequencyOf(frequency);
   event.BeginDate = Day(begin);
   return event;
 }
 
 OL_Event DayEvent(const char* type, const char* monthDays, const char* weekends, const char* begin) {
   OL_Event event;
-  event.Type = type;
+  event.Type = RepetitionOf(type).value();
   event.RepeatDay = monthDays;
-  event.RepeatWeekends = weekends;
+  event.RepeatWeekends = WeekendRuleOf(weekends).value_or(WeekendRule::kKeep);
   event.BeginDate = Day(begin);
   return event;
 }
@@ -139,12 +139,12 @@ TEST(OccurrenceDates, AreThoseOfTheRule) {
   event.BeginDate = Day("2003-12-31");
   event.EndDate = Day("2010-01-31");
   event.RepeatWeekday = "1, 4";
-  event.RepeatFrequency = "vko_3";
+  event.RepeatFrequency = Frequency::kEvery3Weeks;
   event.RepeatDay = "31";
   for (const char* type : {"weekday", "month", "year"}) {
     for (const char* weekends : {"vkl_ok", "vkl_no", "vkl_ma", "vkl_pe"}) {
-      event.Type = type;
-      event.RepeatWeekends = weekends;
+      event.Type = RepetitionOf(type).value();
+      event.RepeatWeekends = WeekendRuleOf(weekends).value_or(WeekendRule::kKeep);
       std::vector<Date> expected;
       for (Date date = event.BeginDate; date <= event.EndDate; date += std::chrono::days{1}) {
         if (OccursOn(date, event, week)) expected.push_back(date);

@@ -221,7 +221,7 @@ TEST(Visitor, SeesAcceptedEventsAndPrivateOnesInTheOwnCalendar) {
     visitor.LoginName = c.LoginName;
     visitor.CalName = c.CalName;
     OL_Event event;
-    event.SuggestState = c.SuggestState;
+    event.SuggestState = SuggestionStateOf(c.SuggestState).value();
     event.Private = c.IsPrivate;
     EXPECT_EQ(visitor.Sees(event), c.IsSeen) << c.LoginName << " " << c.SuggestState;
   }

@@ -1,6 +1,7 @@
 #include "store/event_store.h"
 
 #include "store/event_reader.h"
+#include "store/suggestions.h"
 #include "support/calendar_fixture.h"
 
 namespace orlune::testing {
@@ -8,7 +9,7 @@ namespace {
 
 class EventStore : public CalendarFixture {
  protected:
-  static OL_Event Event(std::string_view type) {
+  static OL_Event Event(Repetition type) {
     OL_Event event;
     event.EventName = "*12 \"O'Brien\"";
     event.Owner = "anna";
@@ -17,9 +18,9 @@ class EventStore : public CalendarFixture {
     event.EndDate = std::chrono::year{2004} / 4 / 15;
     event.BeginTime = std::chrono::minutes{9 * 60 + 30};
     event.RepeatWeekday = "2, 4";
-    event.RepeatFrequency = "vko_1";
+    event.RepeatFrequency = Frequency::kEveryWeek;
     event.RepeatDay = "31";
-    event.RepeatWeekends = "vkl_ma";
+    event.RepeatWeekends = WeekendRule::kMoveForward;
     event.Private = true;
     event.Comments = "*yes";
     return event;
@@ -38,33 +39,34 @@ class EventStore : public CalendarFixture {
 
 TEST_F(EventStore, WritesTheColumnsOfEachKind) {
   struct Case {
-    const char* Type;
-    bool HasEnd;
-    const char* Weekday;
-    const char* Day;
+    Repetition Type;
+    const char* Row;
   };
   int id = 0;
-  for (const Case& c :
-       {Case{"none", false, "", ""}, Case{"day", true, "", ""}, Case{"weekday", true, "2, 4vko_1", ""},
-        Case{"month", true, "", "31vkl_ma"}, Case{"year", true, "", "31vkl_ma"}}) {
+  for (const Case& c : {Case{Repetition::kNone, "none|Null|Null|Null|Null|Null"},
+                        Case{Repetition::kDaily, "day|2004-04-15|Null|Null|Null|Null"},
+                        Case{Repetition::kByWeekday, "weekday|2004-04-15|2, 4|vko_1|Null|Null"},
+                        Case{Repetition::kMonthly, "month|2004-04-15|Null|Null|31|vkl_ma"},
+                        Case{Repetition::kYearly, "year|2004-04-15|Null|Null|31|vkl_ma"}}) {
     Save(Event(c.Type));
     const OL_Event stored = Load(++id);
     EXPECT_EQ(stored.EventName, "*12 &quot;O&#39;Brien&quot;");
     EXPECT_EQ(stored.Comments, "*yes");
-    EXPECT_EQ(stored.BeginTime, Event("none").BeginTime);
+    EXPECT_EQ(stored.BeginTime, Event(c.Type).BeginTime);
     EXPECT_FALSE(stored.EndTime);
     EXPECT_TRUE(stored.Private);
-    EXPECT_EQ(stored.EndDate != stored.BeginDate, c.HasEnd) << c.Type;
-    EXPECT_EQ(stored.RepeatWeekday + stored.RepeatFrequency, c.Weekday) << c.Type;
-    EXPECT_EQ(stored.RepeatDay + stored.RepeatWeekends, c.Day) << c.Type;
+    const auto rows =
+        ReadRows(Statement("SELECT * FROM Events WHERE EventID = {}", id),
+                 {"Type", "EndDate", "RepeatWeekday", "RepeatFrequency", "RepeatDay", "RepeatWeekends"});
+    EXPECT_EQ(rows, std::vector<std::string>{c.Row});
   }
 }
 
 TEST_F(EventStore, TiesSuggestionsTogether) {
   const auto add = [&](std::string_view owner, std::string_view state, std::string_view suggId) {
-    OL_Event event = Event("none");
+    OL_Event event = Event(Repetition::kNone);
     event.Owner = owner;
-    event.SuggestState = state;
+    event.SuggestState = SuggestionStateOf(state).value();
     event.SuggID = suggId;
     Save(event);
   };
@@ -75,9 +77,10 @@ TEST_F(EventStore, TiesSuggestionsTogether) {
   add("anna", "-", "");
   add("ben", "undecided", "4");
   EXPECT_EQ(FindNewestSenderCopy(*driver_.Open(databasePath_)), 4);
-  SetSuggestState(*driver_.Open(databasePath_), "1", "BEN", "accepted");
-  EXPECT_EQ(Load(2).SuggestState, "accepted");
-  EXPECT_EQ(Load(3).SuggestState + Load(5).SuggestState, "undecidedundecided");
+  StoreAnswer(*driver_.Open(databasePath_), 1, "BEN", SuggestionState::kAccepted);
+  EXPECT_EQ(Load(2).SuggestState, SuggestionState::kAccepted);
+  EXPECT_EQ(Load(3).SuggestState, SuggestionState::kUndecided);
+  EXPECT_EQ(Load(5).SuggestState, SuggestionState::kUndecided);
 
   DeleteEvents(*driver_.Open(databasePath_), "1, 3");
   EXPECT_EQ(Read(Statement("SELECT Count(EventID) AS Total FROM Events")), "3");

@@ -12,7 +12,7 @@ void ReadDates(Visit& visit, const EventDraft& draft, OL_Event& event) {
   const auto begin = ParseDate(regional, draft.BeginDate);
   if (!begin) return AddAlert(visit, Text::kInvalidStartDate);
   event.BeginDate = *begin;
-  if (event.Type == "none") return;
+  if (event.Type == Repetition::kNone) return;
 
   const auto end = ParseDate(regional, draft.EndDate);
   if (!end) return AddAlert(visit, Text::kInvalidEndDate);
@@ -35,11 +35,11 @@ void ReadTimes(Visit& visit, const EventDraft& draft, OL_Event& event) {
 }
 
 void CheckRepetition(Visit& visit, const OL_Event& event) {
-  if (event.Type == "weekday") {
+  if (event.Type == Repetition::kByWeekday) {
     if (event.RepeatWeekday.empty()) AddAlert(visit, Text::kWeekdayMissing);
-    if (event.RepeatFrequency.empty()) AddAlert(visit, Text::kFrequencyMissing);
+    if (!event.RepeatFrequency) AddAlert(visit, Text::kFrequencyMissing);
   }
-  if (event.Type == "month" && event.RepeatDay.empty()) AddAlert(visit, Text::kDayMissing);
+  if (event.Type == Repetition::kMonthly && event.RepeatDay.empty()) AddAlert(visit, Text::kDayMissing);
 }
 
 }  // namespace

@@ -1,27 +1,13 @@
 #include "pages/events/event_draft.h"
 
-#include <algorithm>
-
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "base/lists.h"
 #include "base/text.h"
-#include "pages/events/repetition_kinds.h"
 #include "platform/page_host.h"
 #include "request/page_context.h"
 
 namespace orlune {
-namespace {
-
-/// The kind that the form chose; "none" for what is no kind.
-std::string ChosenKind(std::string_view posted) {
-  const auto kind = std::find_if(kRepetitionKinds.begin(), kRepetitionKinds.end(),
-                                 [&](const RepetitionKind& known) { return known.Name.Text() == posted; });
-  return std::string((kind == kRepetitionKinds.end() ? kRepetitionKinds.front() : *kind).Name.Text());
-}
-
-}  // namespace
-
 std::optional<int> EventNumber(std::string_view text) {
   const auto number = WholeNumber(text);
   return number && *number > 0 ? number : std::nullopt;
@@ -50,14 +36,15 @@ EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& st
   }
   event.EventName = field("title");
   event.Comments = field("addinfo");
-  event.Type = ChosenKind(field("reptype"));
+  event.Type = RepetitionOf(request.FormField("reptype")).value_or(Repetition::kNone);
   event.Owner = field("calendar");
   event.Private = field("private") == "on";
   event.RepeatWeekday = field("repweekday");
-  event.RepeatFrequency = field("frequency");
+  event.RepeatFrequency = FrequencyOf(request.FormField("frequency"));
   event.RepeatDay = field("repday");
-  event.RepeatWeekends = field("repweekends");
-  event.SuggestState = field("suggstate");
+  event.RepeatWeekends = WeekendRuleOf(request.FormField("repweekends")).value_or(WeekendRule::kKeep);
+  event.SuggestState =
+      SuggestionStateOf(request.FormField("suggstate")).value_or(SuggestionState::kUndecided);
   event.EventType = ReplaceAll(field("type"), "'", "&#39;");
   draft.BeginDate = field("date1");
   draft.EndDate = field("date2");
@@ -71,13 +58,14 @@ EventDraft StoredDraft(const PageContext& context, const OL_Event& stored) {
   const auto timeText = [&](std::optional<TimeOfDay> time) {
     return time ? FormatTime(context.Visitor.TimeFormat, *time) : "";
   };
-  EventDraft draft{.Event = stored,
-                   .IsTyped = false,
-                   .BeginDate = FormatShortDate(regional, stored.BeginDate),
-                   .EndDate = stored.Type == "none" ? "" : FormatShortDate(regional, stored.EndDate),
-                   .BeginTime = timeText(stored.BeginTime),
-                   .EndTime = timeText(stored.EndTime)};
-  draft.Event.Type = ChosenKind(stored.Type);
+  EventDraft draft{
+      .Event = stored,
+      .IsTyped = false,
+      .BeginDate = FormatShortDate(regional, stored.BeginDate),
+      .EndDate = stored.Type == Repetition::kNone ? "" : FormatShortDate(regional, stored.EndDate),
+      .BeginTime = timeText(stored.BeginTime),
+      .EndTime = timeText(stored.EndTime)};
+  if (stored.Type == Repetition::kUnknown) draft.Event.Type = Repetition::kNone;
   return draft;
 }
 
@@ -88,8 +76,6 @@ void FillDefaults(const PageContext& context, EventDraft& draft) {
   const std::string today = FormatShortDate(context.Regional, context.Visitor.CurrentDate);
   fill(draft.BeginDate, today);
   fill(draft.EndDate, today);
-  fill(draft.Event.Type, kRepetitionKinds.front().Name.Text());
-  fill(draft.Event.RepeatWeekends, "vkl_ok");
   fill(draft.Event.Owner, context.Visitor.LoginName);
 }
 

@@ -15,7 +15,7 @@
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendars.h"
-#include "store/event_store.h"
+#include "store/suggestions.h"
 
 namespace orlune {
 namespace {
@@ -70,8 +70,8 @@ Html KindRow(const PageContext& context, const OL_Event& event, bool isSending) 
   if (isSending)
     list.Add("document.acForm.action='{}?p=e&act=sendform';", ScriptAttribute(context.Hosting.ScriptName));
   list.Add("document.acForm.submit();\">");
-  for (const RepetitionKind& kind : kRepetitionKinds)
-    list.Add(Choice(context, kind.Name, kind.Label, kind.Name.Text() == event.Type));
+  for (const auto& [kind, label] : kRepetitionKinds)
+    list.Add(Choice(context, StoredText(kind), label, kind == event.Type));
   return FieldRow(context, Text::kEventRepeat, "reptype", list.Add("</SELECT>"));
 }
 
@@ -114,10 +114,18 @@ Html RecipientsRow(const PageContext& context, const EventFormContent& content) 
   return FieldRow(context, Text::kEventRecipients, "vastaanottaja", list);
 }
 
-Html StateText(const PageContext& context, std::string_view suggestState) {
-  if (suggestState == "accepted") return Html("<B>{}</B>", Content(LoadText(context, Text::kAccepted)));
-  if (suggestState == "declined") return Html("<I>{}</I>", Content(LoadText(context, Text::kDeclined)));
-  if (suggestState == "undecided") return Html("{}", Content(LoadText(context, Text::kUndecided)));
+Html StateText(const PageContext& context, SuggestionState state) {
+  switch (state) {
+    case SuggestionState::kAccepted:
+      return Html("<B>{}</B>", Content(LoadText(context, Text::kAccepted)));
+    case SuggestionState::kDeclined:
+      return Html("<I>{}</I>", Content(LoadText(context, Text::kDeclined)));
+    case SuggestionState::kUndecided:
+      return Html("{}", Content(LoadText(context, Text::kUndecided)));
+    case SuggestionState::kNotSuggested:
+    case SuggestionState::kSent:
+      break;
+  }
   return {};
 }
 
@@ -132,7 +140,7 @@ Html StatusRow(const PageContext& context, std::span<const SuggestionAnswer> ans
 Html HiddenFields(const PageContext& context, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
   const std::string id = event.EventID == 0 ? "" : std::to_string(event.EventID);
-  return Html("{}{}{}", HiddenField("id", id), HiddenField("suggstate", event.SuggestState),
+  return Html("{}{}{}", HiddenField("id", id), HiddenField("suggstate", StoredText(event.SuggestState)),
               HiddenRepetition(context, draft));
 }
 
@@ -143,8 +151,8 @@ Html CalendarRow(const PageContext& context, const EventFormContent& content) {
     list.Add("<OPTION VALUE=\"{}\"{}>{}", Attribute(calendar.Name),
              SelectedWhen(EqualIgnoringCase(calendar.Name, event.Owner)), OptionLabel(calendar.FriendlyName));
   }
-  list.Add("</SELECT> <LABEL><INPUT TYPE=checkbox NAME=\"private\"{}>{}</LABEL>",
-           CheckedIf(event.Private ? "yes" : "no", "yes"), Content(LoadText(context, Text::kPrivateEvent)));
+  list.Add("</SELECT> <LABEL><INPUT TYPE=checkbox NAME=\"private\"{}>{}</LABEL>", CheckedWhen(event.Private),
+           Content(LoadText(context, Text::kPrivateEvent)));
   list.Add(HiddenFields(context, content.Draft));
   return FieldRow(context, Text::kEventCalendar, "calendar", list);
 }
@@ -171,7 +179,7 @@ Html WriteEventForm(const PageContext& context, const EventFormContent& content)
   page.Add(TitleRow(context, draft));
   page.Add(KindRow(context, event, isSending));
   page.Add(BeginRow(context, draft));
-  if (event.Type != "none")
+  if (event.Type != Repetition::kNone)
     page.Add(FieldRow(context, Text::kEventEndDate, "date2", DateInput(context, 2, draft.EndDate)));
   page.Add(TypeRow(context, event));
   page.Add(CommentsRow(context, draft));

@@ -88,13 +88,13 @@ std::vector<std::string> PostedRecipients(const Visit& visit) {
 void Send(Visit& visit, RequestedEvent event) {
   if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   const std::vector<std::string> recipients = PostedRecipients(visit);
-  event.Draft.Event.SuggestState = "-";
+  event.Draft.Event.SuggestState = SuggestionState::kSent;
   if (!SendSuggestion(visit, event.Draft, recipients))
     return ShowSuggestionForm(visit, event.Draft, recipients);
   RedirectToCalendar(visit);
 }
 
-void Answer(Visit& visit, const RequestedEvent& event, std::string_view answer) {
+void Answer(Visit& visit, const RequestedEvent& event, SuggestionState answer) {
   if (!event.Stored) return ShowGone(visit);
   AnswerSuggestion(visit, event.Stored->EventID, answer);
 }
@@ -128,7 +128,9 @@ void ShowErrors(Visit& visit) {
 void ShowOneEvent(Visit& visit, std::string_view action) {
   RequestedEvent event = ReadEvent(visit);
   if (!visit.Alerts.empty()) return ShowErrors(visit);
-  if (action == "accepted" || action == "declined") return Answer(visit, event, action);
+  const auto answer = SuggestionStateOf(action);
+  if (answer == SuggestionState::kAccepted || answer == SuggestionState::kDeclined)
+    return Answer(visit, event, *answer);
   if (action == "save") return Save(visit, event);
   if (action == "send") return Send(visit, std::move(event));
   if (!MaySee(visit.Context.Visitor, event)) return Refuse(visit);

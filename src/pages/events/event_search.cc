@@ -36,8 +36,8 @@ Html CalendarRow(const PageContext& context, const EventSearch& search, std::spa
 Html KindRow(const PageContext& context, const EventSearch& search) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\">\r\n{}\r\n",
             Choice(context, "", Text::kAnyRepetition, search.Kind.empty()));
-  for (const RepetitionKind& kind : kRepetitionKinds)
-    list.Add("{}\r\n", Choice(context, kind.Name, kind.Label, kind.Name.Text() == search.Kind));
+  for (const auto& [kind, label] : kRepetitionKinds)
+    list.Add("{}\r\n", Choice(context, StoredText(kind), label, StoredText(kind) == search.Kind));
   return FieldRow(context, Text::kSearchKind, "reptype", list.Add("</SELECT>"));
 }
 

@@ -33,8 +33,8 @@ Html GroupRow(const PageContext& context, Text label, const Html& controls) {
               Attribute(text), controls);
 }
 
-Html Choice(const PageContext& context, Markup value, Text label, bool isSelected) {
-  return Html("<OPTION VALUE=\"{}\"{}>{}", value, SelectedWhen(isSelected),
+Html Choice(const PageContext& context, std::string_view value, Text label, bool isSelected) {
+  return Html("<OPTION VALUE=\"{}\"{}>{}", Attribute(value), SelectedWhen(isSelected),
               Content(LoadText(context, label)));
 }
 

@@ -22,7 +22,7 @@ Html FieldRow(const PageContext& context, Text label, Markup field, const Html& 
 Html GroupRow(const PageContext& context, Text label, const Html& controls);
 
 /// A choice of a list; `label` is the number of its text.
-Html Choice(const PageContext& context, Markup value, Text label, bool isSelected);
+Html Choice(const PageContext& context, std::string_view value, Text label, bool isSelected);
 
 /// A date field with the button that opens the date picker in a window of its own; `number` is 1 or 2.
 Html DateInput(const PageContext& context, int number, std::string_view value);

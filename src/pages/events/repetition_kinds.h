@@ -2,21 +2,22 @@
 
 #include <array>
 
-#include "html/html.h"
+#include "model/repetition.h"
 #include "texts/text.h"
 
 namespace orlune {
 
-/// A way in which events repeat: its stored name and its text.
+/// A way in which events repeat, and its text.
 struct RepetitionKind {
-  Markup Name;
+  Repetition Value;
   Text Label;
 };
 
-inline constexpr std::array<RepetitionKind, 5> kRepetitionKinds{{{"none", Text::kNoRepetition},
-                                                                 {"day", Text::kRepeatsDaily},
-                                                                 {"weekday", Text::kRepeatsByWeekday},
-                                                                 {"month", Text::kRepeatsMonthly},
-                                                                 {"year", Text::kRepeatsYearly}}};
+inline constexpr std::array<RepetitionKind, 5> kRepetitionKinds{
+    {{Repetition::kNone, Text::kNoRepetition},
+     {Repetition::kDaily, Text::kRepeatsDaily},
+     {Repetition::kByWeekday, Text::kRepeatsByWeekday},
+     {Repetition::kMonthly, Text::kRepeatsMonthly},
+     {Repetition::kYearly, Text::kRepeatsYearly}}};
 
 }  // namespace orlune

@@ -12,22 +12,24 @@
 namespace orlune {
 namespace {
 
-struct NamedChoice {
-  Markup Value;
+template <class Enum>
+struct Labelled {
+  Enum Value;
   Text Label;
 };
 
-constexpr std::array<NamedChoice, 7> kFrequencies{{{"vko_1", Text::kEveryWeek},
-                                                   {"vko_2", Text::kEvery2Weeks},
-                                                   {"vko_3", Text::kEvery3Weeks},
-                                                   {"kk_1", Text::kFirstInMonth},
-                                                   {"kk_2", Text::kSecondInMonth},
-                                                   {"kk_3", Text::kThirdInMonth},
-                                                   {"kk_4", Text::kFourthInMonth}}};
-constexpr std::array<NamedChoice, 4> kWeekends{{{"vkl_ok", Text::kAlsoOnWeekends},
-                                                {"vkl_no", Text::kSkipWeekends},
-                                                {"vkl_ma", Text::kMoveForward},
-                                                {"vkl_pe", Text::kMoveBack}}};
+constexpr std::array<Labelled<Frequency>, 7> kFrequencies{
+    {{Frequency::kEveryWeek, Text::kEveryWeek},
+     {Frequency::kEvery2Weeks, Text::kEvery2Weeks},
+     {Frequency::kEvery3Weeks, Text::kEvery3Weeks},
+     {Frequency::kFirstInMonth, Text::kFirstInMonth},
+     {Frequency::kSecondInMonth, Text::kSecondInMonth},
+     {Frequency::kThirdInMonth, Text::kThirdInMonth},
+     {Frequency::kFourthInMonth, Text::kFourthInMonth}}};
+constexpr std::array<Labelled<WeekendRule>, 4> kWeekendRules{{{WeekendRule::kKeep, Text::kAlsoOnWeekends},
+                                                              {WeekendRule::kSkip, Text::kSkipWeekends},
+                                                              {WeekendRule::kMoveForward, Text::kMoveForward},
+                                                              {WeekendRule::kMoveBack, Text::kMoveBack}}};
 
 /// The days of the week from the one that the user's week begins on.
 Html WeekdaysRow(const PageContext& context, const OL_Event& event) {
@@ -43,9 +45,8 @@ Html WeekdaysRow(const PageContext& context, const OL_Event& event) {
 
 Html FrequencyRow(const PageContext& context, const OL_Event& event) {
   Html list("<SELECT NAME=\"frequency\" ID=\"frequency\" SIZE=4>\r\n");
-  for (const NamedChoice& frequency : kFrequencies) {
-    list.Add("{}\r\n", Choice(context, frequency.Value, frequency.Label,
-                              frequency.Value.Text() == event.RepeatFrequency));
+  for (const auto& [frequency, label] : kFrequencies) {
+    list.Add("{}\r\n", Choice(context, StoredText(frequency), label, frequency == event.RepeatFrequency));
   }
   return FieldRow(context, Text::kRepeatFrequency, "frequency", list.Add("</SELECT>"));
 }
@@ -59,12 +60,16 @@ Html DaysRow(const PageContext& context, const OL_Event& event) {
 
 Html WeekendsRow(const PageContext& context, const OL_Event& event) {
   Html radios;
-  for (const NamedChoice& rule : kWeekends) {
+  for (const auto& [rule, label] : kWeekendRules) {
     radios.Add("<NOBR><LABEL><INPUT TYPE=radio NAME=\"repweekends\" VALUE=\"{}\"{}>{}</LABEL></NOBR>\r\n",
-               rule.Value, CheckedIf(rule.Value.Text(), event.RepeatWeekends),
-               Content(LoadText(context, rule.Label)));
+               Attribute(StoredText(rule)), CheckedWhen(rule == event.RepeatWeekends),
+               Content(LoadText(context, label)));
   }
   return GroupRow(context, Text::kRepeatWeekends, radios);
+}
+
+bool HasWeekendRule(Repetition repetition) {
+  return repetition == Repetition::kMonthly || repetition == Repetition::kYearly;
 }
 
 void AddHidden(Html& fields, Markup name, std::string_view value) {
@@ -74,26 +79,26 @@ void AddHidden(Html& fields, Markup name, std::string_view value) {
 }  // namespace
 
 void AddRepetitionRows(Html& page, const PageContext& context, const OL_Event& event) {
-  if (event.Type == "weekday") {
+  if (event.Type == Repetition::kByWeekday) {
     page.Add(WeekdaysRow(context, event));
     page.Add(FrequencyRow(context, event));
   }
-  if (event.Type == "month") page.Add(DaysRow(context, event));
-  if (event.Type == "month" || event.Type == "year") page.Add(WeekendsRow(context, event));
+  if (event.Type == Repetition::kMonthly) page.Add(DaysRow(context, event));
+  if (HasWeekendRule(event.Type)) page.Add(WeekendsRow(context, event));
 }
 
 Html HiddenRepetition(const PageContext& context, const EventDraft& draft) {
   const OL_Event& event = draft.Event;
   const bool hasTypedEnd = draft.EndDate != FormatShortDate(context.Regional, context.Visitor.CurrentDate);
   Html fields;
-  if (event.Type == "none" && hasTypedEnd) AddHidden(fields, "date2", draft.EndDate);
-  if (event.Type != "weekday") {
+  if (event.Type == Repetition::kNone && hasTypedEnd) AddHidden(fields, "date2", draft.EndDate);
+  if (event.Type != Repetition::kByWeekday) {
     AddHidden(fields, "repweekday", event.RepeatWeekday);
-    AddHidden(fields, "frequency", event.RepeatFrequency);
+    if (event.RepeatFrequency) fields.Add(HiddenField("frequency", StoredText(*event.RepeatFrequency)));
   }
-  if (event.Type != "month") AddHidden(fields, "repday", event.RepeatDay);
-  if (event.Type != "month" && event.Type != "year" && event.RepeatWeekends != kWeekends[0].Value.Text())
-    AddHidden(fields, "repweekends", event.RepeatWeekends);
+  if (event.Type != Repetition::kMonthly) AddHidden(fields, "repday", event.RepeatDay);
+  if (!HasWeekendRule(event.Type) && event.RepeatWeekends != WeekendRule::kKeep)
+    fields.Add(HiddenField("repweekends", StoredText(event.RepeatWeekends)));
   return fields;
 }
 

@@ -1,7 +1,5 @@
 #include "pages/events/suggestions.h"
 
-#include <algorithm>
-
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "base/text.h"
@@ -11,9 +9,8 @@
 #include "pages/events/form_page.h"
 #include "request/texts.h"
 #include "request/visit.h"
-#include "store/event_store.h"
 #include "store/messages.h"
-#include "store/recipients.h"
+#include "store/suggestions.h"
 #include "store/transaction.h"
 
 namespace orlune {
@@ -22,7 +19,7 @@ namespace {
 std::string DateText(const PageContext& context, const OL_Event& event) {
   const RegionalSettings& regional = context.Regional;
   std::string text = FormatShortDate(regional, event.BeginDate);
-  if (event.Type != "none") text += "-" + FormatShortDate(regional, event.EndDate);
+  if (event.Type != Repetition::kNone) text += "-" + FormatShortDate(regional, event.EndDate);
   return text;
 }
 
@@ -51,43 +48,17 @@ std::string SuggestionText(const PageContext& context, const OL_Event& event) {
   return text;
 }
 
-/// Stores the sender's copy and returns its number.
-int SaveSendersCopy(const Visit& visit, const OL_Event& event) {
-  SaveEvent(visit.Database, visit.Context.Regional, event);
-  if (event.EventID != 0) return event.EventID;
-  const auto newest = FindNewestSenderCopy(visit.Database);
-  if (!newest) throw DatabaseError("a suggestion was stored and cannot be found");
-  return *newest;
-}
-
-void SaveRecipientsCopies(const Visit& visit, OL_Event event, int sendersCopy,
-                          const std::vector<std::string>& recipients) {
-  event.SuggID = std::to_string(sendersCopy);
-  event.EventID = 0;
-  event.SuggestState = "undecided";
-  for (const std::string& recipient : recipients) {
-    event.Owner = recipient;
-    SaveEvent(visit.Database, visit.Context.Regional, event);
-  }
-}
-
 /// Whether the event was suggested to the user, or is the user's own.
 bool IsConcerned(const Visit& visit, int eventId, std::string_view owner) {
   const Visitor& visitor = visit.Context.Visitor;
   return visitor.MayChangeEventsOf(owner) || Ask(visit.Database, HasReceivedCopy(eventId, visitor.LoginName));
 }
 
-void Send(const Visit& visit, OutgoingMessage message) {
-  message.Sender = visit.Context.Visitor.LoginName;
-  message.SentDate = visit.Clock.Now();
-  SendMessage(visit.Database, visit.Context.Regional, std::move(message));
+std::string_view AnswerWord(const PageContext& context, SuggestionState answer) {
+  return LoadText(context, answer == SuggestionState::kAccepted ? Text::kAccepted : Text::kDeclined);
 }
 
-std::string_view AnswerWord(const PageContext& context, std::string_view answer) {
-  return LoadText(context, answer == "accepted" ? Text::kAccepted : Text::kDeclined);
-}
-
-Html WriteReplyForm(const PageContext& context, int eventId, std::string_view answer) {
+Html WriteReplyForm(const PageContext& context, int eventId, SuggestionState answer) {
   const std::string_view sendLabel = LoadText(context, Text::kSendMessage);
   Html page = FormPageOpen(context, Html("p=e&act=notify&id={}", eventId), Text::kNotificationTitle,
                            EventToolbar(context));
@@ -95,7 +66,7 @@ Html WriteReplyForm(const PageContext& context, int eventId, std::string_view an
       "<TR><TD><LABEL FOR=\"addinfo\">{}</LABEL><P>"
       "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>{}</TD></TR>\r\n",
       Content(LoadText(context, Text::kNotificationIntroduction, {AnswerWord(context, answer), sendLabel})),
-      HiddenField("suggstate", answer));
+      HiddenField("suggstate", StoredText(answer)));
   return CloseFormRows(std::move(page),
                        Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel)));
 }
@@ -107,29 +78,24 @@ bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std
     AddAlert(visit, Text::kNoRecipientsSelected);
     return false;
   }
-  auto event = CheckEvent(visit, draft);
+  const auto event = CheckEvent(visit, draft);
   if (!event) return false;
-  event->SuggID.clear();
 
   Transaction everything(visit.Database);
-  const int sendersCopy = SaveSendersCopy(visit, *event);
-  std::vector<std::string> receivers = ExpandGroupRecipients(visit.Database, recipients);
-  std::erase(receivers, visit.Context.Visitor.LoginName);
-  if (!receivers.empty()) {
-    SaveRecipientsCopies(visit, *event, sendersCopy, receivers);
-    Send(visit, {.Recipients = std::move(receivers),
-                 .Subject = event->EventName,
-                 .Content = SuggestionText(visit.Context, *event),
-                 .Suggestion = std::to_string(sendersCopy)});
-  }
+  StoreSuggestion(visit.Database, visit.Context.Regional, *event,
+                  {.Sender = visit.Context.Visitor.LoginName,
+                   .Recipients = recipients,
+                   .Subject = event->EventName,
+                   .Content = SuggestionText(visit.Context, *event),
+                   .SentDate = visit.Clock.Now()});
   everything.Commit();
   return true;
 }
 
-void AnswerSuggestion(Visit& visit, int eventId, std::string_view answer) {
+void AnswerSuggestion(Visit& visit, int eventId, SuggestionState answer) {
   if (!visit.Context.Visitor.IsLoggedIn())
     return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
-  SetSuggestState(visit.Database, std::to_string(eventId), visit.Context.Visitor.LoginName, answer);
+  StoreAnswer(visit.Database, eventId, visit.Context.Visitor.LoginName, answer);
   FinishFormPage(visit, WriteReplyForm(visit.Context, eventId, answer));
 }
 
@@ -146,11 +112,15 @@ void NotifySender(Visit& visit) {
     return WritePage(visit, ErrorPage(context, LoadText(context, Text::kNoRights)));
 
   const std::string_view note = request.FormField("addinfo");
+  const auto answer = SuggestionStateOf(request.FormField("suggstate")).value_or(SuggestionState::kDeclined);
   Transaction copies(visit.Database);
-  Send(visit, {.Recipients = {event->Owner},
+  SendMessage(visit.Database, context.Regional,
+              {.Sender = context.Visitor.LoginName,
+               .Recipients = {event->Owner},
                .Subject = LoadText(context, Text::kNotificationSubject,
-                                   {AnswerWord(context, request.FormField("suggstate")), event->EventName}),
-               .Content = std::string(note.empty() ? LoadText(context, Text::kNoFurtherInformation) : note)});
+                                   {AnswerWord(context, answer), event->EventName}),
+               .Content = std::string(note.empty() ? LoadText(context, Text::kNoFurtherInformation) : note),
+               .SentDate = visit.Clock.Now()});
   copies.Commit();
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=m");
 }

@@ -15,9 +15,9 @@ struct Visit;
 /// the event is not right or there is nobody to send it to. Throws DatabaseError.
 bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std::string>& recipients);
 
-/// Records the user's answer ("accepted" or "declined") to the suggestion whose sender's copy is `eventId`,
+/// Records the user's answer, accepted or declined, to the suggestion whose sender's copy is `eventId`,
 /// and shows the form for a note to the sender. Asks for somebody who is logged in. Throws DatabaseError.
-void AnswerSuggestion(Visit& visit, int eventId, std::string_view answer);
+void AnswerSuggestion(Visit& visit, int eventId, SuggestionState answer);
 
 /// Sends that note. Reads the query parameter "id" and the form fields "suggstate" and "addinfo". Asks for
 /// somebody whom the event was suggested to. Throws DatabaseError.

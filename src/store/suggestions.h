@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/regional_settings.h"
+#include "model/message.h"
+#include "model/ol_event.h"
+#include "model/suggestion.h"
+#include "store/query.h"
+
+namespace orlune {
+
+// Suggestions: rows of Events that belong together, and the messages that tell of them. What writes throws
+// DatabaseError, and leaves the transaction to its caller.
+
+/// Stores `event` as its sender's copy, one copy for each recipient of `message`, who has still to answer,
+/// and sends the message. Groups stand for their members; the sender of the message receives nothing.
+void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_Event event,
+                     OutgoingMessage message);
+
+/// Stores the answer in the copy that `recipient` received of the suggestion whose sender's copy is `suggId`.
+void StoreAnswer(Connection& database, int suggId, std::string_view recipient, SuggestionState answer);
+
+/// The `EventID` of the sender's copy of the newest suggestion, or nothing when there is none.
+std::optional<int> FindNewestSenderCopy(Connection& database);
+
+Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id);
+/// Whether the calendar `owner` received a copy of the suggestion `suggId`.
+Query<bool> HasReceivedCopy(int suggId, std::string_view owner);
+/// What the recipients of the suggestion `suggId` have answered.
+Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId);
+
+}  // namespace orlune
