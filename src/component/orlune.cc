@@ -97,6 +97,13 @@ void Orlune::DemoMode(bool demo) {
   hosting_.DemoMode = demo;
 }
 
+void Orlune::Strict(bool strict) {
+  hosting_.Strict = strict;
+}
+void Orlune::AllowNoPassword(bool allow) {
+  hosting_.AllowNoPassword = allow;
+}
+
 void Orlune::Language(std::string_view name) {
   hosting_.Localiser = surroundings_.Localisers.Create("OLOR_" + std::string(name) + ".Localise");
 }
