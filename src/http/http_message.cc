@@ -19,7 +19,7 @@ constexpr Reason kReasons[] = {
     {413, "Content Too Large", "What was sent is too large."},
     {414, "URI Too Long", "The address is too long."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
-    {503, "Service Unavailable", "The database cannot be opened."},
+    {503, "Service Unavailable", "The server cannot answer right now. Please try again in a moment."},
 };
 
 const Reason& FindReason(unsigned status) {
