@@ -27,13 +27,25 @@ class PageServer : public Server {
   std::string_view pagePath_;
 };
 
-void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
-                      bool isSecure) {
-  const std::optional<std::string>& id = session.NewIdentifier();
-  if (!id) return;
-  BrowserCookie cookie{kSessionCookie, *id, path, std::nullopt, isSecure};
-  if (id->empty()) cookie.Lifetime = std::chrono::seconds(0);
+bool HasSameSiteCookie(const RequestMessage& request) {
+  return !CookieValues(request.Headers.Find("Cookie"), kSameSiteCookie).empty();
+}
+
+void AddCookie(ReplyMessage& reply, const BrowserCookie& cookie) {
   reply.Headers.emplace_back("Set-Cookie", FormatSetCookie(cookie));
+}
+
+void AddSessionCookies(ReplyMessage& reply, const std::string& id, BrowserCookie cookie) {
+  cookie.Value = id;
+  if (id.empty()) cookie.Lifetime = std::chrono::seconds(0);
+  AddCookie(reply, cookie);
+  AddCookie(reply, SameSiteCookieBeside(cookie));
+}
+
+bool SetsSameSiteCookie(const ReplyMessage& reply) {
+  return std::ranges::any_of(reply.Headers, [](const Header& header) {
+    return header.first == "Set-Cookie" && header.second.starts_with(kSameSiteCookie);
+  });
 }
 
 ReplyMessage MethodNotAllowed(const char* allowed) {
@@ -74,12 +86,18 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
-  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageSession session(page.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
+  const bool isKnown = session.IsKnown() || request.CookieSubKeys(kLoginCookie).size() > 0;
+  const bool lacksSameSiteCookie = isKnown && !HasSameSiteCookie(message);
+  if (couldChange && lacksSameSiteCookie) return Refusal(403);
+  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageServer server(parts_.Files, page.Path);
   const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
   ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
-  AddSessionCookie(reply, session, page.Path, sender.IsOverHttps);
+  const BrowserCookie cookie{kSessionCookie, "1", page.Path, {}, sender.IsOverHttps, CrossSite::kLinks};
+  if (session.NewIdentifier()) AddSessionCookies(reply, *session.NewIdentifier(), cookie);
+  // For a browser that has been logged in since before there was this cookie.
+  if (lacksSameSiteCookie && !SetsSameSiteCookie(reply)) AddCookie(reply, SameSiteCookieBeside(cookie));
   return reply;
 }
 

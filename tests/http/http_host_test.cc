@@ -237,6 +237,31 @@ TEST(HttpHost, GivesEachPageSessionsOfItsOwn) {
             "SameSite=Lax");
 }
 
+std::string WithoutStrictCookie(std::string cookieLine) {
+  return cookieLine.erase(cookieLine.find("orlune_same_site=1; "), 20);
+}
+
+TEST(HttpHost, LetsOnlyItsOwnPagesChangeWhatAnAccountHas) {
+  StartedHost host;
+  host.Answer = LogIn;
+  const std::string both = Fetch(host.Address(), "GET /a.asp?name=ann").CookieLine();
+  const std::string session = WithoutStrictCookie(both);
+  for (const char* request : {"GET /a.asp?p=m&act=del&msg=1", "GET /a.asp?p=l", "POST /a.asp"}) {
+    EXPECT_EQ(Fetch(host.Address(), request, session).Status, 403) << request;
+    EXPECT_EQ(Fetch(host.Address(), request, both).Status, 200) << request;
+    EXPECT_EQ(Fetch(host.Address(), request, both + "Referer: http://evil.example/\r\n").Status, 403)
+        << request;
+    EXPECT_EQ(Fetch(host.Address(), request).Status, 200) << request << " of nobody";
+  }
+  const HttpAnswer link = Fetch(host.Address(), "GET /a.asp", session + "Referer: http://mail.example/\r\n");
+  EXPECT_EQ(link.Body, "ann");
+  EXPECT_EQ(link.Header("Set-Cookie"), "orlune_same_site=1; Path=/a.asp; HttpOnly; SameSite=Strict");
+
+  const HttpAnswer logout = Fetch(host.Address(), "GET /a.asp?name=-", both);
+  EXPECT_EQ(logout.CookieLine(), "Cookie: orlune_session=; orlune_same_site=; \r\n");
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", session).Status, 200) << "an ended session";
+}
+
 TEST(HttpHost, SealsTheCookiesOfAPage) {
   StartedHost host;
   const Date today{std::chrono::days(12'000)};
@@ -253,11 +278,15 @@ TEST(HttpHost, SealsTheCookiesOfAPage) {
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Header("Set-Cookie"), "");
   const HttpAnswer login = Fetch(host.Address(), "GET /a.asp?do=login");
   EXPECT_NE(login.Header("Set-Cookie").find("; Path=/a.asp; Max-Age=43200; Expires="), std::string::npos);
+  const std::string foreign = WithoutStrictCookie(login.CookieLine());
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=l", foreign).Status, 403);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=l", login.CookieLine()).Status, 200);
   const HttpAnswer date = Fetch(host.Address(), "GET /a.asp?do=date", login.CookieLine());
   EXPECT_EQ(date.Body, "ann,");
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", date.CookieLine()).Body, "ann,3/15/2004");
   const HttpAnswer logout = Fetch(host.Address(), "GET /a.asp?do=logout", login.CookieLine());
   EXPECT_EQ(logout.Header("Set-Cookie").substr(0, 35), "OLOR=; Path=/a.asp; Max-Age=0; Expi");
+  EXPECT_EQ(logout.CookieLine(), "Cookie: OLOR=; orlune_same_site=; \r\n");
 }
 
 TEST(HttpHost, CutsOffSlowConnections) {
