@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "base/ascii.h"
 #include "base/log_text.h"
 #include "http/cookies.h"
 #include "http/http_request.h"
@@ -54,6 +55,12 @@ ReplyMessage MethodNotAllowed(const char* allowed) {
   return reply;
 }
 
+/// The host without its port.
+std::string_view NameOf(std::string_view host) {
+  const std::size_t bracket = host.find(']');  // of an IPv6 address
+  return host.substr(0, host.find(':', bracket == std::string_view::npos ? 0 : bracket));
+}
+
 bool IsReading(const RequestMessage& request) {
   return request.Method == "GET" || request.Method == "HEAD";
 }
@@ -61,10 +68,29 @@ bool IsReading(const RequestMessage& request) {
 }  // namespace
 
 ReplyMessage Website::Answer(const RequestMessage& request) {
+  const Sender sender = parts_.Proxies.SenderOf(request);
+  ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(request, sender) : Refusal(421);
+  if (!sender.IsOverHttps) return reply;
+  reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
+  if (parts_.HttpsOnly.count() > 0)
+    reply.Headers.emplace_back("Strict-Transport-Security",
+                               "max-age=" + std::to_string(parts_.HttpsOnly.count()));
+  return reply;
+}
+
+/// Health checks call a server by its address.
+bool Website::MayAnswer(const RequestMessage& request) const {
+  if (parts_.AllowedHosts.empty() || request.Path == "/healthz") return true;
+  const std::string_view name = NameOf(request.Headers.Find("Host"));
+  return std::ranges::any_of(parts_.AllowedHosts, [name](const std::string& allowed) {
+    return EqualsIgnoringAsciiCase(name, allowed);
+  });
+}
+
+ReplyMessage Website::AnswerAllowed(const RequestMessage& request, const Sender& sender) {
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
-  const Sender sender = parts_.Proxies.SenderOf(request);
   ReplyMessage reply = AnswerPage(*page, request, sender);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),

@@ -44,12 +44,49 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   EXPECT_EQ(answer.Status, 200);
   EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|");
   const std::pair<const char*, const char*> headers[] = {
-      {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"},
-      {"X-Content-Type-Options", "nosniff"},        {"X-Frame-Options", "SAMEORIGIN"},
-      {"Referrer-Policy", "same-origin"},           {"Set-Cookie", ""}};
+      {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}, {"Set-Cookie", ""}};
   for (const auto& [name, value] : headers) EXPECT_EQ(answer.Header(name), value) << name;
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||");
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
+}
+
+TEST(HttpHost, TellsBrowsersWhatNotToDoWithEveryAnswer) {
+  StartedHost host;
+  const std::string named = " HTTP/1.1\r\nHost: h\r\nConnection: close\r\n";
+  const std::string tooLong(17'000, 'z');
+  const std::pair<std::string, int> requests[] = {{"GET /a.asp" + named, 200},
+                                                  {"GET /nothing" + named, 404},
+                                                  {"PUT /a.asp" + named, 405},
+                                                  {"GET /a b.asp" + named, 400},
+                                                  {"GET /a.asp?" + tooLong + named, 414},
+                                                  {"GET /a.asp" + named + "X-Long: " + tooLong + "\r\n", 431},
+                                                  {"GET /a.asp HTTP/1.1\r\nConnection: close\r\n", 400},
+                                                  {"GET /a.asp HTTP/1.0\r\n", 200},
+                                                  {"GET /a.asp" + named + "Host: h\r\n", 400}};
+  for (const auto& [request, status] : requests) {
+    HttpClient client(host.Address());
+    client.Send(request + "\r\n");
+    const HttpAnswer answer{0, client.ReadAll(), ""};
+    EXPECT_EQ(answer.Head.substr(9, 3), std::to_string(status)) << request;
+    for (const auto& [name, value] : SecurityHeaders()) EXPECT_EQ(answer.Header(name), value) << request;
+  }
+  EXPECT_EQ(SecurityHeaders("").size() + 1, SecurityHeaders("default-src 'self'").size());
+}
+
+TEST(HttpHost, AnswersUnderItsNames) {
+  StartedHost host({}, {}, {"calendar.example", "[::1]"});
+  for (const auto& [name, status] :
+       {std::pair("calendar.example", 200), std::pair("Calendar.Example:8080", 200),
+        std::pair("[::1]:80", 200), std::pair("[::1]", 200), std::pair("evil.example", 421),
+        std::pair("calendar.example.evil", 421), std::pair("", 421), std::pair("[::2]:80", 421)}) {
+    for (const std::string path : {"/a.asp", "/nothing", "/healthz"}) {
+      HttpClient client(host.Address());
+      client.Send("GET " + path + " HTTP/1.1\r\nHost: " + name + "\r\nConnection: close\r\n\r\n");
+      const std::string expected = path == "/healthz" ? "200" : std::to_string(status);
+      EXPECT_EQ(client.ReadAll().substr(9, 3), path == "/nothing" && status == 200 ? "404" : expected)
+          << name << path;
+    }
+  }
 }
 
 TEST(HttpHost, ReadsForms) {
@@ -215,6 +252,8 @@ TEST(HttpHost, BelievesItsProxiesAboutTheSender) {
       "X-Forwarded-For: 198.51.100.1\r\nX-Forwarded-For: 192.0.2.7\r\nX-Forwarded-Proto: https\r\n";
   const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp?name=ann", proxied);
   EXPECT_NE(answer.Header("Set-Cookie").find("; Secure"), std::string::npos);
+  EXPECT_EQ(answer.Header("Strict-Transport-Security"), "max-age=60");
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Header("Strict-Transport-Security"), "");
   const std::string origin = host.Address() + "\r\n";
   EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: https://" + origin).Status, 200);
   EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: http://" + origin).Status, 403);
