@@ -98,7 +98,8 @@ void Serve(const ServeOptions& options) {
   Website website({std::move(pages), StaticFiles(configuration.Site),
                    CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
-                   [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log});
+                   [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log,
+                   configuration.AllowedHosts, std::chrono::seconds(configuration.HstsSeconds)});
 
   if (!health.IsHealthy())
     log->warn(
@@ -107,8 +108,10 @@ void Serve(const ServeOptions& options) {
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + configuration.Pages.front().Path;
   {
-    HttpHost host(std::move(socket), threads, HostLimits(),
-                  [&website](const RequestMessage& request) { return website.Answer(request); });
+    HttpHost host(
+        std::move(socket), threads, HostLimits(),
+        [&website](const RequestMessage& request) { return website.Answer(request); },
+        SecurityHeaders(configuration.ContentSecurityPolicy));
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
     stopSignals.Wait();

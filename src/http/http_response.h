@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "http/cookies.h"
 #include "http/http_message.h"
 #include "http/http_request.h"
 #include "platform/page_host.h"
@@ -42,7 +43,7 @@ class HttpResponse : public Response {
 
   Draft& DraftOf(std::string_view cookie);
   void AddCookies(ReplyMessage& reply) const;
-  std::string FormatDraft(const std::string& name, const Draft& draft) const;
+  BrowserCookie Sealed(const std::string& name, const Draft& draft) const;
 
   const HttpRequest& request_;
   std::string_view pagePath_;

@@ -28,6 +28,9 @@ class Request {
   virtual std::string_view ServerVariable(std::string_view name) const = 0;
 };
 
+/// The cookie in which a page keeps its user logged in when the server's session is not to do it.
+inline constexpr std::string_view kLoginCookie = "OLOR";
+
 /// What the browser is answered. A redirect replaces everything written.
 class Response {
  public:

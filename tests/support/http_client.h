@@ -30,7 +30,7 @@ struct HttpAnswer {
 
   /// The first header of that name, or "".
   std::string Header(std::string_view name) const;
-  /// The header line with which a browser sends the cookie of the answer back.
+  /// The header line with which a browser sends the cookies of the answer back.
   std::string CookieLine() const;
 };
 
