@@ -9,7 +9,8 @@
 namespace orlune {
 
 /// The values that a user carries from request to request: "Login", "Account", "Calendar", "CurrentDate" and
-/// "DisplayMode". They live in the server's session or, with `UseCookie`, in the cookie "OLOR".
+/// "DisplayMode"; in a cookie also "LoginId", which tells one login from another. They live in the server's
+/// session or, with `UseCookie`, in the cookie "OLOR".
 class SessionValues {
  public:
   /// `hosting` outlives this.

@@ -68,6 +68,7 @@ void LogIn(Visit& visit, const LoginAccount& login) {
   const std::string& name = login.Name;
   visit.Session.Set("Login", name);
   StampLogin(visit.Session, visit.Passwords, login.Account);
+  if (visit.Context.Hosting.UseCookie) visit.Session.Set("LoginId", visit.Passwords.MakeRandom());
   if (!visit.Context.Hosting.CalNameFixed) visit.Session.Set("Calendar", name);
   visit.Session.Set("CurrentDate", FormatShortDate(visit.Context.Regional, visit.Context.Today));
   visit.Session.RefreshCookie();
