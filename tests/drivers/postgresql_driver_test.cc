@@ -16,9 +16,12 @@ class Postgresql : public testing::DatabaseFixture {
  protected:
   Postgresql() : DatabaseFixture(testing::Engine::kPostgresql) {}
 
-  std::string Refusal(const std::string& address, const PostgresqlOptions& options = {}) {
+  /// How the second attempt fails: the first must not keep the place of a connection.
+  std::string Refusal(const std::string& address) {
+    PostgresqlDriver driver(regional_, {.MostConnections = 1, .PoolWait = std::chrono::milliseconds{0}});
+    EXPECT_THROW(driver.Open(address), DatabaseError);
     try {
-      PostgresqlDriver(regional_, options).Open(address);
+      driver.Open(address);
       return "";
     } catch (const DatabaseError& error) {
       return error.what();
