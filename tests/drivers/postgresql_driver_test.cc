@@ -16,9 +16,12 @@ class Postgresql : public testing::DatabaseFixture {
  protected:
   Postgresql() : DatabaseFixture(testing::Engine::kPostgresql) {}
 
-  std::string Refusal(const std::string& address, const PostgresqlOptions& options = {}) {
+  /// How the second attempt fails: the first must not keep the place of a connection.
+  std::string Refusal(const std::string& address) {
+    PostgresqlDriver driver(regional_, {.MostConnections = 1, .PoolWait = std::chrono::milliseconds{0}});
+    EXPECT_THROW(driver.Open(address), DatabaseError);
     try {
-      PostgresqlDriver(regional_, options).Open(address);
+      driver.Open(address);
       return "";
     } catch (const DatabaseError& error) {
       return error.what();
@@ -178,17 +181,23 @@ TEST_F(Postgresql, AnswersWhatWasAnnouncedUntilTheNextWrite) {
   EXPECT_EQ(Names(*connection).size(), 4U);
 }
 
-TEST_F(Postgresql, EndsAStatementThatTakesTooLong) {
-  PostgresqlDriver hasty(regional_, {.StatementTimeout = std::chrono::milliseconds{50},
-                                     .LockTimeout = std::chrono::milliseconds{0}});
-  const auto writer = Open();
-  writer->Begin();
-  EXPECT_EQ(Names(*writer), Texts{});
-  const auto waiting = hasty.Open(address_);
-  EXPECT_THROW(AddCalendar(*waiting, "ann"), DatabaseError);
-  writer->Rollback();
-  AddCalendar(*waiting, "bob");
-  EXPECT_EQ(Names(*waiting), Texts{"bob"});
+TEST_F(Postgresql, TellsTheServerHowLongAStatementMayTake) {
+  place_.RunNative(
+      "ALTER TABLE \"Calendars\" ALTER \"FriendlyName\" "
+      "SET DEFAULT current_setting('statement_timeout') || ' ' || current_setting('lock_timeout')");
+  const PostgresqlOptions options{.StatementTimeout = std::chrono::milliseconds{54'321},
+                                  .LockTimeout = std::chrono::milliseconds{4321}};
+  const std::vector<std::pair<std::string, const char*>> cases{
+      {place_.Path(), "54321ms 4321ms"},
+      {place_.Path() + "%20-cstatement_timeout%3D65432%20-clock_timeout%3D5432", "65432ms 5432ms"},
+  };
+  for (const auto& [address, limits] : cases) {
+    const auto connection = PostgresqlDriver(regional_, options).Open(address);
+    connection->Execute(Statement("INSERT INTO Calendars (Name) VALUES ('ann')"));
+    EXPECT_EQ(Column(*connection, Statement("SELECT FriendlyName FROM Calendars"), "FriendlyName"),
+              Texts{limits});
+    connection->Execute(Statement("DELETE FROM Calendars"));
+  }
 }
 
 }  // namespace
