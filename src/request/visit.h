@@ -11,8 +11,7 @@
 
 namespace orlune {
 
-/// One request on its way to its answer. The context is ready; a page reads the request, asks the database,
-/// and writes the response.
+/// What a page handles a request with. Owns nothing but the alerts.
 struct Visit {
   const PageContext& Context;
   Connection& Database;
@@ -20,7 +19,7 @@ struct Visit {
   orlune::Response& Response;
   SessionValues& Session;
   const orlune::Clock& Clock;
-  std::string Alerts{};  ///< errors that the page will show
+  std::string Alerts{};  ///< error texts, shown in one alert box
 };
 
 }  // namespace orlune
