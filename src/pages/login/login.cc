@@ -70,7 +70,7 @@ void LogIn(Visit& visit, std::string_view name) {
   RedirectAfterLogin(visit);
 }
 
-/// Without a `password` the hosting page vouches for the user.
+/// Without a `password`, for the user configured for the hosting page, none is checked.
 void CheckLogin(Visit& visit, std::string_view name, std::optional<std::string_view> password) {
   const auto account = Ask(visit.Database, LoginAccountOf(name));
   if (!account) return RefuseLogin(visit, Text::kUnknownUser, "Name");

@@ -38,7 +38,7 @@ Html WritePasswordForm(const PageContext& context) {
   return page;
 }
 
-/// The text that tells why the password stays as it is; nothing when it may change.
+/// Why the password cannot be changed; nothing when it can.
 std::optional<Text> Refusal(Connection& database, const Visitor& visitor, const Request& request) {
   const auto isOldPassword = Ask(database, IsPasswordOf(visitor.LoginName, request.FormField("oldpw")));
   if (!isOldPassword) return Text::kUnknownUser;
