@@ -52,7 +52,7 @@ END
 
 log_in() {
   curl -sS -o /dev/null -c "$folder/cookies" -d "Name=$user" -d "Passwd=$password" "$address/month?p=l"
-  cookie=$(awk '$NF != "" && !/^# / && NF >= 7 { print $6 "=" $7 }' "$folder/cookies")
+  cookie=$(awk '$NF != "" && !/^# / && NF >= 7 { printf "%s=%s; ", $6, $7 }' "$folder/cookies")
   curl -sS -H "Cookie: $cookie" -o "$folder/site/month.html" "$address/month"
   local shown
   shown=$(grep -o 'Shown: ' "$folder/site/month.html" | wc -l)

@@ -9,6 +9,7 @@
 #include "base/configuration_error.h"
 #include "drivers/engines/database_address.h"
 #include "http/ip_network.h"
+#include "http/security_headers.h"
 
 namespace orlune {
 
@@ -35,9 +36,12 @@ struct Configuration {
   long long Threads = 0;              ///< 0: chosen from the processors
   long long DatabaseConnections = 0;  ///< maximum to a database server; 0: as many as the threads need
   std::filesystem::path SecretFile = "var/secret.key";
-  std::vector<IpNetwork> TrustedProxies;  ///< whose forwarding headers are believed
-  long long DrainSeconds = 0;             ///< between the stop signal and the stop
-  std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
+  std::vector<IpNetwork> TrustedProxies;                      ///< whose forwarding headers are believed
+  long long DrainSeconds = 0;                                 ///< between the stop signal and the stop
+  std::vector<std::string> AllowedHosts;                      ///< names to answer under; none: under any
+  std::string ContentSecurityPolicy{kContentSecurityPolicy};  ///< "" for none
+  long long HstsSeconds = 0;             ///< how long browsers use HTTPS without asking; 0: not told
+  std::filesystem::path DatabaseFolder;  ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };
 

@@ -42,10 +42,12 @@ class ValueReader {
   }
 
   std::string Text(std::string_view key, const toml::node& node) const;
+  std::string Line(std::string_view key, const toml::node& node) const;
   bool Switch(std::string_view key, const toml::node& node) const;
   long long Number(std::string_view key, const toml::node& node, const NumberSetting& bounds) const;
   std::string Path(std::string_view key, const toml::node& node) const;
   std::vector<IpNetwork> Networks(std::string_view key, const toml::node& node) const;
+  std::vector<std::string> Hosts(std::string_view key, const toml::node& node) const;
   bool Word(std::string_view key, const toml::node& node, const WordSetting& words) const;
   std::string PagePath(const toml::node& node) const;
 
@@ -59,6 +61,13 @@ std::string ValueReader::Text(std::string_view key, const toml::node& node) cons
   std::string text = node.as_string()->get();
   if (text.find('\0') != std::string::npos) Refuse(node.source(), key, "expected a text without NUL");
   return text;
+}
+
+std::string ValueReader::Line(std::string_view key, const toml::node& node) const {
+  std::string line = Text(key, node);
+  if (std::ranges::any_of(line, [](char c) { return c < ' ' || c > '~'; }))
+    Refuse(node.source(), key, "expected one line of ASCII");
+  return line;
 }
 
 bool ValueReader::Switch(std::string_view key, const toml::node& node) const {
@@ -95,6 +104,21 @@ std::vector<IpNetwork> ValueReader::Networks(std::string_view key, const toml::n
   return networks;
 }
 
+std::vector<std::string> ValueReader::Hosts(std::string_view key, const toml::node& node) const {
+  if (!node.is_array()) Refuse(node.source(), key, "expected a list of texts");
+  std::vector<std::string> hosts;
+  for (const toml::node& item : *node.as_array()) {
+    hosts.push_back(Text(key, item));
+    const bool hasPort = !hosts.back().ends_with(']') && hosts.back().find(':') != std::string::npos;
+    if (hosts.back().empty() || hasPort || hosts.back().find_first_of("/ *") != std::string::npos)
+      Refuse(item.source(), key,
+             fmt::format("expected a name or address without port, such as \"calendar.example.org\" or "
+                         "\"[::1]\", not \"{}\"",
+                         hosts.back()));
+  }
+  return hosts;
+}
+
 bool ValueReader::Word(std::string_view key, const toml::node& node, const WordSetting& words) const {
   const std::string text = Text(key, node);
   if (text != words.False && text != words.True)
@@ -124,8 +148,9 @@ struct ServerValue {
   const toml::node& Node;
   Configuration& Target;
 
-  void operator()(ServerSetting::Text text) const { Target.*text = Values.Text(Key, Node); }
+  void operator()(ServerSetting::Text text) const { Target.*text = Values.Line(Key, Node); }
   void operator()(ServerSetting::Path path) const { Target.*path = Values.Path(Key, Node); }
+  void operator()(ServerSetting::Hosts hosts) const { Target.*hosts = Values.Hosts(Key, Node); }
   void operator()(ServerSetting::Networks networks) const { Target.*networks = Values.Networks(Key, Node); }
   void operator()(const NumberSetting& number) const {
     Target.*number.Member = Values.Number(Key, Node, number);

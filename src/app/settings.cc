@@ -24,6 +24,10 @@ constexpr ServerSetting kServerSettings[] = {
     {"trusted_proxies", &Configuration::TrustedProxies, "addresses and networks of proxies in front"},
     {"drain_seconds", NumberSetting{&Configuration::DrainSeconds, 0, 3600},
      "how long to go on serving after SIGTERM or SIGINT"},
+    {"allowed_hosts", &Configuration::AllowedHosts, "names to answer under; none: under any"},
+    {"content_security_policy", &Configuration::ContentSecurityPolicy, "what pages may load; \"\": anything"},
+    {"hsts_seconds", NumberSetting{&Configuration::HstsSeconds, 0, 63'072'000},
+     "how long browsers use HTTPS without asking"},
 };
 
 constexpr PageSetting kPageSettings[] = {
@@ -34,6 +38,7 @@ constexpr PageSetting kPageSettings[] = {
 struct TypeName {
   std::string_view operator()(NumberSetting) const { return "number"; }
   std::string_view operator()(ServerSetting::Networks) const { return "list of texts"; }
+  std::string_view operator()(ServerSetting::Hosts) const { return "list of texts"; }
   template <class Other>
   std::string_view operator()(Other) const {
     return "text";
@@ -49,6 +54,7 @@ struct DefaultText {
     return fmt::format("\"{}\"", (Defaults.*path).string());
   }
   std::string operator()(ServerSetting::Networks) const { return "[]"; }
+  std::string operator()(ServerSetting::Hosts) const { return "[]"; }
   std::string operator()(const NumberSetting& number) const {
     return std::to_string(Defaults.*number.Member);
   }

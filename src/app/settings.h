@@ -30,9 +30,10 @@ struct ServerSetting {
   using Text = std::string Configuration::*;
   using Path = std::filesystem::path Configuration::*;
   using Networks = std::vector<IpNetwork> Configuration::*;
+  using Hosts = std::vector<std::string> Configuration::*;
 
   std::string_view Name;
-  std::variant<Text, Path, Networks, NumberSetting, WordSetting> Target;
+  std::variant<Text, Path, Networks, Hosts, NumberSetting, WordSetting> Target;
   std::string_view Help;
 };
 

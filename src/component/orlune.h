@@ -43,6 +43,10 @@ class Orlune {
   void NoLoginChange(bool hide);
   void NoOLORLink(bool hide);
   void DemoMode(bool demo);
+  /// Closes what strangers must not be trusted with; docs/administrators-guide.md lists it.
+  void Strict(bool strict);
+  /// Without it an account that has no password cannot log in.
+  void AllowNoPassword(bool allow);
   /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none.
   void Language(std::string_view name);
   /// HTML written before and after the page's body, and into its head. Stands as it is given.
@@ -54,6 +58,7 @@ class Orlune {
   void Answer(Connection& database, SessionValues& session);
   void AnswerLoggedIn(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
+  Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;
   PageContext ContextFor(const Visitor& visitor) const;
   SessionValues Session() const { return {hosting_, context_, today_}; }
 

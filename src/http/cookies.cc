@@ -29,10 +29,19 @@ std::vector<std::string_view> CookieValues(std::string_view header, std::string_
   return values;
 }
 
+BrowserCookie SameSiteCookieBeside(const BrowserCookie& login) {
+  BrowserCookie cookie = login;
+  cookie.Name = kSameSiteCookie;
+  cookie.Value = login.Value.empty() ? "" : "1";
+  cookie.SentFromElsewhere = CrossSite::kNever;
+  return cookie;
+}
+
 std::string FormatSetCookie(const BrowserCookie& cookie) {
   std::string text = cookie.Name + '=' + cookie.Value + "; Path=" + cookie.Path;
   if (cookie.Lifetime) text += FormatLifetime(*cookie.Lifetime);
-  text += "; HttpOnly; SameSite=Lax";
+  text += cookie.SentFromElsewhere == CrossSite::kNever ? "; HttpOnly; SameSite=Strict"
+                                                        : "; HttpOnly; SameSite=Lax";
   if (cookie.Secure) text += "; Secure";
   return text;
 }

@@ -25,7 +25,8 @@ ClientConnection& ClientOf(MHD_Connection* connection) {
 
 class HttpHost::Daemon {
  public:
-  Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer);
+  Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
+         std::vector<Header> commonHeaders);
   ~Daemon();
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
@@ -49,13 +50,18 @@ class HttpHost::Daemon {
 
   const HostLimits limits_;
   const Answerer answer_;
+  const std::vector<Header> commonHeaders_;
   OpenConnections connections_;
   std::atomic<bool> isLastReply_ = false;
   MHD_Daemon* daemon_;
 };
 
-HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
-    : limits_(limits), answer_(std::move(answer)), connections_(limits.Times) {
+HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
+                         std::vector<Header> commonHeaders)
+    : limits_(limits),
+      answer_(std::move(answer)),
+      commonHeaders_(std::move(commonHeaders)),
+      connections_(limits.Times) {
   const int listening = socket.Release();
   const unsigned connections = std::max(limits.Connections, threads);
   const auto idleSeconds =
@@ -68,7 +74,6 @@ HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLim
                        MHD_OPTION_PER_IP_CONNECTION_LIMIT, limits.ConnectionsPerAddress,                    //
                        MHD_OPTION_CONNECTION_TIMEOUT, idleSeconds,                                          //
                        MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits.HeaderBytes,                              //
-                       MHD_OPTION_STRICT_FOR_CLIENT, 1,                                                     //
                        MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                                        //
                        MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                                     //
                        MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END);
@@ -114,9 +119,10 @@ void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void
 
 void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* connection) {
   ClientConnection& client = ClientOf(connection);
+  const Daemon& daemon = *static_cast<Daemon*>(self);
   const RequestReader& request =
-      client.StartRequest(target == nullptr ? "" : target, static_cast<Daemon*>(self)->limits_.BodyBytes);
-  if (request.MustClose()) client.Abort(RawRefusal(request.RefusalStatus()));
+      client.StartRequest(target == nullptr ? "" : target, daemon.limits_.BodyBytes);
+  if (request.MustClose()) client.Abort(RawRefusal(request.RefusalStatus(), daemon.commonHeaders_));
   return nullptr;
 }
 
@@ -156,8 +162,9 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
   const unsigned refusal = request.RefusalStatus();
   ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(request.Message());
   const unsigned status = reply.Status;
-  return MHD_queue_response(connection, status,
-                            MakeResponse(std::move(reply), isLastReply_ || request.MustClose()).get());
+  return MHD_queue_response(
+      connection, status,
+      MakeResponse(std::move(reply), commonHeaders_, isLastReply_ || request.MustClose()).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, void** /*context*/,
@@ -165,8 +172,10 @@ void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, v
   ClientOf(connection).EndRequest();
 }
 
-HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer)
-    : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer))) {}
+HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
+                   std::vector<Header> commonHeaders)
+    : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer),
+                                       std::move(commonHeaders))) {}
 
 HttpHost::~HttpHost() = default;
 

@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "http/http_message.h"
 #include "http/listening_socket.h"
 #include "http/open_connections.h"
+#include "http/security_headers.h"
 
 namespace orlune {
 
@@ -25,8 +27,10 @@ class HttpHost {
  public:
   using Answerer = std::function<ReplyMessage(const RequestMessage&)>;
 
-  /// Answers from now on. `threads` is at least 1. Throws std::runtime_error.
-  HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer);
+  /// Answers from now on, every reply with `commonHeaders`. `threads` is at least 1. Throws
+  /// std::runtime_error.
+  HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
+           std::vector<Header> commonHeaders = SecurityHeaders());
   ~HttpHost();
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;

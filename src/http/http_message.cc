@@ -18,8 +18,11 @@ constexpr Reason kReasons[] = {
     {405, "Method Not Allowed", "This address does not answer requests of this kind."},
     {413, "Content Too Large", "What was sent is too large."},
     {414, "URI Too Long", "The address is too long."},
+    {421, "Misdirected Request", "This server does not answer under this name."},
+    {431, "Request Header Fields Too Large",
+     "What the browser sent about itself, such as cookies, is too large."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
-    {503, "Service Unavailable", "The database cannot be opened."},
+    {503, "Service Unavailable", "The server cannot answer right now. Please try again in a moment."},
 };
 
 const Reason& FindReason(unsigned status) {

@@ -1,7 +1,6 @@
 #include "http/http_response.h"
 
 #include "base/url_encoding.h"
-#include "http/cookies.h"
 #include "http/http_date.h"
 
 namespace orlune {
@@ -53,6 +52,7 @@ void HttpResponse::SetCookieExpires(std::string_view cookie, Date day) {
 
 ReplyMessage HttpResponse::Finish() {
   ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(status_, std::move(page_), lifetime_);
+  if (retryAfter_.count() > 0) reply.Headers.emplace_back("Retry-After", std::to_string(retryAfter_.count()));
   AddCookies(reply);
   return reply;
 }
@@ -69,15 +69,18 @@ HttpResponse::Draft& HttpResponse::DraftOf(std::string_view cookie) {
 void HttpResponse::AddCookies(ReplyMessage& reply) const {
   for (const auto& [name, draft] : drafts_) {
     if (draft.Contents.SubKeys.size() == 0 && !draft.IsCleared) continue;
-    reply.Headers.emplace_back("Set-Cookie", FormatDraft(name, draft));
+    const BrowserCookie cookie = Sealed(name, draft);
+    reply.Headers.emplace_back("Set-Cookie", FormatSetCookie(cookie));
+    if (name == kLoginCookie)
+      reply.Headers.emplace_back("Set-Cookie", FormatSetCookie(SameSiteCookieBeside(cookie)));
   }
 }
 
-std::string HttpResponse::FormatDraft(const std::string& name, const Draft& draft) const {
-  BrowserCookie cookie{name, {}, draft.Path, std::nullopt, isSecure_};
+BrowserCookie HttpResponse::Sealed(const std::string& name, const Draft& draft) const {
+  BrowserCookie cookie{name, {}, draft.Path, {}, isSecure_, CrossSite::kLinks};
   if (draft.Contents.Expires) cookie.Lifetime = *draft.Contents.Expires - now_.Day - now_.Time;
   if (draft.Contents.SubKeys.size() > 0) cookie.Value = sealer_.Seal(draft.Contents, name, pagePath_);
-  return FormatSetCookie(cookie);
+  return cookie;
 }
 
 }  // namespace orlune

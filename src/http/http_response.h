@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "http/cookies.h"
 #include "http/http_message.h"
 #include "http/http_request.h"
 #include "platform/page_host.h"
@@ -21,6 +22,7 @@ class HttpResponse : public Response {
                DateTime now, bool isSecure);
 
   void SetStatus(unsigned status) override { status_ = status; }
+  void SetRetryAfter(std::chrono::seconds delay) override { retryAfter_ = delay; }
   void SetExpires(std::chrono::minutes lifetime) override { lifetime_ = lifetime; }
   void Write(std::string text) override;
   void Redirect(std::string_view url) override { redirect_ = url; }
@@ -41,7 +43,7 @@ class HttpResponse : public Response {
 
   Draft& DraftOf(std::string_view cookie);
   void AddCookies(ReplyMessage& reply) const;
-  std::string FormatDraft(const std::string& name, const Draft& draft) const;
+  BrowserCookie Sealed(const std::string& name, const Draft& draft) const;
 
   const HttpRequest& request_;
   std::string_view pagePath_;
@@ -49,6 +51,7 @@ class HttpResponse : public Response {
   DateTime now_;
   bool isSecure_;
   unsigned status_ = 200;
+  std::chrono::seconds retryAfter_{0};
   std::chrono::minutes lifetime_{0};
   std::string page_;
   std::optional<std::string> redirect_;

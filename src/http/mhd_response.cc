@@ -35,19 +35,19 @@ void AddHeader(const ResponseHandle& response, const char* name, const char* val
 
 }  // namespace
 
-ResponseHandle MakeResponse(ReplyMessage reply, bool isLast) {
+ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHeaders, bool isLast) {
   ResponseHandle response = std::visit([](auto& body) { return MakeResponse(std::move(body)); }, reply.Body);
   if (response == nullptr) throw std::bad_alloc();
-  for (const auto& [name, value] : reply.Headers) AddHeader(response, name.c_str(), value.c_str());
-  AddHeader(response, "X-Content-Type-Options", "nosniff");
-  AddHeader(response, "X-Frame-Options", "SAMEORIGIN");
-  AddHeader(response, "Referrer-Policy", "same-origin");
+  for (const std::span<const Header> headers : {std::span<const Header>(reply.Headers), commonHeaders}) {
+    for (const auto& [name, value] : headers) AddHeader(response, name.c_str(), value.c_str());
+  }
   if (isLast) AddHeader(response, "Connection", "close");
   return response;
 }
 
-std::string RawRefusal(unsigned status) {
-  const ReplyMessage reply = Refusal(status);
+std::string RawRefusal(unsigned status, std::span<const Header> commonHeaders) {
+  ReplyMessage reply = Refusal(status);
+  reply.Headers.insert(reply.Headers.end(), commonHeaders.begin(), commonHeaders.end());
   std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status, MHD_get_reason_phrase_for(status));
   for (const auto& [name, value] : reply.Headers)
     fmt::format_to(std::back_inserter(text), "{}: {}\r\n", name, value);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 
 #include <microhttpd.h>
@@ -11,11 +12,11 @@ namespace orlune {
 
 using ResponseHandle = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_response)>;
 
-/// `reply` as libmicrohttpd sends it, with the security headers that every reply has. `isLast` tells the
-/// client that the connection is closed after it.
-ResponseHandle MakeResponse(ReplyMessage reply, bool isLast);
+/// `reply` as libmicrohttpd sends it, with `commonHeaders`, which every reply has. `isLast` tells the client
+/// that the connection is closed after it.
+ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHeaders, bool isLast);
 
 /// The refusal as a whole HTTP message, for a client that libmicrohttpd cannot answer.
-std::string RawRefusal(unsigned status);
+std::string RawRefusal(unsigned status, std::span<const Header> commonHeaders);
 
 }  // namespace orlune

@@ -10,7 +10,8 @@ namespace orlune {
 bool CouldChangeSomething(const RequestMessage& request, const NamedTexts& query);
 
 /// Whether a page of another site made the browser send the request (cross-site request forgery), by its
-/// headers. The same host without HTTPS is another site when the request came over HTTPS.
+/// headers; false when the browser sent none of them. Another port is another site, and so is the same host
+/// without HTTPS when the request came over HTTPS.
 bool ComesFromAnotherSite(const RequestMessage& request, bool isOverHttps);
 
 }  // namespace orlune

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kPartsBufferSize = 4096;
 // libmicrohttpd parses within `HostLimits::HeaderBytes`, and cannot even refuse an address that overflows it.
 constexpr std::size_t kMaxTargetSize = 8192;
+constexpr std::size_t kMaxHeadersSize = std::size_t{16} << 10U;
 constexpr std::ptrdiff_t kMaxParameters = 250;
 constexpr std::size_t kMaxDrainFactor = 8;  // how many times the largest body is read before hanging up
 
@@ -33,17 +34,27 @@ bool IsTooLong(std::string_view target) {
   return target.size() > kMaxTargetSize || std::count(target.begin(), target.end(), '&') >= kMaxParameters;
 }
 
-bool IsControl(char c) {
-  return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+bool IsBlankOrControl(char c) {
+  return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
 }
 
-MHD_Result AddForwardingHeader(void* texts, MHD_ValueKind /*kind*/, const char* name, const char* value) {
-  for (const char* known : kForwardingHeaders) {
-    if (EqualsIgnoringAsciiCase(name, known))
-      static_cast<NamedTexts*>(texts)->Add(known, value == nullptr ? "" : value);
+/// Takes up what libmicrohttpd has no single value of.
+struct HeaderReader {
+  NamedTexts& Forwarding;
+  std::size_t Hosts = 0;
+  std::size_t Size = 0;  ///< of all headers as they were sent, in bytes
+
+  static MHD_Result Add(void* self, MHD_ValueKind /*kind*/, const char* name, const char* value) {
+    HeaderReader& reader = *static_cast<HeaderReader*>(self);
+    const std::string_view text = value == nullptr ? "" : value;
+    reader.Size += std::string_view(name).size() + text.size() + std::string_view(": \r\n").size();
+    if (EqualsIgnoringAsciiCase(name, "Host")) ++reader.Hosts;
+    for (const char* known : kForwardingHeaders) {
+      if (EqualsIgnoringAsciiCase(name, known)) reader.Forwarding.Add(known, text);
+    }
+    return MHD_YES;
   }
-  return MHD_YES;
-}
+};
 
 IpAddress PeerOf(MHD_Connection* connection) {
   const auto* peer = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
@@ -61,7 +72,7 @@ RequestReader::RequestReader(std::string_view target, std::size_t maxBody)
       partsReader_(nullptr, &MHD_destroy_post_processor),
       maxBody_(maxBody) {
   if (IsTooLong(target)) RefuseAndClose(MHD_HTTP_URI_TOO_LONG);
-  if (std::any_of(target.begin(), target.end(), IsControl)) Refuse(MHD_HTTP_BAD_REQUEST);
+  if (std::any_of(target.begin(), target.end(), IsBlankOrControl)) Refuse(MHD_HTTP_BAD_REQUEST);
   const std::string_view local = WithoutSite(target);
   const std::size_t question = local.find('?');
   message_.Path = local.substr(0, question);
@@ -78,7 +89,8 @@ void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view met
     const char* value = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
     if (value != nullptr) message_.Headers.Set(name, value);
   }
-  ReadSender(connection);
+  ReadAllHeaders(connection, version);
+  message_.Peer = PeerOf(connection);
   const std::size_t announced = AnnouncedLength(message_.Headers);
   if (announced > maxBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
   if (announced > kMaxDrainFactor * maxBody_) RefuseAndClose(MHD_HTTP_CONTENT_TOO_LARGE);
@@ -110,9 +122,11 @@ void RequestReader::RefuseAndClose(unsigned status) {
   mustClose_ = true;
 }
 
-void RequestReader::ReadSender(MHD_Connection* connection) {
-  MHD_get_connection_values(connection, MHD_HEADER_KIND, &AddForwardingHeader, &message_.Headers);
-  message_.Peer = PeerOf(connection);
+void RequestReader::ReadAllHeaders(MHD_Connection* connection, std::string_view version) {
+  HeaderReader reader{message_.Headers};
+  MHD_get_connection_values(connection, MHD_HEADER_KIND, &HeaderReader::Add, &reader);
+  if (reader.Hosts > 1 || (reader.Hosts == 0 && version != "HTTP/1.0")) Refuse(MHD_HTTP_BAD_REQUEST);
+  if (reader.Size > kMaxHeadersSize) Refuse(MHD_HTTP_REQUEST_HEADER_FIELDS_TOO_LARGE);
 }
 
 void RequestReader::ExpectForm(MHD_Connection* connection) {

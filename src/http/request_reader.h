@@ -37,7 +37,7 @@ class RequestReader {
  private:
   void Refuse(unsigned status) { refusal_ = refusal_ == 0 ? status : refusal_; }
   void RefuseAndClose(unsigned status);
-  void ReadSender(MHD_Connection* connection);
+  void ReadAllHeaders(MHD_Connection* connection, std::string_view version);
   void ExpectForm(MHD_Connection* connection);
   void CommitField();
   static MHD_Result ReadPart(void* self, MHD_ValueKind kind, const char* name, const char* fileName,

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <exception>
 
+#include "base/ascii.h"
 #include "base/log_text.h"
 #include "http/cookies.h"
 #include "http/http_request.h"
 #include "http/http_response.h"
 #include "http/request_guard.h"
 #include "platform/database.h"
+#include "platform/temporarily_unavailable.h"
 
 namespace orlune {
 namespace {
@@ -27,19 +29,37 @@ class PageServer : public Server {
   std::string_view pagePath_;
 };
 
-void AddSessionCookie(ReplyMessage& reply, const PageSession& session, const std::string& path,
-                      bool isSecure) {
-  const std::optional<std::string>& id = session.NewIdentifier();
-  if (!id) return;
-  BrowserCookie cookie{kSessionCookie, *id, path, std::nullopt, isSecure};
-  if (id->empty()) cookie.Lifetime = std::chrono::seconds(0);
+bool HasSameSiteCookie(const RequestMessage& request) {
+  return !CookieValues(request.Headers.Find("Cookie"), kSameSiteCookie).empty();
+}
+
+void AddCookie(ReplyMessage& reply, const BrowserCookie& cookie) {
   reply.Headers.emplace_back("Set-Cookie", FormatSetCookie(cookie));
+}
+
+void AddSessionCookies(ReplyMessage& reply, const std::string& id, BrowserCookie cookie) {
+  cookie.Value = id;
+  if (id.empty()) cookie.Lifetime = std::chrono::seconds(0);
+  AddCookie(reply, cookie);
+  AddCookie(reply, SameSiteCookieBeside(cookie));
+}
+
+bool SetsSameSiteCookie(const ReplyMessage& reply) {
+  return std::ranges::any_of(reply.Headers, [](const Header& header) {
+    return header.first == "Set-Cookie" && header.second.starts_with(kSameSiteCookie);
+  });
 }
 
 ReplyMessage MethodNotAllowed(const char* allowed) {
   ReplyMessage reply = Refusal(405);
   reply.Headers.emplace_back("Allow", allowed);
   return reply;
+}
+
+/// The host without its port.
+std::string_view NameOf(std::string_view host) {
+  const std::size_t bracket = host.find(']');  // of an IPv6 address
+  return host.substr(0, host.find(':', bracket == std::string_view::npos ? 0 : bracket));
 }
 
 bool IsReading(const RequestMessage& request) {
@@ -49,10 +69,29 @@ bool IsReading(const RequestMessage& request) {
 }  // namespace
 
 ReplyMessage Website::Answer(const RequestMessage& request) {
+  const Sender sender = parts_.Proxies.SenderOf(request);
+  ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(request, sender) : Refusal(421);
+  if (!sender.IsOverHttps) return reply;
+  reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
+  if (parts_.HttpsOnly.count() > 0)
+    reply.Headers.emplace_back("Strict-Transport-Security",
+                               "max-age=" + std::to_string(parts_.HttpsOnly.count()));
+  return reply;
+}
+
+/// Health checks call a server by its address.
+bool Website::MayAnswer(const RequestMessage& request) const {
+  if (parts_.AllowedHosts.empty() || request.Path == "/healthz") return true;
+  const std::string_view name = NameOf(request.Headers.Find("Host"));
+  return std::ranges::any_of(parts_.AllowedHosts, [name](const std::string& allowed) {
+    return EqualsIgnoringAsciiCase(name, allowed);
+  });
+}
+
+ReplyMessage Website::AnswerAllowed(const RequestMessage& request, const Sender& sender) {
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
-  const Sender sender = parts_.Proxies.SenderOf(request);
   ReplyMessage reply = AnswerPage(*page, request, sender);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
@@ -70,16 +109,22 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
                                  const Sender& sender) {
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
-  HttpRequest request(message, page.Path, parts_.Sealer, now.Day);
+  HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender.Address.Text());
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
-  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageSession session(page.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
+  const bool isKnown = session.IsKnown() || request.CookieSubKeys(kLoginCookie).size() > 0;
+  const bool lacksSameSiteCookie = isKnown && !HasSameSiteCookie(message);
+  if (couldChange && lacksSameSiteCookie) return Refusal(403);
+  HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageServer server(parts_.Files, page.Path);
   const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
   ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
-  AddSessionCookie(reply, session, page.Path, sender.IsOverHttps);
+  const BrowserCookie cookie{kSessionCookie, "1", page.Path, {}, sender.IsOverHttps, CrossSite::kLinks};
+  if (session.NewIdentifier()) AddSessionCookies(reply, *session.NewIdentifier(), cookie);
+  // For a browser that has been logged in since before there was this cookie.
+  if (lacksSameSiteCookie && !SetsSameSiteCookie(reply)) AddCookie(reply, SameSiteCookieBeside(cookie));
   return reply;
 }
 
@@ -91,6 +136,9 @@ std::optional<unsigned> Website::RunPage(const HostedPage& page, const Scripting
     return std::nullopt;
   } catch (const DatabaseUnavailable& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+    return 503;
+  } catch (const TemporarilyUnavailable& error) {
+    parts_.Log.warn("{}: {}", page.Path, OneLine(error.what()));
     return 503;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));

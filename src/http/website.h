@@ -38,6 +38,8 @@ struct WebsiteParts {
   const orlune::Clock& Clock;       ///< outlives the website, as the log does
   std::function<bool()> IsHealthy;  ///< decides the answer of "/healthz"
   spdlog::logger& Log;
+  std::vector<std::string> AllowedHosts{};  ///< names to answer under, without ports; none: under any
+  std::chrono::seconds HttpsOnly{0};  ///< how long browsers use HTTPS without asking (HSTS); 0: not told
 };
 
 /// Everything that is served: the hosting pages, "/healthz", and the files beside them. May be used by
@@ -50,6 +52,8 @@ class Website {
   ReplyMessage Answer(const RequestMessage& request);
 
  private:
+  bool MayAnswer(const RequestMessage& request) const;
+  ReplyMessage AnswerAllowed(const RequestMessage& request, const Sender& sender);
   const HostedPage* FindPage(std::string_view path) const;
   ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
   /// Runs the page and saves its session. Nothing on success, else the status to answer.

@@ -1,20 +1,15 @@
 #include "request/session_values.h"
 
 namespace orlune {
-namespace {
-
-constexpr std::string_view kCookie = "OLOR";
-
-}  // namespace
 
 std::string SessionValues::Get(std::string_view key) const {
-  if (hosting_.UseCookie) return std::string(context_.Request->CookieValue(kCookie, key));
+  if (hosting_.UseCookie) return std::string(context_.Request->CookieValue(kLoginCookie, key));
   return context_.Session->Get(key);
 }
 
 void SessionValues::Set(std::string_view key, std::string_view value) {
   if (hosting_.UseCookie) {
-    context_.Response->SetCookieValue(kCookie, key, value);
+    context_.Response->SetCookieValue(kLoginCookie, key, value);
   } else {
     context_.Session->Set(key, value);
   }
@@ -25,17 +20,17 @@ void SessionValues::RefreshCookie() {
 }
 
 void SessionValues::SetCookieLifetime(Date expires) {
-  context_.Response->SetCookiePath(kCookie, hosting_.ScriptName);
-  context_.Response->SetCookieExpires(kCookie, expires);
+  context_.Response->SetCookiePath(kLoginCookie, hosting_.ScriptName);
+  context_.Response->SetCookieExpires(kLoginCookie, expires);
 }
 
 void SessionValues::Logout() {
   if (hosting_.UseCookie) {
-    context_.Response->ClearCookie(kCookie);
+    context_.Response->ClearCookie(kLoginCookie);
     SetCookieLifetime(today_);
     return;
   }
-  for (const std::string_view key : {"Login", "Calendar", "CurrentDate", "DisplayMode"}) {
+  for (const std::string_view key : {"Login", "Account", "Calendar", "CurrentDate", "DisplayMode"}) {
     context_.Session->Set(key, "");
   }
 }

@@ -8,8 +8,8 @@
 
 namespace orlune {
 
-/// The four values of a session: "Login", "Calendar", "CurrentDate" and "DisplayMode". They are stored in the
-/// server's session or, with `UseCookie`, in the cookie "OLOR".
+/// The values of a session: "Login", "Account", "Calendar", "CurrentDate" and "DisplayMode". They are stored
+/// in the server's session or, with `UseCookie`, in the cookie "OLOR".
 class SessionValues {
  public:
   /// `hosting` outlives this.
@@ -21,7 +21,7 @@ class SessionValues {
   void Set(std::string_view key, std::string_view value);
   /// Sets the cookie's expiry to the hosting page's `ExpireCookie`; does nothing without `UseCookie`.
   void RefreshCookie();
-  /// Clears all four values.
+  /// Clears all values.
   void Logout();
 
  private:

@@ -13,7 +13,7 @@ namespace orlune {
 
 struct LoadedVisitor {
   orlune::Visitor Visitor;
-  bool HasAccount = true;     ///< false for a user whose account was deleted or renamed
+  bool HasAccount = true;     ///< false when the login is not valid any more, see `IsLoginOf`
   std::string InvalidDate{};  ///< the requested date, when it is not a valid one
 };
 

@@ -21,6 +21,8 @@ class PageSession : public Session {
   /// that a page that needs none can still answer.
   PageSession(SessionStore& store, const std::vector<std::string_view>& candidates);
 
+  /// Whether the browser named a session that the store holds.
+  bool IsKnown() const { return found_.has_value(); }
   std::string Get(std::string_view key) const override;
   /// Ignores a value of more than 2000 bytes, which no page sets.
   void Set(std::string_view key, std::string_view value) override;

@@ -30,6 +30,8 @@ Query<std::string> MemberListOf(std::string_view group);
 Query<std::string> AdministratorListOf(std::string_view group);
 /// Whether a calendar other than `id` has this name.
 Query<bool> IsCalendarNameTaken(std::string_view name, std::optional<std::int64_t> id);
+/// The `CalendarID`; nothing when there is no such calendar.
+Query<std::optional<int>> CalendarIdOf(std::string_view name);
 /// An internal name derived from `text` that no calendar has yet.
 std::string UnusedCalendarName(Connection& database, std::string_view text);
 

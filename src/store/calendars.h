@@ -31,8 +31,15 @@ Query<bool> CalendarExists(std::string_view name);
 Query<std::vector<std::string>> GroupNames();
 /// The distinct text lists `MemberOfGroups` of the calendars.
 Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calendars);
-/// The groups that the user administers, joined with ", "; nothing when there is no such user.
-Query<std::optional<std::string>> AdminshipsOf(std::string_view loginName);
+
+/// The credentials and rights of a user.
+struct Account {
+  int Id = 0;
+  std::optional<std::string> Password;  ///< plain text or hash; nothing: any password is accepted
+  std::string AdminOfGroups;            ///< joined with ", "
+};
+/// Nothing when there is no such user.
+Query<std::optional<Account>> AccountOf(std::string_view loginName);
 
 /// The display name; nothing when there is no such calendar.
 Query<std::optional<std::string>> FriendlyNameOf(std::string_view name);
@@ -42,8 +49,8 @@ Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName);
 
 /// A user's credentials.
 struct LoginAccount {
-  std::string Name;                     ///< as it is stored
-  std::optional<std::string> Password;  ///< nothing: any password is accepted
+  std::string Name;  ///< as it is stored
+  orlune::Account Account;
 };
 /// Nothing when there is no such user.
 Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName);
@@ -63,10 +70,7 @@ Query<std::optional<StoredPreferences>> PreferencesOf(std::string_view loginName
 /// All of `preferences` must be set. An error is ignored: nothing is stored then.
 void StorePreferences(Connection& database, std::string_view loginName, const StoredPreferences& preferences);
 
-/// Whether `password` is the user's; false for a user whose password is Null, nothing when there is no such
-/// user.
-Query<std::optional<bool>> IsPasswordOf(std::string_view loginName, std::string_view password);
-/// An error is ignored: nothing is stored then.
+/// `password` is stored as given, plain text or hash. An error is ignored: nothing is stored then.
 void StorePassword(Connection& database, std::string_view loginName, std::string_view password);
 
 /// The calendars with these names, by display name.

@@ -48,6 +48,9 @@ threads = 3
 secret_file = "/run/orlune.key"
 trusted_proxies = ["10.0.0.0/8", "::1"]
 drain_seconds = 7
+allowed_hosts = ["calendar.example.org", "[::1]"]
+content_security_policy = "default-src 'self' https://cdn.example.org"
+hsts_seconds = 60
 database_connections = 9
 [[page]]
 path = "/a.asp"
@@ -70,6 +73,9 @@ DBPath = "/b.db"
   ASSERT_EQ(configuration.TrustedProxies.size(), 2U);
   EXPECT_TRUE(configuration.TrustedProxies[0].Contains(IpAddress::Parse("10.1.2.3").value()));
   EXPECT_EQ(configuration.DrainSeconds, 7);
+  EXPECT_EQ(configuration.AllowedHosts, (std::vector<std::string>{"calendar.example.org", "[::1]"}));
+  EXPECT_EQ(configuration.ContentSecurityPolicy, "default-src 'self' https://cdn.example.org");
+  EXPECT_EQ(configuration.HstsSeconds, 60);
   EXPECT_EQ(configuration.DatabaseConnections, 9);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   const PageConfiguration& first = configuration.Pages[0];
@@ -101,7 +107,7 @@ TEST_F(ConfigurationFile, AcceptsEveryProperty) {
     const bool isSwitch = std::holds_alternative<PageProperty::SwitchSetter>(property.Set);
     text.append(property.Name).append(isSwitch ? " = true\n" : " = \"x\"\n");
   }
-  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 16U);
+  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 18U);
 }
 
 TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
@@ -121,6 +127,9 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {server("session_store = true"), "2: session_store: expected a text"},
       {server("site = \"\""), "2: site: expected a path"},
       {server("trusted_proxies = \"::1\""), "2: trusted_proxies: expected a list of texts"},
+      {server("allowed_hosts = [\"calendar.example.org:8080\"]"),
+       "2: allowed_hosts: expected a name or address"},
+      {server("content_security_policy = \"a\\nb\""), "2: content_security_policy: expected one line"},
       {server("trusted_proxies = [1]"), "2: trusted_proxies: expected a text"},
       {server("trusted_proxies = [\"::1\",\n\"10.0.0.1/8\"]"),
        "3: trusted_proxies: expected an address or network"},

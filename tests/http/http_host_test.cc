@@ -42,14 +42,51 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   const HttpAnswer answer =
       Fetch(host.Address(), "GET /a.asp?p=c&cd=3%2f15", "User-Agent: (compatible; \xFF)\r\n");
   EXPECT_EQ(answer.Status, 200);
-  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|");
+  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|127.0.0.1");
   const std::pair<const char*, const char*> headers[] = {
-      {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"},
-      {"X-Content-Type-Options", "nosniff"},        {"X-Frame-Options", "SAMEORIGIN"},
-      {"Referrer-Policy", "same-origin"},           {"Set-Cookie", ""}};
+      {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}, {"Set-Cookie", ""}};
   for (const auto& [name, value] : headers) EXPECT_EQ(answer.Header(name), value) << name;
-  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||");
+  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||127.0.0.1");
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
+}
+
+TEST(HttpHost, TellsBrowsersWhatNotToDoWithEveryAnswer) {
+  StartedHost host;
+  const std::string named = " HTTP/1.1\r\nHost: h\r\nConnection: close\r\n";
+  const std::string tooLong(17'000, 'z');
+  const std::pair<std::string, int> requests[] = {{"GET /a.asp" + named, 200},
+                                                  {"GET /nothing" + named, 404},
+                                                  {"PUT /a.asp" + named, 405},
+                                                  {"GET /a b.asp" + named, 400},
+                                                  {"GET /a.asp?" + tooLong + named, 414},
+                                                  {"GET /a.asp" + named + "X-Long: " + tooLong + "\r\n", 431},
+                                                  {"GET /a.asp HTTP/1.1\r\nConnection: close\r\n", 400},
+                                                  {"GET /a.asp HTTP/1.0\r\n", 200},
+                                                  {"GET /a.asp" + named + "Host: h\r\n", 400}};
+  for (const auto& [request, status] : requests) {
+    HttpClient client(host.Address());
+    client.Send(request + "\r\n");
+    const HttpAnswer answer{0, client.ReadAll(), ""};
+    EXPECT_EQ(answer.Head.substr(9, 3), std::to_string(status)) << request;
+    for (const auto& [name, value] : SecurityHeaders()) EXPECT_EQ(answer.Header(name), value) << request;
+  }
+  EXPECT_EQ(SecurityHeaders("").size() + 1, SecurityHeaders("default-src 'self'").size());
+}
+
+TEST(HttpHost, AnswersUnderItsNames) {
+  StartedHost host({}, {}, {"calendar.example", "[::1]"});
+  for (const auto& [name, status] :
+       {std::pair("calendar.example", 200), std::pair("Calendar.Example:8080", 200),
+        std::pair("[::1]:80", 200), std::pair("[::1]", 200), std::pair("evil.example", 421),
+        std::pair("calendar.example.evil", 421), std::pair("", 421), std::pair("[::2]:80", 421)}) {
+    for (const std::string path : {"/a.asp", "/nothing", "/healthz"}) {
+      HttpClient client(host.Address());
+      client.Send("GET " + path + " HTTP/1.1\r\nHost: " + name + "\r\nConnection: close\r\n\r\n");
+      const std::string expected = path == "/healthz" ? "200" : std::to_string(status);
+      EXPECT_EQ(client.ReadAll().substr(9, 3), path == "/nothing" && status == 200 ? "404" : expected)
+          << name << path;
+    }
+  }
 }
 
 TEST(HttpHost, ReadsForms) {
@@ -215,6 +252,8 @@ TEST(HttpHost, BelievesItsProxiesAboutTheSender) {
       "X-Forwarded-For: 198.51.100.1\r\nX-Forwarded-For: 192.0.2.7\r\nX-Forwarded-Proto: https\r\n";
   const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp?name=ann", proxied);
   EXPECT_NE(answer.Header("Set-Cookie").find("; Secure"), std::string::npos);
+  EXPECT_EQ(answer.Header("Strict-Transport-Security"), "max-age=60");
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Header("Strict-Transport-Security"), "");
   const std::string origin = host.Address() + "\r\n";
   EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: https://" + origin).Status, 200);
   EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", proxied + "Origin: http://" + origin).Status, 403);
@@ -237,6 +276,31 @@ TEST(HttpHost, GivesEachPageSessionsOfItsOwn) {
             "SameSite=Lax");
 }
 
+std::string WithoutStrictCookie(std::string cookieLine) {
+  return cookieLine.erase(cookieLine.find("orlune_same_site=1; "), 20);
+}
+
+TEST(HttpHost, LetsOnlyItsOwnPagesChangeWhatAnAccountHas) {
+  StartedHost host;
+  host.Answer = LogIn;
+  const std::string both = Fetch(host.Address(), "GET /a.asp?name=ann").CookieLine();
+  const std::string session = WithoutStrictCookie(both);
+  for (const char* request : {"GET /a.asp?p=m&act=del&msg=1", "GET /a.asp?p=l", "POST /a.asp"}) {
+    EXPECT_EQ(Fetch(host.Address(), request, session).Status, 403) << request;
+    EXPECT_EQ(Fetch(host.Address(), request, both).Status, 200) << request;
+    EXPECT_EQ(Fetch(host.Address(), request, both + "Referer: http://evil.example/\r\n").Status, 403)
+        << request;
+    EXPECT_EQ(Fetch(host.Address(), request).Status, 200) << request << " of nobody";
+  }
+  const HttpAnswer link = Fetch(host.Address(), "GET /a.asp", session + "Referer: http://mail.example/\r\n");
+  EXPECT_EQ(link.Body, "ann");
+  EXPECT_EQ(link.Header("Set-Cookie"), "orlune_same_site=1; Path=/a.asp; HttpOnly; SameSite=Strict");
+
+  const HttpAnswer logout = Fetch(host.Address(), "GET /a.asp?name=-", both);
+  EXPECT_EQ(logout.CookieLine(), "Cookie: orlune_session=; orlune_same_site=; \r\n");
+  EXPECT_EQ(Fetch(host.Address(), "POST /a.asp", session).Status, 200) << "an ended session";
+}
+
 TEST(HttpHost, SealsTheCookiesOfAPage) {
   StartedHost host;
   const Date today{std::chrono::days(12'000)};
@@ -253,11 +317,15 @@ TEST(HttpHost, SealsTheCookiesOfAPage) {
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Header("Set-Cookie"), "");
   const HttpAnswer login = Fetch(host.Address(), "GET /a.asp?do=login");
   EXPECT_NE(login.Header("Set-Cookie").find("; Path=/a.asp; Max-Age=43200; Expires="), std::string::npos);
+  const std::string foreign = WithoutStrictCookie(login.CookieLine());
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=l", foreign).Status, 403);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp?p=l", login.CookieLine()).Status, 200);
   const HttpAnswer date = Fetch(host.Address(), "GET /a.asp?do=date", login.CookieLine());
   EXPECT_EQ(date.Body, "ann,");
   EXPECT_EQ(Fetch(host.Address(), "GET /a.asp", date.CookieLine()).Body, "ann,3/15/2004");
   const HttpAnswer logout = Fetch(host.Address(), "GET /a.asp?do=logout", login.CookieLine());
   EXPECT_EQ(logout.Header("Set-Cookie").substr(0, 35), "OLOR=; Path=/a.asp; Max-Age=0; Expi");
+  EXPECT_EQ(logout.CookieLine(), "Cookie: OLOR=; orlune_same_site=; \r\n");
 }
 
 TEST(HttpHost, CutsOffSlowConnections) {

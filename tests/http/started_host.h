@@ -18,7 +18,8 @@ namespace orlune::testing {
 /// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
-  explicit StartedHost(const HostLimits& limits = {}, std::vector<IpNetwork> proxies = {})
+  explicit StartedHost(const HostLimits& limits = {}, std::vector<IpNetwork> proxies = {},
+                       std::vector<std::string> allowedHosts = {})
       : website_(
             {{{"/a.asp", [this](const ScriptingContext& context) { Answer(context); }, sessions_},
               {"/a.asp/b.asp", [this](const ScriptingContext& context) { Answer(context); }, otherSessions_}},
@@ -27,7 +28,9 @@ class StartedHost {
              TrustedProxies(std::move(proxies)),
              clock_,
              [this] { return IsHealthy; },
-             log_}) {
+             log_,
+             std::move(allowedHosts),
+             std::chrono::seconds(60)}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(std::move(socket), 2, limits, [this](const RequestMessage& request) {

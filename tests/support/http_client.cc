@@ -50,8 +50,13 @@ std::string HttpAnswer::Header(std::string_view name) const {
 }
 
 std::string HttpAnswer::CookieLine() const {
-  const std::string cookie = Header("Set-Cookie");
-  return "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n";
+  constexpr std::string_view kLine = "\r\nSet-Cookie: ";
+  std::string line = "Cookie: ";
+  for (std::size_t i = Head.find(kLine); i != std::string::npos; i = Head.find(kLine, i + 1)) {
+    const std::size_t begin = i + kLine.size();
+    line.append(Head.substr(begin, Head.find(';', begin) - begin)).append("; ");
+  }
+  return line + "\r\n";
 }
 
 HttpAnswer Post(std::string_view address, std::string_view target, std::string_view form,

@@ -30,7 +30,7 @@ struct HttpAnswer {
 
   /// The first header of that name, or "".
   std::string Header(std::string_view name) const;
-  /// The header line with which a browser returns the cookie of the response.
+  /// The header line with which a browser returns the cookies of the response.
   std::string CookieLine() const;
 };
 

@@ -17,7 +17,9 @@ struct AdminState {
   std::string IntName;             ///< login name, group name or file name
   std::string StoredIntName;       ///< `IntName` as stored; "" for a new record
   std::string Password;
-  std::string Hide;  ///< "yes", "no", or "" for the default
+  std::string StoredPassword;     ///< before the form is read; plain or hashed
+  std::string GeneratedPassword;  ///< shown once after it was stored, else ""
+  std::string Hide;               ///< "yes", "no", or "" for the default
   std::string Memberships;
   std::string Adminships;
 };

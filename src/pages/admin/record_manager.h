@@ -38,7 +38,7 @@ class RecordManager {
   /// Appends an alert for each invalid value of `record`. Its display name was checked before.
   virtual void Validate(Visit& visit, const AdminState& record) const = 0;
   /// Writes the record, and updates the rows that depend on it.
-  virtual void Save(Connection& database, const AdminState& record) const = 0;
+  virtual void Save(Visit& visit, AdminState& record) const = 0;
   /// Deletes a stored record, and updates or deletes the rows that depend on it.
   virtual void Delete(Connection& database, const AdminState& record) const = 0;
 };
