@@ -155,7 +155,7 @@ void Orlune::Answer(Connection& database, SessionValues& session) {
 void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
   const LoadedVisitor loaded = LoadVisitor(hosting_, context_, surroundings_, session, database);
   if (!loaded.HasAccount) {
-    // What a user whose account was deleted or renamed changed from now on would be nobody's.
+    // Changes of a user whose account was deleted or renamed would belong to no calendar.
     session.Logout();
     context_.Response->Redirect(hosting_.ScriptName);
     return;

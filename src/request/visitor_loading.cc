@@ -16,7 +16,7 @@
 namespace orlune {
 namespace {
 
-/// Returns the date that the request asked for, when it is none.
+/// Returns the requested date when it is not a valid one.
 std::string StoreNavigation(const Request& request, const RegionalSettings& regional,
                             SessionValues& session) {
   std::string invalidDate;
@@ -72,7 +72,7 @@ std::vector<std::string> DistinctGroups(std::span<const std::string> lists) {
   return groups;
 }
 
-/// What is asked of the database about one visitor, in one go where the viewed calendar allows it.
+/// The queries about one visitor, in one round trip where the viewed calendar allows it.
 class VisitorQueries {
  public:
   /// `loginId` is that of a login in a sealed cookie, or "".
@@ -105,7 +105,6 @@ class VisitorQueries {
            (!isView && Ask(database_, GroupViewExists(WithoutFirstCharacter(viewed))));
   }
 
-  /// Views the user's own calendar in place of one that does not exist.
   void ViewOwnCalendar() {
     visitor_.CalName = visitor_.LoginName;
     if (!SeesAllGroups()) memberLists_ = Ask(database_, MembershipsOf({{visitor_.CalName}}));

@@ -14,29 +14,27 @@
 
 namespace orlune {
 
-/// All throw DatabaseError.
+// The table Events. Functions that write throw DatabaseError. `ids` are event numbers joined with ", ".
 
-/// Writes the columns that belong to the event's `Type`: as a new row when it has no `EventID`, else into its
-/// own. Columns of other kinds keep what they hold. Apostrophes and double quotes of title and comments are
+/// Inserts the event when its `EventID` is 0, else updates its row. Writes only the columns that its `Type`
+/// uses; an update leaves the others unchanged. Apostrophes and double quotes in title and comments are
 /// stored as character references.
 void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event);
 
-/// Deletes the events numbered in `ids`, which are joined with ", ".
 void DeleteEvents(Connection& database, std::string_view ids);
 
-/// The events that can fall on a day from `first` to `last`, both included, in the order of their
-/// `BeginTime`: for the view "lomat" the absences of everybody, for "julkaisut" the events of the calendar
-/// Julkaisut, for any other those of the calendars `owners`.
+/// The events that may occur from `first` to `last`, both inclusive, by `BeginTime`: for the view "lomat" the
+/// absences of everybody, for "julkaisut" the events of the calendar Julkaisut, for any other view those of
+/// the calendars `owners`.
 Query<std::vector<OL_Event>> EventsOfPeriod(const RegionalSettings& regional, std::string_view view,
                                             std::span<const std::string> owners, Date first, Date last);
 
 Query<std::optional<OL_Event>> FindEvent(int id);
-/// The owners of the events numbered in `ids`, which are joined with ", ".
 Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
-/// Only what decides on which days the event falls.
+/// The event with only those fields set that determine on which days it occurs.
 Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
 
-/// The hits of `search`, the earliest first. Its start date has to be a valid one.
+/// The matches of `search`, the earliest first. Its start date must be valid.
 Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
 
 }  // namespace orlune

@@ -10,14 +10,14 @@
 namespace orlune {
 namespace {
 
-/// Returns the number of the copy.
+/// Returns the `EventID` of the new copy.
 int SaveSendersCopy(Connection& database, const RegionalSettings& regional, OL_Event event) {
   event.SuggID.clear();
   event.SuggestState = SuggestionState::kSent;
   SaveEvent(database, regional, event);
   if (event.EventID != 0) return event.EventID;
   const auto newest = FindNewestSenderCopy(database);
-  if (!newest) throw DatabaseError("a suggestion was stored and cannot be found");
+  if (!newest) throw DatabaseError("the stored suggestion is missing from Events");
   return *newest;
 }
 

@@ -11,28 +11,27 @@ namespace orlune {
 class Request;
 struct PageContext;
 
-/// An event as its form holds it. Dates and times are the texts that were typed, so that nothing of them is
-/// lost before they are checked; those of `Event` do not count.
+/// An event as entered in its form. Dates and times are the entered texts, so that invalid ones can be shown
+/// again; those of `Event` are unused.
 struct EventDraft {
   OL_Event Event;
-  bool IsTyped = false;  ///< title and comments are as typed, not yet as they are stored
+  bool IsTyped = false;  ///< title and comments are as entered, not escaped as they are stored
   std::string BeginDate;
   std::string EndDate;
   std::string BeginTime;  ///< "" or "- - - -" for none
   std::string EndTime;
 };
 
-/// The number that `text` is; nothing for anything that numbers no event.
+/// `text` as the number of an event; nothing when it cannot be one.
 std::optional<int> EventNumber(std::string_view text);
-/// The events that `text` numbers, joined with ", ", back in that form; nothing when it is no such list.
+/// A list of event numbers joined with ", ", normalised; nothing when `text` is not such a list.
 std::optional<std::string> EventNumbers(std::string_view text);
 
-/// The draft of a posted form. Its number and what the form does not carry are those of `stored`, if any.
+/// The draft of a posted form. Its number and what is not in the form are those of `stored`, if any.
 EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored);
 /// The draft that changes a stored event.
 EventDraft StoredDraft(const PageContext& context, const OL_Event& stored);
-/// Gives what is still empty the values of a new event: the date that the calendar shows, in the user's own
-/// calendar.
+/// Sets empty fields to the defaults of a new event: the current date, in the user's own calendar.
 void FillDefaults(const PageContext& context, EventDraft& draft);
 
 }  // namespace orlune

@@ -25,10 +25,10 @@ struct EventFormContent {
   const std::vector<std::string>* ChosenRecipients;  ///< null unless the event is being suggested
   std::vector<Calendar> Recipients;
   std::vector<SuggestionAnswer> Answers;  ///< none for an event that was not suggested
-  std::vector<Calendar> Calendars;        ///< that the event may be in
+  std::vector<Calendar> Calendars;        ///< for the user to choose from
 };
 
-/// The calendars that the event may be in: the user's own, and the groups that the user administers.
+/// The calendars that the user may put the event into: their own, and those of groups that they administer.
 std::vector<std::string> OfferedCalendars(const Visitor& visitor) {
   std::vector<std::string> calendars{visitor.LoginName};
   calendars.insert(calendars.end(), visitor.AdminOfGroups.begin(), visitor.AdminOfGroups.end());
@@ -64,7 +64,7 @@ Html TitleRow(const PageContext& context, const EventDraft& draft) {
                        Attribute(ShownText(draft, draft.Event.EventName)), InputSize(context, 18, 38)));
 }
 
-/// Choosing another kind sends the form, which comes back with the rows of that kind.
+/// Selecting another kind submits the form; the server returns it with the rows of that kind.
 Html KindRow(const PageContext& context, const OL_Event& event, bool isSending) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\" onChange=\"javascript:");
   if (isSending)

@@ -81,7 +81,7 @@ void ShowMessageForm(Visit& visit, const MessageState& message) {
 
 void ShowReplyForm(Visit& visit, std::string_view msg) {
   const auto received = Ask(visit.Database, FindMessageToReplyTo(msg));
-  if (!received) throw DatabaseError("the message to be replied to is gone");
+  if (!received) throw DatabaseError("no message has the number that the reply names");
   ShowMessageForm(visit, ReplyTo(visit.Context, *received));
 }
 

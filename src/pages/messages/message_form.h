@@ -8,7 +8,7 @@ namespace orlune {
 
 struct Visit;
 
-/// The form for a new message, filled with `message`. Throws DatabaseError.
+/// The form for a new message with the values of `message`. Throws DatabaseError.
 void ShowMessageForm(Visit& visit, const MessageState& message);
 
 /// The same as a reply to the message whose number is `msg`. Throws DatabaseError, also when there is no such

@@ -19,12 +19,12 @@ struct MessageContent {
 
 MessageContent LoadMessage(Connection& database, std::string_view msg) {
   auto message = Ask(database, FindMessage(msg));
-  if (!message) throw DatabaseError("the message to be shown is gone");
+  if (!message) throw DatabaseError("no message has the number that the request names");
   const std::string senderName = Ask(database, FriendlyNameOf(message->Sender)).value_or(message->Sender);
   return {*std::move(message), senderName};
 }
 
-/// A button that leads to the query `query` of the script with `id` at its end.
+/// A button that goes to the script with the query `query` followed by `id`.
 Html LinkButton(const PageContext& context, Text text, Markup query, const HtmlPart& id) {
   return Html("<INPUT TYPE=button VALUE=\"{}\" onClick=\"javascript:window.location='{}?{}{}'\">",
               Attribute(LoadText(context, text)), ScriptAttribute(context.Hosting.ScriptName), query, id);

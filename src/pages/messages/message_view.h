@@ -6,8 +6,8 @@ namespace orlune {
 
 struct Visit;
 
-/// One message, whose number is `msg`; counts as read from now on. Throws DatabaseError, also when there is
-/// no such message.
+/// Shows the message whose number is `msg` and marks it as read. Throws DatabaseError, also when there is no
+/// such message.
 void ShowMessage(Visit& visit, std::string_view msg);
 
 }  // namespace orlune
