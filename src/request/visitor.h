@@ -32,6 +32,8 @@ struct Visitor {
   /// Whether the visitor may change an event of the calendar `owner`: it is their own, compared ignoring
   /// case, or a group's that they administer.
   bool MayChangeEventsOf(std::string_view owner) const;
+  /// The calendars whose events the visitor may change.
+  std::vector<std::string> ChangeableCalendars() const;
   bool IsViewingOwnCalendar() const;
   /// Whether a view shows the visitor the event: private ones are shown in the visitor's own calendar only.
   bool Sees(const OL_Event& event) const;

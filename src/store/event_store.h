@@ -17,12 +17,14 @@ namespace orlune {
 /// All throw DatabaseError.
 
 /// Writes the columns that belong to the event's `Type`: as a new row when it has no `EventID`, else into its
-/// own. Columns of other kinds keep what they hold. Apostrophes and double quotes of title and comments are
-/// stored as character references.
-void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event);
+/// own, if its calendar is one of `changeable`. Columns of other kinds keep what they hold. Apostrophes and
+/// double quotes of title and comments are stored as character references.
+void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event,
+               std::span<const std::string> changeable);
 
-/// Deletes the events numbered in `ids`, which are joined with ", ".
-void DeleteEvents(Connection& database, std::string_view ids);
+/// Deletes the events numbered in `ids`, which are joined with ", ", as far as their calendars are among
+/// `changeable`.
+void DeleteEvents(Connection& database, std::string_view ids, std::span<const std::string> changeable);
 
 /// The events that can fall on a day from `first` to `last`, both included, in the order of their
 /// `BeginTime`: for the view "lomat" the absences of everybody, for "julkaisut" the events of the calendar
@@ -36,7 +38,9 @@ Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
 /// Only what decides on which days the event falls.
 Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
 
-/// The hits of `search`, the earliest first. Its start date has to be a valid one.
-Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
+/// The hits of `search`, the earliest first. Its start date has to be a valid one. With `changeable`, private
+/// events of other calendars are none.
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName,
+                                          const std::optional<std::vector<std::string>>& changeable);
 
 }  // namespace orlune

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,8 +19,9 @@ namespace orlune {
 
 /// Stores `event` as its sender's copy, one copy for each recipient of `message`, who has still to answer,
 /// and sends the message. Groups stand for their members; the sender of the message receives nothing.
+/// `changeable` is as for `SaveEvent`.
 void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_Event event,
-                     OutgoingMessage message);
+                     OutgoingMessage message, std::span<const std::string> changeable);
 
 /// Stores the answer in the copy that `recipient` received of the suggestion whose sender's copy is `suggId`.
 void StoreAnswer(Connection& database, int suggId, std::string_view recipient, SuggestionState answer);

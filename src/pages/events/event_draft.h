@@ -22,11 +22,6 @@ struct EventDraft {
   std::string EndTime;
 };
 
-/// The number that `text` is; nothing for anything that numbers no event.
-std::optional<int> EventNumber(std::string_view text);
-/// The events that `text` numbers, joined with ", ", back in that form; nothing when it is no such list.
-std::optional<std::string> EventNumbers(std::string_view text);
-
 /// The draft of a posted form. Its number and what the form does not carry are those of `stored`, if any.
 EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored);
 /// The draft that changes a stored event.
