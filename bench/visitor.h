@@ -7,8 +7,10 @@
 #include "app/clocks.h"
 #include "calendar_file.h"
 #include "component/orlune.h"
+#include "drivers/passwords/argon2_passwords.h"
 #include "statement_recorder.h"
 #include "support/fake_host.h"
+#include "support/fake_login_guard.h"
 
 namespace orlune::bench {
 
@@ -43,6 +45,8 @@ class Visitor {
   const RegionalSettings& regional_;
   const FixedClock clock_;
   NoLanguagePacks languagePacks_;
+  Argon2Passwords passwords_;
+  testing::FakeLoginGuard logins_;
   testing::FakeHost host_;
 };
 

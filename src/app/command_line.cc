@@ -8,6 +8,7 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include "app/clocks.h"
@@ -17,9 +18,11 @@
 #include "base/version.h"
 #include "commands/check.h"
 #include "commands/copy.h"
+#include "commands/hash_passwords.h"
 #include "commands/init.h"
 #include "drivers/engines/database_engines.h"
 #include "drivers/icu/icu_regional_settings.h"
+#include "drivers/passwords/argon2_passwords.h"
 
 namespace orlune {
 namespace {
@@ -132,6 +135,24 @@ void AddCheck(CLI::App& program, CheckOptions& options, int& exitCode) {
   });
 }
 
+void HashAllPasswords(const std::string& address) {
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  DatabaseEngines engines(regional);
+  const NamedDatabase database = engines.Named(DatabaseAddress::Parse(address));
+  Argon2Passwords passwords;
+  const HashedPasswords counts = HashPasswords(*database.Engine.Connect(database.Address), passwords);
+  std::cout << fmt::format("{} passwords hashed, {} were hashed before, {} accounts have none\n", counts.Now,
+                           counts.Before, counts.Without);
+}
+
+void AddHashPasswords(CLI::App& program, std::string& database) {
+  CLI::App* hash = program.add_subcommand(
+      "hash-passwords", "Replace the passwords that are stored in plain by argon2id hashes");
+  hash->footer("Servers may be running. Whoever is logged in has to log in again.");
+  hash->add_option("database", database, "The database: a file or a postgresql:// URL")->required();
+  hash->callback([&database] { HashAllPasswords(database); });
+}
+
 }  // namespace
 
 int RunCommandLine(int argc, const char* const* argv) {
@@ -142,11 +163,13 @@ int RunCommandLine(int argc, const char* const* argv) {
   InitArguments initArguments{{}, {std::nullopt, false, SystemClock().Now().Day}};
   CopyOptions copyOptions;
   CheckOptions checkOptions;
+  std::string databaseToHash;
   int exitCode = 0;
   AddServe(program, serveOptions);
   AddInit(program, initArguments);
   AddCopy(program, copyOptions);
   AddCheck(program, checkOptions, exitCode);
+  AddHashPasswords(program, databaseToHash);
   try {
     program.parse(argc, argv);
     return exitCode;

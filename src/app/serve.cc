@@ -24,9 +24,11 @@
 #include "app/stop_signals.h"
 #include "base/log_text.h"
 #include "drivers/langpack/langpack_factory.h"
+#include "drivers/passwords/argon2_passwords.h"
 #include "http/health_check.h"
 #include "http/http_host.h"
 #include "http/website.h"
+#include "logins/login_limiter.h"
 
 namespace orlune {
 namespace {
@@ -46,6 +48,12 @@ Configuration ReadConfiguration(const ServeOptions& options) {
 unsigned ThreadCount(const Configuration& configuration) {
   if (configuration.Threads > 0) return static_cast<unsigned>(configuration.Threads);
   return std::max(4U, 2 * std::thread::hardware_concurrency());
+}
+
+// One thread always stays free for pages.
+HashingLimits HashingTurns(unsigned threads) {
+  const unsigned running = std::clamp(threads / 2, 1U, std::max(std::thread::hardware_concurrency(), 1U));
+  return {running, std::max(threads - running, 2U) - 1};
 }
 
 std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
@@ -75,12 +83,15 @@ void Serve(const ServeOptions& options) {
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   SessionStores sessions(configuration, regions, *log);
+  Argon2Passwords passwords(HashingTurns(threads));
+  LoginLimiter logins(*log);
 
   std::vector<HostedPage> pages;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PagePlace& place = regions.OfPage(i);
     pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
-                             {*clock, place.Database, place.Regional, localisers}, sessions.OfPage(i)));
+                             {*clock, place.Database, place.Regional, localisers, passwords, logins},
+                             sessions.OfPage(i)));
   }
   HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;

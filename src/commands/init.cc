@@ -4,9 +4,8 @@
 #include <stdexcept>
 #include <string_view>
 
-#include <sodium.h>
-
 #include "demo/demo_company.h"
+#include "drivers/passwords/random_password.h"
 #include "store/database_access.h"
 #include "store/schema_upgrade.h"
 
@@ -40,20 +39,8 @@ constexpr std::array<NamedFile, 10> kEventTypes{{
     {"Doctor", "type_doctor.gif"},
 }};
 
-std::string MakePassword() {
-  // Without letters and digits that look alike.
-  constexpr std::string_view kLetters = "abcdefghjkmnpqrstuvwxyzABCDEFGHJKLMNPQRSTUVWXYZ23456789";
-  constexpr int kLength = 14;
-  if (sodium_init() < 0) throw std::runtime_error("cannot generate a password: no source of randomness");
-  std::string password;
-  for (int i = 0; i < kLength; ++i) {
-    password += kLetters[randombytes_uniform(static_cast<std::uint32_t>(kLetters.size()))];
-  }
-  return password;
-}
-
 std::string PasswordOf(const InitOptions& options) {
-  if (!options.AdminPassword) return options.Demo ? std::string(kDemoPassword) : MakePassword();
+  if (!options.AdminPassword) return options.Demo ? std::string(kDemoPassword) : MakeRandomPassword();
   if (options.AdminPassword->empty() || options.AdminPassword->find(' ') != std::string::npos) {
     throw std::runtime_error("--admin-password: expected a text without blanks that is not empty");
   }

@@ -160,7 +160,7 @@ void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
     return;
   }
   const PageContext context = ContextFor(loaded.Visitor);
-  Visit visit{context, database, *context_.Request, *context_.Response, session, surroundings_.Clock};
+  Visit visit = VisitFor(context, database, session);
   if (!loaded.InvalidDate.empty()) AddAlert(visit, Text::kInvalidDate, {loaded.InvalidDate});
   const std::string_view page = context_.Request->QueryParameter("p");
   ShowPage(page.empty() ? "c" : page, visit);
@@ -179,8 +179,19 @@ void Orlune::AnswerLogin(Connection& database, SessionValues& session) {
   nobody.CalName = hosting_.CalName;
   nobody.CurrentDate = today_;
   const PageContext context = ContextFor(nobody);
-  Visit visit{context, database, *context_.Request, *context_.Response, session, surroundings_.Clock};
+  Visit visit = VisitFor(context, database, session);
   LoginStep(visit);
+}
+
+Visit Orlune::VisitFor(const PageContext& context, Connection& database, SessionValues& session) const {
+  return {context,
+          database,
+          *context_.Request,
+          *context_.Response,
+          session,
+          surroundings_.Clock,
+          surroundings_.Passwords,
+          surroundings_.Logins};
 }
 
 PageContext Orlune::ContextFor(const Visitor& visitor) const {

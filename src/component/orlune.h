@@ -58,6 +58,7 @@ class Orlune {
   void Answer(Connection& database, SessionValues& session);
   void AnswerLoggedIn(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
+  Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;
   PageContext ContextFor(const Visitor& visitor) const;
   SessionValues Session() const { return {hosting_, context_, today_}; }
 

@@ -22,7 +22,7 @@ constexpr Reason kReasons[] = {
     {431, "Request Header Fields Too Large",
      "What the browser sent about itself, such as cookies, is too large."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
-    {503, "Service Unavailable", "The database cannot be opened."},
+    {503, "Service Unavailable", "The server cannot answer right now. Please try again in a moment."},
 };
 
 const Reason& FindReason(unsigned status) {

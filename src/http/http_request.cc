@@ -7,11 +7,12 @@
 namespace orlune {
 
 HttpRequest::HttpRequest(const RequestMessage& message, std::string_view pagePath, const CookieSealer& sealer,
-                         Date today)
+                         Date today, std::string senderAddress)
     : message_(message),
       pagePath_(pagePath),
       sealer_(sealer),
       today_(today),
+      senderAddress_(std::move(senderAddress)),
       queryString_(RepairUtf8(message.Query)),
       userAgent_(RepairUtf8(std::string(message.Headers.Find("User-Agent")))),
       query_(DecodeQuery(message.Query)) {}
@@ -23,6 +24,7 @@ std::string_view HttpRequest::CookieValue(std::string_view cookie, std::string_v
 std::string_view HttpRequest::ServerVariable(std::string_view name) const {
   if (name == "HTTP_USER_AGENT") return userAgent_;
   if (name == "SCRIPT_NAME") return pagePath_;
+  if (name == "REMOTE_ADDR") return senderAddress_;
   return {};
 }
 

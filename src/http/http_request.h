@@ -15,7 +15,7 @@ class HttpRequest : public Request {
  public:
   /// The arguments outlive the request. Cookies that have expired on `today` read as absent.
   HttpRequest(const RequestMessage& message, std::string_view pagePath, const CookieSealer& sealer,
-              Date today);
+              Date today, std::string senderAddress);
 
   std::string_view QueryParameter(std::string_view name) const override { return query_.Find(name); }
   std::string_view QueryString() const override { return queryString_; }
@@ -35,6 +35,7 @@ class HttpRequest : public Request {
   std::string_view pagePath_;
   const CookieSealer& sealer_;
   Date today_;
+  std::string senderAddress_;
   std::string queryString_;
   std::string userAgent_;
   NamedTexts query_;

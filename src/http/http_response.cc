@@ -52,6 +52,7 @@ void HttpResponse::SetCookieExpires(std::string_view cookie, Date day) {
 
 ReplyMessage HttpResponse::Finish() {
   ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(status_, std::move(page_), lifetime_);
+  if (retryAfter_.count() > 0) reply.Headers.emplace_back("Retry-After", std::to_string(retryAfter_.count()));
   AddCookies(reply);
   return reply;
 }

@@ -22,6 +22,7 @@ class HttpResponse : public Response {
                DateTime now, bool isSecure);
 
   void SetStatus(unsigned status) override { status_ = status; }
+  void SetRetryAfter(std::chrono::seconds delay) override { retryAfter_ = delay; }
   void SetExpires(std::chrono::minutes lifetime) override { lifetime_ = lifetime; }
   void Write(std::string text) override;
   void Redirect(std::string_view url) override { redirect_ = url; }
@@ -50,6 +51,7 @@ class HttpResponse : public Response {
   DateTime now_;
   bool isSecure_;
   unsigned status_ = 200;
+  std::chrono::seconds retryAfter_{0};
   std::chrono::minutes lifetime_{0};
   std::string page_;
   std::optional<std::string> redirect_;

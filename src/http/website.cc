@@ -10,6 +10,7 @@
 #include "http/http_response.h"
 #include "http/request_guard.h"
 #include "platform/database.h"
+#include "platform/temporarily_unavailable.h"
 
 namespace orlune {
 namespace {
@@ -108,7 +109,7 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
                                  const Sender& sender) {
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
-  HttpRequest request(message, page.Path, parts_.Sealer, now.Day);
+  HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender.Address.Text());
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
@@ -135,6 +136,9 @@ std::optional<unsigned> Website::RunPage(const HostedPage& page, const Scripting
     return std::nullopt;
   } catch (const DatabaseUnavailable& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+    return 503;
+  } catch (const TemporarilyUnavailable& error) {
+    parts_.Log.warn("{}: {}", page.Path, OneLine(error.what()));
     return 503;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));

@@ -24,7 +24,7 @@ class Request {
   virtual std::size_t FormFieldCount() const = 0;
   /// The sub-key `key` of the cookie `cookie`.
   virtual std::string_view CookieValue(std::string_view cookie, std::string_view key) const = 0;
-  /// "HTTP_USER_AGENT" or "SCRIPT_NAME", the hosting page's own path.
+  /// "HTTP_USER_AGENT", "REMOTE_ADDR", the visitor's address, or "SCRIPT_NAME", the hosting page's own path.
   virtual std::string_view ServerVariable(std::string_view name) const = 0;
 };
 
@@ -38,6 +38,8 @@ class Response {
 
   /// The HTTP status of the page, which is 200 when it is not set.
   virtual void SetStatus(unsigned status) = 0;
+  /// When another try makes sense, for the statuses 429 and 503.
+  virtual void SetRetryAfter(std::chrono::seconds delay) = 0;
   /// How long a cache may keep the page; 0 keeps it out of every cache.
   virtual void SetExpires(std::chrono::minutes lifetime) = 0;
   /// Appends to the page.

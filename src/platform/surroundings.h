@@ -4,6 +4,8 @@
 #include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/localiser.h"
+#include "platform/login_guard.h"
+#include "platform/passwords.h"
 
 namespace orlune {
 
@@ -13,6 +15,8 @@ struct Surroundings {
   DatabaseDriver& Databases;
   const RegionalSettings& Regional;
   LocaliserFactory& Localisers;
+  orlune::Passwords& Passwords;
+  LoginGuard& Logins;
 };
 
 }  // namespace orlune

@@ -26,7 +26,7 @@ struct HostingPage {
   bool NoLoginChange = false;
   bool NoOLORLink = false;
   bool DemoMode = false;
-  bool Strict = false;           ///< for the open net: closes what colleagues may be trusted with
+  bool Strict = false;          ///< for the open net: closes what colleagues may be trusted with
   bool AllowNoPassword = true;  ///< an account without a password accepts any
   std::string HeadData;
   std::string HTMLHeader;

@@ -30,7 +30,7 @@ void SessionValues::Logout() {
     SetCookieLifetime(today_);
     return;
   }
-  for (const std::string_view key : {"Login", "Calendar", "CurrentDate", "DisplayMode"}) {
+  for (const std::string_view key : {"Login", "Account", "Calendar", "CurrentDate", "DisplayMode"}) {
     context_.Session->Set(key, "");
   }
 }

@@ -8,7 +8,7 @@
 
 namespace orlune {
 
-/// The four values that a user carries from request to request: "Login", "Calendar", "CurrentDate" and
+/// The values that a user carries from request to request: "Login", "Account", "Calendar", "CurrentDate" and
 /// "DisplayMode". They live in the server's session or, with `UseCookie`, in the cookie "OLOR".
 class SessionValues {
  public:
@@ -21,7 +21,7 @@ class SessionValues {
   void Set(std::string_view key, std::string_view value);
   /// Lets the cookie live until the hosting page's `ExpireCookie`; does nothing without `UseCookie`.
   void RefreshCookie();
-  /// Forgets all four values.
+  /// Forgets all values.
   void Logout();
 
  private:

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/page_host.h"
+#include "platform/surroundings.h"
 #include "request/page_context.h"
 #include "request/session_values.h"
 
@@ -20,6 +20,8 @@ struct Visit {
   orlune::Response& Response;
   SessionValues& Session;
   const orlune::Clock& Clock;
+  orlune::Passwords& Passwords;
+  LoginGuard& Logins;
   std::string Alerts{};  ///< errors that the page will show
 };
 

@@ -7,6 +7,7 @@
 #include "base/lists.h"
 #include "base/text.h"
 #include "model/calendar.h"
+#include "request/login_stamp.h"
 #include "store/calendars.h"
 #include "store/event_types.h"
 #include "store/group_views.h"
@@ -79,19 +80,20 @@ class VisitorQueries {
   bool Run() {
     const std::string& viewed = visitor_.CalName;
     const bool isView = IsGroupView(viewed);
-    auto [calendarExists, viewExists, settings, members, memberships, groups, adminships, eventTypes] = Ask(
-        database_, viewed.empty() ? Query<bool>() : CalendarExists(viewed),
-        isView ? GroupViewExists(viewed.substr(1)) : Query<bool>(),
-        DisplaySettingsOf(visitor_.IsLoggedIn() ? std::string_view(visitor_.LoginName) : "admin"),
-        isView ? MemberNamesOf(viewed.substr(1)) : Query<std::vector<std::string>>(),
-        isView || SeesAllGroups() ? Query<std::vector<std::string>>() : MembershipsOf({{viewed}}),
-        visitor_.IsAdministrator() ? GroupNames() : Query<std::vector<std::string>>(),
-        visitor_.IsAdministrator() ? Query<std::optional<std::string>>() : AdminshipsOf(visitor_.LoginName),
-        AllEventTypes());
+    auto [calendarExists, viewExists, settings, members, memberships, groups, account, eventTypes] =
+        Ask(database_, viewed.empty() ? Query<bool>() : CalendarExists(viewed),
+            isView ? GroupViewExists(viewed.substr(1)) : Query<bool>(),
+            DisplaySettingsOf(visitor_.IsLoggedIn() ? std::string_view(visitor_.LoginName) : "admin"),
+            isView ? MemberNamesOf(viewed.substr(1)) : Query<std::vector<std::string>>(),
+            isView || SeesAllGroups() ? Query<std::vector<std::string>>() : MembershipsOf({{viewed}}),
+            visitor_.IsAdministrator() ? GroupNames() : Query<std::vector<std::string>>(),
+            visitor_.IsLoggedIn() ? AccountOf(visitor_.LoginName) : Query<std::optional<Account>>(),
+            AllEventTypes());
     Settings = std::move(settings);
-    hasAccount_ = visitor_.IsAdministrator() || adminships.has_value();
-    visitor_.AdminOfGroups =
-        visitor_.IsAdministrator() ? std::move(groups) : DistinctGroups({{adminships.value_or("")}});
+    visitor_.AdminOfGroups = visitor_.IsAdministrator() ? std::move(groups)
+                             : account                  ? DistinctGroups({{account->AdminOfGroups}})
+                                                        : std::vector<std::string>();
+    LoginAccount = std::move(account);
     visitor_.EventTypes = std::move(eventTypes);
     memberLists_ = isView ? Ask(database_, MembershipsOf(members)) : std::move(memberships);
     return viewed.empty() || calendarExists || viewExists ||
@@ -113,16 +115,14 @@ class VisitorQueries {
     AppendNew(visitor_.MemberOfGroups, "default");
   }
 
-  bool HasAccount() const { return hasAccount_ || !visitor_.IsLoggedIn(); }
-
   std::optional<DisplaySettings> Settings{};
+  std::optional<Account> LoginAccount{};  ///< nothing when nobody is logged in, or the account is gone
 
  private:
   bool SeesAllGroups() const { return visitor_.CalName == "admin" && visitor_.LoginName == "admin"; }
 
   Connection& database_;
   Visitor& visitor_;
-  bool hasAccount_ = false;
   std::vector<std::string> memberLists_;
 };
 
@@ -149,7 +149,9 @@ LoadedVisitor LoadVisitor(const HostingPage& hosting, const ScriptingContext& co
   queries.TakeMemberships();
   TakeDisplaySettings(std::move(queries.Settings), visitor);
   FallBackToDefaultSheet(*context.Server, hosting.CssDir, visitor);
-  loaded.HasAccount = queries.HasAccount();
+  // An administrator's account that is gone can only be made anew by who is still logged in to it.
+  loaded.HasAccount = queries.LoginAccount ? IsLoginOf(session, surroundings.Passwords, *queries.LoginAccount)
+                                           : !visitor.IsLoggedIn() || visitor.IsAdministrator();
   return loaded;
 }
 

@@ -14,7 +14,7 @@ namespace orlune {
 /// What a request of somebody who is logged in begins with.
 struct LoadedVisitor {
   orlune::Visitor Visitor;
-  bool HasAccount = true;     ///< false for a user whose account was deleted or renamed
+  bool HasAccount = true;     ///< false when the login is no longer one, see `IsLoginOf`
   std::string InvalidDate{};  ///< the date that the request asked for, when it is none
 };
 

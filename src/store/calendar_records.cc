@@ -140,6 +140,12 @@ Query<bool> IsCalendarNameTaken(std::string_view name, std::optional<std::int64_
   return {std::move(sql), [](ResultSet& rows) { return rows.Next(); }};
 }
 
+Query<std::optional<int>> CalendarIdOf(std::string_view name) {
+  return {Statement("SELECT CalendarID FROM Calendars WHERE Name = '{}'", name), [](ResultSet& rows) {
+            return rows.Next() ? NumberOf(rows.Get(rows.Column("CalendarID"))) : std::nullopt;
+          }};
+}
+
 std::string UnusedCalendarName(Connection& database, std::string_view text) {
   return MakeInternalName(database, text, "CalendarID", "Calendars");
 }

@@ -30,6 +30,8 @@ Query<std::string> MemberListOf(std::string_view group);
 Query<std::string> AdministratorListOf(std::string_view group);
 /// Whether a calendar other than `id` has this name.
 Query<bool> IsCalendarNameTaken(std::string_view name, std::optional<std::int64_t> id);
+/// The number of the calendar of that name; nothing when there is none.
+Query<std::optional<int>> CalendarIdOf(std::string_view name);
 /// A name made from `text` that no calendar has yet.
 std::string UnusedCalendarName(Connection& database, std::string_view text);
 

@@ -32,6 +32,11 @@ StoredPreferences ReadPreferences(const ResultSet& row) {
           number("DayEnd"),         text("StartMode"), number("StyleSheet")};
 }
 
+Account ReadAccount(const ResultSet& row) {
+  return {NumberOf(row.Get(row.Column("CalendarID"))).value_or(0), OptionalTextIn(row, "Password"),
+          TextIn(row, "AdminOfGroups")};
+}
+
 }  // namespace
 
 Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginName) {
@@ -58,10 +63,9 @@ Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calen
       [](ResultSet& rows) { return TextsIn(rows, "MemberOfGroups"); }};
 }
 
-Query<std::optional<std::string>> AdminshipsOf(std::string_view loginName) {
-  return {Statement("SELECT AdminOfGroups FROM Calendars WHERE Name = '{}'", loginName), [](ResultSet& rows) {
-            return FirstRow(rows, [](const ResultSet& row) { return TextIn(row, "AdminOfGroups"); });
-          }};
+Query<std::optional<Account>> AccountOf(std::string_view loginName) {
+  return {Statement("SELECT CalendarID, Password, AdminOfGroups FROM Calendars WHERE Name = '{}'", loginName),
+          [](ResultSet& rows) { return FirstRow(rows, ReadAccount); }};
 }
 
 Query<std::optional<std::string>> FriendlyNameOf(std::string_view name) {
@@ -78,10 +82,12 @@ Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName) {
 }
 
 Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName) {
-  return {Statement("SELECT Name, Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)", loginName),
+  return {Statement("SELECT Name, CalendarID, Password, AdminOfGroups FROM Calendars "
+                    "WHERE (Name = '{}') AND (IsGroup = no)",
+                    loginName),
           [](ResultSet& rows) {
             return FirstRow(rows, [](const ResultSet& row) {
-              return LoginAccount{TextIn(row, "Name"), OptionalTextIn(row, "Password")};
+              return LoginAccount{TextIn(row, "Name"), ReadAccount(row)};
             });
           }};
 }
@@ -101,16 +107,6 @@ void StorePreferences(Connection& database, std::string_view loginName,
                 preferences.StartMode.value(), preferences.ClockMode.value(), preferences.StyleSheet.value(),
                 preferences.DayBegin.value(), preferences.DayEnd.value(), preferences.FirstDayOfWeek.value(),
                 preferences.Weekend.value(), loginName));
-}
-
-Query<std::optional<bool>> IsPasswordOf(std::string_view loginName, std::string_view password) {
-  return {Statement("SELECT Password FROM Calendars WHERE Name = '{}'", loginName),
-          [password = std::string(password)](ResultSet& rows) {
-            return FirstRow(rows, [&](const ResultSet& row) {
-              const Value stored = row.Get(row.Column("Password"));
-              return !IsNull(stored) && TextOf(stored) == password;
-            });
-          }};
 }
 
 void StorePassword(Connection& database, std::string_view loginName, std::string_view password) {

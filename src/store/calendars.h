@@ -30,8 +30,15 @@ Query<bool> CalendarExists(std::string_view name);
 Query<std::vector<std::string>> GroupNames();
 /// The lists of groups that the calendars belong to, each different one once.
 Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calendars);
-/// The list of groups that the user administers, joined with ", "; nothing when there is no such user.
-Query<std::optional<std::string>> AdminshipsOf(std::string_view loginName);
+
+/// What decides whether a user is logged in, and what they may change.
+struct Account {
+  int Id = 0;
+  std::optional<std::string> Password;  ///< in plain or hashed; nothing: any password will do
+  std::string AdminOfGroups;            ///< joined with ", "
+};
+/// Nothing when there is no such user.
+Query<std::optional<Account>> AccountOf(std::string_view loginName);
 
 /// The display name; nothing when there is no such calendar.
 Query<std::optional<std::string>> FriendlyNameOf(std::string_view name);
@@ -41,8 +48,8 @@ Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName);
 
 /// What a user logs in with.
 struct LoginAccount {
-  std::string Name;                     ///< as it is stored
-  std::optional<std::string> Password;  ///< nothing: any password will do
+  std::string Name;  ///< as it is stored
+  orlune::Account Account;
 };
 /// Nothing when there is no such user.
 Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName);
@@ -62,10 +69,8 @@ Query<std::optional<StoredPreferences>> PreferencesOf(std::string_view loginName
 /// Stores preferences that are all set. Changes nothing, and does not tell, when the statement fails.
 void StorePreferences(Connection& database, std::string_view loginName, const StoredPreferences& preferences);
 
-/// Whether `password` is the user's, which a password that is Null never is; nothing when there is no such
-/// user.
-Query<std::optional<bool>> IsPasswordOf(std::string_view loginName, std::string_view password);
-/// Changes nothing, and does not tell, when the statement fails.
+/// Stores the text in place of the user's password. Changes nothing, and does not tell, when the statement
+/// fails.
 void StorePassword(Connection& database, std::string_view loginName, std::string_view password);
 
 /// The calendars that have one of these names, by display name.

@@ -262,6 +262,8 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kInternalNameTaken, "Internal Name %s is already in use.\\n"},
     {Text::kLoginNameWithoutLetters, "Login Name field must contain letters of the alphabet.\\n"},
     {Text::kMemberCalendarMissing, "You must select at least one member calendar.\\n"},
+    {Text::kTooManyAttempts, "Too many failed logins. Please try again in %s seconds.\\n"},
+    {Text::kGeneratedPassword, "Password of %s, which is not shown again:"},
 });
 // clang-format on
 

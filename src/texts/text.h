@@ -253,6 +253,8 @@ enum class Text : int {
   kInternalNameTaken = 861,
   kLoginNameWithoutLetters = 862,
   kMemberCalendarMissing = 870,
+  kTooManyAttempts = 900,
+  kGeneratedPassword = 901,
 };
 
 }  // namespace orlune

@@ -107,7 +107,7 @@ TEST_F(ConfigurationFile, AcceptsEveryProperty) {
     const bool isSwitch = std::holds_alternative<PageProperty::SwitchSetter>(property.Set);
     text.append(property.Name).append(isSwitch ? " = true\n" : " = \"x\"\n");
   }
-  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 16U);
+  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 18U);
 }
 
 TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {

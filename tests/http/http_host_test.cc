@@ -42,11 +42,11 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   const HttpAnswer answer =
       Fetch(host.Address(), "GET /a.asp?p=c&cd=3%2f15", "User-Agent: (compatible; \xFF)\r\n");
   EXPECT_EQ(answer.Status, 200);
-  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|");
+  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|127.0.0.1");
   const std::pair<const char*, const char*> headers[] = {
       {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}, {"Set-Cookie", ""}};
   for (const auto& [name, value] : headers) EXPECT_EQ(answer.Header(name), value) << name;
-  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||");
+  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||127.0.0.1");
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
 }
 

@@ -8,8 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "component/orlune.h"
+#include "drivers/passwords/argon2_passwords.h"
 #include "store/statement.h"
 #include "support/fake_host.h"
+#include "support/fake_login_guard.h"
 #include "support/temporary_folder.h"
 #include "support/test_database.h"
 
@@ -56,6 +58,9 @@ class CalendarFixture : public ::testing::Test {
   DatabaseDriver& driver_;
   FixedClock clock_;
   NoLanguagePacks languagePacks_;
+  /// As cheap as the algorithm can be.
+  Argon2Passwords passwords_{{.Running = 4, .Waiting = 4}, {.MemoryBytes = 8192, .Passes = 1}};
+  FakeLoginGuard logins_;
   Surroundings surroundings_;
   FakeHost host_;
   std::string databasePath_;

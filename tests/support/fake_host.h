@@ -13,6 +13,7 @@ struct Answer {
   std::string Body;
   std::string RedirectedTo;
   unsigned Status = 200;
+  std::chrono::seconds RetryAfter{0};
   bool IsUncached = false;
 };
 
@@ -42,6 +43,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   std::string_view ServerVariable(std::string_view name) const override;
 
   void SetStatus(unsigned status) override { answer_.Status = status; }
+  void SetRetryAfter(std::chrono::seconds delay) override { answer_.RetryAfter = delay; }
   void SetExpires(std::chrono::minutes lifetime) override { answer_.IsUncached = lifetime.count() == 0; }
   void Write(std::string text) override { answer_.Body += text; }
   void Redirect(std::string_view url) override { answer_.RedirectedTo = url; }

@@ -148,7 +148,7 @@ class AdminPage {
   }
 
   void Save() {
-    if (Store()) {
+    if (Store() && record_.GeneratedPassword.empty()) {
       ReturnToList();
     } else {
       Show();
@@ -197,7 +197,7 @@ bool AdminPage::Store() {
   if (!visit_.Alerts.empty()) return false;
 
   record_.Name = ReplaceAll(record_.Name, "'", "&#39;");
-  manager_->Save(visit_.Database, record_);
+  manager_->Save(visit_, record_);
   transaction.Commit();
   return true;
 }
@@ -205,6 +205,7 @@ bool AdminPage::Store() {
 void AdminPage::Remove() {
   Transaction transaction(visit_.Database);
   if (!LoadRecord() || !record_.Id) return;
+  if (visit_.Context.Hosting.Strict && IsProtected(record_.StoredIntName)) return;
   manager_->Delete(visit_.Database, record_);
   transaction.Commit();
 }

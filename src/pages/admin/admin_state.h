@@ -17,7 +17,9 @@ struct AdminState {
   std::string IntName;             ///< login name, group name or file name
   std::string StoredIntName;       ///< the same before the form is read; "" for a new record
   std::string Password;
-  std::string Hide;  ///< "yes", "no", or "" while it is undecided
+  std::string StoredPassword;     ///< before the form is read; plain or hashed
+  std::string GeneratedPassword;  ///< shown once after it was stored, else ""
+  std::string Hide;               ///< "yes", "no", or "" while it is undecided
   std::string Memberships;
   std::string Adminships;
 };

@@ -9,7 +9,7 @@ namespace orlune {
 void TakeStored(const CalendarRecord& stored, AdminState& record) {
   record.Name = stored.FriendlyName;
   record.IntName = record.StoredIntName = stored.Name;
-  record.Password = stored.Password;
+  record.Password = record.StoredPassword = stored.Password;
   record.Memberships = stored.MemberOfGroups;
   record.Adminships = stored.AdminOfGroups;
   record.Hide = stored.IsHidden ? "yes" : "no";

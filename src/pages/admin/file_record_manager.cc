@@ -59,8 +59,8 @@ void FileRecordManager::Validate(Visit& visit, const AdminState& record) const {
   if (record.IntName.empty()) AddAlert(visit, Text::kFileNameMissing);
 }
 
-void FileRecordManager::Save(Connection& database, const AdminState& record) const {
-  kind_.Save(database, record.Id, {record.Name, record.IntName});
+void FileRecordManager::Save(Visit& visit, AdminState& record) const {
+  kind_.Save(visit.Database, record.Id, {record.Name, record.IntName});
 }
 
 void FileRecordManager::Delete(Connection& database, const AdminState& record) const {

@@ -101,7 +101,8 @@ void GroupManager::Validate(Visit& visit, const AdminState& record) const {
   }
 }
 
-void GroupManager::Save(Connection& database, const AdminState& record) const {
+void GroupManager::Save(Visit& visit, AdminState& record) const {
+  Connection& database = visit.Database;
   SaveGroup(database, record.Id, ToStore(record));
   const std::string& before = record.StoredIntName;
   if (record.IntName.empty()) return;

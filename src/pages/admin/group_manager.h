@@ -16,7 +16,7 @@ class GroupManager : public RecordManager {
   void ReadForm(const Visit& visit, AdminState& record) const override;
   Html FieldRows(const PageContext& context, const AdminContent& content) const override;
   void Validate(Visit& visit, const AdminState& record) const override;
-  void Save(Connection& database, const AdminState& record) const override;
+  void Save(Visit& visit, AdminState& record) const override;
   void Delete(Connection& database, const AdminState& record) const override;
 };
 

@@ -39,7 +39,7 @@ class RecordManager {
   /// Appends what is wrong with `record`, beyond its display name, to the request's errors.
   virtual void Validate(Visit& visit, const AdminState& record) const = 0;
   /// Writes the record, and brings other rows into line with it.
-  virtual void Save(Connection& database, const AdminState& record) const = 0;
+  virtual void Save(Visit& visit, AdminState& record) const = 0;
   /// Deletes a stored record, and brings other rows into line with the loss.
   virtual void Delete(Connection& database, const AdminState& record) const = 0;
 };

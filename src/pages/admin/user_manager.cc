@@ -7,6 +7,8 @@
 #include "html/form_parts.h"
 #include "pages/admin/calendar_rules.h"
 #include "pages/admin/field_rows.h"
+#include "request/login_stamp.h"
+#include "request/password_check.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendar_cascades.h"
@@ -25,6 +27,11 @@ bool HasFixedPassword(const PageContext& context, const AdminState& record) {
   return context.Hosting.DemoMode && IsAdministratorsRecord(record);
 }
 
+/// A strict page shows no password, neither a stored nor a typed one.
+std::string_view ShownPassword(const PageContext& context, const AdminState& record) {
+  return context.Hosting.Strict ? std::string_view() : record.Password;
+}
+
 Html LoginNameRow(const PageContext& context, const AdminState& record) {
   if (IsAdministratorsRecord(record))
     return FormRow(context, Text::kUserLoginName, Html("admin{}", HiddenField("intname", "admin")));
@@ -37,11 +44,19 @@ Html PasswordRow(const PageContext& context, const AdminState& record) {
         "<TR><TD>{}<BR>[changing disabled <BR>in demo version]</TD>"
         "<TD>demo1{}</TD></TR>",
         Content(LoadText(context, Text::kUserPassword)),
-        HiddenField("password", WithReferencesShown(record.Password)));
+        HiddenField("password", WithReferencesShown(ShownPassword(context, record))));
   }
-  return FormRow(context, Text::kUserPassword,
-                 Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
-                      Attribute(WithReferencesShown(record.Password)), InputSize(context, 18, 38)));
+  return FormRow(
+      context, Text::kUserPassword,
+      Html("<INPUT TYPE=password NAME=\"password\" VALUE=\"{}\" SIZE={}>",
+           Attribute(WithReferencesShown(ShownPassword(context, record))), InputSize(context, 18, 38)));
+}
+
+Html GeneratedPasswordRow(const PageContext& context, const AdminState& record) {
+  if (record.GeneratedPassword.empty()) return {};
+  return Html("<TR><TD COLSPAN=2>{} <B>{}</B></TD></TR>",
+              Content(LoadText(context, Text::kGeneratedPassword, {record.IntName})),
+              Content(record.GeneratedPassword));
 }
 
 Html GroupRows(const PageContext& context, const AdminContent& content) {
@@ -71,10 +86,17 @@ void ValidateLoginName(Visit& visit, const AdminState& record) {
 
 void ValidatePassword(Visit& visit, const AdminState& record) {
   if (record.Password.empty()) {
-    AddAlert(visit, Text::kPasswordMissing);
+    if (!visit.Context.Hosting.Strict) AddAlert(visit, Text::kPasswordMissing);
   } else if (record.Password.find(' ') != std::string::npos) {
     AddAlert(visit, Text::kPasswordHasSpaces);
   }
+}
+
+/// On a strict page, where an empty field keeps the stored password, or asks for a random one.
+std::string StrictPassword(Visit& visit, AdminState& record) {
+  if (record.Password.empty() && record.Id) return record.StoredPassword;
+  if (record.Password.empty()) record.Password = record.GeneratedPassword = visit.Passwords.MakeRandom();
+  return PasswordToStore(visit, record.Password);
 }
 
 }  // namespace
@@ -101,7 +123,9 @@ void UserManager::ReadForm(const Visit& visit, AdminState& record) const {
   const Request& request = visit.Request;
   record.Name = request.FormField("name");
   record.Hide = PostedHide(request, "no");
-  if (!HasFixedPassword(visit.Context, record)) record.Password = request.FormField("password");
+  const bool isFixed = HasFixedPassword(visit.Context, record);
+  if (!isFixed || visit.Context.Hosting.Strict)
+    record.Password = isFixed ? std::string_view() : request.FormField("password");
   if (IsAdministratorsRecord(record)) {
     record.Memberships.clear();
     record.Adminships.clear();
@@ -117,6 +141,7 @@ Html UserManager::FieldRows(const PageContext& context, const AdminContent& cont
   Html rows = FormRow(context, Text::kUserName, TextInput(context, "name", record.Name));
   rows.Add(LoginNameRow(context, record));
   rows.Add(PasswordRow(context, record));
+  rows.Add(GeneratedPasswordRow(context, record));
   rows.Add(GroupRows(context, content));
   rows.Add(VisibilityRow(context, record.Hide.empty() ? "no" : record.Hide));
   return rows;
@@ -127,10 +152,16 @@ void UserManager::Validate(Visit& visit, const AdminState& record) const {
   ValidatePassword(visit, record);
 }
 
-void UserManager::Save(Connection& database, const AdminState& record) const {
-  SaveUser(database, record.Id, ToStore(record));
+void UserManager::Save(Visit& visit, AdminState& record) const {
+  CalendarRecord user = ToStore(record);
+  if (visit.Context.Hosting.Strict) user.Password = StrictPassword(visit, record);
+  SaveUser(visit.Database, record.Id, user);
   const std::string& before = record.StoredIntName;
-  if (!before.empty() && before != record.IntName) MoveUserContent(database, before, record.IntName);
+  if (!before.empty() && before != record.IntName) MoveUserContent(visit.Database, before, record.IntName);
+  if (before == visit.Context.Visitor.LoginName) KeepOwnLogin(visit);
+  if (record.Id) return;
+  record.Id = Ask(visit.Database, CalendarIdOf(record.IntName));
+  record.StoredIntName = record.IntName;
 }
 
 void UserManager::Delete(Connection& database, const AdminState& record) const {

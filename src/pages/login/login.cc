@@ -6,6 +6,8 @@
 #include "base/dates.h"
 #include "html/form_parts.h"
 #include "html/page_frame.h"
+#include "request/login_stamp.h"
+#include "request/password_check.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendars.h"
@@ -62,21 +64,45 @@ void RedirectAfterLogin(Visit& visit) {
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?" + query);
 }
 
-void LogIn(Visit& visit, std::string_view name) {
+void LogIn(Visit& visit, const LoginAccount& login) {
+  const std::string& name = login.Name;
   visit.Session.Set("Login", name);
+  StampLogin(visit.Session, visit.Passwords, login.Account);
   if (!visit.Context.Hosting.CalNameFixed) visit.Session.Set("Calendar", name);
   visit.Session.Set("CurrentDate", FormatShortDate(visit.Context.Regional, visit.Context.Today));
   visit.Session.RefreshCookie();
   RedirectAfterLogin(visit);
 }
 
-/// Without a `password` the hosting page vouches for the user.
-void CheckLogin(Visit& visit, std::string_view name, std::optional<std::string_view> password) {
-  const auto account = Ask(visit.Database, LoginAccountOf(name));
-  if (!account) return RefuseLogin(visit, Text::kUnknownUser, "Name");
-  if (password && account->Password && *account->Password != *password)
-    return RefuseLogin(visit, Text::kWrongPassword, "Passwd");
-  LogIn(visit, account->Name);
+/// The hosting page vouches for the user.
+void LogInUnasked(Visit& visit, std::string_view name) {
+  const auto login = Ask(visit.Database, LoginAccountOf(name));
+  if (!login) return RefuseLogin(visit, Text::kUnknownUser, "Name");
+  LogIn(visit, *login);
+}
+
+bool IsPassword(const Visit& visit, const std::optional<std::string>& stored, std::string_view typed) {
+  if (!visit.Context.Hosting.AllowNoPassword && stored.value_or("").empty()) return false;
+  return !stored || visit.Passwords.AreEqual(*stored, typed);
+}
+
+/// A password that is stored in plain is hashed by its first use on a strict page.
+void HashStoredPassword(Visit& visit, LoginAccount& login, std::string_view password) {
+  const std::optional<std::string>& stored = login.Account.Password;
+  if (!visit.Context.Hosting.Strict || stored.value_or("").empty() || visit.Passwords.IsHash(*stored)) return;
+  StorePassword(visit.Database, login.Name, PasswordToStore(visit, password));
+  if (auto account = Ask(visit.Database, AccountOf(login.Name))) login.Account = *std::move(account);
+}
+
+void CheckLogin(Visit& visit, std::string_view name, std::string_view password) {
+  if (!AdmitAttempt(visit, name)) return ShowLoginForm(visit, "Passwd");
+  auto login = Ask(visit.Database, LoginAccountOf(name));
+  const bool isRight = login && IsPassword(visit, login->Account.Password, password);
+  EndAttempt(visit, name, isRight);
+  if (!login) return RefuseLogin(visit, Text::kUnknownUser, "Name");
+  if (!isRight) return RefuseLogin(visit, Text::kWrongPassword, "Passwd");
+  HashStoredPassword(visit, *login, password);
+  LogIn(visit, *login);
 }
 
 }  // namespace
@@ -89,7 +115,7 @@ void LoginStep(Visit& visit) {
              request.QueryParameter("p") == "l") {
     ShowLoginForm(visit, "Name");
   } else {
-    CheckLogin(visit, visit.Context.Visitor.LoginName, std::nullopt);
+    LogInUnasked(visit, visit.Context.Visitor.LoginName);
   }
 }
 

@@ -1,10 +1,13 @@
 #include "pages/preferences/password_page.h"
 
 #include <optional>
+#include <string>
 
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "html/page_frame.h"
+#include "request/login_stamp.h"
+#include "request/password_check.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendars.h"
@@ -38,12 +41,21 @@ Html WritePasswordForm(const PageContext& context) {
   return page;
 }
 
+bool IsPassword(const Visit& visit, const std::optional<Account>& account, std::string_view typed) {
+  return account && account->Password && visit.Passwords.AreEqual(*account->Password, typed);
+}
+
 /// The text that tells why the password stays as it is; nothing when it may change.
-std::optional<Text> Refusal(Connection& database, const Visitor& visitor, const Request& request) {
-  const auto isOldPassword = Ask(database, IsPasswordOf(visitor.LoginName, request.FormField("oldpw")));
-  if (!isOldPassword) return Text::kUnknownUser;
-  if (!*isOldPassword) return Text::kWrongPassword;
+std::optional<Text> Refusal(const Visit& visit) {
+  const Request& request = visit.Request;
+  const std::string& name = visit.Context.Visitor.LoginName;
+  const auto account = Ask(visit.Database, AccountOf(name));
+  const bool isOldPassword = IsPassword(visit, account, request.FormField("oldpw"));
+  EndAttempt(visit, name, isOldPassword);
+  if (!account) return Text::kUnknownUser;
+  if (!isOldPassword) return Text::kWrongPassword;
   const std::string_view wanted = request.FormField("newpw1");
+  if (visit.Context.Hosting.Strict && wanted.empty()) return Text::kPasswordMissing;
   if (wanted.find(' ') != std::string_view::npos) return Text::kPasswordHasSpaces;
   if (wanted != request.FormField("newpw2")) return Text::kPasswordsDiffer;
   return std::nullopt;
@@ -56,11 +68,14 @@ void ShowPasswordForm(Visit& visit) {
 }
 
 void SavePassword(Visit& visit) {
-  const Visitor& visitor = visit.Context.Visitor;
-  if (const auto refusal = Refusal(visit.Database, visitor, visit.Request)) {
-    AddAlert(visit, *refusal);
-  } else {
-    StorePassword(visit.Database, visitor.LoginName, visit.Request.FormField("newpw1"));
+  const std::string& name = visit.Context.Visitor.LoginName;
+  if (AdmitAttempt(visit, name)) {
+    if (const auto refusal = Refusal(visit)) {
+      AddAlert(visit, *refusal);
+    } else {
+      StorePassword(visit.Database, name, PasswordToStore(visit, visit.Request.FormField("newpw1")));
+      KeepOwnLogin(visit);
+    }
   }
   if (!visit.Alerts.empty()) return ShowPasswordForm(visit);
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=p");

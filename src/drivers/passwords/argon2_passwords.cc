@@ -1,0 +1,96 @@
+#include "drivers/passwords/argon2_passwords.h"
+
+#include <array>
+#include <new>
+#include <stdexcept>
+
+#include <sodium.h>
+
+#include "base/text.h"
+#include "drivers/passwords/random_password.h"
+#include "platform/temporarily_unavailable.h"
+
+namespace orlune {
+namespace {
+
+constexpr std::string_view kHashBegin = "$argon2id$v=19$m=";
+
+/// Reads digits off the front of `text` up to `end`, and both off it; 0 when they are not there.
+std::size_t NumberBefore(std::string_view end, std::string_view& text) {
+  const std::size_t length = text.find(end);
+  if (length == std::string_view::npos) return 0;
+  const std::size_t number = WholeNumber<std::size_t>(text.substr(0, length)).value_or(0);
+  text.remove_prefix(length + end.size());
+  return number;
+}
+
+}  // namespace
+
+/// A turn at hashing, from its construction to its end.
+class Argon2Passwords::Turn {
+ public:
+  explicit Turn(Argon2Passwords& owner) : owner_(owner) {
+    std::unique_lock lock(owner_.mutex_);
+    if (owner_.running_ == owner_.limits_.Running) {
+      if (owner_.waiting_ == owner_.limits_.Waiting)
+        throw TemporarilyUnavailable("too many passwords to check at a time");
+      ++owner_.waiting_;
+      owner_.ended_.wait(lock, [&] { return owner_.running_ < owner_.limits_.Running; });
+      --owner_.waiting_;
+    }
+    ++owner_.running_;
+  }
+  ~Turn() {
+    const std::lock_guard lock(owner_.mutex_);
+    --owner_.running_;
+    owner_.ended_.notify_one();
+  }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  Argon2Passwords& owner_;
+};
+
+Argon2Passwords::Argon2Passwords(HashingLimits limits, Argon2Cost cost) : limits_(limits), cost_(cost) {
+  if (sodium_init() < 0) throw std::runtime_error("cannot hash passwords: no source of randomness");
+}
+
+std::string Argon2Passwords::Hash(std::string_view password) {
+  const Turn turn(*this);
+  std::array<char, crypto_pwhash_STRBYTES> hash{};
+  if (crypto_pwhash_str_alg(hash.data(), password.data(), password.size(), cost_.Passes, cost_.MemoryBytes,
+                            crypto_pwhash_ALG_ARGON2ID13) != 0)
+    throw std::bad_alloc();
+  return hash.data();
+}
+
+bool Argon2Passwords::IsHash(std::string_view stored) const {
+  if (!stored.starts_with(kHashBegin) || stored.size() >= crypto_pwhash_STRBYTES) return false;
+  stored.remove_prefix(kHashBegin.size());
+  const Argon2Cost usual;
+  const std::size_t kibibytes = NumberBefore(",t=", stored);
+  const std::size_t passes = NumberBefore(",p=1$", stored);
+  return kibibytes > 0 && kibibytes <= 4 * (usual.MemoryBytes >> 10U) && passes > 0 &&
+         passes <= 4 * usual.Passes;
+}
+
+bool Argon2Passwords::AreEqual(std::string_view stored, std::string_view password) {
+  if (!IsHash(stored)) return stored == password;
+  const Turn turn(*this);
+  return crypto_pwhash_str_verify(std::string(stored).c_str(), password.data(), password.size()) == 0;
+}
+
+std::string Argon2Passwords::Stamp(std::string_view stored) const {
+  std::array<unsigned char, crypto_generichash_BYTES_MIN> digest{};
+  crypto_generichash(digest.data(), digest.size(), reinterpret_cast<const unsigned char*>(stored.data()),
+                     stored.size(), nullptr, 0);
+  std::array<char, 2 * crypto_generichash_BYTES_MIN + 1> text{};
+  return sodium_bin2hex(text.data(), text.size(), digest.data(), digest.size());
+}
+
+std::string Argon2Passwords::MakeRandom() {
+  return MakeRandomPassword();
+}
+
+}  // namespace orlune
