@@ -51,4 +51,21 @@ std::string ReplaceInList(std::string_view listText, std::string_view name, std:
   return JoinList(items);
 }
 
+std::optional<int> RowNumber(std::string_view text) {
+  const auto number = WholeNumber(text);
+  return number && *number > 0 ? number : std::nullopt;
+}
+
+std::optional<std::string> RowNumbers(std::string_view listText) {
+  std::string numbers;
+  bool isList = true;
+  ForEachItem(listText, [&](std::string_view item) {
+    const auto number = RowNumber(item);
+    isList = isList && number;
+    if (!numbers.empty()) numbers += ", ";
+    numbers += std::to_string(number.value_or(0));
+  });
+  return isList ? std::optional(std::move(numbers)) : std::nullopt;
+}
+
 }  // namespace orlune

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,6 +23,11 @@ std::string AppendToList(std::string_view listText, std::string_view item);
 std::string RemoveFromList(std::string_view listText, std::string_view name);
 /// A text list with each item that equals `name`, ignoring case, replaced by `newName`.
 std::string ReplaceInList(std::string_view listText, std::string_view name, std::string_view newName);
+
+/// The number of a row, 1 or more, that `text` is.
+std::optional<int> RowNumber(std::string_view text);
+/// A text list of such numbers in that very form; nothing when an item is none.
+std::optional<std::string> RowNumbers(std::string_view listText);
 
 /// Calls `visit` with each item of a text list in order, as a view into `listText`.
 template <class Visit>

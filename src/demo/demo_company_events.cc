@@ -78,7 +78,7 @@ class EventWriter {
   EventWriter(Connection& database, const RegionalSettings& regional)
       : database_(&database), regional_(&regional) {}
 
-  void Write(const OL_Event& event) const { SaveEvent(*database_, *regional_, event); }
+  void Write(const OL_Event& event) const { SaveEvent(*database_, *regional_, event, {}); }
 
  private:
   Connection* database_;

@@ -157,7 +157,7 @@ void MarkNewestAsViewed(Connection& database, std::string_view recipient) {
   int newest = 0;
   for (const ListedMessage& message : Ask(database, MessagesTo(recipient)))
     newest = std::max(newest, message.Id);
-  MarkAsViewed(database, std::to_string(newest));
+  MarkAsViewed(database, {std::to_string(newest), std::nullopt});
 }
 
 void AddSuggestion(Connection& database, const RegionalSettings& regional, const Suggestion& suggestion,
@@ -169,7 +169,7 @@ void AddSuggestion(Connection& database, const RegionalSettings& regional, const
                           .Content = SuggestionText(event, regional),
                           .SentDate = Moment(today, 2, 13, 37)};
   for (const Answer& answer : suggestion.Answers) message.Recipients.emplace_back(answer.Recipient);
-  StoreSuggestion(database, regional, event, message);
+  StoreSuggestion(database, regional, event, message, {});
 
   const int sendersCopy = FindNewestSenderCopy(database).value();
   for (const Answer& answer : suggestion.Answers) {

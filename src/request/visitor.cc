@@ -12,6 +12,13 @@ bool Visitor::MayChangeEventsOf(std::string_view owner) const {
          EqualIgnoringCase(owner, LoginName);
 }
 
+std::vector<std::string> Visitor::ChangeableCalendars() const {
+  std::vector<std::string> calendars{LoginName};
+  calendars.insert(calendars.end(), AdminOfGroups.begin(), AdminOfGroups.end());
+  std::erase(calendars, "");
+  return calendars;
+}
+
 bool Visitor::IsViewingOwnCalendar() const {
   return IsLoggedIn() && EqualIgnoringCase(CalName, LoginName);
 }

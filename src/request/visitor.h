@@ -32,6 +32,8 @@ struct Visitor {
   /// Whether the visitor may change the events of the calendar `owner`: their own, compared ignoring case,
   /// and those of groups that they administer.
   bool MayChangeEventsOf(std::string_view owner) const;
+  /// The calendars whose events the visitor may change.
+  std::vector<std::string> ChangeableCalendars() const;
   bool IsViewingOwnCalendar() const;
   /// Whether a view shows the event: private ones only in the visitor's own calendar.
   bool Sees(const OL_Event& event) const;

@@ -57,13 +57,20 @@ OL_Event ReadOccurrenceRule(const ResultSet& row) {
   return event;
 }
 
-Statement SearchStatement(const EventSearch& search, std::string_view loginName) {
+/// The condition that the event is in one of `calendars`.
+Statement IsIn(std::span<const std::string> calendars) {
+  return calendars.empty() ? Statement("(EventID = 0)") : Statement("(Owner IN ({}))", QuotedList(calendars));
+}
+
+Statement SearchStatement(const EventSearch& search, std::string_view loginName,
+                          const std::optional<std::vector<std::string>>& changeable) {
   Statement query(
       "SELECT SuggestState, FriendlyName, EventID, EventName, Owner, Type, BeginDate, "
       "EndDate, BeginTime, EndTime, Private FROM Events "
       "INNER JOIN Calendars ON Events.Owner = Calendars.Name "
       "WHERE ((EventName LIKE '%{}%') OR (Comments LIKE '%{}%')) ",
       search.Text, search.Text);
+  if (changeable) query.Add("AND (Private = no OR {}) ", IsIn(*changeable));
   if (search.Calendar.empty()) {
     query.Add("AND (IsHidden = no OR Owner = '{}') ", loginName);
   } else {
@@ -95,18 +102,19 @@ std::vector<FoundEvent> ReadFoundEvents(ResultSet& rows) {
 
 }  // namespace
 
-void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event) {
+void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event,
+               std::span<const std::string> changeable) {
   const auto columns = StoredColumns(regional, event);
   if (event.EventID == 0) {
     database.Execute(BuildSql(SqlMode::kInsert, "Events", columns));
   } else {
-    database.Execute(
-        BuildSql(SqlMode::kUpdate, "Events", columns, Statement("WHERE (EventID = {})", event.EventID)));
+    database.Execute(BuildSql(SqlMode::kUpdate, "Events", columns,
+                              Statement("WHERE (EventID = {}) AND {}", event.EventID, IsIn(changeable))));
   }
 }
 
-void DeleteEvents(Connection& database, std::string_view ids) {
-  database.Execute(Statement("DELETE FROM Events WHERE (EventID IN ({}))", ids));
+void DeleteEvents(Connection& database, std::string_view ids, std::span<const std::string> changeable) {
+  database.Execute(Statement("DELETE FROM Events WHERE (EventID IN ({})) AND {}", ids, IsIn(changeable)));
 }
 
 Query<std::optional<OL_Event>> FindEvent(int id) {
@@ -127,8 +135,9 @@ Query<std::optional<OL_Event>> OccurrenceRuleOf(int id) {
           [](ResultSet& rows) { return FirstRow(rows, ReadOccurrenceRule); }};
 }
 
-Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName) {
-  return {SearchStatement(search, loginName), ReadFoundEvents};
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName,
+                                          const std::optional<std::vector<std::string>>& changeable) {
+  return {SearchStatement(search, loginName, changeable), ReadFoundEvents};
 }
 
 namespace {

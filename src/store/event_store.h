@@ -16,12 +16,15 @@ namespace orlune {
 
 // The table Events. Functions that write throw DatabaseError. `ids` are event numbers joined with ", ".
 
-/// Inserts the event when its `EventID` is 0, else updates its row. Writes only the columns that its `Type`
-/// uses; an update leaves the others unchanged. Apostrophes and double quotes in title and comments are
-/// stored as character references.
-void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event);
+/// Writes the columns that belong to the event's `Type`: as a new row when it has no `EventID`, else into its
+/// own, if its calendar is one of `changeable`. Columns of other kinds keep what they hold. Apostrophes and
+/// double quotes of title and comments are stored as character references.
+void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_Event& event,
+               std::span<const std::string> changeable);
 
-void DeleteEvents(Connection& database, std::string_view ids);
+/// Deletes the events numbered in `ids`, which are joined with ", ", as far as their calendars are among
+/// `changeable`.
+void DeleteEvents(Connection& database, std::string_view ids, std::span<const std::string> changeable);
 
 /// The events that may occur from `first` to `last`, both inclusive, by `BeginTime`: for the view "lomat" the
 /// absences of everybody, for "julkaisut" the events of the calendar Julkaisut, for any other view those of
@@ -34,7 +37,9 @@ Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
 /// The event with only those fields set that determine on which days it occurs.
 Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
 
-/// The matches of `search`, the earliest first. Its start date must be valid.
-Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName);
+/// The hits of `search`, the earliest first. Its start date has to be a valid one. With `changeable`, private
+/// events of other calendars are none.
+Query<std::vector<FoundEvent>> FindEvents(const EventSearch& search, std::string_view loginName,
+                                          const std::optional<std::vector<std::string>>& changeable);
 
 }  // namespace orlune

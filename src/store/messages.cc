@@ -44,6 +44,11 @@ std::string WithoutApostrophes(std::string_view text) {
   return ReplaceAll(text, "'", "&#39;");
 }
 
+/// What a condition on the numbers of `messages` goes on with.
+Statement AndReceived(const NamedMessages& messages) {
+  return messages.Recipient ? Statement(" AND Recipient = '{}'", *messages.Recipient) : Statement();
+}
+
 Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
@@ -72,24 +77,27 @@ Query<std::vector<ListedMessage>> MessagesTo(std::string_view recipient) {
           ReadListedMessages};
 }
 
-Query<std::optional<ReceivedMessage>> FindMessage(std::string_view msg) {
+Query<std::optional<ReceivedMessage>> FindMessage(const NamedMessages& message) {
   return {Statement("SELECT Sender, Subject, SentDate, Content, MessageID, Suggestion "
-                    "FROM Messages WHERE MessageID = {}",
-                    msg),
+                    "FROM Messages WHERE MessageID = {}{}",
+                    message.Ids, AndReceived(message)),
           [](ResultSet& rows) { return FirstRow(rows, ReadMessage); }};
 }
 
-Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(std::string_view msg) {
-  return {Statement("SELECT Sender, Subject, Content, SentDate FROM Messages WHERE (MessageID = {})", msg),
+Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(const NamedMessages& message) {
+  return {Statement("SELECT Sender, Subject, Content, SentDate FROM Messages WHERE (MessageID = {}){}",
+                    message.Ids, AndReceived(message)),
           [](ResultSet& rows) { return FirstRow(rows, ReadMessageToReplyTo); }};
 }
 
-void MarkAsViewed(Connection& database, std::string_view msg) {
-  database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}", msg));
+void MarkAsViewed(Connection& database, const NamedMessages& message) {
+  database.Execute(Statement("UPDATE Messages SET Viewed = Yes WHERE MessageID = {}{}", message.Ids,
+                             AndReceived(message)));
 }
 
-void DeleteMessages(Connection& database, std::string_view ids) {
-  database.Execute(Statement("DELETE FROM Messages WHERE MessageID IN ({})", ids));
+void DeleteMessages(Connection& database, const NamedMessages& messages) {
+  database.Execute(
+      Statement("DELETE FROM Messages WHERE MessageID IN ({}){}", messages.Ids, AndReceived(messages)));
 }
 
 void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,14 +15,19 @@ namespace orlune {
 
 /// The messages that `recipient` received, the oldest first.
 Query<std::vector<ListedMessage>> MessagesTo(std::string_view recipient);
-/// The message whose number is `msg`. Throws DatabaseError, when it is run, if `msg` is not a number.
-Query<std::optional<ReceivedMessage>> FindMessage(std::string_view msg);
-/// The same without `Id` and `Suggestion`, which a reply does not need.
-Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(std::string_view msg);
+/// Messages that a request names. What is no number fails with a DatabaseError.
+struct NamedMessages {
+  std::string Ids;                       ///< their numbers, joined with ", "
+  std::optional<std::string> Recipient;  ///< with one, only those that it received
+};
 
-void MarkAsViewed(Connection& database, std::string_view msg);
-/// `ids` are message numbers joined with ", ".
-void DeleteMessages(Connection& database, std::string_view ids);
+/// `message` is a single one.
+Query<std::optional<ReceivedMessage>> FindMessage(const NamedMessages& message);
+/// The same without what a reply does not quote: its number and its suggestion.
+Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(const NamedMessages& message);
+
+void MarkAsViewed(Connection& database, const NamedMessages& message);
+void DeleteMessages(Connection& database, const NamedMessages& messages);
 
 /// Sends a message within the caller's transaction. Groups are replaced by their members.
 void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message);

@@ -10,11 +10,12 @@
 namespace orlune {
 namespace {
 
-/// Returns the `EventID` of the new copy.
-int SaveSendersCopy(Connection& database, const RegionalSettings& regional, OL_Event event) {
+/// Returns the number of the copy.
+int SaveSendersCopy(Connection& database, const RegionalSettings& regional, OL_Event event,
+                    std::span<const std::string> changeable) {
   event.SuggID.clear();
   event.SuggestState = SuggestionState::kSent;
-  SaveEvent(database, regional, event);
+  SaveEvent(database, regional, event, changeable);
   if (event.EventID != 0) return event.EventID;
   const auto newest = FindNewestSenderCopy(database);
   if (!newest) throw DatabaseError("the stored suggestion is missing from Events");
@@ -24,8 +25,8 @@ int SaveSendersCopy(Connection& database, const RegionalSettings& regional, OL_E
 }  // namespace
 
 void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_Event event,
-                     OutgoingMessage message) {
-  const int sendersCopy = SaveSendersCopy(database, regional, event);
+                     OutgoingMessage message, std::span<const std::string> changeable) {
+  const int sendersCopy = SaveSendersCopy(database, regional, event, changeable);
   message.Recipients = ExpandGroupRecipients(database, message.Recipients);
   std::erase(message.Recipients, message.Sender);
   if (message.Recipients.empty()) return;
@@ -35,7 +36,7 @@ void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_
   event.SuggestState = SuggestionState::kUndecided;
   for (const std::string& recipient : message.Recipients) {
     event.Owner = recipient;
-    SaveEvent(database, regional, event);
+    SaveEvent(database, regional, event, {});
   }
   message.Suggestion = event.SuggID;
   SendMessage(database, regional, std::move(message));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,10 +17,11 @@ namespace orlune {
 // Suggestions: a sender's copy and recipients' copies in Events, and the messages about them. Functions that
 // write throw DatabaseError and must be called within a transaction.
 
-/// Stores `event` as the sender's copy and an undecided copy for each recipient of `message`, and sends the
-/// message. Groups are replaced by their members; the sender of the message is no recipient.
+/// Stores `event` as its sender's copy, one copy for each recipient of `message`, who has still to answer,
+/// and sends the message. Groups stand for their members; the sender of the message receives nothing.
+/// `changeable` is as for `SaveEvent`.
 void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_Event event,
-                     OutgoingMessage message);
+                     OutgoingMessage message, std::span<const std::string> changeable);
 
 /// Stores the answer in the copy of `recipient`. `suggId` is the `EventID` of the sender's copy.
 void StoreAnswer(Connection& database, int suggId, std::string_view recipient, SuggestionState answer);

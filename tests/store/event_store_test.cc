@@ -34,7 +34,8 @@ class EventStore : public CalendarFixture {
     return reader.Read(*rows);
   }
 
-  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databasePath_), regional_, event); }
+  const std::vector<std::string> kOwn{"anna"};
+  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databasePath_), regional_, event, kOwn); }
 };
 
 TEST_F(EventStore, WritesTheColumnsOfEachKind) {
@@ -82,10 +83,10 @@ TEST_F(EventStore, LinksTheCopiesOfASuggestion) {
   EXPECT_EQ(Load(3).SuggestState, SuggestionState::kUndecided);
   EXPECT_EQ(Load(5).SuggestState, SuggestionState::kUndecided);
 
-  DeleteEvents(*driver_.Open(databasePath_), "1, 3");
+  DeleteEvents(*driver_.Open(databasePath_), "1, 2, 3", std::vector<std::string>{"ANNA", "sales"});
   EXPECT_EQ(Read(Statement("SELECT Count(EventID) AS Total FROM Events")), "3");
   for (const char* ids : {"", "1 OR 1=1", "1); DELETE FROM Events; --", "x"}) {
-    EXPECT_THROW(DeleteEvents(*driver_.Open(databasePath_), ids), DatabaseError) << ids;
+    EXPECT_THROW(DeleteEvents(*driver_.Open(databasePath_), ids, kOwn), DatabaseError) << ids;
   }
 }
 

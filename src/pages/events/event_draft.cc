@@ -2,28 +2,11 @@
 
 #include "base/date_text.h"
 #include "base/dates.h"
-#include "base/lists.h"
 #include "base/text.h"
 #include "platform/page_host.h"
 #include "request/page_context.h"
 
 namespace orlune {
-std::optional<int> EventNumber(std::string_view text) {
-  const auto number = WholeNumber(text);
-  return number && *number > 0 ? number : std::nullopt;
-}
-
-std::optional<std::string> EventNumbers(std::string_view text) {
-  std::string numbers;
-  bool isList = true;
-  ForEachItem(text, [&](std::string_view item) {
-    const auto number = EventNumber(item);
-    isList = isList && number;
-    if (!numbers.empty()) numbers += ", ";
-    numbers += std::to_string(number.value_or(0));
-  });
-  return isList ? std::optional(std::move(numbers)) : std::nullopt;
-}
 
 EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored) {
   const auto field = [&](std::string_view name) { return std::string(request.FormField(name)); };

@@ -22,12 +22,7 @@ struct EventDraft {
   std::string EndTime;
 };
 
-/// `text` as the number of an event; nothing when it cannot be one.
-std::optional<int> EventNumber(std::string_view text);
-/// A list of event numbers joined with ", ", normalised; nothing when `text` is not such a list.
-std::optional<std::string> EventNumbers(std::string_view text);
-
-/// The draft of a posted form. Its number and what is not in the form are those of `stored`, if any.
+/// The draft of a posted form. Its number and what the form does not carry are those of `stored`, if any.
 EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored);
 /// The draft that changes a stored event.
 EventDraft StoredDraft(const PageContext& context, const OL_Event& stored);

@@ -28,18 +28,10 @@ struct EventFormContent {
   std::vector<Calendar> Calendars;        ///< for the user to choose from
 };
 
-/// The calendars that the user may put the event into: their own, and those of groups that they administer.
-std::vector<std::string> OfferedCalendars(const Visitor& visitor) {
-  std::vector<std::string> calendars{visitor.LoginName};
-  calendars.insert(calendars.end(), visitor.AdminOfGroups.begin(), visitor.AdminOfGroups.end());
-  std::erase(calendars, "");
-  return calendars;
-}
-
 EventFormContent LoadEventForm(Connection& database, const Visitor& visitor, const EventDraft& draft,
                                const std::vector<std::string>* chosenRecipients) {
   const int id = draft.Event.EventID;
-  const std::vector<std::string> offered = OfferedCalendars(visitor);
+  const std::vector<std::string> offered = visitor.ChangeableCalendars();
   std::vector<Query<std::optional<std::string>>> nameQueries;
   nameQueries.reserve(offered.size());
   for (const std::string& calendar : offered) nameQueries.push_back(FriendlyNameOf(calendar));

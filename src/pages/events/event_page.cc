@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/lists.h"
 #include "base/text.h"
 #include "html/page_frame.h"
 #include "pages/events/event_check.h"
@@ -43,7 +44,7 @@ std::string_view EventId(const Visit& visit) {
 }
 
 std::optional<OL_Event> FindStored(const Visit& visit, std::string_view id) {
-  const auto number = EventNumber(id);
+  const auto number = RowNumber(id);
   return number ? Ask(visit.Database, FindEvent(*number)) : std::nullopt;
 }
 
@@ -77,7 +78,7 @@ void Save(Visit& visit, const RequestedEvent& event) {
   if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   const auto checked = CheckEvent(visit, event.Draft);
   if (!checked) return ShowEventForm(visit, event.Draft);
-  SaveEvent(visit.Database, visit.Context.Regional, *checked);
+  SaveEvent(visit.Database, visit.Context.Regional, *checked, visit.Context.Visitor.ChangeableCalendars());
   RedirectToCalendar(visit);
 }
 
@@ -110,11 +111,11 @@ bool MayDelete(const Visit& visit, std::string_view ids) {
 void Delete(Visit& visit) {
   const std::string_view id = EventId(visit);
   if (!id.empty()) {
-    const auto ids = EventNumbers(id);
+    const auto ids = RowNumbers(id);
     const bool isFollowedLink = visit.Request.FormFieldCount() == 0;
     if (!ids || (isFollowedLink && !FindStored(visit, id))) return ShowGone(visit);
     if (!MayDelete(visit, *ids)) return Refuse(visit);
-    DeleteEvents(visit.Database, *ids);
+    DeleteEvents(visit.Database, *ids, visit.Context.Visitor.ChangeableCalendars());
   }
   if (visit.Request.QueryParameter("ret") == "results") return ShowFoundEvents(visit);
   RedirectToCalendar(visit);

@@ -33,8 +33,11 @@ struct Hit {
   std::vector<Date> Dates;
 };
 
-std::vector<Hit> LoadHits(Connection& database, const Visitor& visitor, const EventSearch& search) {
-  std::vector<FoundEvent> found = Ask(database, FindEvents(search, visitor.LoginName));
+std::vector<Hit> LoadHits(Connection& database, const PageContext& context, const EventSearch& search) {
+  const Visitor& visitor = context.Visitor;
+  const auto changeable =
+      context.Hosting.Strict ? std::optional(visitor.ChangeableCalendars()) : std::nullopt;
+  std::vector<FoundEvent> found = Ask(database, FindEvents(search, visitor.LoginName, changeable));
   std::vector<Query<std::optional<OL_Event>>> queries;
   queries.reserve(found.size());
   for (const FoundEvent& event : found) queries.push_back(OccurrenceRuleOf(event.EventID));
@@ -152,7 +155,7 @@ void ShowFoundEvents(Visit& visit) {
     AddAlert(visit, Text::kInvalidStartDate);
     return ShowSearchForm(visit);
   }
-  const std::vector<Hit> hits = LoadHits(visit.Database, visit.Context.Visitor, search);
+  const std::vector<Hit> hits = LoadHits(visit.Database, visit.Context, search);
   FinishFormPage(visit, WriteHits(visit.Context, search, hits));
 }
 

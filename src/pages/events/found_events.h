@@ -4,10 +4,11 @@ namespace orlune {
 
 struct Visit;
 
-/// The results of a search: each event with the days on which it occurs, and a checkbox for deleting it.
-/// Shows the search form again when the start date is invalid. Reads the form fields "search", "cal",
-/// "reptype" or "type" (repetition kind), and "date1". Requires no right; titles of other users' private
-/// events are not shown. Throws DatabaseError.
+/// The events that a search found, with the days on which each occurs, and boxes to tick for deleting; the
+/// search form again when the start date is no date.
+/// Reads the form fields "search", "cal", "reptype" or "type" (repetition kind), and "date1". Asks for no
+/// right; titles of other people's private events are not shown, and on a strict hosting page such events are
+/// not found. Throws DatabaseError.
 void ShowFoundEvents(Visit& visit);
 
 }  // namespace orlune

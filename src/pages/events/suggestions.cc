@@ -2,6 +2,7 @@
 
 #include "base/date_text.h"
 #include "base/dates.h"
+#include "base/lists.h"
 #include "base/text.h"
 #include "html/form_parts.h"
 #include "html/page_frame.h"
@@ -86,7 +87,8 @@ bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std
                    .Recipients = recipients,
                    .Subject = event->EventName,
                    .Content = SuggestionText(visit.Context, *event),
-                   .SentDate = visit.Clock.Now()});
+                   .SentDate = visit.Clock.Now()},
+                  visit.Context.Visitor.ChangeableCalendars());
   everything.Commit();
   return true;
 }
@@ -103,7 +105,7 @@ void NotifySender(Visit& visit) {
     return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
   const PageContext& context = visit.Context;
   const Request& request = visit.Request;
-  const auto id = EventNumber(request.QueryParameter("id"));
+  const auto id = RowNumber(request.QueryParameter("id"));
   const auto event = id ? Ask(visit.Database, FindSuggestedEvent(*id)) : std::nullopt;
   if (!event || event->Owner.empty())
     return WritePage(visit, ErrorPage(context, LoadText(context, Text::kEventIsGone)));

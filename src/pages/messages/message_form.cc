@@ -79,9 +79,9 @@ void ShowMessageForm(Visit& visit, const MessageState& message) {
   FinishFormPage(visit, WriteMessageForm(visit.Context, message, calendars));
 }
 
-void ShowReplyForm(Visit& visit, std::string_view msg) {
-  const auto received = Ask(visit.Database, FindMessageToReplyTo(msg));
-  if (!received) throw DatabaseError("no message has the number that the reply names");
+void ShowReplyForm(Visit& visit, const NamedMessages& named) {
+  const auto received = Ask(visit.Database, FindMessageToReplyTo(named));
+  if (!received) return RefuseMissingMessage(visit);
   ShowMessageForm(visit, ReplyTo(visit.Context, *received));
 }
 

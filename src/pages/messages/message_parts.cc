@@ -3,7 +3,9 @@
 #include "base/date_text.h"
 #include "base/dates.h"
 #include "html/links.h"
-#include "request/page_context.h"
+#include "html/page_frame.h"
+#include "request/texts.h"
+#include "request/visit.h"
 
 namespace orlune {
 
@@ -16,6 +18,11 @@ std::string SentDateText(const PageContext& context, std::optional<DateTime> sen
 Html MessageToolbar(const PageContext& context) {
   Html buttons = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
   return buttons.Add(PageButton(context, "p=m", Text::kMessageList, "msg_list.gif"));
+}
+
+void RefuseMissingMessage(Visit& visit) {
+  if (!visit.Context.Hosting.Strict) throw DatabaseError("the message is gone");
+  WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
 }
 
 }  // namespace orlune

@@ -17,11 +17,11 @@ struct MessageContent {
   std::string SenderName;
 };
 
-MessageContent LoadMessage(Connection& database, std::string_view msg) {
-  auto message = Ask(database, FindMessage(msg));
-  if (!message) throw DatabaseError("no message has the number that the request names");
+std::optional<MessageContent> LoadMessage(Connection& database, const NamedMessages& named) {
+  auto message = Ask(database, FindMessage(named));
+  if (!message) return std::nullopt;
   const std::string senderName = Ask(database, FriendlyNameOf(message->Sender)).value_or(message->Sender);
-  return {*std::move(message), senderName};
+  return MessageContent{*std::move(message), senderName};
 }
 
 /// A button that goes to the script with the query `query` followed by `id`.
@@ -69,9 +69,11 @@ Html WriteMessage(const PageContext& context, const MessageContent& content) {
 
 }  // namespace
 
-void ShowMessage(Visit& visit, std::string_view msg) {
-  MarkAsViewed(visit.Database, msg);
-  Html page = WriteMessage(visit.Context, LoadMessage(visit.Database, msg));
+void ShowMessage(Visit& visit, const NamedMessages& named) {
+  MarkAsViewed(visit.Database, named);
+  const auto content = LoadMessage(visit.Database, named);
+  if (!content) return RefuseMissingMessage(visit);
+  Html page = WriteMessage(visit.Context, *content);
   page.Add(AlertScript(visit.Alerts));
   WritePage(visit, std::move(page));
 }

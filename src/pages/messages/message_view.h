@@ -1,13 +1,12 @@
 #pragma once
 
-#include <string_view>
-
 namespace orlune {
 
+struct NamedMessages;
 struct Visit;
 
-/// Shows the message whose number is `msg` and marks it as read. Throws DatabaseError, also when there is no
-/// such message.
-void ShowMessage(Visit& visit, std::string_view msg);
+/// One message, which counts as read from now on. Throws DatabaseError, also when there is no such message,
+/// unless the hosting page is strict.
+void ShowMessage(Visit& visit, const NamedMessages& named);
 
 }  // namespace orlune

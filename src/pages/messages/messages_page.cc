@@ -1,5 +1,8 @@
 #include "pages/messages/messages_page.h"
 
+#include <optional>
+
+#include "base/lists.h"
 #include "html/page_frame.h"
 #include "pages/messages/message_form.h"
 #include "pages/messages/message_list.h"
@@ -26,9 +29,31 @@ void RedirectToList(Visit& visit) {
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "?p=m");
 }
 
+void Refuse(Visit& visit) {
+  WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
+}
+
+/// The messages numbered in `msg`; nothing when that is no list of numbers.
+std::optional<NamedMessages> Named(const PageContext& context, std::string_view msg) {
+  auto ids = RowNumbers(msg);
+  if (!ids) return std::nullopt;
+  if (!context.Hosting.Strict) return NamedMessages{*std::move(ids), std::nullopt};
+  return NamedMessages{*std::move(ids), context.Visitor.LoginName};
+}
+
 void Delete(Visit& visit, const MessageState& message) {
-  if (!message.Msg.empty()) DeleteMessages(visit.Database, message.Msg);
+  if (!message.Msg.empty()) {
+    const auto named = Named(visit.Context, message.Msg);
+    if (!named) return Refuse(visit);
+    DeleteMessages(visit.Database, *named);
+  }
   RedirectToList(visit);
+}
+
+void ShowOne(Visit& visit, std::string_view msg, void (*show)(Visit&, const NamedMessages&)) {
+  const auto named = RowNumber(msg) ? Named(visit.Context, msg) : std::nullopt;
+  if (!named) return Refuse(visit);
+  show(visit, *named);
 }
 
 void Send(Visit& visit, const MessageState& message) {
@@ -43,13 +68,12 @@ void ShowMessagesPage(Visit& visit) {
   const bool isKnown =
       action == "view" || action == "new" || action == "del" || action == "send" || action == "reply";
   if (!isKnown) return ShowMessageList(visit);
-  if (!visit.Context.Visitor.IsLoggedIn())
-    return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
+  if (!visit.Context.Visitor.IsLoggedIn()) return Refuse(visit);
 
-  if (action == "view") return ShowMessage(visit, message.Msg);
+  if (action == "view") return ShowOne(visit, message.Msg, ShowMessage);
   if (action == "new") return ShowMessageForm(visit, message);
   if (action == "del") return Delete(visit, message);
-  if (action == "reply") return ShowReplyForm(visit, message.Msg);
+  if (action == "reply") return ShowOne(visit, message.Msg, ShowReplyForm);
   Send(visit, message);
 }
 

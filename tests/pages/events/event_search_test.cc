@@ -33,6 +33,21 @@ class EventSearch : public CalendarFixture {
   using Texts = std::vector<std::string>;
 };
 
+TEST_F(EventSearch, PassesOverWhatOthersKeepPrivateOnAStrictPage) {
+  AddEvent("sales", "Team lunch", "Type, BeginDate, Private", "'none', '3/19/2004', yes");
+  AddEvent("staff", "Secret lunch", "Type, BeginDate, Private", "'none', '3/19/2004', yes");
+  EXPECT_EQ(Hits({{"search", "lunch"}}).size(), 4U);
+  configure_ = [](Orlune& page) { page.Strict(true); };
+  EXPECT_EQ(Hits({{"search", "lunch"}}), (Texts{"Team lunch", "Lunch"}));
+  EXPECT_EQ(Hits({{"cal", "admin"}}), Texts{});
+  configure_ = [](Orlune& page) {
+    page.Strict(true);
+    page.LoginName("");
+  };
+  Get("p=l");
+  EXPECT_EQ(Hits({{"search", "lunch"}}), Texts{"Lunch"});
+}
+
 TEST_F(EventSearch, FindsWhatItsCriteriaName) {
   const struct {
     FakeHost::Fields Criteria;

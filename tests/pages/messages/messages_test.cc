@@ -19,6 +19,9 @@ class Messages : public CalendarFixture {
     return ReadRows(Statement("SELECT * FROM Messages ORDER BY MessageID"),
                     {"Sender", "Recipient", "Subject", "Content", "Viewed", "Suggestion"});
   }
+  bool IsRefused(const std::string& action) {
+    return Get("p=m&act=" + action).Body.find("You don't have rights for this.") != std::string::npos;
+  }
   using Rows = std::vector<std::string>;
 };
 
@@ -49,13 +52,26 @@ TEST_F(Messages, AreDeletedByNumber) {
   EXPECT_EQ(Post("p=m&act=del", {{"x", ""}}).RedirectedTo, "/cal.asp?p=m");
   EXPECT_EQ(Get("p=m&act=del&msg=4").RedirectedTo, "/cal.asp?p=m");
   EXPECT_EQ(Stored().size(), 1U);
-  for (const char* msg : {"x", "2) OR (1=1", "*", "2; 3"}) {
-    EXPECT_THROW(Get("p=m&act=del&msg=" + std::string(msg)), DatabaseError) << msg;
-    EXPECT_THROW(Get("p=m&act=view&msg=" + std::string(msg)), DatabaseError) << msg;
+  for (const char* msg : {"x", "2) OR (1=1", "*", "2; 3", "99999999999", "2 "}) {
+    for (const char* action : {"del", "view", "reply"})
+      EXPECT_TRUE(IsRefused(std::string(action) + "&msg=" + msg)) << action << msg;
   }
+  EXPECT_TRUE(IsRefused("view") && IsRefused("reply&msg=1, 2"));
   EXPECT_THROW(Get("p=m&act=view&msg=99"), DatabaseError);
   EXPECT_THROW(Get("p=m&act=reply&msg=99"), DatabaseError);
   EXPECT_EQ(Stored().size(), 1U);
+}
+
+TEST_F(Messages, AreTheirRecipientsAloneOnAStrictPage) {
+  configure_ = [](Orlune& page) { page.Strict(true); };
+  for (const char* recipient : {"ben", "ANNA", "anna"}) AddMessage(recipient, "s");
+  for (const char* message : {"1", "99"}) {
+    EXPECT_TRUE(IsRefused("view&msg=" + std::string(message))) << message;
+    EXPECT_TRUE(IsRefused("reply&msg=" + std::string(message))) << message;
+  }
+  EXPECT_FALSE(IsRefused("view&msg=2") || IsRefused("reply&msg=2"));
+  EXPECT_EQ(Post("p=m&act=del", {{"msg", "1, 3"}}).RedirectedTo, "/cal.asp?p=m");
+  EXPECT_EQ(Stored(), (Rows{"ben|ben|s|one\r\ntwo|no|", "ben|ANNA|s|one\r\ntwo|yes|"}));
 }
 
 TEST_F(Messages, GoToEachMemberOnce) {
