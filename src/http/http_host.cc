@@ -58,15 +58,12 @@ HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLim
     : limits_(limits), answer_(std::move(answer)), connections_(limits.Times) {
   const int listening = socket.Release();
   const unsigned connections = std::max(limits.Connections, threads);
-  const auto idleSeconds =
-      static_cast<unsigned>(std::chrono::ceil<std::chrono::seconds>(limits.Times.Idle).count());
   daemon_ =
       MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC, 0, nullptr, nullptr, &OnRequest, this,  //
                        MHD_OPTION_LISTEN_SOCKET, listening,                                                 //
                        MHD_OPTION_THREAD_POOL_SIZE, threads,                                                //
                        MHD_OPTION_CONNECTION_LIMIT, connections,                                            //
                        MHD_OPTION_PER_IP_CONNECTION_LIMIT, limits.ConnectionsPerAddress,                    //
-                       MHD_OPTION_CONNECTION_TIMEOUT, idleSeconds,                                          //
                        MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits.HeaderBytes,                              //
                        MHD_OPTION_STRICT_FOR_CLIENT, 1,                                                     //
                        MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                                        //
@@ -147,14 +144,16 @@ MHD_Result HttpHost::Daemon::ReadBody(MHD_Connection* connection, std::string_vi
   ClientConnection& client = ClientOf(connection);
   if (!piece.empty()) return client.Request().ReadBody(piece) ? MHD_YES : MHD_NO;
   client.Request().End();
-  client.StartReply();
   return Reply(connection);
 }
 
 MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
-  const RequestReader& request = ClientOf(connection).Request();
+  ClientConnection& client = ClientOf(connection);
+  const RequestReader& request = client.Request();
+  client.RequestReceived();
   const unsigned refusal = request.RefusalStatus();
   ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(request.Message());
+  client.StartReply();
   const unsigned status = reply.Status;
   return MHD_queue_response(connection, status,
                             MakeResponse(std::move(reply), isLastReply_ || request.MustClose()).get());

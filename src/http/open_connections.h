@@ -4,12 +4,16 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
-#include <list>
+#include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <thread>
+#include <unordered_map>
+#include <unordered_set>
 
+#include "http/hang_ups.h"
 #include "http/request_reader.h"
 
 namespace orlune {
@@ -18,8 +22,12 @@ class OpenConnections;
 
 /// How long the phases of a connection may take, however busy it is.
 struct ConnectionLimits {
-  std::chrono::milliseconds Receiving{30'000};  ///< a request, from its beginning to its end
-  std::chrono::milliseconds Sending{120'000};   ///< a whole reply, including the time to make it
+  std::chrono::milliseconds Headers{
+      5'000};  ///< of a request; of the first one from the connection's beginning
+  std::chrono::milliseconds Receiving{120'000};  ///< a request from its headers' end on
+  std::chrono::milliseconds Sending{600'000};    ///< a whole reply, once it is made
+  std::chrono::milliseconds Window{10'000};      ///< in which a body or a reply moves on by `WindowBytes`
+  std::uint64_t WindowBytes = 10'000;
   std::chrono::milliseconds Idle{15'000};       ///< without a byte in either direction, whole seconds
   std::chrono::milliseconds FirstRequest{500};  ///< at a stop: until a new client's request is received
   std::chrono::milliseconds Stopping{10'000};   ///< at a stop: until all replies are sent
@@ -39,6 +47,9 @@ class ClientConnection {
   RequestReader& Request() { return *request_; }
   /// The request's headers are complete: a stop waits for its reply from now on.
   void HeadersReceived();
+  /// The request is complete, and its reply is being made.
+  void RequestReceived();
+  /// The reply is sent from now on.
   void StartReply();
   /// The request has been answered or given up.
   void EndRequest();
@@ -48,23 +59,31 @@ class ClientConnection {
  private:
   friend class OpenConnections;
   using Clock = std::chrono::steady_clock;
-  /// What a stop has to know of a connection.
   enum class Phase {
-    kAccepted,  ///< waits for a thread
-    kNew,       ///< has a thread; no request yet
-    kReplying,  ///< a request is received from its headers' end on, or answered
-    kKept,      ///< between two requests
+    kAccepted,   ///< waits for a thread
+    kNew,        ///< has a thread; no request yet
+    kReceiving,  ///< a request's headers have been received, its body has not
+    kAnswering,  ///< a reply is being made
+    kSending,    ///< a reply is being sent
+    kKept,       ///< between two requests
+  };
+  /// The time in which the connection has to move on, and how far it had come at its beginning.
+  struct Window {
+    Clock::time_point End;
+    std::uint64_t BytesBefore;
   };
 
   OpenConnections& owner_;
   const int socket_;
   std::unique_ptr<RequestReader> request_;
-  Phase phase_ = Phase::kAccepted;  // guarded by the owner, as the deadline is
+  Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
+  std::optional<Window> window_;
+  bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
 };
 
-/// The connections of a host. Its watchdog thread cuts off those past their limits. May be used by several
-/// threads at once.
+/// The connections of a host. Its watchdog thread cuts off those past their limits, and those whose client
+/// has hung up without leaving a whole request. May be used by several threads at once.
 class OpenConnections {
  public:
   explicit OpenConnections(const ConnectionLimits& limits);
@@ -89,19 +108,24 @@ class OpenConnections {
   using Phase = ClientConnection::Phase;
 
   ClientConnection& Add(int socket);
-  void Enter(ClientConnection& connection, Phase phase);
-  void Extend(ClientConnection& connection, Clock::duration limit);
-  std::size_t& CountOf(Phase phase) { return counts_[static_cast<std::size_t>(phase)]; }
-  bool AreRepliesPending();
+  void Enter(ClientConnection& connection, Phase phase, Clock::duration limit);
+  std::size_t CountOf(Phase phase) const { return counts_[static_cast<std::size_t>(phase)]; }
+  std::size_t CountRunning() const;
+  void Watch(const std::stop_token& stop);
+  void CutOffWhoHungUp();
+  bool IsGivenUp(ClientConnection& connection) const;
   void CutOffOverdue();
+  bool IsOverdue(const ClientConnection& connection, Clock::time_point now) const;
+  bool IsStalled(ClientConnection& connection, Clock::time_point now) const;
 
   const ConnectionLimits limits_;
   mutable std::mutex mutex_;
   std::condition_variable phaseChanged_;
-  std::condition_variable_any stopping_;
-  std::list<ClientConnection> connections_;
-  std::array<std::size_t, 4> counts_{};  // by phase
+  std::unordered_map<int, ClientConnection> connections_;  // by socket
+  std::array<std::size_t, 6> counts_{};                    // by phase
   Clock::time_point newestServedAt_;
+  HangUps hangUps_;
+  std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only
   std::jthread watchdog_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <future>
 #include <memory>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -260,14 +261,56 @@ TEST(HttpHost, SealsTheCookiesOfAPage) {
   EXPECT_EQ(logout.Header("Set-Cookie").substr(0, 35), "OLOR=; Path=/a.asp; Max-Age=0; Expi");
 }
 
-TEST(HttpHost, CutsOffSlowConnections) {
+// Waits that no client of these tests should ever see the end of.
+HostLimits PatientLimits() {
   HostLimits limits;
-  limits.Times.Receiving = std::chrono::milliseconds(40);
+  limits.Times.Headers = limits.Times.Receiving = limits.Times.Sending = std::chrono::hours(1);
+  limits.Times.Window = limits.Times.Idle = std::chrono::hours(1);
+  return limits;
+}
+
+const std::string kHalfForm = "POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 100\r\n\r\nx=";
+
+TEST(HttpHost, CutsOffWhoeverSendsNoHeaders) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Headers = std::chrono::milliseconds(20);
   StartedHost host(limits);
   HttpClient silent(host.Address());
-  HttpClient slow(host.Address());
-  slow.Send("POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 100\r\n\r\nx=");
-  EXPECT_EQ(silent.ReadAll() + slow.ReadAll(), "");
+  HttpClient half(host.Address());
+  half.Send("GET /a.asp HTTP/1.1\r\nHost: ");
+  EXPECT_EQ(silent.ReadAll() + half.ReadAll(), "");
+}
+
+TEST(HttpHost, CutsOffFormsAndRepliesThatDoNotMoveOn) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Window = std::chrono::milliseconds(20);
+  StartedHost host(limits);
+  const std::string large(30'000'000, 'z');
+  host.Answer = [&large](const ScriptingContext& context) { context.Response->Write(large); };
+  HttpClient form(host.Address());
+  form.Send(kHalfForm);
+  EXPECT_EQ(form.ReadAll(), "");
+  HttpClient reader(host.Address());
+  reader.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  while (host.Host().RunningRequests() > 0) std::this_thread::yield();
+  EXPECT_LT(reader.ReadAll().size(), large.size());
+}
+
+TEST(HttpHost, NoticesClientsThatHangUp) {
+  StartedHost host(PatientLimits());
+  host.Answer = Echo;
+  for (const std::string& sent : {std::string(), std::string("GET /a.asp HTTP/1.1\r\nHo"), kHalfForm}) {
+    HttpClient client(host.Address());
+    client.Send(sent);
+    client.EndSending();
+    EXPECT_EQ(client.ReadAll(), "") << sent;
+  }
+  HttpClient waiting(host.Address());
+  waiting.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\nGET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+  waiting.EndSending();
+  const std::string answers = waiting.ReadAll();
+  EXPECT_NE(answers.find("HTTP/1.1 200"), answers.rfind("HTTP/1.1 200")) << answers;
 }
 
 TEST(HttpHost, LimitsTheConnectionsOfAnAddress) {

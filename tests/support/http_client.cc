@@ -32,6 +32,10 @@ void HttpClient::Send(std::string_view text) {
   }
 }
 
+void HttpClient::EndSending() {
+  shutdown(socket_, SHUT_WR);
+}
+
 std::string HttpClient::ReadAll() {
   std::string all;
   std::array<char, 16384> piece;

@@ -15,6 +15,8 @@ class HttpClient {
   ~HttpClient();
 
   void Send(std::string_view text);
+  /// Closes the direction to the server only.
+  void EndSending();
   /// Everything that comes until the server closes.
   std::string ReadAll();
 
