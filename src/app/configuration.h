@@ -37,6 +37,9 @@ struct Configuration {
   std::filesystem::path SecretFile = "var/secret.key";
   std::vector<IpNetwork> TrustedProxies;  ///< whose forwarding headers are believed
   long long DrainSeconds = 0;             ///< between the stop signal and the stop
+  long long Connections = 10'000;
+  long long ConnectionsPerAddress = 6'000;
+  long long ReservedConnections = 1'000;  ///< of `Connections`, for addresses that have none
   std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };

@@ -24,6 +24,11 @@ constexpr ServerSetting kServerSettings[] = {
     {"trusted_proxies", &Configuration::TrustedProxies, "addresses and networks of proxies in front"},
     {"drain_seconds", NumberSetting{&Configuration::DrainSeconds, 0, 3600},
      "how long to go on serving after SIGTERM or SIGINT"},
+    {"connections", NumberSetting{&Configuration::Connections, 1, 1'000'000}, "most connections at a time"},
+    {"connections_per_address", NumberSetting{&Configuration::ConnectionsPerAddress, 1, 1'000'000},
+     "most of one address; less while there are few free ones"},
+    {"reserved_connections", NumberSetting{&Configuration::ReservedConnections, 0, 1'000'000},
+     "of these, for addresses that have none"},
 };
 
 constexpr PageSetting kPageSettings[] = {
@@ -59,7 +64,7 @@ struct DefaultText {
 
 void Describe(std::string& text, std::string_view name, std::string_view type, std::string_view help,
               std::string_view defaultText) {
-  fmt::format_to(std::back_inserter(text), "  {:<21}{:<15}{} (default {})\n", name, type, help, defaultText);
+  fmt::format_to(std::back_inserter(text), "  {:<24}{:<15}{} (default {})\n", name, type, help, defaultText);
 }
 
 }  // namespace

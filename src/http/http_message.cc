@@ -18,6 +18,7 @@ constexpr Reason kReasons[] = {
     {405, "Method Not Allowed", "This address does not answer requests of this kind."},
     {413, "Content Too Large", "What was sent is too large."},
     {414, "URI Too Long", "The address is too long."},
+    {429, "Too Many Requests", "There are too many requests from your address. Please try again soon."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
     {503, "Service Unavailable", "The database cannot be opened."},
 };
@@ -29,6 +30,14 @@ const Reason& FindReason(unsigned status) {
   return kReasons[0];
 }
 
+ReplyMessage RefusalPage(unsigned status, const Reason& reason) {
+  std::string page = "<!DOCTYPE html>\n<HTML><HEAD><TITLE>";
+  page.append(reason.Title).append("</TITLE></HEAD><BODY><H1>").append(reason.Title).append("</H1><P>");
+  page.append(reason.Sentence).append("</P></BODY></HTML>\n");
+  return {
+      status, {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}}, std::move(page)};
+}
+
 }  // namespace
 
 std::size_t ReplyMessage::BodySize() const {
@@ -37,12 +46,15 @@ std::size_t ReplyMessage::BodySize() const {
 }
 
 ReplyMessage Refusal(unsigned status) {
-  const Reason& reason = FindReason(status);
-  std::string page = "<!DOCTYPE html>\n<HTML><HEAD><TITLE>";
-  page.append(reason.Title).append("</TITLE></HEAD><BODY><H1>").append(reason.Title).append("</H1><P>");
-  page.append(reason.Sentence).append("</P></BODY></HTML>\n");
-  return {
-      status, {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}}, std::move(page)};
+  return RefusalPage(status, FindReason(status));
+}
+
+ReplyMessage BusyRefusal(unsigned status) {
+  constexpr Reason kBusy{503, "Service Unavailable",
+                         "There are too many visitors at the moment. Please try again."};
+  ReplyMessage reply = RefusalPage(status, status == kBusy.Status ? kBusy : FindReason(status));
+  reply.Headers.emplace_back("Retry-After", "5");
+  return reply;
 }
 
 ReplyMessage RedirectTo(std::string_view url) {

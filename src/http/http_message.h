@@ -48,6 +48,8 @@ struct ReplyMessage {
 
 /// A short page that says why a request is not answered.
 ReplyMessage Refusal(unsigned status);
+/// The same for somebody who asks too much at a time (429), or at a time when too much is asked (503).
+ReplyMessage BusyRefusal(unsigned status);
 ReplyMessage RedirectTo(std::string_view url);
 
 }  // namespace orlune

@@ -15,7 +15,7 @@ using ResponseHandle = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_respo
 /// client that the connection is closed after it.
 ResponseHandle MakeResponse(ReplyMessage reply, bool isLast);
 
-/// The refusal as a whole HTTP message, for a client that libmicrohttpd cannot answer.
-std::string RawRefusal(unsigned status);
+/// `refusal` as a whole HTTP message, for a client that libmicrohttpd cannot answer.
+std::string RawRefusal(const ReplyMessage& refusal);
 
 }  // namespace orlune

@@ -1,6 +1,8 @@
 #include "http/open_connections.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 #include <sys/socket.h>
 
@@ -16,7 +18,9 @@ constexpr milliseconds kBetweenLooks(50);
 
 }  // namespace
 
-ClientConnection::ClientConnection(OpenConnections& owner, int socket) : owner_(owner), socket_(socket) {}
+ClientConnection::ClientConnection(OpenConnections& owner, int socket, std::size_t thread,
+                                   AdmissionTicket ticket)
+    : owner_(owner), socket_(socket), thread_(thread), ticket_(std::move(ticket)) {}
 
 RequestReader& ClientConnection::StartRequest(std::string_view target, std::size_t maxBody) {
   request_ = std::make_unique<RequestReader>(target, maxBody);
@@ -42,6 +46,7 @@ void ClientConnection::StartReply() {
 
 void ClientConnection::EndRequest() {
   request_ = nullptr;
+  requestPlace_ = std::nullopt;
   const std::lock_guard lock(owner_.mutex_);
   if (phase_ != Phase::kNew) owner_.Enter(*this, Phase::kKept, owner_.limits_.Idle);
 }
@@ -51,28 +56,29 @@ void ClientConnection::Abort(std::string_view reply) const {
   shutdown(socket_, SHUT_RDWR);
 }
 
-OpenConnections::OpenConnections(const ConnectionLimits& limits)
-    : limits_(limits), watchdog_([this](const std::stop_token& stop) { Watch(stop); }) {}
+OpenConnections::OpenConnections(const ConnectionLimits& limits, std::size_t threads)
+    : limits_(limits), counts_(threads), watchdog_([this](const std::stop_token& stop) { Watch(stop); }) {}
 
-ClientConnection& OpenConnections::Accept(int socket) {
+ClientConnection& OpenConnections::Accept(int socket, AdmissionTicket ticket) {
   const std::lock_guard lock(mutex_);
-  return Add(socket);
+  Forget(socket);  // libmicrohttpd tells nothing of connections that it has no memory for
+  const std::size_t thread = LeastBusyThread();
+  ++CountAt(thread, Phase::kAccepted);
+  return connections_.try_emplace(socket, *this, socket, thread, std::move(ticket)).first->second;
 }
 
 ClientConnection& OpenConnections::Serve(int socket) {
   const std::lock_guard lock(mutex_);
   newestServedAt_ = Clock::now();
-  const auto accepted = connections_.find(socket);
-  ClientConnection& connection = accepted != connections_.end() ? accepted->second : Add(socket);
+  ClientConnection& connection = connections_.at(socket);
   Enter(connection, Phase::kNew, limits_.Headers);
   hangUps_.Watch(socket);
   return connection;
 }
 
-void OpenConnections::Close(const ClientConnection& connection) {
+void OpenConnections::Close(int socket) {
   const std::lock_guard lock(mutex_);
-  --counts_[static_cast<std::size_t>(connection.phase_)];
-  connections_.erase(connection.socket_);
+  Forget(socket);
   phaseChanged_.notify_all();
 }
 
@@ -96,14 +102,16 @@ void OpenConnections::AwaitReplies() {
   }
 }
 
-ClientConnection& OpenConnections::Add(int socket) {
-  ++counts_[static_cast<std::size_t>(Phase::kAccepted)];
-  return connections_.try_emplace(socket, *this, socket).first->second;
+void OpenConnections::Forget(int socket) {
+  const auto known = connections_.find(socket);
+  if (known == connections_.end()) return;
+  --CountAt(known->second.thread_, known->second.phase_);
+  connections_.erase(known);
 }
 
 void OpenConnections::Enter(ClientConnection& connection, Phase phase, Clock::duration limit) {
-  --counts_[static_cast<std::size_t>(connection.phase_)];
-  ++counts_[static_cast<std::size_t>(phase)];
+  --CountAt(connection.thread_, connection.phase_);
+  ++CountAt(connection.thread_, phase);
   connection.phase_ = phase;
   connection.deadline_ = Clock::now() + limit;
   connection.window_ = std::nullopt;
@@ -111,8 +119,28 @@ void OpenConnections::Enter(ClientConnection& connection, Phase phase, Clock::du
   phaseChanged_.notify_all();
 }
 
+std::size_t& OpenConnections::CountAt(std::size_t thread, Phase phase) {
+  return counts_[thread][static_cast<std::size_t>(phase)];
+}
+
+std::size_t OpenConnections::CountOf(Phase phase) const {
+  std::size_t count = 0;
+  for (const auto& counts : counts_) count += counts[static_cast<std::size_t>(phase)];
+  return count;
+}
+
 std::size_t OpenConnections::CountRunning() const {
   return CountOf(Phase::kReceiving) + CountOf(Phase::kAnswering) + CountOf(Phase::kSending);
+}
+
+// A thread that makes a page serves nobody else meanwhile.
+std::size_t OpenConnections::LeastBusyThread() const {
+  const auto load = [](const auto& counts) {
+    return std::pair(counts[static_cast<std::size_t>(Phase::kAnswering)],
+                     std::accumulate(counts.begin(), counts.end(), std::size_t{0}));
+  };
+  const auto least = std::ranges::min_element(counts_, {}, load);
+  return static_cast<std::size_t>(least - counts_.begin());
 }
 
 void OpenConnections::Watch(const std::stop_token& stop) {

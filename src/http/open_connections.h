@@ -12,7 +12,9 @@
 #include <thread>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
+#include "http/admission.h"
 #include "http/hang_ups.h"
 #include "http/request_reader.h"
 
@@ -37,9 +39,12 @@ struct ConnectionLimits {
 /// used by one thread at a time.
 class ClientConnection {
  public:
-  ClientConnection(OpenConnections& owner, int socket);
+  ClientConnection(OpenConnections& owner, int socket, std::size_t thread, AdmissionTicket ticket);
 
   int Socket() const { return socket_; }
+  /// Which of the host's threads serves it.
+  std::size_t Thread() const { return thread_; }
+  const AdmissionTicket& Ticket() const { return ticket_; }
 
   /// A request with this target arrives.
   RequestReader& StartRequest(std::string_view target, std::size_t maxBody);
@@ -47,6 +52,8 @@ class ClientConnection {
   RequestReader& Request() { return *request_; }
   /// The request's headers are complete: a stop waits for its reply from now on.
   void HeadersReceived();
+  /// The request takes a place until its end.
+  void Hold(AddressShares::Place place) { requestPlace_ = std::move(place); }
   /// The request is complete, and its reply is being made.
   void RequestReceived();
   /// The reply is sent from now on.
@@ -75,27 +82,31 @@ class ClientConnection {
 
   OpenConnections& owner_;
   const int socket_;
+  const std::size_t thread_;
+  const AdmissionTicket ticket_;
   std::unique_ptr<RequestReader> request_;
+  std::optional<AddressShares::Place> requestPlace_;
   Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
   std::optional<Window> window_;
   bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
 };
 
-/// The connections of a host. Its watchdog thread cuts off those past their limits, and those whose client
-/// has hung up without leaving a whole request. May be used by several threads at once.
+/// The connections of a host, spread over its threads. Its watchdog thread cuts off those past their limits,
+/// and those whose client has hung up without leaving a whole request. May be used by several threads at
+/// once.
 class OpenConnections {
  public:
-  explicit OpenConnections(const ConnectionLimits& limits);
+  OpenConnections(const ConnectionLimits& limits, std::size_t threads);
   OpenConnections(const OpenConnections&) = delete;
   OpenConnections& operator=(const OpenConnections&) = delete;
 
-  /// An accepted connection that waits for a thread.
-  ClientConnection& Accept(int socket);
-  /// A thread serves the connection from now on, whether it was accepted here before or is new.
+  /// An accepted connection waits for the thread that has least to do.
+  ClientConnection& Accept(int socket, AdmissionTicket ticket);
+  /// The thread of an accepted connection serves it from now on.
   ClientConnection& Serve(int socket);
   /// Forgets the connection; its socket is closed afterwards.
-  void Close(const ClientConnection& connection);
+  void Close(int socket);
 
   /// How many requests are being received or answered, from their headers' end on.
   std::size_t RunningRequests() const;
@@ -107,10 +118,12 @@ class OpenConnections {
   using Clock = ClientConnection::Clock;
   using Phase = ClientConnection::Phase;
 
-  ClientConnection& Add(int socket);
+  void Forget(int socket);
   void Enter(ClientConnection& connection, Phase phase, Clock::duration limit);
-  std::size_t CountOf(Phase phase) const { return counts_[static_cast<std::size_t>(phase)]; }
+  std::size_t& CountAt(std::size_t thread, Phase phase);
+  std::size_t CountOf(Phase phase) const;
   std::size_t CountRunning() const;
+  std::size_t LeastBusyThread() const;
   void Watch(const std::stop_token& stop);
   void CutOffWhoHungUp();
   bool IsGivenUp(ClientConnection& connection) const;
@@ -122,7 +135,7 @@ class OpenConnections {
   mutable std::mutex mutex_;
   std::condition_variable phaseChanged_;
   std::unordered_map<int, ClientConnection> connections_;  // by socket
-  std::array<std::size_t, 6> counts_{};                    // by phase
+  std::vector<std::array<std::size_t, 6>> counts_;         // by thread and phase
   Clock::time_point newestServedAt_;
   HangUps hangUps_;
   std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only

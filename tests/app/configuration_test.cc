@@ -49,6 +49,9 @@ secret_file = "/run/orlune.key"
 trusted_proxies = ["10.0.0.0/8", "::1"]
 drain_seconds = 7
 database_connections = 9
+connections = 20
+connections_per_address = 10
+reserved_connections = 2
 [[page]]
 path = "/a.asp"
 DBPath = "../a.db"
@@ -71,6 +74,9 @@ DBPath = "/b.db"
   EXPECT_TRUE(configuration.TrustedProxies[0].Contains(IpAddress::Parse("10.1.2.3").value()));
   EXPECT_EQ(configuration.DrainSeconds, 7);
   EXPECT_EQ(configuration.DatabaseConnections, 9);
+  EXPECT_EQ(configuration.Connections, 20);
+  EXPECT_EQ(configuration.ConnectionsPerAddress, 10);
+  EXPECT_EQ(configuration.ReservedConnections, 2);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   const PageConfiguration& first = configuration.Pages[0];
   const PageConfiguration& second = configuration.Pages[1];

@@ -313,15 +313,46 @@ TEST(HttpHost, NoticesClientsThatHangUp) {
   EXPECT_NE(answers.find("HTTP/1.1 200"), answers.rfind("HTTP/1.1 200")) << answers;
 }
 
-TEST(HttpHost, LimitsTheConnectionsOfAnAddress) {
+const std::string kHealth = "GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n";
+
+TEST(HttpHost, TellsTheConnectionsThatItHasNoPlaceFor) {
   HostLimits limits;
-  limits.ConnectionsPerAddress = 2;
+  limits.Connections = {16, 1, 0};
   StartedHost host(limits);
   HttpClient first(host.Address());
-  const HttpClient second(host.Address());
-  EXPECT_EQ(HttpClient(host.Address()).ReadAll(), "");
-  first.Send("GET /healthz HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
-  EXPECT_EQ(first.ReadAll().substr(0, 12), "HTTP/1.1 200");
+  first.Send(kHalfForm);
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  HttpClient second(host.Address());
+  HttpClient third(host.Address());  // even the place for refusals is taken
+  EXPECT_EQ(third.ReadAll().substr(0, 12), "HTTP/1.1 503");
+  second.Send(kHealth);
+  const std::string refusal = second.ReadAll();
+  EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 503") << refusal;
+  EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "", "").Status, 503);
+  first.EndSending();
+  first.ReadAll();
+  while (Fetch(host.Address(), "GET /healthz").Status != 200) std::this_thread::yield();
+  host.Stop();
+  EXPECT_NE(host.LogText().find("refused a connection of 127.0.0.1"), std::string::npos) << host.LogText();
+}
+
+TEST(HttpHost, LimitsTheVisitorsBehindAProxyAndNotTheProxy) {
+  HostLimits limits;
+  limits.Connections = {16, 1, 0};
+  StartedHost host(limits, {IpNetwork::Parse("127.0.0.1").value()});
+  const auto request = [](const std::string& visitor, std::string text) {
+    return text.insert(text.find("Host: "), "X-Forwarded-For: " + visitor + "\r\n");
+  };
+  HttpClient half(host.Address());
+  half.Send(request("192.0.2.7", kHalfForm));
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  HttpClient same(host.Address());
+  same.Send(request("192.0.2.7", kHealth));
+  const std::string refusal = same.ReadAll();
+  EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 429") << refusal;
+  EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "X-Forwarded-For: 192.0.2.8\r\n").Status, 200);
 }
 
 TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
@@ -341,13 +372,15 @@ TEST(HttpHost, AnswersEveryAcceptedAndWaitingClientBeforeItStops) {
   const std::string address = socket.Address();
   std::promise<void> entered;
   std::promise<void> released;
-  auto host =
-      std::make_unique<HttpHost>(std::move(socket), 1, HostLimits(), [&](const RequestMessage& request) {
-        if (request.Path != "/slow") return Refusal(404);
-        entered.set_value();
-        released.get_future().wait();
-        return ReplyMessage{200, {}, std::string(3'000'000, 'z')};
-      });
+  spdlog::logger log("test");
+  const auto answer = [&](const RequestMessage& request) {
+    if (request.Path != "/slow") return Refusal(404);
+    entered.set_value();
+    released.get_future().wait();
+    return ReplyMessage{200, {}, std::string(3'000'000, 'z')};
+  };
+  auto host = std::make_unique<HttpHost>(
+      HostParts{std::move(socket), 1, HostLimits(), TrustedProxies({}), log, answer});
   auto slow = std::async(std::launch::async, [&address] { return Fetch(address, "GET /slow"); });
   entered.get_future().wait();
   HttpClient waiting(address);
