@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
+#include <unistd.h>
 
 #include "app/clocks.h"
 #include "app/configuration.h"
@@ -18,6 +18,7 @@
 #include "app/database_health.h"
 #include "app/file_limit.h"
 #include "app/page_runner.h"
+#include "app/patient_log.h"
 #include "app/regions.h"
 #include "app/secret_key_file.h"
 #include "app/session_stores.h"
@@ -74,8 +75,7 @@ void Serve(const ServeOptions& options) {
   const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
   const unsigned threads = ThreadCount(configuration);
-  const auto log =
-      std::make_shared<spdlog::logger>("orlune", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+  const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
   Regions regions(configuration, threads, *log);
   LangPackFactory localisers(configuration.Site / "lang",
