@@ -40,6 +40,7 @@ struct Configuration {
   long long Connections = 10'000;
   long long ConnectionsPerAddress = 6'000;
   long long ReservedConnections = 1'000;  ///< of `Connections`, for addresses that have none
+  long long ReplyMegabytes = 256;         ///< of memory, for pages that are being sent
   std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };

@@ -59,6 +59,7 @@ HostLimits LimitsOf(const Configuration& configuration, std::size_t descriptors,
   limits.Connections = {static_cast<std::size_t>(configuration.Connections),
                         static_cast<std::size_t>(configuration.ConnectionsPerAddress),
                         static_cast<std::size_t>(configuration.ReservedConnections)};
+  limits.Times.ReplyBytes = static_cast<std::size_t>(configuration.ReplyMegabytes) << 20U;
   const std::size_t wanted = limits.MostSockets();
   const std::size_t available = DescriptorsForConnections(descriptors);
   if (wanted <= available) return limits;

@@ -29,6 +29,8 @@ constexpr ServerSetting kServerSettings[] = {
      "most of one address; less while there are few free ones"},
     {"reserved_connections", NumberSetting{&Configuration::ReservedConnections, 0, 1'000'000},
      "of these, for addresses that have none"},
+    {"reply_megabytes", NumberSetting{&Configuration::ReplyMegabytes, 1, 1'000'000},
+     "most memory for pages that are being sent"},
 };
 
 constexpr PageSetting kPageSettings[] = {

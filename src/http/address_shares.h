@@ -37,6 +37,9 @@ class AddressShares {
       if (owner_ != nullptr) owner_->GiveBack(network_);
     }
 
+    /// Whose place it is; nothing for a proxy's.
+    const std::optional<IpAddress>& Network() const { return network_; }
+
    private:
     friend class AddressShares;
     Place(AddressShares& owner, const std::optional<IpAddress>& network)

@@ -175,7 +175,7 @@ MHD_Result HttpHost::Daemon::RefuseAsBusy(MHD_Connection* connection, unsigned s
 }
 
 MHD_Result HttpHost::Daemon::Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast) {
-  ClientOf(connection).StartReply();
+  ClientOf(connection).StartReply(reply.MemoryBytes());
   const unsigned status = reply.Status;
   return MHD_queue_response(connection, status, MakeResponse(std::move(reply), isLastReply_ || isLast).get());
 }

@@ -45,6 +45,11 @@ std::size_t ReplyMessage::BodySize() const {
   return text != nullptr ? text->size() : std::get<OpenFile>(Body).size();
 }
 
+std::size_t ReplyMessage::MemoryBytes() const {
+  const auto* text = std::get_if<std::string>(&Body);
+  return text != nullptr ? text->capacity() : 0;
+}
+
 ReplyMessage Refusal(unsigned status) {
   return RefusalPage(status, FindReason(status));
 }

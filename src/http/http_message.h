@@ -44,6 +44,8 @@ struct ReplyMessage {
   std::variant<std::string, OpenFile> Body;
 
   std::size_t BodySize() const;
+  /// What the body takes of the memory.
+  std::size_t MemoryBytes() const;
 };
 
 /// A short page that says why a request is not answered.

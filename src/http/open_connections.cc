@@ -1,6 +1,7 @@
 #include "http/open_connections.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -34,26 +35,39 @@ void ClientConnection::HeadersReceived() {
   owner_.Enter(*this, Phase::kReceiving, owner_.limits_.Receiving);
 }
 
+void ClientConnection::Hold(AddressShares::Place place) {
+  const std::lock_guard lock(owner_.mutex_);
+  requestPlace_ = std::move(place);
+}
+
 void ClientConnection::RequestReceived() {
   const std::lock_guard lock(owner_.mutex_);
   owner_.Enter(*this, Phase::kAnswering, Clock::duration::zero());
 }
 
-void ClientConnection::StartReply() {
+void ClientConnection::StartReply(std::size_t bytes) {
   const std::lock_guard lock(owner_.mutex_);
   owner_.Enter(*this, Phase::kSending, owner_.limits_.Sending);
+  replyBytes_ = bytes;
+  owner_.replyBytes_ += bytes;
+  owner_.MakeRoomFor(*this);
 }
 
 void ClientConnection::EndRequest() {
   request_ = nullptr;
-  requestPlace_ = std::nullopt;
   const std::lock_guard lock(owner_.mutex_);
+  requestPlace_ = std::nullopt;
+  owner_.ReleaseReply(*this);
   if (phase_ != Phase::kNew) owner_.Enter(*this, Phase::kKept, owner_.limits_.Idle);
 }
 
 void ClientConnection::Abort(std::string_view reply) const {
   static_cast<void>(send(socket_, reply.data(), reply.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
   shutdown(socket_, SHUT_RDWR);
+}
+
+const std::optional<IpAddress>& ClientConnection::Visitor() const {
+  return requestPlace_ ? requestPlace_->Network() : ticket_.Place.Network();
 }
 
 OpenConnections::OpenConnections(const ConnectionLimits& limits, std::size_t threads)
@@ -106,7 +120,40 @@ void OpenConnections::Forget(int socket) {
   const auto known = connections_.find(socket);
   if (known == connections_.end()) return;
   --CountAt(known->second.thread_, known->second.phase_);
+  ReleaseReply(known->second);
   connections_.erase(known);
+}
+
+void OpenConnections::MakeRoomFor(const ClientConnection& newest) {
+  while (replyBytes_ > limits_.ReplyBytes) {
+    ClientConnection* slowest = SlowestOfLargestHolder(newest);
+    if (slowest == nullptr) return;
+    shutdown(slowest->socket_, SHUT_RDWR);
+    ReleaseReply(*slowest);
+  }
+}
+
+// The visitor whose replies take most loses the one that has been read for longest.
+ClientConnection* OpenConnections::SlowestOfLargestHolder(const ClientConnection& newest) {
+  struct Holder {
+    std::size_t Bytes = 0;
+    ClientConnection* Slowest = nullptr;
+  };
+  std::map<std::optional<IpAddress>, Holder> holders;
+  for (auto& [socket, connection] : connections_) {
+    if (connection.replyBytes_ == 0 || &connection == &newest) continue;
+    Holder& holder = holders[connection.Visitor()];
+    holder.Bytes += connection.replyBytes_;
+    if (holder.Slowest == nullptr || connection.deadline_ < holder.Slowest->deadline_)
+      holder.Slowest = &connection;
+  }
+  const auto largest =
+      std::ranges::max_element(holders, {}, [](const auto& holder) { return holder.second.Bytes; });
+  return largest == holders.end() ? nullptr : largest->second.Slowest;
+}
+
+void OpenConnections::ReleaseReply(ClientConnection& connection) {
+  replyBytes_ -= std::exchange(connection.replyBytes_, 0);
 }
 
 void OpenConnections::Enter(ClientConnection& connection, Phase phase, Clock::duration limit) {

@@ -22,7 +22,7 @@ namespace orlune {
 
 class OpenConnections;
 
-/// How long the phases of a connection may take, however busy it is.
+/// How long the phases of a connection may take, however busy it is, and how much its replies.
 struct ConnectionLimits {
   std::chrono::milliseconds Headers{
       5'000};  ///< of a request; of the first one from the connection's beginning
@@ -30,9 +30,10 @@ struct ConnectionLimits {
   std::chrono::milliseconds Sending{600'000};    ///< a whole reply, once it is made
   std::chrono::milliseconds Window{10'000};      ///< in which a body or a reply moves on by `WindowBytes`
   std::uint64_t WindowBytes = 10'000;
-  std::chrono::milliseconds Idle{15'000};       ///< without a byte in either direction, whole seconds
-  std::chrono::milliseconds FirstRequest{500};  ///< at a stop: until a new client's request is received
-  std::chrono::milliseconds Stopping{10'000};   ///< at a stop: until all replies are sent
+  std::chrono::milliseconds Idle{15'000};            ///< without a byte in either direction, whole seconds
+  std::chrono::milliseconds FirstRequest{500};       ///< at a stop: until a new client's request is received
+  std::chrono::milliseconds Stopping{10'000};        ///< at a stop: until all replies are sent
+  std::size_t ReplyBytes = std::size_t{256} << 20U;  ///< of memory, for the replies that are being sent
 };
 
 /// A client's connection from the moment it is accepted until it is closed. Belongs to `OpenConnections`;
@@ -53,11 +54,11 @@ class ClientConnection {
   /// The request's headers are complete: a stop waits for its reply from now on.
   void HeadersReceived();
   /// The request takes a place until its end.
-  void Hold(AddressShares::Place place) { requestPlace_ = std::move(place); }
+  void Hold(AddressShares::Place place);
   /// The request is complete, and its reply is being made.
   void RequestReceived();
-  /// The reply is sent from now on.
-  void StartReply();
+  /// The reply is sent from now on, and takes `bytes` of memory until the request's end.
+  void StartReply(std::size_t bytes);
   /// The request has been answered or given up.
   void EndRequest();
   /// Sends `reply`, a whole HTTP message, and hangs up.
@@ -66,6 +67,9 @@ class ClientConnection {
  private:
   friend class OpenConnections;
   using Clock = std::chrono::steady_clock;
+
+  const std::optional<IpAddress>& Visitor() const;
+
   enum class Phase {
     kAccepted,   ///< waits for a thread
     kNew,        ///< has a thread; no request yet
@@ -89,6 +93,7 @@ class ClientConnection {
   Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
   std::optional<Window> window_;
+  std::size_t replyBytes_ = 0;
   bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
 };
 
@@ -119,6 +124,9 @@ class OpenConnections {
   using Phase = ClientConnection::Phase;
 
   void Forget(int socket);
+  void MakeRoomFor(const ClientConnection& newest);
+  ClientConnection* SlowestOfLargestHolder(const ClientConnection& newest);
+  void ReleaseReply(ClientConnection& connection);
   void Enter(ClientConnection& connection, Phase phase, Clock::duration limit);
   std::size_t& CountAt(std::size_t thread, Phase phase);
   std::size_t CountOf(Phase phase) const;
@@ -136,6 +144,7 @@ class OpenConnections {
   std::condition_variable phaseChanged_;
   std::unordered_map<int, ClientConnection> connections_;  // by socket
   std::vector<std::array<std::size_t, 6>> counts_;         // by thread and phase
+  std::size_t replyBytes_ = 0;
   Clock::time_point newestServedAt_;
   HangUps hangUps_;
   std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only

@@ -3,6 +3,7 @@
 #include <future>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -295,6 +296,25 @@ TEST(HttpHost, CutsOffFormsAndRepliesThatDoNotMoveOn) {
   while (host.Host().RunningRequests() == 0) std::this_thread::yield();
   while (host.Host().RunningRequests() > 0) std::this_thread::yield();
   EXPECT_LT(reader.ReadAll().size(), large.size());
+}
+
+TEST(HttpHost, DropsTheSlowestReplyOfWhoeverReadsLeast) {
+  HostLimits limits = PatientLimits();
+  limits.Times.ReplyBytes = 70'000'000;
+  StartedHost host(limits, {IpNetwork::Parse("127.0.0.1").value()});
+  const std::string large(30'000'000, 'z');
+  host.Answer = [&large](const ScriptingContext& context) { context.Response->Write(large); };
+  std::vector<std::unique_ptr<HttpClient>> readers;
+  for (const char* visitor : {"192.0.2.1", "192.0.2.2", "192.0.2.2", "192.0.2.1"}) {
+    readers.push_back(std::make_unique<HttpClient>(host.Address()));
+    readers.back()->Send("GET /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\nX-Forwarded-For: " +
+                         std::string(visitor) + "\r\n\r\n");
+    EXPECT_EQ(readers.back()->ReadSome().substr(0, 12), "HTTP/1.1 200");
+  }
+  EXPECT_LT(readers[1]->ReadAll().size(), large.size());
+  EXPECT_LT(readers[0]->ReadAll().size(), large.size());
+  EXPECT_GT(readers[2]->ReadAll().size(), large.size() - 100'000);
+  EXPECT_GT(readers[3]->ReadAll().size(), large.size() - 100'000);
 }
 
 TEST(HttpHost, NoticesClientsThatHangUp) {

@@ -17,6 +17,8 @@ class HttpClient {
   void Send(std::string_view text);
   /// Closes the direction to the server only.
   void EndSending();
+  /// What comes next; nothing when the server has closed.
+  std::string ReadSome();
   /// Everything that comes until the server closes.
   std::string ReadAll();
 
