@@ -9,8 +9,8 @@
 namespace orlune {
 
 /// The values of a session: "Login", "Account", "Calendar", "CurrentDate" and "DisplayMode"; in a cookie also
-/// "LoginId", which tells one login from another. They are stored in the server's session or, with `UseCookie`,
-/// in the cookie "OLOR".
+/// "LoginId", which tells one login from another. They are stored in the server's session or, with
+/// `UseCookie`, in the cookie "OLOR".
 class SessionValues {
  public:
   /// `hosting` outlives this.

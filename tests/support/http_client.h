@@ -15,7 +15,11 @@ class HttpClient {
   ~HttpClient();
 
   void Send(std::string_view text);
-  /// Everything received until the server closes the connection.
+  /// Closes the direction to the server only.
+  void EndSending();
+  /// What comes next; nothing when the server has closed.
+  std::string ReadSome();
+  /// Everything that comes until the server closes.
   std::string ReadAll();
 
  private:
