@@ -14,6 +14,7 @@ namespace orlune {
 struct AdminState {
   std::optional<std::int64_t> Id;  ///< nothing for a new record
   std::string Name;                ///< for display
+  std::string StoredName;          ///< before the form is read; "" for a new record
   std::string IntName;             ///< login name, group name or file name
   std::string StoredIntName;       ///< the same before the form is read; "" for a new record
   std::string Password;

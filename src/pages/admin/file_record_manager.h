@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -13,6 +14,8 @@ struct FileRecordKind {
   RecordTexts Texts;
   Text NameLabel;
   Text FileLabel;
+  std::size_t MostNameCharacters;
+  std::size_t MostFileCharacters;
   std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
 
   Query<std::vector<RecordChoice>> (*Records)();
