@@ -264,6 +264,9 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kMemberCalendarMissing, "You must select at least one member calendar.\\n"},
     {Text::kTooManyAttempts, "Too many failed logins. Please try again in %s seconds.\\n"},
     {Text::kGeneratedPassword, "Password of %s, which is not shown again:"},
+    {Text::kNameTooLong, "%s is too long (at most %t characters).\\n"},
+    {Text::kTextTooLong, "%s is too long (at most %t kB).\\n"},
+    {Text::kSendingTooLarge, "This is too long to be sent to %s recipients.\\n"},
 });
 // clang-format on
 

@@ -255,6 +255,9 @@ enum class Text : int {
   kMemberCalendarMissing = 870,
   kTooManyAttempts = 900,
   kGeneratedPassword = 901,
+  kNameTooLong = 910,
+  kTextTooLong = 911,
+  kSendingTooLarge = 912,
 };
 
 }  // namespace orlune

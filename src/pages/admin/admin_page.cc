@@ -190,6 +190,7 @@ bool AdminPage::LoadRecord() {
 bool AdminPage::Store() {
   Transaction transaction(visit_.Database);
   if (!LoadRecord()) return true;
+  record_.StoredName = record_.Name;
   manager_->ReadForm(visit_, record_);
   visit_.Alerts.clear();
   ValidateName(visit_, record_.Name);

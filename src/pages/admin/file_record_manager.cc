@@ -1,6 +1,7 @@
 #include "pages/admin/file_record_manager.h"
 
 #include "html/form_parts.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/event_types.h"
@@ -12,6 +13,8 @@ constexpr FileRecordKind kEventTypes{
     .Texts = {Text::kEventTypesTitle, Text::kCurrentEventTypes, Text::kNewEventType},
     .NameLabel = Text::kEventTypeName,
     .FileLabel = Text::kEventTypeFile,
+    .MostNameCharacters = 50,
+    .MostFileCharacters = 50,
     .FixedFile = "",
     .Records = EventTypeRecords,
     .WithId = EventTypeWithId,
@@ -23,6 +26,8 @@ constexpr FileRecordKind kColourSchemes{
     .Texts = {Text::kColourSchemesTitle, Text::kAvailableColourSchemes, Text::kNewColourScheme},
     .NameLabel = Text::kColourSchemeName,
     .FileLabel = Text::kColourSchemeFile,
+    .MostNameCharacters = 50,
+    .MostFileCharacters = 255,
     .FixedFile = "default.css",
     .Records = StyleSheetRecords,
     .WithId = StyleSheetWithId,
@@ -57,6 +62,8 @@ Html FileRecordManager::FieldRows(const PageContext& context, const AdminContent
 
 void FileRecordManager::Validate(Visit& visit, const AdminState& record) const {
   if (record.IntName.empty()) AddAlert(visit, Text::kFileNameMissing);
+  CheckLengths(visit, {{kind_.NameLabel, record.Name, kind_.MostNameCharacters, record.StoredName},
+                       {kind_.FileLabel, record.IntName, kind_.MostFileCharacters, record.StoredIntName}});
 }
 
 void FileRecordManager::Save(Visit& visit, AdminState& record) const {

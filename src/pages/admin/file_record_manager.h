@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -13,7 +14,9 @@ struct FileRecordKind {
   RecordTexts Texts;
   Text NameLabel;
   Text FileLabel;
-  std::string_view FixedFile;  ///< the record with this file cannot be changed; "" for none
+  std::size_t MostNameCharacters;
+  std::size_t MostFileCharacters;
+  std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
 
   Query<std::vector<RecordChoice>> (*Records)();
   Query<std::optional<NamedFile>> (*WithId)(std::int64_t id);

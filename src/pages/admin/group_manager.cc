@@ -7,6 +7,7 @@
 #include "html/form_parts.h"
 #include "pages/admin/calendar_rules.h"
 #include "pages/admin/field_rows.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/calendar_cascades.h"
@@ -93,7 +94,11 @@ Html GroupManager::FieldRows(const PageContext& context, const AdminContent& con
 /// The form never changes a group's internal name, but a handmade request may: the new name must be free, and
 /// usable in addresses.
 void GroupManager::Validate(Visit& visit, const AdminState& record) const {
+  CheckLengths(visit, {{Text::kGroupName, record.Name, 255, record.StoredName}});
+  CheckTextLength(visit, Text::kGroupMembers, record.Memberships);
+  CheckTextLength(visit, Text::kGroupAdministrators, record.Adminships);
   if (!record.Id || record.IntName == record.StoredIntName) return;
+  CheckLengths(visit, {{Text::kGroupInternalName, record.IntName, 50, record.StoredIntName}});
   if (!IsAlphanumeric(record.IntName)) {
     AddAlert(visit, Text::kInternalNameNotAlphanumeric);
   } else if (IsNameTaken(visit.Database, record)) {

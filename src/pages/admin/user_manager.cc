@@ -7,6 +7,7 @@
 #include "html/form_parts.h"
 #include "pages/admin/calendar_rules.h"
 #include "pages/admin/field_rows.h"
+#include "request/field_limits.h"
 #include "request/login_stamp.h"
 #include "request/password_check.h"
 #include "request/texts.h"
@@ -150,6 +151,11 @@ Html UserManager::FieldRows(const PageContext& context, const AdminContent& cont
 void UserManager::Validate(Visit& visit, const AdminState& record) const {
   ValidateLoginName(visit, record);
   ValidatePassword(visit, record);
+  CheckLengths(visit, {{Text::kUserName, record.Name, 255, record.StoredName},
+                       {Text::kUserLoginName, record.IntName, 50, record.StoredIntName},
+                       {Text::kUserPassword, record.Password, 255, record.StoredPassword}});
+  CheckTextLength(visit, Text::kUserMemberships, record.Memberships);
+  CheckTextLength(visit, Text::kUserAdminships, record.Adminships);
 }
 
 void UserManager::Save(Visit& visit, AdminState& record) const {

@@ -10,6 +10,7 @@
 #include "pages/events/event_search.h"
 #include "pages/events/found_events.h"
 #include "pages/events/suggestions.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/event_store.h"
@@ -74,8 +75,19 @@ bool MaySave(const Visitor& visitor, const RequestedEvent& event) {
          visitor.MayChangeEventsOf(event.Draft.Event.Owner);
 }
 
+void CheckTyped(Visit& visit, const RequestedEvent& event) {
+  const OL_Event& typed = event.Draft.Event;
+  const OL_Event stored = event.Stored.value_or(OL_Event{});
+  CheckLengths(visit, {{Text::kEventName, typed.EventName, 255, stored.EventName},
+                       {Text::kEventType, typed.EventType, 1'000},
+                       {Text::kRepeatWeekdays, typed.RepeatWeekday, 1'000},
+                       {Text::kRepeatDays, typed.RepeatDay, 1'000}});
+  CheckTextLength(visit, Text::kEventComments, typed.Comments, stored.Comments);
+}
+
 void Save(Visit& visit, const RequestedEvent& event) {
   if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
+  CheckTyped(visit, event);
   const auto checked = CheckEvent(visit, event.Draft);
   if (!checked) return ShowEventForm(visit, event.Draft);
   SaveEvent(visit.Database, visit.Context.Regional, *checked, visit.Context.Visitor.ChangeableCalendars());
@@ -90,6 +102,7 @@ void Send(Visit& visit, RequestedEvent event) {
   if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   const std::vector<std::string> recipients = PostedRecipients(visit);
   event.Draft.Event.SuggestState = SuggestionState::kSent;
+  CheckTyped(visit, event);
   if (!SendSuggestion(visit, event.Draft, recipients))
     return ShowSuggestionForm(visit, event.Draft, recipients);
   RedirectToCalendar(visit);

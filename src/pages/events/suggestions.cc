@@ -8,6 +8,7 @@
 #include "html/page_frame.h"
 #include "pages/events/event_check.h"
 #include "pages/events/form_page.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/messages.h"
@@ -58,15 +59,15 @@ std::string_view AnswerWord(const PageContext& context, SuggestionState answer) 
   return LoadText(context, answer == SuggestionState::kAccepted ? Text::kAccepted : Text::kDeclined);
 }
 
-Html WriteReplyForm(const PageContext& context, int eventId, SuggestionState answer) {
+Html WriteReplyForm(const PageContext& context, int eventId, SuggestionState answer, std::string_view note) {
   const std::string_view sendLabel = LoadText(context, Text::kSendMessage);
   Html page = FormPageOpen(context, Html("p=e&act=notify&id={}", eventId), Text::kNotificationTitle,
                            EventToolbar(context));
   page.Add(
       "<TR><TD><LABEL FOR=\"addinfo\">{}</LABEL><P>"
-      "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10></TEXTAREA>{}</TD></TR>\r\n",
+      "<TEXTAREA NAME=\"addinfo\" ID=\"addinfo\" COLS=50 ROWS=10>{}</TEXTAREA>{}</TD></TR>\r\n",
       Content(LoadText(context, Text::kNotificationIntroduction, {AnswerWord(context, answer), sendLabel})),
-      HiddenField("suggstate", StoredText(answer)));
+      TextAreaContent(note), HiddenField("suggstate", StoredText(answer)));
   return CloseFormRows(std::move(page),
                        Html("<INPUT TYPE=submit NAME=\"notify\" VALUE=\"{}\">", Attribute(sendLabel)));
 }
@@ -80,13 +81,16 @@ bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std
   }
   const auto event = CheckEvent(visit, draft);
   if (!event) return false;
+  const std::string text = SuggestionText(visit.Context, *event);
+  CheckSending(visit, recipients, 2 * event->EventName.size() + event->Comments.size() + text.size());
+  if (!visit.Alerts.empty()) return false;
 
   Transaction everything(visit.Database);
   StoreSuggestion(visit.Database, visit.Context.Regional, *event,
                   {.Sender = visit.Context.Visitor.LoginName,
                    .Recipients = recipients,
                    .Subject = event->EventName,
-                   .Content = SuggestionText(visit.Context, *event),
+                   .Content = text,
                    .SentDate = visit.Clock.Now()},
                   visit.Context.Visitor.ChangeableCalendars());
   everything.Commit();
@@ -97,7 +101,7 @@ void AnswerSuggestion(Visit& visit, int eventId, SuggestionState answer) {
   if (!visit.Context.Visitor.IsLoggedIn())
     return WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kNoRights)));
   StoreAnswer(visit.Database, eventId, visit.Context.Visitor.LoginName, answer);
-  FinishFormPage(visit, WriteReplyForm(visit.Context, eventId, answer));
+  FinishFormPage(visit, WriteReplyForm(visit.Context, eventId, answer, ""));
 }
 
 void NotifySender(Visit& visit) {
@@ -114,10 +118,16 @@ void NotifySender(Visit& visit) {
 
   const std::string_view note = request.FormField("addinfo");
   const auto answer = SuggestionStateOf(request.FormField("suggstate")).value_or(SuggestionState::kDeclined);
+  const std::vector<std::string> recipients{event->Owner};
+  CheckTextLength(visit, Text::kEventComments, note);
+  CheckSending(visit, recipients, event->EventName.size() + note.size());
+  if (!visit.Alerts.empty())
+    return FinishFormPage(visit, WriteReplyForm(context, *id, answer, WithReferencesShown(note)));
+
   Transaction copies(visit.Database);
   SendMessage(visit.Database, context.Regional,
               {.Sender = context.Visitor.LoginName,
-               .Recipients = {event->Owner},
+               .Recipients = recipients,
                .Subject = LoadText(context, Text::kNotificationSubject,
                                    {AnswerWord(context, answer), event->EventName}),
                .Content = std::string(note.empty() ? LoadText(context, Text::kNoFurtherInformation) : note),

@@ -9,6 +9,7 @@
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_popup.h"
 #include "pages/groupviews/group_view_form.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/group_views.h"
@@ -84,10 +85,13 @@ void ShowList(Visit& visit) {
 
 void Save(Visit& visit, const std::optional<GroupView>& stored) {
   GroupView view = PostedView(visit, stored);
-  if (const auto refusal = Refusal(view)) {
-    AddAlert(visit, *refusal);
-    return ShowForm(visit, std::move(view), FormStep::kColours);
-  }
+  const GroupView before = stored.value_or(GroupView{});
+  if (const auto refusal = Refusal(view)) AddAlert(visit, *refusal);
+  CheckLengths(visit, {{Text::kGroupViewName, view.FriendlyName, 50, before.FriendlyName},
+                       {Text::kGroupViewInternalName, visit.Request.FormField("intname"), 50, before.Name}});
+  CheckTextLength(visit, Text::kGroupViewCalendars, JoinList(view.Members.Calendars),
+                  JoinList(before.Members.Calendars));
+  if (!visit.Alerts.empty()) return ShowForm(visit, std::move(view), FormStep::kColours);
   const int id = StoreGroupView(visit.Database, view);
   if (visit.Request.FormField("return") != "yes") return ShowList(visit);
   ShowForm(visit, Ask(visit.Database, GroupViewWithId(id)).value_or(view), FormStep::kColours);

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "pages/messages/message_form.h"
+#include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
 #include "store/messages.h"
@@ -12,6 +13,10 @@ namespace {
 /// Shows the form again, with alerts, and returns false when `message` is invalid.
 bool Check(Visit& visit, const MessageState& message) {
   visit.Alerts += ValidateMessage(visit.Context, message);
+  CheckLengths(visit, {{Text::kMessageSubject, message.Subject, 255}});
+  CheckTextLength(visit, Text::kNewMessageTitle, message.Content);
+  if (visit.Alerts.empty())
+    CheckSending(visit, message.Recipients, message.Subject.size() + message.Content.size());
   if (visit.Alerts.empty()) return true;
   MessageState shown = message;
   shown.Subject = WithReferencesShown(message.Subject);

@@ -6,6 +6,7 @@
 #include "html/form_parts.h"
 #include "html/links.h"
 #include "html/page_frame.h"
+#include "request/field_limits.h"
 #include "request/login_stamp.h"
 #include "request/password_check.h"
 #include "request/texts.h"
@@ -69,7 +70,8 @@ void ShowPasswordForm(Visit& visit) {
 
 void SavePassword(Visit& visit) {
   const std::string& name = visit.Context.Visitor.LoginName;
-  if (AdmitAttempt(visit, name)) {
+  CheckLengths(visit, {{Text::kNewPassword, visit.Request.FormField("newpw1"), 255}});
+  if (visit.Alerts.empty() && AdmitAttempt(visit, name)) {
     if (const auto refusal = Refusal(visit)) {
       AddAlert(visit, *refusal);
     } else {
