@@ -13,16 +13,16 @@
 
 namespace orlune::bench {
 
-/// The least that a request's statements can cost: the SQL that the driver makes of them, prepared once on a
-/// database that is opened as the driver opens it. Used by one thread.
+/// The baseline of a request's statements: the SQL that the driver generates for them, prepared once on a
+/// database with the driver's settings. Not thread-safe.
 class BareStatements {
  public:
   /// Throws DatabaseError.
   BareStatements(const std::filesystem::path& file, const RegionalSettings& regional,
                  const std::vector<RecordedStatement>& statements);
 
-  /// Gives all statements their values and reads every column of their rows, in one transaction. Returns
-  /// how many rows there were. Throws DatabaseError.
+  /// Binds the values of all statements and reads every column of their rows, in one transaction. Returns the
+  /// number of rows. Throws DatabaseError.
   std::size_t Run();
 
  private:

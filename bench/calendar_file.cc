@@ -40,7 +40,7 @@ std::string UserName(int number) {
   return "user" + Padded(number, 3);
 }
 
-/// Draws the same numbers on every machine, which the distributions of the library would not.
+/// Random numbers that are the same on every machine; those of the standard distributions are not.
 class Dice {
  public:
   /// 0 to `sides` - 1.
@@ -190,7 +190,7 @@ void AddMessages(Connection& database, const RegionalSettings& regional) {
   }
 }
 
-/// The shown events lie apart in the file, as they do when people enter them day by day.
+/// Spreads the shown events over the file, as when they are entered day by day.
 void AddEvents(Connection& database, const RegionalSettings& regional, int eventCount) {
   const std::vector<OL_Event> shown = ShownEvents();
   const int distance = eventCount / static_cast<int>(shown.size());

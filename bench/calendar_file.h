@@ -8,30 +8,30 @@
 
 namespace orlune::bench {
 
-/// Who looks at the page: a member of the groups sales and staff.
+/// The user of the measured pages, a member of the groups sales and staff.
 inline constexpr std::string_view kUser = "user000";
 inline constexpr std::string_view kPassword = "bench";
-/// Somebody else, in the same groups.
+/// Another user in the same groups.
 inline constexpr std::string_view kOtherUser = "user001";
 
-/// The day on which the page is looked at; its month is the one shown.
+/// The date of the clock; its month is shown.
 inline constexpr Date kToday{std::chrono::year{2004} / 3 / 15};
 
-/// Every occurrence that the page shows begins its title so.
+/// The title of every shown occurrence begins with it.
 inline constexpr std::string_view kShownTitle = "Shown: ";
-/// How many the page shows, whatever the size of the file.
+/// The number of shown occurrences, whatever the size of the file.
 inline constexpr int kShownOccurrences = 60;
 
-/// Writes `file` as a company's calendar of `eventCount` events, the same on every machine, unless it exists.
-/// Each of its 300 calendars, 30 of them in the choice list, holds its share of ten years: nine events in ten
-/// happen once, the others repeat. Throws std::runtime_error.
+/// Writes `file`, unless it exists, with `eventCount` events, deterministically. They are spread over 300
+/// calendars, of which 30 are in the choice list, and over ten years; nine in ten are single events, the
+/// others repeat. Throws std::runtime_error.
 void MakeCalendarFile(const std::filesystem::path& file, int eventCount, const RegionalSettings& regional);
 
-/// Gives `user` `count` messages of all the other users. Throws DatabaseError.
+/// Adds `count` messages from all other users to `user`. Throws DatabaseError.
 void AddReceivedMessages(const std::filesystem::path& file, int count, const RegionalSettings& regional,
                          std::string_view user = kUser);
 
-/// Adds `count` users, all of whom stand in everybody's choice lists. Throws DatabaseError.
+/// Adds `count` users who are not hidden, so that every choice list contains them. Throws DatabaseError.
 void AddVisibleUsers(const std::filesystem::path& file, int count, const RegionalSettings& regional);
 
 }  // namespace orlune::bench

@@ -63,38 +63,38 @@ FileDescriptor Connect(std::uint16_t port) {
   return connection;
 }
 
-/// What is on its way in one direction.
-class Way {
+/// The bytes in flight in one direction.
+class DelayedStream {
  public:
-  Way(int from, int to) : from_(from), to_(to) {}
+  DelayedStream(int from, int to) : from_(from), to_(to) {}
 
-  /// Takes what has come; false at the end.
-  bool Take(Clock::duration delay) {
+  /// Reads what has arrived; false when the sender has closed the connection.
+  bool Receive(Clock::duration delay) {
     std::array<char, 65536> buffer{};
     const ssize_t length = recv(from_, buffer.data(), buffer.size(), 0);
     if (length <= 0) return false;
-    underWay_.push_back({Clock::now() + delay, {buffer.begin(), buffer.begin() + length}});
+    chunks_.push_back({Clock::now() + delay, {buffer.begin(), buffer.begin() + length}});
     return true;
   }
 
-  /// Delivers what has arrived by now; false when nobody takes it any more.
+  /// Sends what is due by now; false when the receiver has closed the connection.
   bool Deliver() {
-    while (!underWay_.empty() && underWay_.front().Arrival <= Clock::now()) {
-      std::vector<char>& bytes = underWay_.front().Bytes;
+    while (!chunks_.empty() && chunks_.front().Arrival <= Clock::now()) {
+      std::vector<char>& bytes = chunks_.front().Bytes;
       const ssize_t length = send(to_, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
       if (length < 0 && errno != EAGAIN) return false;
       bytes.erase(bytes.begin(), bytes.begin() + std::max<ssize_t>(length, 0));
       if (bytes.empty()) {
-        underWay_.pop_front();
+        chunks_.pop_front();
       } else {
-        underWay_.front().Arrival = Clock::now() + kRetry;
+        chunks_.front().Arrival = Clock::now() + kRetry;
       }
     }
     return true;
   }
 
   Clock::time_point NextArrival() const {
-    return underWay_.empty() ? Clock::time_point::max() : underWay_.front().Arrival;
+    return chunks_.empty() ? Clock::time_point::max() : chunks_.front().Arrival;
   }
 
  private:
@@ -107,7 +107,7 @@ class Way {
 
   int from_;
   int to_;
-  std::deque<Chunk> underWay_;
+  std::deque<Chunk> chunks_;
 };
 
 class Tunnel {
@@ -126,14 +126,14 @@ class Tunnel {
     polled.push_back({server_.Number(), POLLIN, 0});
   }
 
-  /// Takes what has come on the two sockets of `polled`. False when the connection is over.
-  bool Take(const pollfd* polled, Clock::duration delay, std::atomic<std::uint64_t>& roundTrips) {
+  /// Reads from those of the two sockets of `polled` that are ready; false when one was closed.
+  bool Receive(const pollfd* polled, Clock::duration delay, std::atomic<std::uint64_t>& roundTrips) {
     if (polled[0].revents != 0) {
-      if (!up_.Take(delay)) return false;
+      if (!up_.Receive(delay)) return false;
       roundTrips += std::exchange(isAnswered_, false) ? 1 : 0;
     }
     if (polled[1].revents != 0) {
-      if (!down_.Take(delay)) return false;
+      if (!down_.Receive(delay)) return false;
       isAnswered_ = true;
     }
     return true;
@@ -144,8 +144,8 @@ class Tunnel {
  private:
   FileDescriptor client_;
   FileDescriptor server_;
-  Way up_;
-  Way down_;
+  DelayedStream up_;
+  DelayedStream down_;
   bool isAnswered_ = true;
 };
 
@@ -189,7 +189,7 @@ void DelayingProxy::Run() {
     if (polled[0].revents != 0) return;
     const pollfd* sockets = &polled[2];
     tunnels.remove_if([&](Tunnel& tunnel) {
-      const bool isOver = !tunnel.Take(sockets, delay_, roundTrips_) || !tunnel.Deliver();
+      const bool isOver = !tunnel.Receive(sockets, delay_, roundTrips_) || !tunnel.Deliver();
       sockets += 2;
       return isOver;
     });

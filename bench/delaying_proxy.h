@@ -9,18 +9,18 @@
 
 namespace orlune::bench {
 
-/// A long way to a server: passes every byte on after a fixed time, however many are under way. Takes
-/// connections at a free port of the loopback address, on a thread of its own, until it is destroyed.
+/// Simulates network latency: forwards everything to and from a server after a fixed delay, with unlimited
+/// bandwidth. Listens on a free port of the loopback address, in a thread of its own, until it is destroyed.
 class DelayingProxy {
  public:
-  /// Half of `roundTrip` passes in each direction. Throws std::system_error.
+  /// Delays each direction by half of `roundTrip`. Throws std::system_error.
   DelayingProxy(std::uint16_t serverPort, std::chrono::nanoseconds roundTrip);
   ~DelayingProxy();
   DelayingProxy(const DelayingProxy&) = delete;
   DelayingProxy& operator=(const DelayingProxy&) = delete;
 
   std::uint16_t Port() const { return port_; }
-  /// How often a client went on sending after something had come from the server.
+  /// How often a client sent something after it had received something from the server.
   std::uint64_t RoundTrips() const { return roundTrips_; }
 
  private:

@@ -1,5 +1,5 @@
-// What a page costs when the database is far away: its round trips, and its time at several distances, with
-// the queries announced and without. scripts/with_postgresql.sh has to run it.
+// What a page costs when the database is remote: its round trips, and its time at several latencies, with and
+// without prefetching its queries. Run it with scripts/with_postgresql.sh.
 
 #include <algorithm>
 #include <chrono>
@@ -26,27 +26,27 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int kEvents = 20'000;
 constexpr int kMessages = 10'000;
-constexpr std::chrono::microseconds kDistances[] = {
+constexpr std::chrono::microseconds kLatencies[] = {
     std::chrono::microseconds{0}, std::chrono::microseconds{200}, std::chrono::microseconds{2000}};
 constexpr int kRounds = 12;
 constexpr int kPagesInRound = 5;
-constexpr int kWarmUps = 8;  // the server plans a prepared statement anew at its first five uses
+constexpr int kWarmUps = 8;  // the server replans a prepared statement at its first five uses
 
-/// One way to ask for pages: from a distance, announcing or not.
-class Way {
+/// Requests pages at one latency, with or without prefetching, and measures them.
+class Setup {
  public:
-  Way(const PostgresqlServer& server, const RegionalSettings& regional, std::chrono::nanoseconds distance,
-      bool isAnnouncing, std::string_view user)
-      : proxy_(server.Port(), distance),
+  Setup(const PostgresqlServer& server, const RegionalSettings& regional, std::chrono::nanoseconds latency,
+        bool isPrefetching, std::string_view user)
+      : proxy_(server.Port(), latency),
         driver_(regional),
-        unannounced_(driver_),
-        visitor_(isAnnouncing ? static_cast<DatabaseDriver&>(driver_) : unannounced_,
+        nonPrefetching_(driver_),
+        visitor_(isPrefetching ? static_cast<DatabaseDriver&>(driver_) : nonPrefetching_,
                  server.Address("calendar", proxy_.Port()), regional, user) {}
 
   void WarmUp(const MeasuredPage& page) {
     for (int i = 0; i < kWarmUps; ++i) Try(visitor_, page);
     times_.clear();
-    asked_ = roundTrips_ = 0;
+    requests_ = roundTrips_ = 0;
   }
   void Measure(const MeasuredPage& page) {
     const std::uint64_t before = proxy_.RoundTrips();
@@ -56,61 +56,62 @@ class Way {
       times_.push_back(Clock::now() - start);
     }
     roundTrips_ += proxy_.RoundTrips() - before;
-    asked_ += kPagesInRound;
+    requests_ += kPagesInRound;
   }
   Milliseconds MedianTime() {
     const auto middle = times_.begin() + static_cast<std::ptrdiff_t>(times_.size() / 2);
     std::nth_element(times_.begin(), middle, times_.end());
     return *middle;
   }
-  double RoundTrips() const { return static_cast<double>(roundTrips_) / static_cast<double>(asked_); }
+  double RoundTrips() const { return static_cast<double>(roundTrips_) / static_cast<double>(requests_); }
   std::size_t Statements(const MeasuredPage& page) { return visitor_.Statements(page.Request).size(); }
 
  private:
   DelayingProxy proxy_;
   PostgresqlDriver driver_;
-  UnannouncedDriver unannounced_;
+  NonPrefetchingDriver nonPrefetching_;
   Visitor visitor_;
   std::vector<Clock::duration> times_;
   std::uint64_t roundTrips_ = 0;
-  std::uint64_t asked_ = 0;
+  std::uint64_t requests_ = 0;
 };
 
-/// Both ways at each distance, the near ones first.
-struct Ways {
-  Ways(const PostgresqlServer& server, const RegionalSettings& regional, std::string_view user) {
-    for (const auto distance : kDistances) {
-      Before.push_back(std::make_unique<Way>(server, regional, distance, false, user));
-      Now.push_back(std::make_unique<Way>(server, regional, distance, true, user));
+/// A setup of either kind for each latency, in ascending order.
+struct Setups {
+  Setups(const PostgresqlServer& server, const RegionalSettings& regional, std::string_view user) {
+    for (const auto latency : kLatencies) {
+      Serial.push_back(std::make_unique<Setup>(server, regional, latency, false, user));
+      Pipelined.push_back(std::make_unique<Setup>(server, regional, latency, true, user));
     }
   }
-  std::vector<std::unique_ptr<Way>> Before;  // unannounced
-  std::vector<std::unique_ptr<Way>> Now;
+  std::vector<std::unique_ptr<Setup>> Serial;  // without prefetching: one query after the other
+  std::vector<std::unique_ptr<Setup>> Pipelined;
 };
 
-void Print(Ways& ways, const MeasuredPage& page, const std::string& name) {
-  const Milliseconds base = ways.Now.front()->MedianTime();
+void Print(Setups& setups, const MeasuredPage& page, const std::string& name) {
+  const Milliseconds base = setups.Pipelined.front()->MedianTime();
   std::cout << std::fixed << std::setprecision(0) << "| " << name << " | "
-            << ways.Now.front()->Statements(page) << " | " << ways.Before.back()->RoundTrips() << " | "
-            << ways.Now.back()->RoundTrips() << " | " << std::setprecision(2) << base.count() << " ms |";
-  for (std::size_t i = 0; i < ways.Now.size(); ++i) {
-    std::cout << ' ' << ways.Before[i]->MedianTime() / base << " | " << ways.Now[i]->MedianTime() / base
-              << " |";
+            << setups.Pipelined.front()->Statements(page) << " | " << setups.Serial.back()->RoundTrips()
+            << " | " << setups.Pipelined.back()->RoundTrips() << " | " << std::setprecision(2) << base.count()
+            << " ms |";
+  for (std::size_t i = 0; i < setups.Pipelined.size(); ++i) {
+    std::cout << ' ' << setups.Serial[i]->MedianTime() / base << " | "
+              << setups.Pipelined[i]->MedianTime() / base << " |";
   }
   std::cout << std::endl;
 }
 
-void MeasurePage(Ways& ways, const MeasuredPage& page, const std::string& name) {
-  for (auto* group : {&ways.Before, &ways.Now}) {
-    for (const auto& way : *group) way->WarmUp(page);
+void MeasurePage(Setups& setups, const MeasuredPage& page, const std::string& name) {
+  for (auto* group : {&setups.Serial, &setups.Pipelined}) {
+    for (const auto& setup : *group) setup->WarmUp(page);
   }
   for (int round = 0; round < kRounds; ++round) {
-    for (std::size_t i = 0; i < ways.Now.size(); ++i) {
-      ways.Before[i]->Measure(page);
-      ways.Now[i]->Measure(page);
+    for (std::size_t i = 0; i < setups.Pipelined.size(); ++i) {
+      setups.Serial[i]->Measure(page);
+      setups.Pipelined[i]->Measure(page);
     }
   }
-  Print(ways, page, name);
+  Print(setups, page, name);
 }
 
 std::filesystem::path PreparedFile(const RegionalSettings& regional) {
@@ -127,17 +128,18 @@ void RunAll() {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   const PostgresqlServer server;
   server.MakeDatabase("calendar", PreparedFile(regional), regional);
-  std::cout << "Round trips and times without announcing and with; times as multiples of the announced page "
-               "at no distance.\n\n"
-               "| page | statements | round trips before | now | time | 0 ms before | now | 0.2 ms before | "
-               "now | 2 ms before | now |\n"
-               "|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n";
-  Ways ways(server, regional, kUser);
+  std::cout
+      << "Round trips and times, serial and pipelined; times as multiples of the pipelined page without "
+         "latency.\n\n"
+         "| page | statements | round trips serial | pipelined | time | 0 ms serial | pipelined | "
+         "0.2 ms serial | pipelined | 2 ms serial | pipelined |\n"
+         "|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n";
+  Setups setups(server, regional, kUser);
   for (const MeasuredPage& page : {LoginPage(), MonthPage(), WeekPage(), EventForm(), MessageForm(),
                                    MessageListPage(), SavedEvent(), SentSuggestion()})
-    MeasurePage(ways, page, page.Name);
-  Ways otherWays(server, regional, kOtherUser);
-  MeasurePage(otherWays, MessageListPage(), "message list, 289 senders");
+    MeasurePage(setups, page, page.Name);
+  Setups otherSetups(server, regional, kOtherUser);
+  MeasurePage(otherSetups, MessageListPage(), "message list, 289 senders");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Pages a second over loopback: the month page against a static file of the same size from the same server, and the
-# server's memory after many pages. Needs build/release/orlune and build/bench/make_calendar_file; scripts/bench.sh
-# makes both. Takes about two minutes.
+# Requests per second over loopback: the month page compared with a static file of the same size from the same server,
+# and the server's memory after many pages. Needs build/release/orlune and build/bench/make_calendar_file, which
+# scripts/bench.sh builds. Takes about two minutes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -56,13 +56,13 @@ log_in() {
   curl -sS -H "Cookie: $cookie" -o "$folder/site/month.html" "$address/month"
   local shown
   shown=$(grep -o 'Shown: ' "$folder/site/month.html" | wc -l)
-  ((shown == 60)) || stop "The page shows $shown occurrences in place of 60."
+  ((shown == 60)) || stop "The page shows $shown occurrences instead of 60."
 }
 
-# Requests a second of the path $1 from wrk, which has to get nothing but answers of status 200.
+# Requests per second for the path $1, measured by wrk; all responses have to have status 200.
 throughput() {
   wrk -t1 -c$connections -d${seconds}s -H "Cookie: $cookie" "$address$1" >"$folder/wrk"
-  ! grep -E 'Non-2xx|Socket errors' "$folder/wrk" >&2 || stop "Not every request was answered."
+  ! grep -E 'Non-2xx|Socket errors' "$folder/wrk" >&2 || stop "Not every response to wrk was 200."
   awk '/^Requests\/sec:/ { print $2 }' "$folder/wrk"
 }
 
@@ -70,14 +70,14 @@ median() {
   sort -n | awk '{ value[NR] = $1 } END { print value[int((NR + 1) / 2)] }'
 }
 
-# Asks $1 times for the page, over $clients connections.
+# Requests the page $1 times, over $clients connections.
 request_pages() {
   local pids=()
   for ((client = 0; client < clients; ++client)); do
     curl -fsS -o /dev/null -H "Cookie: $cookie" "$address/month?n=[1-$(($1 / clients))]" &
     pids+=($!)
   done
-  for pid in "${pids[@]}"; do wait "$pid" || stop "Not every request was answered."; done
+  for pid in "${pids[@]}"; do wait "$pid" || stop "A request for the month page failed."; done
 }
 
 resident_kib() {
@@ -98,6 +98,6 @@ done
 files=$(median <"$folder/files")
 pages=$(median <"$folder/pages")
 echo "bytes: $(stat -c %s "$folder/site/month.html")"
-echo "static files a second: $files"
-echo "month pages a second: $pages"
+echo "static files per second: $files"
+echo "month pages per second: $pages"
 awk -v files="$files" -v pages="$pages" 'BEGIN { printf "month pages to static files: 1 : %.2f\n", files / pages }'

@@ -10,7 +10,7 @@ namespace orlune::bench {
 struct MeasuredPage {
   std::string Name;
   PageRequest Request;
-  /// Whether the answer leads to another page, as it does when something was stored.
+  /// Whether success is a redirect, as after storing something.
   bool IsStored = false;
 };
 
@@ -20,14 +20,13 @@ MeasuredPage WeekPage();
 MeasuredPage EventForm();
 MeasuredPage MessageForm();
 MeasuredPage MessageListPage();
-/// Looks through all calendars, or only one.
 MeasuredPage SearchEverywhere();
 MeasuredPage SearchOneCalendar();
 MeasuredPage SavedEvent();
-/// An event that is suggested to ten users.
+/// Suggests an event to ten users.
 MeasuredPage SentSuggestion();
 
-/// Asks once. Throws std::runtime_error when the answer is not of the page's kind.
+/// Requests the page once. Throws std::runtime_error when `IsStored` does not match the response.
 void Try(Visitor& visitor, const MeasuredPage& page);
 
 }  // namespace orlune::bench

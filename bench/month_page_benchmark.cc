@@ -1,4 +1,4 @@
-// The month page against the statements that it needs, in calendars of several sizes.
+// The month page compared with its bare statements, in calendars of several sizes.
 
 #include <benchmark/benchmark.h>
 
@@ -12,7 +12,7 @@
 namespace orlune::bench {
 namespace {
 
-/// Enough for SQLite's page cache to hold all that the page reads.
+/// Enough to fill SQLite's page cache with everything that the page reads.
 constexpr int kWarmUps = 50;
 
 std::filesystem::path PreparedFile(int eventCount, const RegionalSettings& regional) {

@@ -7,7 +7,7 @@
 
 namespace orlune::bench {
 
-/// Passes everything on to another connection, except what is announced.
+/// Forwards everything to another connection, except `Prefetch`.
 class PassingConnection : public Connection {
  public:
   explicit PassingConnection(std::unique_ptr<Connection> inner) : inner_(std::move(inner)) {}
@@ -28,10 +28,10 @@ class PassingConnection : public Connection {
   std::unique_ptr<Connection> inner_;
 };
 
-/// Another driver, which outlives this one, as it is when nothing is announced to it.
-class UnannouncedDriver : public DatabaseDriver {
+/// Another driver, which must outlive this one, without prefetching.
+class NonPrefetchingDriver : public DatabaseDriver {
  public:
-  explicit UnannouncedDriver(DatabaseDriver& inner) : inner_(inner) {}
+  explicit NonPrefetchingDriver(DatabaseDriver& inner) : inner_(inner) {}
 
   std::unique_ptr<Connection> Open(const std::string& path) override {
     return std::make_unique<PassingConnection>(inner_.Open(path));

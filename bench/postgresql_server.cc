@@ -22,7 +22,7 @@ namespace orlune::bench {
 namespace {
 
 constexpr const char* kNoTimeLimit = "&options=-cstatement_timeout%3D3600000";
-constexpr std::size_t kCopiedAtOnce = 1 << 20;
+constexpr std::size_t kCopyBatchBytes = 1 << 20;
 
 struct ClearRows {
   void operator()(PGresult* result) const noexcept { PQclear(result); }
@@ -45,7 +45,7 @@ Rows Run(const ServerConnection& connection, const std::string& sql) {
   return rows;
 }
 
-/// Runs what the rows of `query` say.
+/// Runs the statements that the rows of `query` contain.
 void RunEach(const ServerConnection& connection, const std::string& query) {
   const Rows rows = Run(connection, query);
   for (int row = 0; row < PQntuples(rows.get()); ++row) Run(connection, PQgetvalue(rows.get(), row, 0));
@@ -78,7 +78,7 @@ void SendRows(const ServerConnection& to, sqlite3_stmt* rows) {
       AppendField(lines, rows, column);
     }
     lines += '\n';
-    if (lines.size() < kCopiedAtOnce) continue;
+    if (lines.size() < kCopyBatchBytes) continue;
     send();
     lines.clear();
   }
@@ -112,7 +112,7 @@ std::string FileText(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The fields of /proc/PID/stat after the name, of which the first is the state.
+/// The fields of /proc/PID/stat that follow the name, from the state on.
 std::vector<std::string> StatFields(int process) {
   const std::string text = FileText("/proc/" + std::to_string(process) + "/stat");
   std::istringstream fields(text.substr(text.rfind(')') + 1));
@@ -131,7 +131,7 @@ std::chrono::nanoseconds OwnTime(int process) {
   return std::chrono::nanoseconds(running);
 }
 
-/// Of the children that are gone.
+/// The time of children that have ended.
 std::chrono::nanoseconds EndedChildrenTime(int process) {
   constexpr std::size_t kUserTime = 13;
   constexpr std::size_t kSystemTime = 14;

@@ -17,18 +17,19 @@ struct CloseConnection {
 };
 using ServerConnection = std::unique_ptr<pg_conn, CloseConnection>;
 
-/// The server that scripts/with_postgresql.sh runs, as its superuser. Everything throws std::runtime_error.
+/// A superuser's connection to the server of scripts/with_postgresql.sh. All functions throw
+/// std::runtime_error.
 class PostgresqlServer {
  public:
   PostgresqlServer();
 
   std::uint16_t Port() const;
-  /// The address of one of its databases, by way of another port when there is a proxy.
+  /// The address of one of its databases; `port` is that of a proxy, 0 for the server's own.
   std::string Address(const std::string& database, std::uint16_t port = 0) const;
-  /// Makes `database` with the rows of a file from `MakeCalendarFile`, as a server is after its upkeep.
+  /// Creates `database` with the rows of a file from `MakeCalendarFile`, vacuumed and analyzed.
   void MakeDatabase(const std::string& database, const std::filesystem::path& file,
                     const RegionalSettings& regional) const;
-  /// The processor time that all processes of the server have used so far.
+  /// The processor time of all processes of the server so far.
   std::chrono::nanoseconds ProcessorTime() const;
 
  private:

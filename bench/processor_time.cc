@@ -1,6 +1,6 @@
-// The processor time that a page takes of the node and of the database, on each engine, in calendars of
-// several sizes and with many calendars to choose from. scripts/with_postgresql.sh has to run it; its
-// arguments choose among the sections growth, work and choice_lists.
+// The processor time of a page in the node and in the database, on each engine, in calendars of several sizes
+// and with many calendars to choose from. Run it with scripts/with_postgresql.sh; its arguments select the
+// sections growth, work and choice_lists, all by default.
 
 #include <algorithm>
 #include <chrono>
@@ -39,7 +39,7 @@ std::chrono::nanoseconds OwnTime() {
          std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
 }
 
-/// For one page.
+/// The processor time of one page.
 struct Cost {
   Microseconds Node;
   Microseconds Database;
@@ -59,16 +59,16 @@ Cost MeasureRound(Visitor& visitor, const MeasuredPage& page, const PostgresqlSe
   const auto nodeBefore = OwnTime();
   const auto databaseBefore = server.ProcessorTime();
   const auto end = Clock::now() + kRoundTime;
-  int asked = 0;
+  int requests = 0;
   do {
     visitor.Ask(page.Request);
-    ++asked;
+    ++requests;
   } while (Clock::now() < end);
-  return {Microseconds(OwnTime() - nodeBefore) / asked,
-          Microseconds(server.ProcessorTime() - databaseBefore) / asked};
+  return {Microseconds(OwnTime() - nodeBefore) / requests,
+          Microseconds(server.ProcessorTime() - databaseBefore) / requests};
 }
 
-/// The same rows in both engines, and somebody in front of each.
+/// The same rows in both engines, and a visitor of each.
 class Calendar {
  public:
   Calendar(const PostgresqlServer& server, const std::filesystem::path& file,
@@ -79,7 +79,7 @@ class Calendar {
         atFile_(sqlite_, file.string(), regional),
         atServer_(postgresql_, AddressOfCopy(server, file, regional), regional) {}
 
-  /// Prints a line for `page`, called `name`.
+  /// Prints a line about `page`, labelled `name`.
   void Measure(const MeasuredPage& page, const std::string& name) {
     std::vector<Cost> file;
     std::vector<Cost> server;
@@ -120,7 +120,7 @@ std::filesystem::path PreparedFile(int events, const RegionalSettings& regional)
   return file;
 }
 
-/// For pages that change it.
+/// A copy that pages may change.
 std::filesystem::path FreshCopy(const std::filesystem::path& file) {
   auto copy = file.parent_path() / "processor_time.db";
   for (const char* const suffix : {"", "-wal", "-shm"}) std::filesystem::remove(copy.string() + suffix);
@@ -160,7 +160,7 @@ using Section = void (*)(const PostgresqlServer&, const RegionalSettings&);
 const std::map<std::string_view, Section> kSections{
     {"choice_lists", MeasureChoiceLists}, {"growth", MeasureGrowth}, {"work", MeasureWork}};
 
-/// Runs the sections named, or all.
+/// Runs the named sections; all when `names` is empty.
 void Run(const std::vector<std::string_view>& names) {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   const PostgresqlServer server;

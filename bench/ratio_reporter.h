@@ -8,12 +8,12 @@
 
 namespace orlune::bench {
 
-/// Prints benchmarks as usual and keeps each one's median time, for ratios at the end.
+/// A console reporter that also records each benchmark's median time, for ratios at the end.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override;
 
-  /// Prints how many times longer `name` takes than `base`; nothing when one of them did not run.
+  /// Prints the time of `name` divided by that of `base`; nothing when one of them did not run.
   void PrintRatio(const std::string& name, const std::string& base);
 
  private:

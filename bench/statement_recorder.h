@@ -8,7 +8,7 @@
 
 namespace orlune::bench {
 
-/// A statement that outlives the request that sent it.
+/// A copy of a statement.
 struct RecordedStatement {
   std::string Text;
   std::vector<ValueSpan> Values;
@@ -16,9 +16,8 @@ struct RecordedStatement {
   operator StatementText() const { return {Text, Values}; }  // NOLINT(google-explicit-constructor)
 };
 
-/// Passes everything on to another driver and keeps the statements that go through, except
-/// those that may fail. Serves one thread and
-/// outlives its connections.
+/// Forwards everything to another driver and records the statements of `Query` and `Execute`. Not
+/// thread-safe; must outlive its connections.
 class StatementRecorder : public DatabaseDriver {
  public:
   explicit StatementRecorder(DatabaseDriver& inner) : inner_(inner) {}

@@ -19,22 +19,22 @@ class NoLanguagePacks : public LocaliserFactory {
   std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
 };
 
-/// What a browser asks for, decoded.
+/// A decoded request.
 struct PageRequest {
   testing::FakeHost::Fields Query;
   testing::FakeHost::Fields Form;
 };
 
-/// A logged-in user in front of the rows of `MakeCalendarFile`, without a network. Used by one thread.
+/// A logged-in user of a database with the rows of `MakeCalendarFile`, without a network. Not thread-safe.
 class Visitor {
  public:
-  /// Logs in. The drivers and `regional` outlive the visitor.
+  /// Logs in. The driver and `regional` must outlive the visitor.
   Visitor(DatabaseDriver& databases, std::string database, const RegionalSettings& regional,
           std::string_view user = kUser);
 
-  /// What one request is answered with; valid until the next one.
+  /// The response to one request; valid until the next one.
   const testing::Answer& Ask(const PageRequest& request) { return Answer(databases_, request); }
-  /// The statements that one request sends, in their order.
+  /// The statements of one request, in order.
   std::vector<RecordedStatement> Statements(const PageRequest& request);
 
  private:
@@ -50,7 +50,7 @@ class Visitor {
   testing::FakeHost host_;
 };
 
-/// How often `sought` stands in `text`.
+/// How often `sought` occurs in `text`.
 int CountOf(std::string_view text, std::string_view sought);
 
 }  // namespace orlune::bench

@@ -1,5 +1,5 @@
-// The pages that people work with, against the statements that they need: saving an event, a search over
-// 100,000 events, and a list of 10,000 messages.
+// Working pages compared with their bare statements: saving an event, searching 100,000 events, and listing
+// 10,000 messages.
 
 #include <stdexcept>
 
@@ -20,7 +20,7 @@ constexpr int kMessages = 10'000;
 /// The events titled `kShownTitle` in calendars that are not hidden.
 constexpr int kShownEvents = 41;
 
-/// A request, and what stands once in its answer for each row that it shows.
+/// A request, and the text that its response contains once for each row.
 struct WorkingPage {
   const char* Name;
   PageRequest Request;
@@ -54,7 +54,7 @@ const std::vector<WorkingPage>& Pages() {
   return pages;
 }
 
-/// A file of its own for each benchmark, since saving changes it.
+/// A separate file for each benchmark, since saving changes it.
 std::filesystem::path FreshFile(const RegionalSettings& regional) {
   const std::filesystem::path folder = ORLUNE_CALENDAR_FOLDER;
   const auto original = folder / (std::to_string(kEvents) + ".db");

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks; docs/performance.md tells what they measure. Arguments go on to Google Benchmark,
-# for example: scripts/bench.sh --benchmark_filter=/20000
+# Builds and runs the benchmarks, which docs/performance.md describes. Arguments are passed to Google Benchmark, for
+# example: scripts/bench.sh --benchmark_filter=/20000
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

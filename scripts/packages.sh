@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034
-# Debian packages that the scripts need; sourced by them. An entry "command:package" is satisfied by the command,
-# wherever it comes from; any other entry names a package.
+# Debian packages that the scripts need; sourced by them. An entry "command:package" is satisfied when the command
+# exists, wherever it comes from; any other entry is the name of a package.
 
 build_packages=(
   g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config ccache:ccache
@@ -33,11 +33,11 @@ as_root() {
   fi
 }
 
-# Installs what is missing of the entries given, and says so.
+# Installs the missing ones of the given packages, and prints their names.
 require_packages() {
   local entry missing=()
   command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
-    stop "This script installs Debian packages, and apt-get is not here. Needed are: ${*##*:}"
+    stop "This script installs Debian packages, but apt-get was not found. Install yourself: ${*##*:}"
   for entry in "$@"; do
     is_installed "$entry" || missing+=("${entry##*:}")
   done
@@ -45,7 +45,7 @@ require_packages() {
 
   echo "Installing Debian packages: ${missing[*]}"
   export DEBIAN_FRONTEND=noninteractive
-  as_root apt-get update -qq </dev/null || stop "The package lists could not be fetched."
+  as_root apt-get update -qq </dev/null || stop "apt-get update failed: check the network and the package sources."
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null ||
     stop "These packages could not be installed: ${missing[*]}"
   for entry in "$@"; do
@@ -53,17 +53,17 @@ require_packages() {
   done
 }
 
-# Installs what the browser tests take from npm.
+# Installs the npm packages of the browser tests.
 require_node_packages() {
   (
     cd tests/browser || exit
     [[ -e node_modules/.package-lock.json && ! package-lock.json -nt node_modules/.package-lock.json ]] ||
       npm ci --no-audit --no-fund </dev/null
-  ) || stop "The packages of the browser tests could not be installed."
+  ) || stop "npm ci failed: the packages of the browser tests are not installed."
 }
 
-# Builds a preset and reports everything that fails, not only the first. Configures once; afterwards the build does
-# so by itself when a CMake file changes.
+# Builds a preset and reports all errors, not only the first. Configures once; afterwards ninja reconfigures when a
+# CMake file changes.
 build_preset() {
   [[ -f build/$1/build.ninja ]] || cmake --preset "$1" || return
   cmake --build --preset "$1" -- -k 0

@@ -1,4 +1,4 @@
-// Makes the pictures of the documentation: node screenshots.mjs FOLDER
+// Takes the screenshots of the documentation: node screenshots.mjs FOLDER
 
 import { mkdir, stat } from 'node:fs/promises';
 import { join } from 'node:path';
@@ -7,12 +7,12 @@ import { kPhone, launchBrowser, startDemo } from '../tests/browser/suite.mjs';
 import { Visitor } from '../tests/browser/visitor.mjs';
 
 const kMostBytes = 200 * 1024;
-// A little smaller than on a screen, so that a whole month fits: the pictures have 1280 x 900 pixels.
+// Scaled down so that a whole month fits: the pictures have 1280 x 900 pixels.
 const kCalendar = { viewport: { width: 1600, height: 1125 }, deviceScaleFactor: 0.8 };
-// The other pages are shown as high as they are.
+// The other pages are captured in full height.
 const kForm = { viewport: { width: 1000, height: 200 } };
 
-/** What each picture shows: `steps` lead from the page `query` to it. */
+/** The screenshots: `steps` are run on the page `query` before it is captured. */
 const kPictures = [
   { file: 'month.png', user: 'asa', query: '?p=c&dm=month', window: kCalendar },
   { file: 'group_view.png', user: 'asa', query: '?p=c&cn=@salesfloor&dm=week', window: kForm },

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the pictures in docs/images anew, from the release executable and the demo company.
+# Updates the screenshots in docs/images from the release executable and the demo company.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command with a PostgreSQL server of its own: on a free port of the loopback address, in a temporary
-# folder, stopped and removed afterwards. The command finds
+# Runs a command with a temporary PostgreSQL server: on a free port of the loopback address, in a temporary folder,
+# stopped and removed afterwards. The command's environment has
 #   ORLUNE_TEST_POSTGRESQL       the address of an empty database
 #   ORLUNE_TEST_POSTGRESQL_DATA  the server's data folder
 #   ORLUNE_TEST_POSTGRESQL_CTL   pg_ctl, as the server's user, for that folder: append "restart" or "stop"
@@ -39,7 +39,7 @@ cd "$folder"
 "${as_server[@]}" "$programs/initdb" -D "$folder/data" -U orlune --auth=trust --encoding=UTF8 --locale=C.UTF-8 \
   --no-sync >"$folder/initdb.log" || { cat "$folder/initdb.log" >&2; exit 1; }
 port=$(free_port)
-# What is tested is this system, not the disk: a restart loses nothing that the server has written.
+# Without fsync the tests are faster; only a crash of the machine could lose data.
 cat >>"$folder/data/postgresql.conf" <<EOF
 listen_addresses = '127.0.0.1'
 port = $port

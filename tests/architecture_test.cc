@@ -17,7 +17,7 @@ using Names = std::set<std::string>;
 /// A line of the table in docs/architecture.md.
 struct Folder {
   Names MayInclude;
-  Names Libraries;  ///< third-party headers that it may include, by their first folder or their name
+  Names Libraries;  ///< third-party headers that it may include, by first folder or name
 };
 
 std::vector<std::string> Matches(const std::string& text, const std::regex& pattern) {
@@ -33,7 +33,7 @@ Names CodeNames(const std::string& cell) {
   return {names.begin(), names.end()};
 }
 
-/// The table whose lines read: | `folder` | purpose | folders that it may include | libraries |
+/// The table with the lines: | `folder` | purpose | folders that it may include | libraries |
 std::map<std::string, Folder> AllowedIncludes() {
   static const std::regex kCell(R"(\|([^|]*))");
   std::map<std::string, Folder> folders;
@@ -80,7 +80,7 @@ std::string LibraryOf(const std::string& header) {
   return header.ends_with(".h") ? header : "";
 }
 
-/// Whether `from` leads to `to` over one or more allowed includes.
+/// Whether `from` may include `to` directly or indirectly.
 bool Reaches(const std::map<std::string, Folder>& folders, const std::string& from, const std::string& to,
              Names& visited) {
   for (const std::string& next : folders.at(from).MayInclude) {

@@ -1,6 +1,6 @@
-// What the pages do beyond their HTML. The shipped configuration links it with HeadData.
+// Enhances the pages, which work without it. The shipped configuration links it in HeadData.
 
-// Group views: the cell of a member is painted in the colours that are chosen for it, again at every choice.
+// Group views: paints the cell of each member in its selected colours, and again at each change.
 (function () {
   const form = document.forms.acForm;
   if (!form) return;

@@ -9,15 +9,16 @@
 #include <utility>
 #include <vector>
 
-#include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
-#include <sys/resource.h>
+#include <unistd.h>
 
 #include "app/clocks.h"
 #include "app/configuration.h"
 #include "app/configuration_reader.h"
 #include "app/database_health.h"
+#include "app/file_limit.h"
 #include "app/page_runner.h"
+#include "app/patient_log.h"
 #include "app/regions.h"
 #include "app/secret_key_file.h"
 #include "app/session_stores.h"
@@ -61,23 +62,29 @@ std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
   return std::make_unique<SystemClock>();
 }
 
-// Every connection may have a file open besides its socket.
-void RaiseFileLimit() {
-  rlimit limit{};
-  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
-  limit.rlim_cur = limit.rlim_max;
-  setrlimit(RLIMIT_NOFILE, &limit);
+HostLimits LimitsOf(const Configuration& configuration, std::size_t descriptors, spdlog::logger& log) {
+  HostLimits limits;
+  limits.Connections = {static_cast<std::size_t>(configuration.Connections),
+                        static_cast<std::size_t>(configuration.ConnectionsPerAddress),
+                        static_cast<std::size_t>(configuration.ReservedConnections)};
+  limits.Times.ReplyBytes = static_cast<std::size_t>(configuration.ReplyMegabytes) << 20U;
+  const std::size_t wanted = limits.MostSockets();
+  const std::size_t available = DescriptorsForConnections(descriptors);
+  if (wanted <= available) return limits;
+  limits.Connections.Total = std::max<std::size_t>(limits.Connections.Total * available / wanted, 1);
+  log.warn("the limit of {} file descriptors (ulimit -n) leaves {} of {} connections", descriptors,
+           limits.Connections.Total, configuration.Connections);
+  return limits;
 }
 
 }  // namespace
 
 void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
-  RaiseFileLimit();
+  const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
   const unsigned threads = ThreadCount(configuration);
-  const auto log =
-      std::make_shared<spdlog::logger>("orlune", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+  const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
   Regions regions(configuration, threads, *log);
   LangPackFactory localisers(configuration.Site / "lang",
@@ -108,10 +115,10 @@ void Serve(const ServeOptions& options) {
   ListeningSocket socket(configuration.Listen);
   const std::string address = "http://" + socket.Address() + configuration.Pages.front().Path;
   {
-    HttpHost host(
-        std::move(socket), threads, HostLimits(),
-        [&website](const RequestMessage& request) { return website.Answer(request); },
-        SecurityHeaders(configuration.ContentSecurityPolicy));
+    HttpHost host({std::move(socket), threads, LimitsOf(configuration, descriptors, *log),
+                   TrustedProxies(configuration.TrustedProxies), *log,
+                   [&website](const RequestMessage& request) { return website.Answer(request); },
+                   SecurityHeaders(configuration.ContentSecurityPolicy)});
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
     stopSignals.Wait();

@@ -28,6 +28,13 @@ constexpr ServerSetting kServerSettings[] = {
     {"content_security_policy", &Configuration::ContentSecurityPolicy, "what pages may load; \"\": anything"},
     {"hsts_seconds", NumberSetting{&Configuration::HstsSeconds, 0, 63'072'000},
      "how long browsers use HTTPS without asking"},
+    {"connections", NumberSetting{&Configuration::Connections, 1, 1'000'000}, "most connections at a time"},
+    {"connections_per_address", NumberSetting{&Configuration::ConnectionsPerAddress, 1, 1'000'000},
+     "most of one address; less while there are few free ones"},
+    {"reserved_connections", NumberSetting{&Configuration::ReservedConnections, 0, 1'000'000},
+     "of these, for addresses that have none"},
+    {"reply_megabytes", NumberSetting{&Configuration::ReplyMegabytes, 1, 1'000'000},
+     "most memory for pages that are being sent"},
 };
 
 constexpr PageSetting kPageSettings[] = {
@@ -65,7 +72,7 @@ struct DefaultText {
 
 void Describe(std::string& text, std::string_view name, std::string_view type, std::string_view help,
               std::string_view defaultText) {
-  fmt::format_to(std::back_inserter(text), "  {:<21}{:<15}{} (default {})\n", name, type, help, defaultText);
+  fmt::format_to(std::back_inserter(text), "  {:<24}{:<15}{} (default {})\n", name, type, help, defaultText);
 }
 
 }  // namespace

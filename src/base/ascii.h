@@ -9,7 +9,7 @@ inline bool IsAscii(char c) {
 }
 bool IsAscii(std::string_view text);
 
-/// Only A to Z change.
+/// Changes A to Z only.
 inline char ToLowerAscii(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }

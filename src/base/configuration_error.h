@@ -4,8 +4,8 @@
 
 namespace orlune {
 
-/// What was asked for on the command line or in the configuration cannot be done. `what()` is a sentence for
-/// the person who configures the server.
+/// The command line or the configuration is invalid, or cannot be carried out. `what()` is a sentence for the
+/// operator.
 class ConfigurationError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -14,7 +14,7 @@ void AppendTwoDigits(std::string& text, int number) {
   text += static_cast<char>('0' + number % 10);
 }
 
-/// Takes a text between apostrophes off the front of `pattern`.
+/// Consumes a text between apostrophes at the front of `pattern`.
 std::string TakeQuoted(std::string_view& pattern) {
   std::string quoted;
   pattern.remove_prefix(1);

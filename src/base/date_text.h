@@ -8,20 +8,20 @@
 
 namespace orlune {
 
-/// The long date of the region, with the words of `names`.
+/// `date` by the long date pattern of `names`, such as "Monday, March 15, 2004".
 std::string FormatLongDate(const DateNames& names, Date date);
-/// The month, standing alone, a blank, and the year.
+/// The stand-alone month name, a space and the year: "March 2004".
 std::string FormatMonthAndYear(const DateNames& names, Date date);
 const std::string& WeekdayName(const DateNames& names, Date date);
 const std::string& AbbreviatedWeekdayName(const DateNames& names, Date date);
-/// The month, standing alone.
+/// The stand-alone form, as over a calendar page.
 const std::string& MonthName(const DateNames& names, Date date);
 const std::string& AbbreviatedMonthName(const DateNames& names, Date date);
 int YearNumber(Date date);
-/// The year in four digits.
+/// The year with at least four digits: "0100".
 std::string FormatYear(Date date);
 
-/// `time` by the user's clock: "Hh:Nn" gives 14:30, "Hh:Nn AM/PM" gives 02:30 PM.
+/// `timeFormat` is "Hh:Nn" for 14:30 or "Hh:Nn AM/PM" for 02:30 PM.
 std::string FormatTime(std::string_view timeFormat, TimeOfDay time);
 
 }  // namespace orlune

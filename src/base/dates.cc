@@ -31,7 +31,7 @@ struct Number {
   std::size_t Digits = 0;
 };
 
-/// Takes up to `mostDigits` digits off the front of `text`.
+/// Consumes up to `mostDigits` digits at the front of `text`.
 Number TakeNumber(std::string_view& text, std::size_t mostDigits) {
   Number number;
   while (number.Digits < mostDigits && number.Digits < text.size() && text[number.Digits] >= '0' &&
@@ -85,7 +85,7 @@ std::optional<Date> ParseInOrder(const std::array<DateField, 3>& order, std::str
   return ValidDate(*fullYear, part(DateField::kMonth).Value, part(DateField::kDay).Value);
 }
 
-/// Writes `number` with at least `width` digits.
+/// Pads `number` with zeros to at least `width` digits.
 char* WriteNumber(char* to, int number, int width) {
   std::array<char, 12> digits{};
   const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;

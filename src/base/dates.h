@@ -9,24 +9,24 @@
 
 namespace orlune {
 
-/// The first and the last day that the system knows: 1 January 100 and 31 December 9999. Arithmetic that
-/// would leave the range stays at its end.
+/// The supported range of dates: 1 January 100 to 31 December 9999. Date arithmetic clamps to it.
 extern const Date kFirstDate;
 extern const Date kLastDate;
 
 /// `date` in the region's short form: numeric, with a year of four digits.
 std::string FormatShortDate(const RegionalSettings& regional, Date date);
-/// The short date, a blank, and the time as hh:mm:ss.
+/// The short date, a space, and the time as hh:mm:ss.
 std::string FormatDateTime(const RegionalSettings& regional, const DateTime& dateTime);
 
-/// Reads a date in the region's own numeric order, its parts separated by any one of "/", "-" and ".", with a
-/// year of four or of two digits (00-29 are 2000s, 30-99 are 1900s), or as year-month-day with "-". Blanks
-/// around are ignored. Nothing when the text is no such date.
+/// Parses a date in the region's numeric order, its parts separated by "/", "-" or "." throughout, with a
+/// year of four or two digits (00-29 are 2000-2029, 30-99 are 1930-1999); or in any region as year-month-day
+/// with
+/// "-" and a four-digit year. Surrounding blanks are ignored. Nothing when the text is not such a date.
 std::optional<Date> ParseDate(const RegionalSettings& regional, std::string_view text);
-/// Reads h:mm or hh:mm, optionally followed by :ss and by AM or PM; blanks around are ignored. Nothing when
-/// the text is no such time.
+/// Parses h:mm or hh:mm, optionally followed by :ss and by AM or PM. Surrounding blanks are ignored. Nothing
+/// when the text is not such a time.
 std::optional<TimeOfDay> ParseTime(std::string_view text);
-/// Reads what `FormatDateTime` writes, or a date alone as its midnight.
+/// Parses the format of `FormatDateTime`; a date alone is its midnight.
 std::optional<DateTime> ParseDateTime(const RegionalSettings& regional, std::string_view text);
 
 Date AddDays(Date date, int days);
@@ -34,7 +34,7 @@ Date AddDays(Date date, int days);
 Date AddMonths(Date date, int months);
 
 bool IsLeapYear(int year);
-/// `month` runs from 1.
+/// `month` is 1 to 12.
 int DaysInMonth(int month, int year);
 Date LastDayOfMonth(Date date);
 /// 1 to 31.

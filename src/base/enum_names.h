@@ -16,7 +16,7 @@ constexpr std::string_view NameOf(const EnumNames<count>& names, Enum value) {
   return names[static_cast<std::size_t>(value)];
 }
 
-/// Nothing when no value has this name.
+/// The value called `name`, case-sensitive; nothing when there is none.
 template <class Enum, std::size_t count>
 constexpr std::optional<Enum> ValueNamed(const EnumNames<count>& names, std::string_view name) {
   for (std::size_t i = 0; i < count; ++i) {

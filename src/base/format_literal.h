@@ -5,8 +5,8 @@
 
 namespace orlune {
 
-/// A string literal of the source with `count` places "{}" for the parts of a page or a statement; another
-/// number of places does not compile.
+/// A string literal with `count` placeholders "{}" for the parts of a page or a statement; any other number
+/// of placeholders is a compile error.
 template <std::size_t count>
 class FormatLiteral {
  public:

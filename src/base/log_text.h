@@ -5,7 +5,7 @@
 
 namespace orlune {
 
-/// `text` for one line of the log: control characters become blanks, and a long text is cut.
+/// `text` for one line of the log: control characters become spaces, and a long text is truncated.
 std::string OneLine(std::string_view text);
 
 }  // namespace orlune

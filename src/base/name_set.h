@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-/// The calendars that a text list names, found quickly and ignoring case. Empty items name nothing.
+/// The names in a text list, for fast lookups ignoring case. Empty items are not members.
 class NameSet {
  public:
   explicit NameSet(std::string_view listText);

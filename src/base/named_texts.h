@@ -11,12 +11,12 @@ namespace orlune {
 /// Texts by their names, such as the parameters of a query or the fields of a form.
 class NamedTexts {
  public:
-  /// A name that was added before reads as its values joined by ", ".
+  /// Values that are added under one name are joined with ", ".
   void Add(std::string_view name, std::string_view value);
-  /// Replaces what the name had.
+  /// Replaces the value of the name.
   void Set(std::string_view name, std::string_view value);
   void Remove(std::string_view name);
-  /// The text of that name, or "". The view lives until the text changes.
+  /// The value, or "". The view is valid until that value changes.
   std::string_view Find(std::string_view name) const;
 
   std::size_t size() const { return texts_.size(); }

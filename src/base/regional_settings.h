@@ -5,22 +5,21 @@
 
 namespace orlune {
 
-/// The words that dates are written with. Months run from January, weekdays from Sunday.
+/// Names of months, from January on, and weekdays, from Sunday on.
 struct DateNames {
-  std::array<std::string, 12> Months;             ///< standing alone, as over a calendar page
-  std::array<std::string, 12> AbbreviatedMonths;  ///< standing alone
-  std::array<std::string, 12> LongDateMonths;     ///< as the long date inflects them
+  std::array<std::string, 12> Months;             ///< stand-alone form, as over a calendar page
+  std::array<std::string, 12> AbbreviatedMonths;  ///< stand-alone form
+  std::array<std::string, 12> LongDateMonths;     ///< as inflected in the long date
   std::array<std::string, 7> Weekdays;
   std::array<std::string, 7> AbbreviatedWeekdays;
   /// "dddd" stands for the weekday, "mmmm" for the long date's month, "d" and "dd" for the day, "yyyy" for
-  /// the year; a text between apostrophes and every other character stand for themselves, two apostrophes for
-  /// one.
+  /// the year. Text between apostrophes and all other characters are literal; two apostrophes are one.
   std::string LongDatePattern;
 };
 
 enum class DateField { kDay, kMonth, kYear };
 
-/// How one region writes dates; data only.
+/// The date formats of one region.
 struct RegionalSettings {
   std::string Region;  ///< such as "en_US"
   std::array<DateField, 3> ShortDateOrder;

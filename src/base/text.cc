@@ -16,7 +16,8 @@ const std::ctype<wchar_t>& UnicodeCharacters() {
   return std::use_facet<std::ctype<wchar_t>>(kUnicode);
 }
 
-/// Takes one well-formed multi-byte code point off `text`, or returns 0 and takes nothing.
+/// Consumes one well-formed multi-byte code point of `text`; returns 0, consuming nothing, when there is
+/// none.
 char32_t TakeCodePoint(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : byte(0) >= 0xC2 ? 2 : 0;

@@ -9,30 +9,30 @@
 
 namespace orlune {
 
-/// `text` in lower case, code point by code point, whatever the region. Invalid UTF-8 stays as it is.
+/// `text` in lower case, code point by code point, the same in every region. Invalid UTF-8 is left unchanged.
 std::string ToLower(std::string_view text);
 
-/// Whether `text` is one or more of the digits 0 to 9 and nothing else.
+/// Whether `text` consists of digits 0 to 9, at least one.
 bool IsDigits(std::string_view text);
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
-/// The first code point of `text`; "" when there is none.
+/// The first code point of `text`; "" when `text` is empty.
 std::string_view FirstCharacter(std::string_view text);
 
-/// `text` without its first code point; "" when there is none.
+/// `text` without its first code point; "" when `text` is empty.
 std::string_view WithoutFirstCharacter(std::string_view text);
 
-/// Replaces every occurrence of `from`, which is not empty.
+/// Replaces every occurrence of `from`, which must not be empty.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
-/// `text` with its "&" written so that a page shows what looks like a character reference as it stands.
+/// Escapes "&" so that a browser does not decode character references in `text`: it shows "&#39;" as such.
 std::string WithReferencesShown(std::string_view text);
 
-/// `text` without the blanks and tabs at its ends.
+/// `text` without leading and trailing spaces and tabs.
 std::string_view TrimBlanks(std::string_view text);
 
-/// The whole number that is all of `text`; nothing when the text is anything else, or out of range.
+/// Parses all of `text` as a decimal integer; nothing when it is anything else, or out of range.
 template <std::integral Number = int>
 std::optional<Number> WholeNumber(std::string_view text) {
   Number number = 0;

@@ -8,16 +8,18 @@
 
 namespace orlune {
 
-/// Reads "%" and two hexadecimal digits as a byte; any other "%" stands for itself.
+/// Decodes "%" and two hexadecimal digits as a byte; any other "%" is literal.
 std::string DecodePercent(std::string_view text);
-/// The path of an address with its escapes read; nothing when one is malformed.
+/// Percent-decodes the path of a URL; nothing when an escape is malformed.
 std::optional<std::string> DecodePath(std::string_view path);
 
-/// The names and values of a query, or of a text that `EncodeQuery` made. Valid UTF-8.
+/// The decoded names and values of a URL's query or an encoded form, repaired to valid UTF-8.
 NamedTexts DecodeQuery(std::string_view query);
+/// The inverse of `DecodeQuery`.
 std::string EncodeQuery(const NamedTexts& texts);
 
-/// `url` for a header: what may not stand in an address, line ends above all, is escaped; escapes stay.
+/// `url` for a header: characters that a URL must not contain, such as line ends, are percent-encoded;
+/// existing escapes are kept.
 std::string EncodeUrl(std::string_view url);
 
 }  // namespace orlune

@@ -11,7 +11,7 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 struct LeadByte {
   unsigned char First;
   unsigned char Last;
-  unsigned char SecondFrom;  // the range of the second byte keeps out overlong forms and surrogates
+  unsigned char SecondFrom;  // the range of the second byte excludes overlong forms and surrogates
   unsigned char SecondTo;
   std::size_t Length;
 };
@@ -27,7 +27,7 @@ bool IsBetween(char c, unsigned char first, unsigned char last) {
   return byte >= first && byte <= last;
 }
 
-// The length of the well-formed character that `text` begins with, 0 when it begins with none.
+// The length of the well-formed UTF-8 sequence that `text` begins with; 0 when there is none.
 std::size_t CharacterLength(std::string_view text) {
   for (const LeadByte& lead : kLeadBytes) {
     if (!IsBetween(text[0], lead.First, lead.Last)) continue;

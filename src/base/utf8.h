@@ -4,7 +4,7 @@
 
 namespace orlune {
 
-/// `text` as valid UTF-8 without NUL: every byte that has no place in it becomes U+FFFD.
+/// `text` as valid UTF-8 without NUL: each invalid byte becomes U+FFFD.
 std::string RepairUtf8(std::string text);
 
 /// Appends a code point as UTF-8.

@@ -4,7 +4,7 @@
 
 namespace orlune {
 
-/// Major, minor and revision of the component.
+/// Major, minor and patch version.
 inline constexpr std::string_view kVersion = "1.0.0";
 
 inline constexpr std::string_view kProductHomeUrl = "https://orlune.example/";

@@ -8,7 +8,7 @@
 
 namespace orlune {
 
-/// A user's week: the day that it begins on and the days that are its weekend.
+/// A user's week: its first day and its weekend.
 class Week {
  public:
   /// `firstDayOfWeek` is 1 (Sunday) to 7 (Saturday); `weekend` lists weekday numbers joined with ", ".
@@ -16,12 +16,12 @@ class Week {
 
   /// 1 for the first day of the week to 7 for its last.
   int Position(Date date) const;
-  /// The first day of the week that holds `date`.
+  /// The first day of the week that contains `date`.
   Date Start(Date date) const;
-  /// 1 to 53. Week 1 is the first one with at least four days in its year; weeks that begin on Monday are
-  /// numbered as ISO 8601 does.
+  /// 1 to 53. Week 1 is the first one with at least four days in its year; for weeks from Monday on that is
+  /// the ISO 8601 week number.
   int WeekNumber(Date date) const;
-  /// The weekend's weekday numbers as positions in this week, in the order that they are listed.
+  /// The weekend days as positions in this week, joined with ", " in the order in which they were given.
   const std::string& WeekendPositions() const { return weekendPositions_; }
   bool IsWeekend(Date date) const { return isWeekend_[static_cast<std::size_t>(Position(date))]; }
 

@@ -12,6 +12,7 @@
 #include "request/texts.h"
 #include "request/visitor_loading.h"
 #include "store/schema_upgrade.h"
+#include "store/sessions_table.h"
 
 namespace orlune {
 namespace {
@@ -154,7 +155,7 @@ void Orlune::Answer(Connection& database, SessionValues& session) {
 void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
   const LoadedVisitor loaded = LoadVisitor(hosting_, context_, surroundings_, session, database);
   if (!loaded.HasAccount) {
-    // What a user whose account was deleted or renamed changed from now on would be nobody's.
+    // Changes of a user whose account was deleted or renamed would belong to no calendar.
     session.Logout();
     context_.Response->Redirect(hosting_.ScriptName);
     return;
@@ -169,6 +170,7 @@ void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
 void Orlune::AnswerLogin(Connection& database, SessionValues& session) {
   const bool isLeaving = !session.Get("Login").empty() && context_.Request->QueryParameter("p") == "l" &&
                          !hosting_.ExitToURL.empty() && context_.Request->FormFieldCount() == 0;
+  EndSealedLogin(database, session);
   session.Logout();
   if (isLeaving) {
     context_.Response->Redirect(hosting_.ExitToURL);
@@ -192,6 +194,16 @@ Visit Orlune::VisitFor(const PageContext& context, Connection& database, Session
           surroundings_.Clock,
           surroundings_.Passwords,
           surroundings_.Logins};
+}
+
+// Copies of the cookie that somebody else may have are worth nothing after a logout.
+void Orlune::EndSealedLogin(Connection& database, const SessionValues& session) const {
+  const std::string loginId = session.Get("LoginId");
+  if (!hosting_.UseCookie || loginId.empty()) return;
+  const auto secondsOf = [](Date day) { return std::chrono::seconds(day.time_since_epoch()).count(); };
+  // A day more for each of the two clocks, the civil one of cookies and that of the table in UTC.
+  EndLogin(database, loginId, secondsOf(hosting_.ExpireCookie + std::chrono::days{2}),
+           secondsOf(today_ - std::chrono::days{1}));
 }
 
 PageContext Orlune::ContextFor(const Visitor& visitor) const {

@@ -16,7 +16,7 @@ class Orlune {
  public:
   explicit Orlune(const Surroundings& surroundings);
 
-  /// Takes over the request. Comes before `Execute`.
+  /// Sets the request to answer. Must be called before `Execute`.
   void OnStartPage(const ScriptingContext& passedScriptingContext);
   /// Answers the request with a page or a redirect. Throws DatabaseError when a statement fails.
   void Execute();
@@ -34,9 +34,9 @@ class Orlune {
   /// Keeps the session in the cookie "OLOR" instead of the server's session.
   void UseCookie(bool use);
   void ExpireCookie(Date day);
-  /// A text that is no date is ignored.
+  /// A text that is not a date is ignored.
   void ExpireCookie(std::string_view day);
-  /// Where logging out leads.
+  /// The URL to redirect to after a logout.
   void ExitToURL(std::string url);
   void ShowTitle(bool show);
   void NoMessaging(bool hide);
@@ -58,6 +58,7 @@ class Orlune {
   void Answer(Connection& database, SessionValues& session);
   void AnswerLoggedIn(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
+  void EndSealedLogin(Connection& database, const SessionValues& session) const;
   Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;
   PageContext ContextFor(const Visitor& visitor) const;
   SessionValues Session() const { return {hosting_, context_, today_}; }

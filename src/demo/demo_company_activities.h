@@ -7,7 +7,7 @@
 
 namespace orlune::demo {
 
-/// Something that a person does once. "{client}" and "{colleague}" stand for names.
+/// A single event of a person. "{client}" and "{colleague}" are replaced by names.
 struct Activity {
   std::string_view Title;
   std::string_view EventType;
@@ -17,8 +17,7 @@ struct Activity {
   std::string_view Begin = {};  ///< "hh:mm", or "": at any hour
 };
 
-/// A person's or group's event that repeats. Its kind of repetition follows from what is set: `Frequency` for
-/// weekdays, `Days` for days of the month.
+/// A repeating event of a person or a group: by weekday when `Frequency` is set, otherwise monthly on `Days`.
 struct Regular {
   std::string_view Owner;
   std::string_view Title;
@@ -33,7 +32,7 @@ struct Regular {
   bool IsPrivate = false;
 };
 
-/// An event on every day of a stretch, counted in days from the Monday of the week that it is made around.
+/// A daily event of several days. `FirstDay` is relative to the Monday of the current week.
 struct Stretch {
   std::string_view Owner;
   std::string_view Title;
@@ -56,9 +55,9 @@ struct Anniversary {
   std::string_view Comments = {};
 };
 
-/// What fills the working days of a department.
+/// Activities on working days of a department.
 std::span<const Activity> ActivitiesOf(Department department);
-/// What any of them may have besides.
+/// Further activities on working days of any department.
 std::span<const Activity> CommonActivities();
 std::span<const Activity> EveningActivities();
 std::span<const Activity> WeekendActivities();

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kMonthsAround = 4;
 
-/// Throws the same numbers in every build: the demo is the same for everybody who makes it on one day.
+/// The same sequence in every build, so that the demo depends on nothing but the day.
 class Dice {
  public:
   explicit Dice(std::uint32_t seed) : engine_(seed) { engine_.discard(10); }
@@ -85,7 +85,7 @@ class EventWriter {
   const RegionalSettings* regional_;
 };
 
-/// Fills one person's days with what happens once.
+/// Writes the single events of one person.
 class PersonalCalendar {
  public:
   PersonalCalendar(const EventWriter& events, const Person& person, std::uint32_t seed)
@@ -182,7 +182,7 @@ OL_Event EveryYear(std::string_view owner, std::string_view title, Date first, W
   return event;
 }
 
-/// The day in the year before `today`, so that this year's is a repetition.
+/// The day in the year before `today`, so that this year's occurrence is a repetition.
 Date LastYears(Date today, int month, int day) {
   const auto year = std::chrono::year_month_day{today}.year() - std::chrono::years{1};
   return year / month / day;

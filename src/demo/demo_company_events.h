@@ -6,8 +6,8 @@
 
 namespace orlune::demo {
 
-/// Writes the events of every person and group, from four months before `today` to four months after; what
-/// repeats goes on for a year. Throws DatabaseError.
+/// Writes the events of every person and group from four months before `today` to four months after;
+/// repeating events end after a year. Throws DatabaseError.
 void AddEvents(Connection& database, const RegionalSettings& regional, Date today);
 
 }  // namespace orlune::demo

@@ -18,8 +18,8 @@
 namespace orlune::demo {
 namespace {
 
-/// "{yesterday}" in the content stands for the date of the day before. No recipient: everybody, the sender
-/// too.
+/// "{yesterday}" in the content is replaced by the date of the day before. An empty recipient is everybody,
+/// including the sender.
 struct Message {
   std::string_view Sender;
   std::string_view Recipient;
@@ -82,7 +82,7 @@ struct Answer {
   std::string_view Comments = {};
 };
 
-/// An event that `Sender` suggests, `DaysAhead` of today or on the Monday after that.
+/// An event suggested by `Sender`, `DaysAhead` days from today, moved to Monday when that is a weekend.
 struct Suggestion {
   std::string_view Sender;
   std::string_view Title;
@@ -142,7 +142,7 @@ std::string SuggestionText(const OL_Event& event, const RegionalSettings& region
   return text.append(EnglishText(Text::kEventComments)).append(" ").append(event.Comments);
 }
 
-/// The note that comes with an answer.
+/// The notification of an answer.
 OutgoingMessage AnswerMessage(const OL_Event& event, const Answer& answer, SuggestionState state) {
   const Text word = state == SuggestionState::kAccepted ? Text::kAccepted : Text::kDeclined;
   return {.Sender = std::string(answer.Recipient),

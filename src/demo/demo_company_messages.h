@@ -6,12 +6,11 @@
 
 namespace orlune::demo {
 
-/// Writes what people wrote each other in the two weeks before `today`, read and unread. Throws
-/// DatabaseError.
+/// Writes messages of the two weeks before `today`, read and unread. Throws DatabaseError.
 void AddMessages(Connection& database, const RegionalSettings& regional, Date today);
 
-/// Writes suggested events for the weeks to come: the sender's copies, the recipients' with their answers,
-/// and the messages that tell of both. Throws DatabaseError.
+/// Writes suggestions for the next two weeks: the sender's copies, the recipients' copies with their answers,
+/// and the messages about them. Throws DatabaseError.
 void AddSuggestions(Connection& database, const RegionalSettings& regional, Date today);
 
 }  // namespace orlune::demo

@@ -5,7 +5,7 @@
 
 namespace orlune::demo {
 
-/// What a person's working days are filled with.
+/// Determines the activities of a person's working days.
 enum class Department { kOffice, kEngineering, kSales, kManagement };
 
 /// A user account. `Groups`, `AdminOfGroups` and `Weekend` are lists joined with ", "; `StyleSheet` counts
@@ -63,7 +63,7 @@ inline constexpr std::array<Group, 5> kGroups{{
     {"board",       "Board",        true},
 }};
 
-/// A group view; the three lists are joined with ", " and belong together place by place.
+/// A group view; the three text lists correspond by position.
 struct View {
   std::string_view Owner;
   std::string_view Name;

@@ -9,8 +9,8 @@
 
 namespace orlune {
 
-/// Adds a choice for each calendar: its value is the name, its label the display name, of a group in
-/// brackets. `ending` follows each.
+/// Appends an OPTION for each calendar: its value is the name, its label the display name, in brackets for a
+/// group. `ending` is appended to each.
 void AddCalendarOptions(Html& list, std::span<const Calendar> calendars,
                         const std::function<bool(std::string_view name)>& isSelected, Markup ending = "");
 

@@ -20,36 +20,34 @@ Markup CheckedWhen(bool isChecked);
 Markup CheckedIf(std::string_view a, std::string_view b);
 /// " SELECTED" when `value` is an item of a text list, else nothing.
 Markup SelectedIf(std::string_view listText, std::string_view value);
-/// The same for an array whose first element is never looked at.
+/// The same for an array, whose first element is ignored.
 Markup SelectedIf(std::span<const std::string> values, std::string_view value);
 
-/// The choice list of the times of a day, `stepMinutes` apart, written by the user's clock; with `withEmpty`
-/// it begins with "- - - -". The entry of the same minute as `selected` is selected.
+/// A SELECT of the times of a day, `stepMinutes` apart, in the user's time format, and "- - - -" first when
+/// `withEmpty`. The time of the same minute as `selected` is selected.
 Html TimeSelect(const PageContext& context, Markup name, std::optional<TimeOfDay> selected, int stepMinutes,
                 bool withEmpty);
 
-/// A text field that shows `value`.
 Html TextInput(const PageContext& context, Markup name, std::string_view value);
 
-/// A field that is sent along and not shown.
 Html HiddenField(Markup name, std::string_view value);
 
-/// A text as the content of a text area, whose first line end a browser would not take for part of it.
+/// A text as the content of a TEXTAREA; repeats a leading line end, since HTML parsers drop the first one.
 Html TextAreaContent(std::string_view text);
 
-/// A button that sends the page's form to the query `query` of the script.
+/// A button that submits the page's form to the script with the query `query`.
 Html ActionButton(const PageContext& context, std::string_view label, const Html& query);
 
-/// The width of a text field: `compatible` for browsers that call themselves so, else `other`.
+/// The SIZE of a text field: `compatible` when `IsCompatibleBrowser`, else `other`.
 int InputSize(const PageContext& context, int other, int compatible);
-/// Opens a form's outer table and in its only cell the table of the form's rows.
+/// Opens a form's outer table and, in its only cell, the table of its rows.
 Html FormTableOpen(const PageContext& context);
-/// A row of a form's table: the text `label`, and what is entered beside it.
+/// A row of a form's table: the text `label`, and its field.
 Html FormRow(const PageContext& context, Text label, const Html& field);
-/// The space between the cells of a page's table.
+/// The value of CELLSPACING.
 Markup CellSpacing(const PageContext& context);
 
-/// The file of an event type's icon, or "cal_redind.gif" when the type or its file is unknown.
+/// The icon file of an event type; "cal_redind.gif" when the type or its file is unknown.
 std::string_view EventTypeIcon(const PageContext& context, std::string_view typeName);
 
 }  // namespace orlune

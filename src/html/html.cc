@@ -13,7 +13,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// Whether `text`, which begins with "<", begins one of the tags that people may use in what they write.
+/// Whether `text`, which begins with "<", begins with a tag that users may enter in texts.
 bool BeginsHarmlessTag(std::string_view text) {
   constexpr std::array<std::string_view, 12> kHarmless{"B",  "I", "U",  "S",  "EM", "STRONG",
                                                        "BR", "P", "HR", "UL", "OL", "LI"};
@@ -29,7 +29,7 @@ bool BeginsHarmlessTag(std::string_view text) {
   });
 }
 
-/// A set of characters, looked up in one step for each character of a text.
+/// A lookup table: faster than `find_first_of`, which compares with each member.
 class CharacterSet {
  public:
   explicit constexpr CharacterSet(std::string_view members) {
@@ -47,8 +47,8 @@ class CharacterSet {
   std::array<bool, 256> isMember_{};
 };
 
-/// Appends `text`, with every character of `special` appended by `replace(rest)` instead, where `rest` begins
-/// with that character; it returns how many characters it has dealt with.
+/// Appends `text`. Where a character of `special` begins `rest`, calls `replace(rest)` instead, which appends
+/// a replacement and returns how many characters it replaced.
 template <class Replace>
 void AppendReplacing(std::string& html, std::string_view text, const CharacterSet& special, Replace replace) {
   for (;;) {
@@ -76,7 +76,7 @@ void AppendAttribute(std::string& html, std::string_view text) {
   });
 }
 
-/// The line ends of scripts beyond ASCII, U+2028 and U+2029, share the first two of their three bytes.
+/// U+2028 and U+2029, which end a line in scripts, share the first two of their three bytes.
 constexpr std::string_view kLineSeparatorStart = "\xE2\x80";
 
 std::size_t AppendScriptCharacter(std::string& html, std::string_view rest) {

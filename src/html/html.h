@@ -14,7 +14,7 @@ namespace orlune {
 
 class Html;
 
-/// Markup of the source itself: only a string literal converts to it.
+/// Fixed markup: only a string literal converts to it.
 class Markup {
  public:
   consteval Markup(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor)
@@ -24,8 +24,8 @@ class Markup {
   std::string_view text_;
 };
 
-/// What fills one place of markup: markup, a number, or a text that says where it is going to stand, so that
-/// it cannot be taken for markup or script there. Refers to its text; lives within one expression.
+/// What replaces one placeholder: markup, a number, or a text with its context, for which it is escaped.
+/// Refers to its text; for use within one expression.
 class HtmlPart {
  public:
   HtmlPart(const Html& html);  // NOLINT(google-explicit-constructor)
@@ -52,21 +52,22 @@ class HtmlPart {
   std::int64_t number_ = 0;
 };
 
-/// Text between tags: a "<" is written as "&lt;" unless it begins one of a few harmless tags without
-/// attributes.
+/// Text between tags: "<" becomes "&lt;" unless it begins one of a few harmless tags without attributes. "&"
+/// is kept: stored texts contain character references.
 HtmlPart Content(std::string_view text);
-/// Text of an attribute value between double quotes.
+/// Text within an attribute value in double quotes.
 HtmlPart Attribute(std::string_view text);
-/// Text of a string between apostrophes in a SCRIPT element. The pairs of backslash and "n" stay line breaks.
+/// Text within a string literal in apostrophes in a SCRIPT element. "\n" as two characters is kept: a line
+/// break.
 HtmlPart Script(std::string_view text);
-/// The same in a script that stands in an attribute between double quotes, where character references would
-/// be decoded first.
+/// The same for a script in an attribute value in double quotes, where character references are decoded
+/// before the script is parsed.
 HtmlPart ScriptAttribute(std::string_view text);
-/// HTML that the hosting page's configuration provides; stands as it is.
+/// HTML from the hosting page's configuration; not escaped.
 HtmlPart ConfiguredHtml(std::string_view text);
 
-/// A page, or a piece of one. Fixed markup comes only from literals of the source; everything else goes in as
-/// a part that knows its place.
+/// A page, or a fragment of one. Fixed markup comes only from string literals; everything else is an
+/// `HtmlPart`, escaped for its context.
 class Html {
  public:
   Html() = default;
@@ -97,7 +98,7 @@ class Html {
   std::string text_;
 };
 
-/// Whether `text` is a colour as HTML writes it: "#" and 3 or 6 hexadecimal digits, or a name of letters.
+/// Whether `text` is a colour in the syntax of HTML: "#" and 3 or 6 hexadecimal digits, or a name of letters.
 bool IsColour(std::string_view text);
 
 }  // namespace orlune

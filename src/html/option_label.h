@@ -6,8 +6,7 @@
 
 namespace orlune {
 
-/// What a choice of a list is called. A browser takes no markup there: a tag left open would swallow the
-/// choices that follow.
+/// The label of an OPTION. All markup is escaped, since an unclosed tag would hide the options that follow.
 Html OptionLabel(std::string_view text);
 
 }  // namespace orlune

@@ -1,20 +1,23 @@
 #include "http/http_host.h"
 
-#include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include <microhttpd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "http/admission.h"
+#include "http/connection_acceptor.h"
 #include "http/mhd_response.h"
 #include "http/request_reader.h"
 
 namespace orlune {
 namespace {
+
+using DaemonThread = std::unique_ptr<MHD_Daemon, decltype(&MHD_stop_daemon)>;
 
 ClientConnection& ClientOf(MHD_Connection* connection) {
   const auto* context = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
@@ -25,8 +28,7 @@ ClientConnection& ClientOf(MHD_Connection* connection) {
 
 class HttpHost::Daemon {
  public:
-  Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
-         std::vector<Header> commonHeaders);
+  explicit Daemon(HostParts parts);
   ~Daemon();
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
@@ -43,78 +45,78 @@ class HttpHost::Daemon {
   static void OnCompleted(void* self, MHD_Connection* connection, void** context,
                           MHD_RequestTerminationCode code);
 
+  DaemonThread StartThread();
+  void Receive(const AcceptedConnection& accepted);
   MHD_Result ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version);
   MHD_Result ReadBody(MHD_Connection* connection, std::string_view piece);
   MHD_Result Reply(MHD_Connection* connection);
-  void AcceptWaiting(int listening);
+  MHD_Result RefuseAsBusy(MHD_Connection* connection, unsigned status);
+  MHD_Result Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast);
 
   const HostLimits limits_;
-  const Answerer answer_;
+  const std::function<ReplyMessage(const RequestMessage&)> answer_;
   const std::vector<Header> commonHeaders_;
+  const std::string noPlace_ = RawRefusal(BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE), commonHeaders_);
+  Admission admission_;
   OpenConnections connections_;
   std::atomic<bool> isLastReply_ = false;
-  MHD_Daemon* daemon_;
+  std::vector<DaemonThread> threads_;
+  std::unique_ptr<ConnectionAcceptor> acceptor_;
 };
 
-HttpHost::Daemon::Daemon(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
-                         std::vector<Header> commonHeaders)
-    : limits_(limits),
-      answer_(std::move(answer)),
-      commonHeaders_(std::move(commonHeaders)),
-      connections_(limits.Times) {
-  const int listening = socket.Release();
-  const unsigned connections = std::max(limits.Connections, threads);
-  const auto idleSeconds =
-      static_cast<unsigned>(std::chrono::ceil<std::chrono::seconds>(limits.Times.Idle).count());
-  daemon_ =
-      MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC, 0, nullptr, nullptr, &OnRequest, this,  //
-                       MHD_OPTION_LISTEN_SOCKET, listening,                                                 //
-                       MHD_OPTION_THREAD_POOL_SIZE, threads,                                                //
-                       MHD_OPTION_CONNECTION_LIMIT, connections,                                            //
-                       MHD_OPTION_PER_IP_CONNECTION_LIMIT, limits.ConnectionsPerAddress,                    //
-                       MHD_OPTION_CONNECTION_TIMEOUT, idleSeconds,                                          //
-                       MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits.HeaderBytes,                              //
-                       MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                                        //
-                       MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                                     //
-                       MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END);
-  if (daemon_ != nullptr) return;
-  close(listening);
-  throw std::runtime_error("cannot start the HTTP server's threads");
+HttpHost::Daemon::Daemon(HostParts parts)
+    : limits_(parts.Limits),
+      answer_(std::move(parts.Answer)),
+      commonHeaders_(std::move(parts.CommonHeaders)),
+      admission_(limits_.Connections, std::move(parts.Proxies), parts.Log),
+      connections_(limits_.Times, parts.Threads) {
+  for (unsigned i = 0; i < parts.Threads; ++i) threads_.push_back(StartThread());
+  acceptor_ = std::make_unique<ConnectionAcceptor>(
+      std::move(parts.Socket), parts.Log, [this](const AcceptedConnection& accepted) { Receive(accepted); });
 }
 
 HttpHost::Daemon::~Daemon() {
   isLastReply_ = true;
-  const int listening = MHD_quiesce_daemon(daemon_);
-  if (listening != MHD_INVALID_SOCKET) {
-    AcceptWaiting(listening);
-    close(listening);
-  }
+  acceptor_->Stop();
   connections_.AwaitReplies();
-  MHD_stop_daemon(daemon_);
+  threads_.clear();
 }
 
-// Closing a listening socket resets the connections that wait in its queue, and a proxy does not send a form
-// twice. So those are accepted first.
-void HttpHost::Daemon::AcceptWaiting(int listening) {
-  for (unsigned accepted = 0; accepted < limits_.Connections; ++accepted) {
-    sockaddr_storage peer{};
-    socklen_t length = sizeof peer;
-    auto* const address = reinterpret_cast<sockaddr*>(&peer);
-    const int socket = accept4(listening, address, &length, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    if (socket < 0 && (errno == EINTR || errno == ECONNABORTED)) continue;
-    if (socket < 0) return;
-    const ClientConnection& client = connections_.Accept(socket);
-    if (MHD_add_connection(daemon_, socket, address, length) != MHD_YES) connections_.Close(client);
+// Each thread is a daemon of its own, so that a connection can be given to the one that has least to do.
+DaemonThread HttpHost::Daemon::StartThread() {
+  DaemonThread thread(
+      MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC | MHD_USE_NO_LISTEN_SOCKET, 0, nullptr,
+                       nullptr, &OnRequest, this,                                                  //
+                       MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(limits_.MostSockets()),  //
+                       MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits_.HeaderBytes,                    //
+                       MHD_OPTION_STRICT_FOR_CLIENT, 1,                                            //
+                       MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                               //
+                       MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                            //
+                       MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END),
+      &MHD_stop_daemon);
+  if (thread == nullptr) throw std::runtime_error("cannot start the HTTP server's threads");
+  return thread;
+}
+
+void HttpHost::Daemon::Receive(const AcceptedConnection& accepted) {
+  std::optional<AdmissionTicket> ticket = admission_.AdmitConnection(IpAddress(accepted.PeerAddress()));
+  if (!ticket) {
+    static_cast<void>(send(accepted.Socket, noPlace_.data(), noPlace_.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
+    close(accepted.Socket);
+    return;
   }
+  const ClientConnection& client = connections_.Accept(accepted.Socket, *std::move(ticket));
+  MHD_Daemon* thread = threads_[client.Thread()].get();
+  if (MHD_add_connection(thread, accepted.Socket, &accepted.PeerAddress(), accepted.PeerSize) != MHD_YES)
+    connections_.Close(accepted.Socket);
 }
 
 void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** client,
                                     MHD_ConnectionNotificationCode code) {
   OpenConnections& connections = static_cast<Daemon*>(self)->connections_;
-  if (code == MHD_CONNECTION_NOTIFY_CLOSED)
-    return connections.Close(*static_cast<ClientConnection*>(*client));
-  const auto* socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD);
-  *client = &connections.Serve(socket->connect_fd);
+  const int socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+  if (code == MHD_CONNECTION_NOTIFY_CLOSED) return connections.Close(socket);
+  *client = &connections.Serve(socket);
 }
 
 void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* connection) {
@@ -122,7 +124,7 @@ void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection*
   const Daemon& daemon = *static_cast<Daemon*>(self);
   const RequestReader& request =
       client.StartRequest(target == nullptr ? "" : target, daemon.limits_.BodyBytes);
-  if (request.MustClose()) client.Abort(RawRefusal(request.RefusalStatus(), daemon.commonHeaders_));
+  if (request.MustClose()) client.Abort(RawRefusal(Refusal(request.RefusalStatus()), daemon.commonHeaders_));
   return nullptr;
 }
 
@@ -146,6 +148,12 @@ MHD_Result HttpHost::Daemon::ReadHeaders(MHD_Connection* connection, std::string
   if (client.Request().MustClose()) return MHD_NO;
   client.HeadersReceived();
   client.Request().ReadHeaders(connection, method, version);
+  if (client.Ticket().IsRefused) return RefuseAsBusy(connection, MHD_HTTP_SERVICE_UNAVAILABLE);
+  if (client.Ticket().IsProxy) {
+    auto place = admission_.AdmitRequest(client.Request().Message());
+    if (!place) return RefuseAsBusy(connection, MHD_HTTP_TOO_MANY_REQUESTS);
+    client.Hold(*std::move(place));
+  }
   return client.Request().MustClose() ? Reply(connection) : MHD_YES;
 }
 
@@ -153,18 +161,27 @@ MHD_Result HttpHost::Daemon::ReadBody(MHD_Connection* connection, std::string_vi
   ClientConnection& client = ClientOf(connection);
   if (!piece.empty()) return client.Request().ReadBody(piece) ? MHD_YES : MHD_NO;
   client.Request().End();
-  client.StartReply();
   return Reply(connection);
 }
 
 MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
-  const RequestReader& request = ClientOf(connection).Request();
+  ClientConnection& client = ClientOf(connection);
+  const RequestReader& request = client.Request();
+  client.RequestReceived();
   const unsigned refusal = request.RefusalStatus();
-  ReplyMessage reply = refusal != 0 ? Refusal(refusal) : answer_(request.Message());
+  return Queue(connection, refusal != 0 ? Refusal(refusal) : answer_(request.Message()), request.MustClose());
+}
+
+// The rest of the request is not read.
+MHD_Result HttpHost::Daemon::RefuseAsBusy(MHD_Connection* connection, unsigned status) {
+  return Queue(connection, BusyRefusal(status), true);
+}
+
+MHD_Result HttpHost::Daemon::Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast) {
+  ClientOf(connection).StartReply(reply.MemoryBytes());
   const unsigned status = reply.Status;
-  return MHD_queue_response(
-      connection, status,
-      MakeResponse(std::move(reply), commonHeaders_, isLastReply_ || request.MustClose()).get());
+  return MHD_queue_response(connection, status,
+                            MakeResponse(std::move(reply), commonHeaders_, isLastReply_ || isLast).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, void** /*context*/,
@@ -172,10 +189,11 @@ void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, v
   ClientOf(connection).EndRequest();
 }
 
-HttpHost::HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
-                   std::vector<Header> commonHeaders)
-    : daemon_(std::make_unique<Daemon>(std::move(socket), threads, limits, std::move(answer),
-                                       std::move(commonHeaders))) {}
+std::size_t HostLimits::MostSockets() const {
+  return Admission::MostConnections(Connections);
+}
+
+HttpHost::HttpHost(HostParts parts) : daemon_(std::make_unique<Daemon>(std::move(parts))) {}
 
 HttpHost::~HttpHost() = default;
 

@@ -5,32 +5,44 @@
 #include <memory>
 #include <vector>
 
+#include <spdlog/logger.h>
+
+#include "http/address_shares.h"
 #include "http/http_message.h"
 #include "http/listening_socket.h"
 #include "http/open_connections.h"
 #include "http/security_headers.h"
+#include "http/trusted_proxies.h"
 
 namespace orlune {
 
 /// Limits that the host enforces.
 struct HostLimits {
-  unsigned Connections = 800;
-  unsigned ConnectionsPerAddress = 400;  ///< enough for a proxy, whose clients all share its address
+  ShareLimits Connections = {};
   ConnectionLimits Times = {};
   std::size_t HeaderBytes = std::size_t{32} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
+
+  /// How many descriptors the connections need.
+  std::size_t MostSockets() const;
+};
+
+struct HostParts {
+  ListeningSocket Socket;
+  unsigned Threads;  ///< at least 1
+  HostLimits Limits;
+  TrustedProxies Proxies;
+  spdlog::logger& Log;  ///< outlives the host
+  std::function<ReplyMessage(const RequestMessage&)> Answer;
+  std::vector<Header> CommonHeaders = SecurityHeaders();  ///< of every reply
 };
 
 /// Serves HTTP on a socket, with several threads. The destructor closes the socket, and before it returns
 /// answers every request whose connection had been made by then.
 class HttpHost {
  public:
-  using Answerer = std::function<ReplyMessage(const RequestMessage&)>;
-
-  /// Answers from now on, every reply with `commonHeaders`. `threads` is at least 1. Throws
-  /// std::runtime_error.
-  HttpHost(ListeningSocket socket, unsigned threads, const HostLimits& limits, Answerer answer,
-           std::vector<Header> commonHeaders = SecurityHeaders());
+  /// Answers from now on. Throws std::runtime_error.
+  explicit HttpHost(HostParts parts);
   ~HttpHost();
   HttpHost(const HttpHost&) = delete;
   HttpHost& operator=(const HttpHost&) = delete;

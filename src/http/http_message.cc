@@ -21,6 +21,7 @@ constexpr Reason kReasons[] = {
     {421, "Misdirected Request", "This server does not answer under this name."},
     {431, "Request Header Fields Too Large",
      "What the browser sent about itself, such as cookies, is too large."},
+    {429, "Too Many Requests", "There are too many requests from your address. Please try again soon."},
     {500, "Internal Server Error", "Something went wrong here. Please try again."},
     {503, "Service Unavailable", "The server cannot answer right now. Please try again in a moment."},
 };
@@ -32,6 +33,14 @@ const Reason& FindReason(unsigned status) {
   return kReasons[0];
 }
 
+ReplyMessage RefusalPage(unsigned status, const Reason& reason) {
+  std::string page = "<!DOCTYPE html>\n<HTML><HEAD><TITLE>";
+  page.append(reason.Title).append("</TITLE></HEAD><BODY><H1>").append(reason.Title).append("</H1><P>");
+  page.append(reason.Sentence).append("</P></BODY></HTML>\n");
+  return {
+      status, {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}}, std::move(page)};
+}
+
 }  // namespace
 
 std::size_t ReplyMessage::BodySize() const {
@@ -39,13 +48,21 @@ std::size_t ReplyMessage::BodySize() const {
   return text != nullptr ? text->size() : std::get<OpenFile>(Body).size();
 }
 
+std::size_t ReplyMessage::MemoryBytes() const {
+  const auto* text = std::get_if<std::string>(&Body);
+  return text != nullptr ? text->capacity() : 0;
+}
+
 ReplyMessage Refusal(unsigned status) {
-  const Reason& reason = FindReason(status);
-  std::string page = "<!DOCTYPE html>\n<HTML><HEAD><TITLE>";
-  page.append(reason.Title).append("</TITLE></HEAD><BODY><H1>").append(reason.Title).append("</H1><P>");
-  page.append(reason.Sentence).append("</P></BODY></HTML>\n");
-  return {
-      status, {{"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}}, std::move(page)};
+  return RefusalPage(status, FindReason(status));
+}
+
+ReplyMessage BusyRefusal(unsigned status) {
+  constexpr Reason kBusy{503, "Service Unavailable",
+                         "There are too many visitors at the moment. Please try again."};
+  ReplyMessage reply = RefusalPage(status, status == kBusy.Status ? kBusy : FindReason(status));
+  reply.Headers.emplace_back("Retry-After", "5");
+  return reply;
 }
 
 ReplyMessage RedirectTo(std::string_view url) {

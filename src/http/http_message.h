@@ -44,10 +44,14 @@ struct ReplyMessage {
   std::variant<std::string, OpenFile> Body;
 
   std::size_t BodySize() const;
+  /// What the body takes of the memory.
+  std::size_t MemoryBytes() const;
 };
 
 /// A short page that says why a request is not answered.
 ReplyMessage Refusal(unsigned status);
+/// The same for somebody who asks too much at a time (429), or at a time when too much is asked (503).
+ReplyMessage BusyRefusal(unsigned status);
 ReplyMessage RedirectTo(std::string_view url);
 
 }  // namespace orlune

@@ -26,6 +26,8 @@ class IpAddress {
   IpAddress FirstBits(unsigned count) const;
 
   friend bool operator==(const IpAddress&, const IpAddress&) = default;
+  /// Some order.
+  friend bool operator<(const IpAddress& a, const IpAddress& b) { return a.bytes_ < b.bytes_; }
 
  private:
   std::array<std::uint8_t, 16> bytes_{};

@@ -13,15 +13,14 @@ class ListeningSocket {
   explicit ListeningSocket(const std::string& address);
   ~ListeningSocket();
   ListeningSocket(ListeningSocket&& other) noexcept
-      : address_(std::move(other.address_)), descriptor_(other.Release()) {}
+      : address_(std::move(other.address_)), descriptor_(std::exchange(other.descriptor_, -1)) {}
   ListeningSocket& operator=(ListeningSocket&&) = delete;
   ListeningSocket(const ListeningSocket&) = delete;
   ListeningSocket& operator=(const ListeningSocket&) = delete;
 
   /// The address with the port that is listened at.
   const std::string& Address() const { return address_; }
-  /// Hands the descriptor over; the caller closes it.
-  int Release() { return std::exchange(descriptor_, -1); }
+  int Descriptor() const { return descriptor_; }
 
  private:
   std::string address_;

@@ -45,14 +45,14 @@ ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHe
   return response;
 }
 
-std::string RawRefusal(unsigned status, std::span<const Header> commonHeaders) {
-  ReplyMessage reply = Refusal(status);
-  reply.Headers.insert(reply.Headers.end(), commonHeaders.begin(), commonHeaders.end());
-  std::string text = fmt::format("HTTP/1.1 {} {}\r\n", status, MHD_get_reason_phrase_for(status));
-  for (const auto& [name, value] : reply.Headers)
+std::string RawRefusal(ReplyMessage refusal, std::span<const Header> commonHeaders) {
+  refusal.Headers.insert(refusal.Headers.end(), commonHeaders.begin(), commonHeaders.end());
+  std::string text =
+      fmt::format("HTTP/1.1 {} {}\r\n", refusal.Status, MHD_get_reason_phrase_for(refusal.Status));
+  for (const auto& [name, value] : refusal.Headers)
     fmt::format_to(std::back_inserter(text), "{}: {}\r\n", name, value);
-  return text + fmt::format("Content-Length: {}\r\nConnection: close\r\n\r\n{}", reply.BodySize(),
-                            std::get<std::string>(reply.Body));
+  return text + fmt::format("Content-Length: {}\r\nConnection: close\r\n\r\n{}", refusal.BodySize(),
+                            std::get<std::string>(refusal.Body));
 }
 
 }  // namespace orlune

@@ -16,7 +16,7 @@ using ResponseHandle = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_respo
 /// that the connection is closed after it.
 ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHeaders, bool isLast);
 
-/// The refusal as a whole HTTP message, for a client that libmicrohttpd cannot answer.
-std::string RawRefusal(unsigned status, std::span<const Header> commonHeaders);
+/// `refusal` as a whole HTTP message, for a client that libmicrohttpd cannot answer.
+std::string RawRefusal(ReplyMessage refusal, std::span<const Header> commonHeaders);
 
 }  // namespace orlune

@@ -4,34 +4,48 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
-#include <list>
+#include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <thread>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
+#include "http/admission.h"
+#include "http/hang_ups.h"
 #include "http/request_reader.h"
 
 namespace orlune {
 
 class OpenConnections;
 
-/// How long the phases of a connection may take, however busy it is.
+/// How long the phases of a connection may take, however busy it is, and how much its replies.
 struct ConnectionLimits {
-  std::chrono::milliseconds Receiving{30'000};  ///< a request, from its beginning to its end
-  std::chrono::milliseconds Sending{120'000};   ///< a whole reply, including the time to make it
-  std::chrono::milliseconds Idle{15'000};       ///< without a byte in either direction, whole seconds
-  std::chrono::milliseconds FirstRequest{500};  ///< at a stop: until a new client's request is received
-  std::chrono::milliseconds Stopping{10'000};   ///< at a stop: until all replies are sent
+  std::chrono::milliseconds Headers{
+      5'000};  ///< of a request; of the first one from the connection's beginning
+  std::chrono::milliseconds Receiving{120'000};  ///< a request from its headers' end on
+  std::chrono::milliseconds Sending{600'000};    ///< a whole reply, once it is made
+  std::chrono::milliseconds Window{10'000};      ///< in which a body or a reply moves on by `WindowBytes`
+  std::uint64_t WindowBytes = 10'000;
+  std::chrono::milliseconds Idle{15'000};            ///< without a byte in either direction, whole seconds
+  std::chrono::milliseconds FirstRequest{500};       ///< at a stop: until a new client's request is received
+  std::chrono::milliseconds Stopping{10'000};        ///< at a stop: until all replies are sent
+  std::size_t ReplyBytes = std::size_t{256} << 20U;  ///< of memory, for the replies that are being sent
 };
 
 /// A client's connection from the moment it is accepted until it is closed. Belongs to `OpenConnections`;
 /// used by one thread at a time.
 class ClientConnection {
  public:
-  ClientConnection(OpenConnections& owner, int socket);
+  ClientConnection(OpenConnections& owner, int socket, std::size_t thread, AdmissionTicket ticket);
 
   int Socket() const { return socket_; }
+  /// Which of the host's threads serves it.
+  std::size_t Thread() const { return thread_; }
+  const AdmissionTicket& Ticket() const { return ticket_; }
 
   /// A request with this target arrives.
   RequestReader& StartRequest(std::string_view target, std::size_t maxBody);
@@ -39,7 +53,12 @@ class ClientConnection {
   RequestReader& Request() { return *request_; }
   /// The request's headers are complete: a stop waits for its reply from now on.
   void HeadersReceived();
-  void StartReply();
+  /// The request takes a place until its end.
+  void Hold(AddressShares::Place place);
+  /// The request is complete, and its reply is being made.
+  void RequestReceived();
+  /// The reply is sent from now on, and takes `bytes` of memory until the request's end.
+  void StartReply(std::size_t bytes);
   /// The request has been answered or given up.
   void EndRequest();
   /// Sends `reply`, a whole HTTP message, and hangs up.
@@ -48,35 +67,51 @@ class ClientConnection {
  private:
   friend class OpenConnections;
   using Clock = std::chrono::steady_clock;
-  /// What a stop has to know of a connection.
+
+  const std::optional<IpAddress>& Visitor() const;
+
   enum class Phase {
-    kAccepted,  ///< waits for a thread
-    kNew,       ///< has a thread; no request yet
-    kReplying,  ///< a request is received from its headers' end on, or answered
-    kKept,      ///< between two requests
+    kAccepted,   ///< waits for a thread
+    kNew,        ///< has a thread; no request yet
+    kReceiving,  ///< a request's headers have been received, its body has not
+    kAnswering,  ///< a reply is being made
+    kSending,    ///< a reply is being sent
+    kKept,       ///< between two requests
+  };
+  /// The time in which the connection has to move on, and how far it had come at its beginning.
+  struct Window {
+    Clock::time_point End;
+    std::uint64_t BytesBefore;
   };
 
   OpenConnections& owner_;
   const int socket_;
+  const std::size_t thread_;
+  const AdmissionTicket ticket_;
   std::unique_ptr<RequestReader> request_;
-  Phase phase_ = Phase::kAccepted;  // guarded by the owner, as the deadline is
+  std::optional<AddressShares::Place> requestPlace_;
+  Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
+  std::optional<Window> window_;
+  std::size_t replyBytes_ = 0;
+  bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
 };
 
-/// The connections of a host. Its watchdog thread cuts off those past their limits. May be used by several
-/// threads at once.
+/// The connections of a host, spread over its threads. Its watchdog thread cuts off those past their limits,
+/// and those whose client has hung up without leaving a whole request. May be used by several threads at
+/// once.
 class OpenConnections {
  public:
-  explicit OpenConnections(const ConnectionLimits& limits);
+  OpenConnections(const ConnectionLimits& limits, std::size_t threads);
   OpenConnections(const OpenConnections&) = delete;
   OpenConnections& operator=(const OpenConnections&) = delete;
 
-  /// An accepted connection that waits for a thread.
-  ClientConnection& Accept(int socket);
-  /// A thread serves the connection from now on, whether it was accepted here before or is new.
+  /// An accepted connection waits for the thread that has least to do.
+  ClientConnection& Accept(int socket, AdmissionTicket ticket);
+  /// The thread of an accepted connection serves it from now on.
   ClientConnection& Serve(int socket);
   /// Forgets the connection; its socket is closed afterwards.
-  void Close(const ClientConnection& connection);
+  void Close(int socket);
 
   /// How many requests are being received or answered, from their headers' end on.
   std::size_t RunningRequests() const;
@@ -88,20 +123,31 @@ class OpenConnections {
   using Clock = ClientConnection::Clock;
   using Phase = ClientConnection::Phase;
 
-  ClientConnection& Add(int socket);
-  void Enter(ClientConnection& connection, Phase phase);
-  void Extend(ClientConnection& connection, Clock::duration limit);
-  std::size_t& CountOf(Phase phase) { return counts_[static_cast<std::size_t>(phase)]; }
-  bool AreRepliesPending();
+  void Forget(int socket);
+  void MakeRoomFor(const ClientConnection& newest);
+  ClientConnection* SlowestOfLargestHolder(const ClientConnection& newest);
+  void ReleaseReply(ClientConnection& connection);
+  void Enter(ClientConnection& connection, Phase phase, Clock::duration limit);
+  std::size_t& CountAt(std::size_t thread, Phase phase);
+  std::size_t CountOf(Phase phase) const;
+  std::size_t CountRunning() const;
+  std::size_t LeastBusyThread() const;
+  void Watch(const std::stop_token& stop);
+  void CutOffWhoHungUp();
+  bool IsGivenUp(ClientConnection& connection) const;
   void CutOffOverdue();
+  bool IsOverdue(const ClientConnection& connection, Clock::time_point now) const;
+  bool IsStalled(ClientConnection& connection, Clock::time_point now) const;
 
   const ConnectionLimits limits_;
   mutable std::mutex mutex_;
   std::condition_variable phaseChanged_;
-  std::condition_variable_any stopping_;
-  std::list<ClientConnection> connections_;
-  std::array<std::size_t, 4> counts_{};  // by phase
+  std::unordered_map<int, ClientConnection> connections_;  // by socket
+  std::vector<std::array<std::size_t, 6>> counts_;         // by thread and phase
+  std::size_t replyBytes_ = 0;
   Clock::time_point newestServedAt_;
+  HangUps hangUps_;
+  std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only
   std::jthread watchdog_;
 };
 

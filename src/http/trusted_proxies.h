@@ -26,8 +26,9 @@ class TrustedProxies {
   /// address ends the search at the proxy that wrote it.
   Sender SenderOf(const RequestMessage& request) const;
 
- private:
   bool Include(const IpAddress& address) const;
+
+ private:
   Sender FollowForwardedFor(const RequestMessage& request) const;
   Sender FollowForwarded(const RequestMessage& request) const;
 

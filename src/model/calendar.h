@@ -5,7 +5,7 @@
 
 namespace orlune {
 
-/// A user's or a group's calendar, as lists of choices show it.
+/// A user's or a group's calendar, as selection lists show it.
 struct Calendar {
   std::string Name;
   std::string FriendlyName;

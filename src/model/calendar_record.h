@@ -4,8 +4,8 @@
 
 namespace orlune {
 
-/// A user or a group as the administration edits it. The lists of groups are joined with ", "; a group has
-/// none, and no password.
+/// A user or a group as the administration edits it. The lists of groups are text lists; they and the
+/// password are unused for a group.
 struct CalendarRecord {
   std::string FriendlyName;
   std::string Name;

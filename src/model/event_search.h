@@ -7,11 +7,11 @@
 
 namespace orlune {
 
-/// What a search looks for.
+/// The criteria of a search.
 struct EventSearch {
-  std::string Text;       ///< looked for in titles and comments; "" finds every event
-  std::string Calendar;   ///< a calendar's name, or "" for all that are visible
-  std::string Kind;       ///< the text of a `Repetition`, or "" for any
+  std::string Text;       ///< substring of the title or the comments; "" matches every event
+  std::string Calendar;   ///< a calendar's name; "" for all visible ones
+  std::string Kind;       ///< the stored text of a `Repetition`; "" for any
   std::string StartDate;  ///< as typed
 };
 

@@ -4,7 +4,7 @@
 
 namespace orlune {
 
-/// One event type and the file of its icon under `ImageDir`.
+/// An event type and its icon, a file in `ImageDir`.
 struct EventTypeEntry {
   std::string TypeName;
   std::string FileName;

@@ -7,36 +7,36 @@
 
 namespace orlune {
 
-/// The members of a group view with their colours, position for position; a colour may be empty or missing.
+/// The members of a group view with their colours by position; a colour may be empty or missing.
 struct GroupViewMembers {
   std::vector<std::string> Calendars;
   std::vector<std::string> BackGround;
   std::vector<std::string> ForeGround;
 
-  /// The colours of the member at `place`, which runs from 0; "" when it has none.
+  /// The colour of the member at `place`, counted from 0; "" when it has none.
   std::string_view BackGroundAt(std::size_t place) const;
   std::string_view ForeGroundAt(std::size_t place) const;
 
-  /// The first place of `calendar` among the members, names compared ignoring case; `npos` of strings when it
-  /// has none, since there may be more colours than members.
+  /// The first place of `calendar` among the members, ignoring case; `std::string::npos` when it is not a
+  /// member. (Not the number of members: there may be more colours than members.)
   std::size_t PlaceOf(std::string_view calendar) const;
 
-  /// Removes `calendar` with its colours; false when it is no member.
+  /// Removes `calendar` with its colours; false when it is not a member.
   bool Remove(std::string_view calendar);
 };
 
-/// A group view as lists of choices show it.
+/// A group view as selection lists show it.
 struct GroupViewChoice {
   int Id = 0;
   std::string Name;  ///< without "@"
   std::string FriendlyName;
 };
 
-/// A view over several calendars as its owner keeps it.
+/// A group view as its owner edits it.
 struct GroupView {
-  std::optional<int> Id;  ///< its `GroupID`; nothing before it is stored
+  std::optional<int> Id;  ///< its `GroupID`; nothing until it is stored
   std::string Owner;
-  std::string Name;  ///< letters and digits; what calendar names address it by, after an "@"
+  std::string Name;  ///< letters and digits; with "@" in front it addresses the view as a calendar
   std::string FriendlyName;
   GroupViewMembers Members;
 };

@@ -8,7 +8,7 @@
 
 namespace orlune {
 
-/// A message on its way; each recipient receives a copy.
+/// A message to be sent; each recipient receives a copy.
 struct OutgoingMessage {
   std::string Sender{};
   std::vector<std::string> Recipients;  ///< names of users and groups
@@ -28,7 +28,7 @@ struct ReceivedMessage {
   std::optional<DateTime> SentDate;
 };
 
-/// The same as the list of messages shows it.
+/// A received message as the list of messages shows it.
 struct ListedMessage {
   int Id = 0;
   bool IsViewed = false;

@@ -10,7 +10,8 @@ using std::chrono::years;
 
 namespace {
 
-/// The first day from `date` on that a yearly event of the month of `begin` can fall on.
+/// The first day from `date` on in the month of `begin`: skips the eleven months in which a yearly event
+/// cannot occur.
 Date InMonthOf(Date begin, Date date) {
   const auto month = year_month_day{begin}.month();
   const year_month_day parts{date};

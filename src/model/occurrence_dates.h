@@ -8,8 +8,7 @@
 
 namespace orlune {
 
-/// The days from an event's `BeginDate` to its `EndDate` on which it falls, in order, but no more than the
-/// first `most`.
+/// The days on which an event occurs, in ascending order, but at most the first `most` of them.
 std::vector<Date> OccurrenceDates(const OL_Event& event, const Week& week, std::size_t most);
 
 }  // namespace orlune

@@ -9,9 +9,9 @@
 
 namespace orlune {
 
-/// One row of `Events`. What the row leaves Null reads as empty.
+/// One row of `Events`. Null columns are empty.
 struct OL_Event {
-  int EventID = 0;  ///< 0 for an event that is not stored yet
+  int EventID = 0;  ///< 0 until the event is stored
   std::string EventName;
   std::string Owner;  ///< name of the calendar that holds the event
   Repetition Type = Repetition::kNone;
@@ -29,7 +29,7 @@ struct OL_Event {
   std::string SuggID;  ///< on a recipient's copy of a suggestion, the `EventID` of the sender's
   SuggestionState SuggestState = SuggestionState::kNotSuggested;
 
-  /// Whether a calendar shows it: a suggestion is shown to its sender, and to others once they accepted it.
+  /// Whether calendars show it: the sender's copy of a suggestion is shown, a recipient's only once accepted.
   bool IsShown() const {
     return SuggestState != SuggestionState::kUndecided && SuggestState != SuggestionState::kDeclined;
   }

@@ -9,14 +9,14 @@
 
 namespace orlune {
 
-/// One day on which an event falls.
+/// One day on which an event occurs.
 struct Occurrence {
-  const OL_Event* Event;  ///< never null; belongs to the `OL_Events`
+  const OL_Event* Event;  ///< never null; owned by the `OL_Events`
   Date OccurrenceDate;
-  std::size_t Member;  ///< the place of its calendar in the viewed group view; past the end when it has none
+  std::size_t Member;  ///< place of its calendar in the viewed group view; `npos` when it is not in it
 };
 
-/// The occurrences of one period, expanded in memory. Holds each event once, and the occurrences refer to it.
+/// The occurrences in one period. Owns the events; the occurrences point to them.
 class OL_Events {
  public:
   OL_Events() = default;
@@ -26,11 +26,11 @@ class OL_Events {
   OL_Events& operator=(const OL_Events&) = delete;
   ~OL_Events() = default;
 
-  /// Replaces the occurrences by those of `events` from `first` to `last`, both days included. `group` has
-  /// the members of the viewed group view.
+  /// Replaces the occurrences by those of `events` from `first` to `last`, both inclusive. `group` has the
+  /// members of the viewed group view.
   void GetEventsForPeriod(std::vector<OL_Event> events, const GroupViewMembers& group, const Week& week,
                           Date first, Date last);
-  /// The occurrences of one day, in the order that the events have; none outside the period.
+  /// The occurrences of one day, in the order of the events; empty for a day outside the period.
   std::span<const Occurrence> GetEventsForDay(Date date) const;
 
  private:

@@ -4,14 +4,14 @@
 
 namespace orlune {
 
-/// A record as the lists of the administration show it.
+/// A record as the administration's selection lists show it.
 struct RecordChoice {
-  std::string Id;       ///< its key, or the internal name where that is what is chosen
-  std::string Name;     ///< for display
+  std::string Id;       ///< the value of the choice: its key, or its internal name
+  std::string Name;     ///< display name
   std::string IntName;  ///< login name, group name or file name
 };
 
-/// A record that is a display name and a file.
+/// A record that consists of a display name and a file name.
 struct NamedFile {
   std::string Name;
   std::string File;

@@ -8,7 +8,7 @@ namespace orlune {
 /// How an event repeats.
 enum class Repetition { kNone, kDaily, kByWeekday, kMonthly, kYearly, kUnknown };
 
-/// How often an event falls on its weekdays.
+/// On which of its weekdays an event occurs: every Nth week, or the Nth in each month.
 enum class Frequency {
   kEveryWeek,
   kEvery2Weeks,
@@ -19,15 +19,15 @@ enum class Frequency {
   kFourthInMonth
 };
 
-/// What becomes of a day of a monthly or yearly event that is on a weekend.
+/// What happens to an occurrence of a monthly or yearly event on a weekend.
 enum class WeekendRule { kKeep, kSkip, kMoveForward, kMoveBack };
 
-/// The texts that the database and the forms hold; "" for `Repetition::kUnknown`.
+/// The text in the database and in forms; "" for `Repetition::kUnknown`.
 std::string_view StoredText(Repetition repetition);
 std::string_view StoredText(Frequency frequency);
 std::string_view StoredText(WeekendRule rule);
 
-/// What such a text stands for; nothing for any other text.
+/// The inverse; nothing for an unknown text.
 std::optional<Repetition> RepetitionOf(std::string_view text);
 std::optional<Frequency> FrequencyOf(std::string_view text);
 std::optional<WeekendRule> WeekendRuleOf(std::string_view text);

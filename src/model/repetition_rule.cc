@@ -15,14 +15,14 @@ using std::chrono::year_month_day;
 
 namespace {
 
-/// Day `dayNumber` of the month of `inMonth`, or that month's last day where it has no such day.
+/// Day `dayNumber` of the month of `inMonth`, or its last day when it has no such day.
 Date DayOfItsMonth(Date inMonth, int dayNumber) {
   const Date day = inMonth + days{dayNumber - DayOfMonth(inMonth)};
   const Date lastDay = LastDayOfMonth(inMonth);
   return dayNumber < 1 || day > lastDay ? lastDay : day;
 }
 
-/// `AddMonths` without its limits, so that the months around the first and the last date exist.
+/// `AddMonths` without clamping: the months next to the first and the last supported date are needed.
 Date NeighbourMonth(Date date, int offset) {
   const year_month_day parts{date};
   const auto month = parts.year() / parts.month() + months{offset};

@@ -8,12 +8,12 @@
 
 namespace orlune {
 
-/// On which days a repeating event falls, counted from its `BeginDate`. Whether a day lies between
-/// `BeginDate` and `EndDate` is for the caller to check.
+/// The rule by which an event repeats, counted from its `BeginDate`. Does not check whether a day lies
+/// between `BeginDate` and `EndDate`.
 class RepetitionRule {
  public:
-  /// Reads the rule of an event that repeats by weekday, monthly or yearly; any other falls on no day. Only
-  /// the weekend of `week` counts, which has to outlive the rule.
+  /// The rule of an event that repeats by weekday, monthly or yearly; any other event never occurs. Only the
+  /// weekend of `week` is used, which must outlive the rule.
   RepetitionRule(const OL_Event& event, const Week& week);
 
   bool OccursOn(Date date) const;
@@ -30,13 +30,13 @@ class RepetitionRule {
   const Week* week_;
   Kind kind_ = Kind::kNever;
   WeekendRule weekends_ = WeekendRule::kKeep;
-  int number_ = 0;  ///< the N of "every N weeks" and of "Nth in the month"
+  int number_ = 0;  ///< the N in "every N weeks" and "Nth in the month"
   Date begin_;
   std::array<bool, 8> onWeekday_{};
   std::vector<int> monthDays_;
 };
 
-/// Whether a repeating event falls on `date`, whatever its first and last day.
+/// Whether a repeating event occurs on `date`, ignoring its `BeginDate` and `EndDate`.
 bool OccursOn(Date date, const OL_Event& event, const Week& week);
 
 }  // namespace orlune

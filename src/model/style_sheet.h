@@ -4,7 +4,7 @@
 
 namespace orlune {
 
-/// A colour scheme as lists of choices show it.
+/// A colour scheme as selection lists show it.
 struct StyleSheetChoice {
   int Id = 0;
   std::string Name;

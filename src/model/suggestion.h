@@ -6,21 +6,21 @@
 
 namespace orlune {
 
-/// Where an event stands that was suggested: `kSent` is the sender's copy, the later ones are recipients'.
+/// The state of a suggested event: `kSent` for the sender's copy, the later ones for recipients' copies.
 enum class SuggestionState { kNotSuggested, kSent, kUndecided, kAccepted, kDeclined };
 
-/// The text that the database and the forms hold.
+/// The text in the database and in forms.
 std::string_view StoredText(SuggestionState state);
-/// What such a text stands for; nothing for any other text.
+/// The inverse; nothing for an unknown text.
 std::optional<SuggestionState> SuggestionStateOf(std::string_view text);
 
-/// What a recipient's answer to a suggestion is about.
+/// The event that a recipient's answer refers to.
 struct SuggestedEvent {
   std::string EventName;
   std::string Owner;
 };
 
-/// What a recipient has answered to a suggestion.
+/// A recipient's answer to a suggestion.
 struct SuggestionAnswer {
   std::string Recipient;  ///< display name
   SuggestionState State;

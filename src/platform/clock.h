@@ -4,7 +4,7 @@
 
 namespace orlune {
 
-/// Tells the civil time. May be asked from several threads at once.
+/// The current civil time. Thread-safe.
 class Clock {
  public:
   virtual ~Clock() = default;

@@ -14,27 +14,28 @@
 namespace orlune {
 
 /// A statement failed, a database could not be opened, or a value did not fit its column.
-/// `what()` tells the cause for the log; it is never shown in a page.
+/// `what()` is the cause for the log; it is never shown in a page.
 class DatabaseError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The database cannot be reached, or was lost on the way. Another try, later or from elsewhere, may do.
+/// The database cannot be reached, or the connection was lost. A retry, later or from another server, may
+/// succeed.
 class DatabaseUnavailable : public DatabaseError {
  public:
   using DatabaseError::DatabaseError;
 };
 
-/// Where a value stands in a statement's text, in bytes.
+/// The position of a value in a statement's text, in bytes.
 struct ValueSpan {
   std::size_t Begin;
   std::size_t Length;
 };
 
-/// A statement in the system's SQL dialect. `Values` are the stretches of `Text` that are data, in ascending
-/// order and without overlap; whatever they hold is read as a value, never as SQL. Between apostrophes the
-/// whole stretch is part of the literal; elsewhere it is an integer, a ", "-joined list of integers, yes, no
+/// A statement in the system's SQL dialect. `Values` are the spans of `Text` that are data, in ascending
+/// order and without overlap; whatever they contain is parsed as a value, never as SQL. Between apostrophes
+/// the whole span is part of the literal; elsewhere it is an integer, a ", "-joined list of integers, yes, no
 /// or Null, and anything else is an error.
 struct StatementText {
   std::string_view Text;
@@ -45,48 +46,49 @@ struct StatementText {
 /// text is valid until the result set moves on.
 using Value = std::variant<std::monostate, bool, std::int64_t, std::string_view, Date, TimeOfDay, DateTime>;
 
-/// The rows of one query, read forward only. Ends with its connection at the latest.
+/// The rows of one query, read forward only. Must not outlive its connection.
 class ResultSet {
  public:
   virtual ~ResultSet() = default;
 
-  /// Moves to the next row, at first to the first; false past the last one. Throws DatabaseError.
+  /// Moves to the next row, the first call to the first row; false past the last one. Throws DatabaseError.
   virtual bool Next() = 0;
-  /// The position of the column named `name`, whatever its case. Throws DatabaseError when there is none.
+  /// The position of the column `name`, ignoring case. Throws DatabaseError when there is none.
   virtual int Column(std::string_view name) const = 0;
-  /// The current row's field at a position that `Column` gave.
+  /// The current row's field; `column` is a position from `Column`.
   virtual Value Get(int column) const = 0;
 };
 
-/// One request's connection, given back to its driver when destroyed. Used by one thread at a time.
+/// One request's connection, returned to its driver's pool when destroyed. Used by one thread at a time.
 class Connection {
  public:
   virtual ~Connection() = default;
 
-  /// Tells that the query will probably be run with just this text, before the next write. An engine that is
-  /// far away asks it ahead, together with others. Never throws.
-  virtual void Announce(const StatementText& /*query*/) {}
+  /// A hint that `Query` will probably be called with this very statement before the next write. A driver
+  /// with network round trips sends it now and pipelines it with others. Never throws.
+  virtual void Prefetch(const StatementText& /*query*/) {}
   /// Runs a SELECT. Throws DatabaseError.
   virtual std::unique_ptr<ResultSet> Query(const StatementText& statement) = 0;
-  /// Runs a statement without rows; outside a transaction it is durable on return. Throws DatabaseError; in a
-  /// transaction, a later statement or `Commit` may do so instead, and the transaction can then only be
-  /// rolled back.
+  /// Runs a statement without rows; outside a transaction it is durable on return. Throws DatabaseError. In a
+  /// transaction a later statement or `Commit` may throw it instead; the transaction can then only be rolled
+  /// back.
   virtual void Execute(const StatementText& statement) = 0;
-  /// Like `Execute`, but tells by false that the statement raised an error, and then changed nothing.
+  /// Like `Execute`, but returns false when the statement failed, and has then changed nothing.
   virtual bool TryExecute(const StatementText& statement) = 0;
   /// Executes the statements in one transaction of its own, durable on return. When one fails, those before
   /// it stay and those after it are not executed. Throws DatabaseError.
   virtual void ExecuteInOrder(std::span<const StatementText> statements) = 0;
 
-  /// All statements until `Commit` happen together or, after `Rollback`, not at all; from the first query on
-  /// nobody else writes. Throws DatabaseError, or lets a later statement do so; not nested.
+  /// Begins a transaction: all statements until `Commit` take effect together or, after `Rollback`, not at
+  /// all; from its first query on it is the only writer. Throws DatabaseError, as a later statement may do in
+  /// its place; not nested.
   virtual void Begin() = 0;
   /// The transaction is durable on return. Throws DatabaseError, and the transaction is then rolled back.
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
 };
 
-/// Opens databases. May be used by several threads at once.
+/// Opens databases. Thread-safe.
 class DatabaseDriver {
  public:
   virtual ~DatabaseDriver() = default;

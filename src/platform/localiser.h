@@ -6,11 +6,11 @@
 
 namespace orlune {
 
-/// The texts of one language pack. May be read by several threads at once.
+/// The texts of one language pack. Thread-safe.
 class Localiser {
  public:
   virtual ~Localiser() = default;
-  /// The text numbered `id`, or nothing when the pack has none. The view lives as long as the pack.
+  /// The text numbered `id`; nothing when the pack lacks it. The view is valid as long as the pack.
   virtual std::optional<std::string_view> Loadstring(int id) const = 0;
 };
 

@@ -10,8 +10,8 @@
 
 namespace orlune {
 
-/// What the browser sent, decoded: every text is valid UTF-8, and a name that was sent several times reads as
-/// its values joined by ", ". The views live as long as the request; what is absent reads as "".
+/// What the browser sent, decoded: every text is valid UTF-8, and the values of a name that was sent several
+/// times are joined with ", ". The views are valid as long as the request; what is absent is "".
 class Request {
  public:
   virtual ~Request() = default;
@@ -28,10 +28,10 @@ class Request {
   virtual std::string_view ServerVariable(std::string_view name) const = 0;
 };
 
-/// The cookie in which a page keeps its user logged in when the server's session is not to do it.
+/// The cookie that holds the session of a page with `UseCookie`.
 inline constexpr std::string_view kLoginCookie = "OLOR";
 
-/// What the browser is answered. A redirect replaces everything written.
+/// The response to the browser. A redirect discards everything written.
 class Response {
  public:
   virtual ~Response() = default;
@@ -75,7 +75,7 @@ class Server {
   virtual std::filesystem::path MapPath(std::string_view virtualPath) const = 0;
 };
 
-/// The four objects that one request is answered with. They outlive the request.
+/// The four objects of one request. They must outlive its handling.
 struct ScriptingContext {
   orlune::Request* Request;
   orlune::Response* Response;

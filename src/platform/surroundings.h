@@ -9,7 +9,7 @@
 
 namespace orlune {
 
-/// What the component needs of the machine that it runs on. Shared by all requests; all parts outlive them.
+/// The component's dependencies on its environment. Shared by all requests, which they must outlive.
 struct Surroundings {
   const orlune::Clock& Clock;
   DatabaseDriver& Databases;

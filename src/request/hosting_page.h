@@ -9,7 +9,7 @@
 
 namespace orlune {
 
-/// What the hosting page set; constant once it has started.
+/// The settings of the hosting page; constant while a request is handled.
 struct HostingPage {
   std::string LoginName = "?";  ///< "?": the users log in by themselves; "": nobody does
   std::string CalName;          ///< the calendar to show at first

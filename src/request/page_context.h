@@ -6,8 +6,8 @@
 
 namespace orlune {
 
-/// What every page is written with. Outlived by what it refers to; nothing in it changes while a page is
-/// written.
+/// What the HTML of every page depends on. Does not own what it refers to; nothing in it changes while a page
+/// is written.
 struct PageContext {
   const HostingPage& Hosting;
   const orlune::Visitor& Visitor;

@@ -8,20 +8,21 @@
 
 namespace orlune {
 
-/// The values that a user carries from request to request: "Login", "Account", "Calendar", "CurrentDate" and
-/// "DisplayMode". They live in the server's session or, with `UseCookie`, in the cookie "OLOR".
+/// The values of a session: "Login", "Account", "Calendar", "CurrentDate" and "DisplayMode"; in a cookie also
+/// "LoginId", which tells one login from another. They are stored in the server's session or, with
+/// `UseCookie`, in the cookie "OLOR".
 class SessionValues {
  public:
   /// `hosting` outlives this.
   SessionValues(const HostingPage& hosting, const ScriptingContext& context, Date today)
       : hosting_(hosting), context_(context), today_(today) {}
 
-  /// "" when there is none. With `UseCookie` a value set by this request reads as it came in.
+  /// "" when there is none. With `UseCookie`, the value that the request came with, even after a `Set`.
   std::string Get(std::string_view key) const;
   void Set(std::string_view key, std::string_view value);
-  /// Lets the cookie live until the hosting page's `ExpireCookie`; does nothing without `UseCookie`.
+  /// Sets the cookie's expiry to the hosting page's `ExpireCookie`; does nothing without `UseCookie`.
   void RefreshCookie();
-  /// Forgets all values.
+  /// Clears all values.
   void Logout();
 
  private:

@@ -11,8 +11,7 @@
 
 namespace orlune {
 
-/// One request on its way to its answer. The context is ready; a page reads the request, asks the database,
-/// and writes the response.
+/// What a page handles a request with. Owns nothing but the alerts.
 struct Visit {
   const PageContext& Context;
   Connection& Database;
@@ -22,7 +21,7 @@ struct Visit {
   const orlune::Clock& Clock;
   orlune::Passwords& Passwords;
   LoginGuard& Logins;
-  std::string Alerts{};  ///< errors that the page will show
+  std::string Alerts{};  ///< error texts, shown in one alert box
 };
 
 }  // namespace orlune

@@ -10,9 +10,9 @@
 
 namespace orlune {
 
-/// Who asks, with which settings, and what they look at.
+/// The user of a request with their settings and rights, and what they view.
 struct Visitor {
-  std::string LoginName;  ///< "" for nobody
+  std::string LoginName;  ///< "" when not logged in
   std::string CalName;    ///< the viewed calendar, or "@" and a group view
   Date CurrentDate;
   std::string DisplayMode;  ///< "day", "week" or "month"
@@ -29,13 +29,13 @@ struct Visitor {
 
   bool IsLoggedIn() const { return !LoginName.empty(); }
   bool IsAdministrator() const { return LoginName == "admin"; }
-  /// Whether the visitor may change an event of the calendar `owner`: it is their own, compared ignoring
-  /// case, or a group's that they administer.
+  /// Whether the visitor may change the events of the calendar `owner`: their own, compared ignoring case,
+  /// and those of groups that they administer.
   bool MayChangeEventsOf(std::string_view owner) const;
   /// The calendars whose events the visitor may change.
   std::vector<std::string> ChangeableCalendars() const;
   bool IsViewingOwnCalendar() const;
-  /// Whether a view shows the visitor the event: private ones are shown in the visitor's own calendar only.
+  /// Whether a view shows the event: private ones only in the visitor's own calendar.
   bool Sees(const OL_Event& event) const;
 };
 

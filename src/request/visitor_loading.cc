@@ -11,11 +11,12 @@
 #include "store/calendars.h"
 #include "store/event_types.h"
 #include "store/group_views.h"
+#include "store/sessions_table.h"
 
 namespace orlune {
 namespace {
 
-/// Returns the date that the request asked for, when it is none.
+/// Returns the requested date when it is not a valid one.
 std::string StoreNavigation(const Request& request, const RegionalSettings& regional,
                             SessionValues& session) {
   std::string invalidDate;
@@ -71,16 +72,19 @@ std::vector<std::string> DistinctGroups(std::span<const std::string> lists) {
   return groups;
 }
 
-/// What is asked of the database about one visitor, in one go where the viewed calendar allows it.
+/// The queries about one visitor, in one round trip where the viewed calendar allows it.
 class VisitorQueries {
  public:
-  VisitorQueries(Connection& database, Visitor& visitor) : database_(database), visitor_(visitor) {}
+  /// `loginId` is that of a login in a sealed cookie, or "".
+  VisitorQueries(Connection& database, Visitor& visitor, std::string loginId)
+      : database_(database), visitor_(visitor), loginId_(std::move(loginId)) {}
 
   /// Returns whether the viewed calendar exists.
   bool Run() {
     const std::string& viewed = visitor_.CalName;
     const bool isView = IsGroupView(viewed);
-    auto [calendarExists, viewExists, settings, members, memberships, groups, account, eventTypes] =
+    if (!loginId_.empty()) CreateSessionsTable(database_);
+    auto [calendarExists, viewExists, settings, members, memberships, groups, account, isEnded, eventTypes] =
         Ask(database_, viewed.empty() ? Query<bool>() : CalendarExists(viewed),
             isView ? GroupViewExists(viewed.substr(1)) : Query<bool>(),
             DisplaySettingsOf(visitor_.IsLoggedIn() ? std::string_view(visitor_.LoginName) : "admin"),
@@ -88,19 +92,19 @@ class VisitorQueries {
             isView || SeesAllGroups() ? Query<std::vector<std::string>>() : MembershipsOf({{viewed}}),
             visitor_.IsAdministrator() ? GroupNames() : Query<std::vector<std::string>>(),
             visitor_.IsLoggedIn() ? AccountOf(visitor_.LoginName) : Query<std::optional<Account>>(),
-            AllEventTypes());
+            loginId_.empty() ? Query<bool>() : IsEndedLogin(loginId_), AllEventTypes());
     Settings = std::move(settings);
     visitor_.AdminOfGroups = visitor_.IsAdministrator() ? std::move(groups)
                              : account                  ? DistinctGroups({{account->AdminOfGroups}})
                                                         : std::vector<std::string>();
     LoginAccount = std::move(account);
+    IsEnded = isEnded;
     visitor_.EventTypes = std::move(eventTypes);
     memberLists_ = isView ? Ask(database_, MembershipsOf(members)) : std::move(memberships);
     return viewed.empty() || calendarExists || viewExists ||
            (!isView && Ask(database_, GroupViewExists(WithoutFirstCharacter(viewed))));
   }
 
-  /// Views the user's own calendar in place of one that does not exist.
   void ViewOwnCalendar() {
     visitor_.CalName = visitor_.LoginName;
     if (!SeesAllGroups()) memberLists_ = Ask(database_, MembershipsOf({{visitor_.CalName}}));
@@ -116,6 +120,7 @@ class VisitorQueries {
   }
 
   std::optional<DisplaySettings> Settings{};
+  bool IsEnded = false;                   ///< by a logout, though the browser still has its cookie
   std::optional<Account> LoginAccount{};  ///< nothing when nobody is logged in, or the account is gone
 
  private:
@@ -123,6 +128,7 @@ class VisitorQueries {
 
   Connection& database_;
   Visitor& visitor_;
+  const std::string loginId_;
   std::vector<std::string> memberLists_;
 };
 
@@ -141,7 +147,7 @@ LoadedVisitor LoadVisitor(const HostingPage& hosting, const ScriptingContext& co
       ParseDate(surroundings.Regional, session.Get("CurrentDate")).value_or(surroundings.Clock.Now().Day);
   visitor.DisplayMode = session.Get("DisplayMode");
 
-  VisitorQueries queries(database, visitor);
+  VisitorQueries queries(database, visitor, hosting.UseCookie ? session.Get("LoginId") : "");
   if (!queries.Run()) {
     session.Set("Calendar", visitor.LoginName);
     queries.ViewOwnCalendar();
@@ -150,8 +156,10 @@ LoadedVisitor LoadVisitor(const HostingPage& hosting, const ScriptingContext& co
   TakeDisplaySettings(std::move(queries.Settings), visitor);
   FallBackToDefaultSheet(*context.Server, hosting.CssDir, visitor);
   // An administrator's account that is gone can only be made anew by who is still logged in to it.
-  loaded.HasAccount = queries.LoginAccount ? IsLoginOf(session, surroundings.Passwords, *queries.LoginAccount)
-                                           : !visitor.IsLoggedIn() || visitor.IsAdministrator();
+  loaded.HasAccount =
+      !queries.IsEnded &&
+      (queries.LoginAccount ? IsLoginOf(session, surroundings.Passwords, *queries.LoginAccount)
+                            : !visitor.IsLoggedIn() || visitor.IsAdministrator());
   return loaded;
 }
 

@@ -50,13 +50,15 @@ std::optional<KeptSession> DatabaseSessionStore::Find(std::span<const std::strin
 
 std::string DatabaseSessionStore::Start(const NamedTexts& values, std::string_view endedId) {
   std::string id = NewSessionIdentifier();
-  const SessionRow row{KeyOf(id), EncodeQuery(values), NewVersion(), Now() + lifetime_.count()};
+  const SessionRow row{KeyOf(id), EncodeQuery(values), NewVersion(), Now() + lifetime_.count(),
+                       std::string(values.Find(kLoginKey))};
   SessionTable table(database_);
   if (endedId.empty()) {
     table.Insert(row);
   } else {
     table.Replace(KeyOf(endedId), row);
   }
+  if (!row.Login.empty()) table.KeepLatest(row.Login, kMaxSessionsOfLogin);
   return id;
 }
 

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <cstddef>
 #include <functional>
 #include <list>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "sessions/session_store.h"
 
@@ -20,7 +19,8 @@ class MemorySessionStore : public SessionStore {
  public:
   using TimeSource = std::function<std::chrono::steady_clock::time_point()>;
 
-  /// At most about `capacity` sessions are kept.
+  /// Keeps at most `capacity` sessions of users, and besides a quarter as many of visitors who did not log
+  /// in.
   MemorySessionStore(std::chrono::seconds lifetime, std::size_t capacity,
                      TimeSource now = std::chrono::steady_clock::now);
 
@@ -33,27 +33,28 @@ class MemorySessionStore : public SessionStore {
   std::size_t size();
 
  private:
-  static constexpr std::size_t kShardCount = 16;
   struct Entry {
     std::string Id;
+    std::string Login;
     NamedTexts Values;
     std::chrono::steady_clock::time_point ExpiresAt;
   };
-  struct Shard {
-    std::mutex Mutex;
-    std::list<Entry> Entries;  // the most recently used first, hence the first to expire last
-    std::unordered_map<std::string_view, std::list<Entry>::iterator> ById;
-  };
+  /// The most recently used first, hence the first to expire last.
+  using Entries = std::list<Entry>;
 
-  std::optional<KeptSession> FindOne(std::string_view id);
-  Shard& ShardOf(std::string_view id);
-  void RemoveExpired(Shard& shard);
-  static void Remove(Shard& shard, std::list<Entry>::iterator entry);
+  Entries& EntriesOf(std::string_view login) { return login.empty() ? anonymous_ : users_; }
+  void RemoveExpired(Entries& entries);
+  void RemoveLeastUsedOf(const std::string& login);
+  void Remove(Entries::iterator entry);
 
-  std::chrono::seconds lifetime_;
-  std::size_t shardCapacity_;
-  TimeSource now_;
-  std::array<Shard, kShardCount> shards_;
+  const std::chrono::seconds lifetime_;
+  const std::size_t capacity_;
+  const TimeSource now_;
+  std::mutex mutex_;
+  Entries users_;
+  Entries anonymous_;
+  std::unordered_map<std::string_view, Entries::iterator> byId_;
+  std::unordered_map<std::string, std::vector<Entries::iterator>> byLogin_;  ///< of `users_`
 };
 
 }  // namespace orlune

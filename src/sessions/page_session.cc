@@ -6,7 +6,6 @@
 namespace orlune {
 namespace {
 
-constexpr std::string_view kLoginKey = "Login";
 constexpr std::size_t kMaxCandidates = 4;
 constexpr std::size_t kMaxValueSize = 2'000;  // bytes
 

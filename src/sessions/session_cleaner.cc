@@ -54,10 +54,13 @@ void SessionCleaner::CleanUp() {
 void SessionCleaner::CleanUp(const SessionDatabase& database) {
   SessionTable table(database);
   table.RemoveExpired(std::chrono::floor<std::chrono::seconds>(now_()).time_since_epoch().count());
-  std::int64_t excess = table.Count() - rules_.MaxSessions;
-  if (excess > 0)
-    log_.warn("session limit exceeded by {}; evicting the least recently used sessions", excess);
-  for (; excess > 0; excess -= 1000) table.RemoveThousand();
+  for (const auto& [kind, most] : {std::pair(SessionKind::kUsers, rules_.MaxSessions),
+                                   std::pair(SessionKind::kAnonymous, rules_.MaxSessions / 4)}) {
+    std::int64_t excess = table.Count(kind) - most;
+    if (excess > 0)
+      log_.warn("session limit exceeded by {}; evicting the least recently used sessions", excess);
+    for (; excess > 0; excess -= 1000) table.RemoveThousand(kind);
+  }
 }
 
 }  // namespace orlune

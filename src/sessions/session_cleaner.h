@@ -14,7 +14,7 @@ namespace orlune {
 
 struct CleaningRules {
   std::chrono::seconds Pause = std::chrono::minutes(5);  ///< mean time between two rounds, +-50 % at random
-  std::int64_t MaxSessions = 250'000;                    ///< in one database
+  std::int64_t MaxSessions = 250'000;  ///< of users, in one database; a quarter of it of others
 };
 
 /// Removes expired sessions from databases, and evicts the least recently used ones beyond a limit. Several

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -9,6 +10,12 @@
 #include "base/named_texts.h"
 
 namespace orlune {
+
+/// The value that tells whose a session is.
+inline constexpr std::string_view kLoginKey = "Login";
+/// How many sessions a user can have; another one ends the least recently used of them. Whoever logs in again
+/// and again fills no place but their own.
+inline constexpr std::size_t kMaxSessionsOfLogin = 100;
 
 /// A session as its store had it when it was found.
 struct KeptSession {

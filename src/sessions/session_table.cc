@@ -5,6 +5,7 @@
 
 #include "store/database_access.h"
 #include "store/field.h"
+#include "store/sessions_table.h"
 #include "store/statement.h"
 #include "store/transaction.h"
 
@@ -17,9 +18,15 @@ std::int64_t NumberAt(const ResultSet& rows, std::string_view column) {
   return number == nullptr ? 0 : *number;
 }
 
+/// The rows that count against a limit.
+SqlLiteral Condition(SessionKind kind) {
+  return kind == SessionKind::kAnonymous ? SqlLiteral("Login Is Null") : SqlLiteral("Login Is Not Null");
+}
+
 /// When the 1000th of the rows in order of expiry expires, or the last of fewer.
-std::int64_t LastOfThousand(Connection& connection) {
-  const auto rows = connection.Query(Statement("SELECT TOP 1000 Expires FROM Sessions ORDER BY Expires"));
+std::int64_t LastOfThousand(Connection& connection, SessionKind kind) {
+  const auto rows = connection.Query(
+      Statement("SELECT TOP 1000 Expires FROM Sessions WHERE {} ORDER BY Expires", Condition(kind)));
   std::int64_t last = 0;
   while (rows->Next()) last = NumberAt(*rows, "Expires");
   return last;
@@ -39,8 +46,9 @@ std::vector<SessionRow> ReadRows(Connection& connection, const Statement& condit
 
 Statement Insertion(const SessionRow& row) {
   return Statement(
-      "INSERT INTO Sessions (SessionKey, SessionValues, Version, Expires) VALUES ('{}', '{}', {}, {})",
-      row.Key, row.Values, row.Version, row.ExpiresAt);
+      "INSERT INTO Sessions (SessionKey, SessionValues, Version, Expires, Login) "
+      "VALUES ('{}', '{}', {}, {}, {})",
+      row.Key, row.Values, row.Version, row.ExpiresAt, SqlText(row.Login));
 }
 
 Statement Removal(const std::string& key) {
@@ -51,8 +59,7 @@ Statement Removal(const std::string& key) {
 
 SessionTable::SessionTable(const SessionDatabase& database)
     : connection_(database.Driver->Open(database.Path)) {
-  connection_->TryExecute(Statement(
-      "CREATE TABLE Sessions (SessionKey TEXT (64), SessionValues MEMO, Version LONG, Expires LONG)"));
+  CreateSessionsTable(*connection_);
 }
 
 std::optional<SessionRow> SessionTable::FindRunning(std::span<const std::string> keys, std::int64_t now) {
@@ -99,8 +106,21 @@ void SessionTable::Remove(const std::string& key) {
   connection_->Execute(Removal(key));
 }
 
-std::int64_t SessionTable::Count() {
-  const auto rows = connection_->Query(Statement("SELECT Count(SessionKey) AS Kept FROM Sessions"));
+void SessionTable::KeepLatest(std::string_view login, std::size_t most) {
+  std::vector<std::string> excess;
+  {
+    const auto rows = connection_->Query(
+        Statement("SELECT SessionKey FROM Sessions WHERE Login = '{}' ORDER BY Expires DESC", login));
+    for (std::size_t number = 1; rows->Next(); ++number) {
+      if (number > most) excess.emplace_back(TextOf(rows->Get(0)));
+    }
+  }
+  for (const std::string& key : excess) Remove(key);
+}
+
+std::int64_t SessionTable::Count(SessionKind kind) {
+  const auto rows = connection_->Query(
+      Statement("SELECT Count(SessionKey) AS Kept FROM Sessions WHERE {}", Condition(kind)));
   return rows->Next() ? NumberAt(*rows, "Kept") : 0;
 }
 
@@ -108,8 +128,9 @@ void SessionTable::RemoveExpired(std::int64_t now) {
   connection_->Execute(Statement("DELETE FROM Sessions WHERE Expires <= {}", now));
 }
 
-void SessionTable::RemoveThousand() {
-  RemoveExpired(LastOfThousand(*connection_));
+void SessionTable::RemoveThousand(SessionKind kind) {
+  connection_->Execute(Statement("DELETE FROM Sessions WHERE {} AND (Expires <= {})", Condition(kind),
+                                 LastOfThousand(*connection_, kind)));
 }
 
 }  // namespace orlune

@@ -21,7 +21,11 @@ struct SessionRow {
   std::string Values;          ///< as `EncodeQuery` writes them
   std::int64_t Version = 0;    ///< another number after each change of the values
   std::int64_t ExpiresAt = 0;  ///< in seconds since 1970, UTC
+  std::string Login{};         ///< whose it is; "" for nobody's
 };
+
+/// Sessions of users, and of visitors who did not log in.
+enum class SessionKind { kUsers, kAnonymous };
 
 /// The table `Sessions` of a database, over a connection of its own. Creates the table when it is missing.
 /// Used by one thread. Everything throws DatabaseError.
@@ -43,11 +47,14 @@ class SessionTable {
   void TryProlong(const SessionRow& row);
   void Remove(const std::string& key);
 
-  std::int64_t Count();
+  /// Removes the sessions of `login` that were not among its `most` last used.
+  void KeepLatest(std::string_view login, std::size_t most);
+  std::int64_t Count(SessionKind kind);
   /// Removes the rows that expire at `now` or before.
   void RemoveExpired(std::int64_t now);
-  /// Removes the 1000 rows that expire first, and those that expire in the same second as the last of them.
-  void RemoveThousand();
+  /// Removes the 1000 rows of a kind that expire first, and those that expire in the same second as the last
+  /// of them.
+  void RemoveThousand(SessionKind kind);
 
  private:
   std::unique_ptr<Connection> connection_;

@@ -22,7 +22,7 @@ Query<std::optional<CalendarRecord>> CalendarWithId(std::int64_t id, SqlLiteral 
           [read](ResultSet& rows) { return FirstRow(rows, read); }};
 }
 
-/// The calendars whose list in `column` holds the group as a whole item.
+/// LIKE also matches parts of names, so each list is checked for the group as a whole item.
 Query<std::string> CalendarsNaming(SqlLiteral column, std::string_view group) {
   return {Statement("SELECT Name, {} FROM Calendars WHERE ({} LIKE '%{}%')", column, column, group),
           [column, group = std::string(group)](ResultSet& rows) {
@@ -51,7 +51,6 @@ void SaveCalendar(Connection& database, std::optional<std::int64_t> id, std::vec
   database.Execute(SaveRow("Calendars", columns, id ? WithId(*id) : Statement()));
 }
 
-/// A user's two lists of groups.
 struct GroupLists {
   std::string MemberOf;
   std::string AdminOf;
@@ -84,8 +83,8 @@ void StoreGroupLists(Connection& database, const UserLists& user, const GroupLis
       BuildSql(SqlMode::kUpdate, "Calendars", columns, Statement("WHERE Name = '{}'", user.Name)));
 }
 
-/// `list` with the group in it exactly when the user was chosen, under its present name.
-std::string Aligned(const GroupName& group, std::string_view list, bool isChosen) {
+/// `list` with the group under its new name if the user was chosen, without the group otherwise.
+std::string Updated(const GroupName& group, std::string_view list, bool isChosen) {
   const std::string renamed =
       group.Before.empty() ? std::string(list) : ReplaceInList(list, group.Before, group.Now);
   if (!isChosen) return RemoveFromList(renamed, group.Now);
@@ -172,8 +171,8 @@ void DeleteCalendar(Connection& database, std::int64_t id) {
   database.Execute(Statement("DELETE FROM Calendars {}", WithId(id)));
 }
 
-void AlignGroupLists(Connection& database, const GroupName& group, std::string_view members,
-                     std::string_view administrators) {
+void UpdateGroupLists(Connection& database, const GroupName& group, std::string_view members,
+                      std::string_view administrators) {
   const NameSet memberNames(members);
   const NameSet administratorNames(administrators);
   const Query<std::vector<UserLists>> allUsers(
@@ -182,8 +181,8 @@ void AlignGroupLists(Connection& database, const GroupName& group, std::string_v
       ReadUserLists);
   for (const UserLists& user : Ask(database, allUsers)) {
     StoreGroupLists(database, user,
-                    {Aligned(group, user.Lists.MemberOf, memberNames.Contains(user.Name)),
-                     Aligned(group, user.Lists.AdminOf, administratorNames.Contains(user.Name))});
+                    {Updated(group, user.Lists.MemberOf, memberNames.Contains(user.Name)),
+                     Updated(group, user.Lists.AdminOf, administratorNames.Contains(user.Name))});
   }
 }
 

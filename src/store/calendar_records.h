@@ -12,32 +12,32 @@
 
 namespace orlune {
 
-// The rows of Calendars as the administration writes them: users, groups, and the lists that connect them.
-// What writes throws DatabaseError.
+// The rows of Calendars as the administration edits them: users, groups, and the users' lists of groups.
+// Functions that write throw DatabaseError.
 
 Query<std::vector<RecordChoice>> UserRecords();
 Query<std::vector<RecordChoice>> GroupRecords();
-/// The groups that a user may belong to, chosen by name.
+/// The groups to choose from for a user; their `Id` is the name.
 Query<std::vector<RecordChoice>> GroupsToChoose();
-/// The users that a group may have, chosen by name.
+/// The users to choose from for a group; their `Id` is the name.
 Query<std::vector<RecordChoice>> UsersToChoose();
 /// Nothing when there is no such user.
 Query<std::optional<CalendarRecord>> UserWithId(std::int64_t id);
 /// Nothing when there is no such group.
 Query<std::optional<CalendarRecord>> GroupWithId(std::int64_t id);
-/// The calendars whose list of groups holds `group`, joined with ", ".
+/// The users whose list of groups contains `group`, joined with ", ".
 Query<std::string> MemberListOf(std::string_view group);
 Query<std::string> AdministratorListOf(std::string_view group);
 /// Whether a calendar other than `id` has this name.
 Query<bool> IsCalendarNameTaken(std::string_view name, std::optional<std::int64_t> id);
-/// The number of the calendar of that name; nothing when there is none.
+/// The `CalendarID`; nothing when there is no such calendar.
 Query<std::optional<int>> CalendarIdOf(std::string_view name);
-/// A name made from `text` that no calendar has yet.
+/// An internal name derived from `text` that no calendar has yet.
 std::string UnusedCalendarName(Connection& database, std::string_view text);
 
-/// Writes a user; a new one, without `id`, begins with the usual preferences.
+/// Updates the user `id`, or inserts one with default preferences when there is no `id`.
 void SaveUser(Connection& database, std::optional<std::int64_t> id, const CalendarRecord& user);
-/// The same for a group, whose lists and password are not written.
+/// The same for a group; its lists and password are not written.
 void SaveGroup(Connection& database, std::optional<std::int64_t> id, const CalendarRecord& group);
 void DeleteCalendar(Connection& database, std::int64_t id);
 
@@ -46,11 +46,11 @@ struct GroupName {
   std::string Before;
   std::string Now;
 };
-/// Brings the users' lists into line: the group is, under its present name, in those of the users `members`
-/// and `administrators` alone, both joined with ", ".
-void AlignGroupLists(Connection& database, const GroupName& group, std::string_view members,
-                     std::string_view administrators);
-/// Takes the group out of the users' lists.
+/// Updates the users' lists of groups: only the users in the text lists `members` and `administrators` have
+/// the group in theirs, under its new name.
+void UpdateGroupLists(Connection& database, const GroupName& group, std::string_view members,
+                      std::string_view administrators);
+/// Removes the group from the users' lists.
 void RemoveFromGroupLists(Connection& database, std::string_view group);
 
 }  // namespace orlune

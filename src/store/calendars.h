@@ -11,9 +11,10 @@
 
 namespace orlune {
 
-// The table Calendars: users and groups. Names are compared ignoring case. What writes throws DatabaseError.
+// The table Calendars: users and groups. Names are compared ignoring case. Functions that write throw
+// DatabaseError.
 
-/// A user's settings; what the row leaves Null is empty.
+/// A user's settings; Null columns are empty.
 struct DisplaySettings {
   std::optional<int> FirstDayOfWeek;
   std::optional<std::string> Weekend;
@@ -28,13 +29,13 @@ Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginNa
 
 Query<bool> CalendarExists(std::string_view name);
 Query<std::vector<std::string>> GroupNames();
-/// The lists of groups that the calendars belong to, each different one once.
+/// The distinct text lists `MemberOfGroups` of the calendars.
 Query<std::vector<std::string>> MembershipsOf(std::span<const std::string> calendars);
 
-/// What decides whether a user is logged in, and what they may change.
+/// The credentials and rights of a user.
 struct Account {
   int Id = 0;
-  std::optional<std::string> Password;  ///< in plain or hashed; nothing: any password will do
+  std::optional<std::string> Password;  ///< plain text or hash; nothing: any password is accepted
   std::string AdminOfGroups;            ///< joined with ", "
 };
 /// Nothing when there is no such user.
@@ -42,11 +43,11 @@ Query<std::optional<Account>> AccountOf(std::string_view loginName);
 
 /// The display name; nothing when there is no such calendar.
 Query<std::optional<std::string>> FriendlyNameOf(std::string_view name);
-/// The calendars that `loginName` may choose from: those that are not hidden, and their own; users before
-/// groups, by display name.
+/// The calendars offered to `loginName`: those that are not hidden, and their own; users before groups, by
+/// display name.
 Query<std::vector<Calendar>> CalendarsVisibleTo(std::string_view loginName);
 
-/// What a user logs in with.
+/// A user's credentials.
 struct LoginAccount {
   std::string Name;  ///< as it is stored
   orlune::Account Account;
@@ -54,7 +55,7 @@ struct LoginAccount {
 /// Nothing when there is no such user.
 Query<std::optional<LoginAccount>> LoginAccountOf(std::string_view loginName);
 
-/// What the user sets in the preferences; what the row leaves Null is empty.
+/// What the user sets in the preferences; Null columns are empty.
 struct StoredPreferences {
   std::optional<int> FirstDayOfWeek;
   std::optional<std::string> Weekend;
@@ -66,24 +67,23 @@ struct StoredPreferences {
 };
 /// Nothing when there is no such user.
 Query<std::optional<StoredPreferences>> PreferencesOf(std::string_view loginName);
-/// Stores preferences that are all set. Changes nothing, and does not tell, when the statement fails.
+/// All of `preferences` must be set. An error is ignored: nothing is stored then.
 void StorePreferences(Connection& database, std::string_view loginName, const StoredPreferences& preferences);
 
-/// Stores the text in place of the user's password. Changes nothing, and does not tell, when the statement
-/// fails.
+/// `password` is stored as given, plain text or hash. An error is ignored: nothing is stored then.
 void StorePassword(Connection& database, std::string_view loginName, std::string_view password);
 
-/// The calendars that have one of these names, by display name.
+/// The calendars with these names, by display name.
 Query<std::vector<Calendar>> CalendarsNamed(std::span<const std::string> names);
 
 /// All calendars, users before groups, by display name.
 Query<std::vector<Calendar>> AllCalendars();
-/// The same without that of `loginName`.
+/// The same except that of `loginName`.
 Query<std::vector<Calendar>> CalendarsExcept(std::string_view loginName);
-/// The name of a calendar as it is stored; none when there is no such calendar.
+/// The name of a calendar as it is stored; empty when there is no such calendar.
 Query<std::vector<std::string>> SpellingsOf(std::string_view name);
 Query<std::vector<std::string>> UserNames();
-/// The calendars in whose list of groups the text `group` occurs.
+/// The calendars in whose list of groups `group` occurs as a substring.
 Query<std::vector<std::string>> MembersOfGroup(std::string_view group);
 
 }  // namespace orlune

@@ -5,13 +5,13 @@
 
 namespace orlune {
 
-/// A recipient's copy in a state that is none waits for an answer.
+/// An unknown text is read as `kUndecided`.
 SuggestionState ReadSuggestionState(const Value& field);
 
 /// Reads the rows of a query that selects all columns of `Events`.
 class EventReader {
  public:
-  /// Finds the columns. Throws DatabaseError when one is missing.
+  /// Looks up the columns. Throws DatabaseError when one is missing.
   explicit EventReader(const ResultSet& rows);
   /// The current row.
   OL_Event Read(const ResultSet& rows) const;

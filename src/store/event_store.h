@@ -14,7 +14,7 @@
 
 namespace orlune {
 
-/// All throw DatabaseError.
+// The table Events. Functions that write throw DatabaseError. `ids` are event numbers joined with ", ".
 
 /// Writes the columns that belong to the event's `Type`: as a new row when it has no `EventID`, else into its
 /// own, if its calendar is one of `changeable`. Columns of other kinds keep what they hold. Apostrophes and
@@ -26,16 +26,15 @@ void SaveEvent(Connection& database, const RegionalSettings& regional, const OL_
 /// `changeable`.
 void DeleteEvents(Connection& database, std::string_view ids, std::span<const std::string> changeable);
 
-/// The events that can fall on a day from `first` to `last`, both included, in the order of their
-/// `BeginTime`: for the view "lomat" the absences of everybody, for "julkaisut" the events of the calendar
-/// Julkaisut, for any other those of the calendars `owners`.
+/// The events that may occur from `first` to `last`, both inclusive, by `BeginTime`: for the view "lomat" the
+/// absences of everybody, for "julkaisut" the events of the calendar Julkaisut, for any other view those of
+/// the calendars `owners`.
 Query<std::vector<OL_Event>> EventsOfPeriod(const RegionalSettings& regional, std::string_view view,
                                             std::span<const std::string> owners, Date first, Date last);
 
 Query<std::optional<OL_Event>> FindEvent(int id);
-/// The owners of the events numbered in `ids`, which are joined with ", ".
 Query<std::vector<std::string>> OwnersOfEvents(std::string_view ids);
-/// Only what decides on which days the event falls.
+/// The event with only those fields set that determine on which days it occurs.
 Query<std::optional<OL_Event>> OccurrenceRuleOf(int id);
 
 /// The hits of `search`, the earliest first. Its start date has to be a valid one. With `changeable`, private

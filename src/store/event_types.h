@@ -14,11 +14,11 @@ namespace orlune {
 
 Query<std::vector<EventTypeEntry>> AllEventTypes();
 
-/// All of them, their file as `IntName`.
+/// All event types; `IntName` is the file name.
 Query<std::vector<RecordChoice>> EventTypeRecords();
 /// Nothing when there is no such type.
 Query<std::optional<NamedFile>> EventTypeWithId(std::int64_t id);
-/// Writes a type: a new one without `id`. Throws DatabaseError.
+/// Updates the type `id`, or inserts one when there is no `id`. Throws DatabaseError.
 void SaveEventType(Connection& database, std::optional<std::int64_t> id, const NamedFile& type);
 /// Throws DatabaseError.
 void DeleteEventType(Connection& database, std::int64_t id);

@@ -7,7 +7,7 @@
 
 namespace orlune {
 
-/// What a field holds, read as one kind; Null and a value of another kind read as nothing.
+// The value of a field as one type; nothing for Null and for a value of another type.
 
 /// The text, or "". Valid until the result set moves on.
 std::string_view TextOf(const Value& value);

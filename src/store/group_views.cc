@@ -60,7 +60,7 @@ Query<std::vector<GroupViewChoice>> GroupViewsVisibleTo(std::string_view loginNa
 
 namespace {
 
-/// The columns of `view` that a form changes; a new row has its owner besides.
+/// The columns that a form changes, all but the owner.
 std::vector<ColumnValue> ChangedColumns(const GroupView& view) {
   return {{"Name", SqlText(view.Name)},
           {"FriendlyName", SqlText(ReplaceAll(view.FriendlyName, "'", "&#39;"))},
@@ -75,7 +75,7 @@ Query<int> IdOfGroupView(std::string_view name) {
           }};
 }
 
-/// The items of a list that may be empty.
+/// Unlike `SplitList`, gives no item for an empty text.
 std::vector<std::string> ItemsIn(const ResultSet& row, std::string_view column) {
   const std::string_view text = TextOf(row.Get(row.Column(column)));
   return text.empty() ? std::vector<std::string>() : SplitList(text);

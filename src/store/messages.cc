@@ -53,7 +53,6 @@ Statement SuggestionValue(std::string_view suggestion) {
   return suggestion.empty() ? Statement("Null") : Statement("'{}'", suggestion);
 }
 
-/// The statements that store a message, one for each recipient.
 std::vector<Statement> CopiesOf(const RegionalSettings& regional, const OutgoingMessage& message) {
   const std::string sent = FormatDateTime(regional, message.SentDate);
   const std::string subject = WithoutApostrophes(message.Subject);

@@ -11,7 +11,7 @@
 
 namespace orlune {
 
-// The table Messages: a row for each recipient of a message. What writes throws DatabaseError.
+// The table Messages: a row for each recipient of a message. Functions that write throw DatabaseError.
 
 /// The messages that `recipient` received, the oldest first.
 Query<std::vector<ListedMessage>> MessagesTo(std::string_view recipient);
@@ -29,12 +29,11 @@ Query<std::optional<ReceivedMessage>> FindMessageToReplyTo(const NamedMessages& 
 void MarkAsViewed(Connection& database, const NamedMessages& message);
 void DeleteMessages(Connection& database, const NamedMessages& messages);
 
-/// Sends a message within the caller's transaction, to the members in place of groups.
+/// Sends a message within the caller's transaction. Groups are replaced by their members.
 void SendMessage(Connection& database, const RegionalSettings& regional, OutgoingMessage message);
-/// The same in a transaction of its own. An error leaves the copies that were stored before it.
+/// The same in a transaction of its own. On an error the copies stored before it remain.
 void SendMessageByItself(Connection& database, const RegionalSettings& regional, OutgoingMessage message);
 
-/// How many messages of `loginName` are not read yet.
 Query<int> UnreadMessageCount(std::string_view loginName);
 
 }  // namespace orlune

@@ -11,18 +11,18 @@
 
 namespace orlune {
 
-/// A SELECT, and how its rows become what was asked for. Nothing is sent before `Ask`.
+/// A SELECT, and how its rows are converted to a `Result`. Nothing is sent before `Ask`.
 template <class Result>
 class Query {
  public:
   using Reader = std::function<Result(ResultSet& rows)>;
 
-  /// Asks nothing; the answer is an empty `Result`.
+  /// A query that is never sent; its result is an empty `Result`.
   Query() = default;
   Query(Statement statement, Reader read) : statement_(std::move(statement)), read_(std::move(read)) {}
 
-  void AnnounceTo(Connection& database) const {
-    if (read_) database.Announce(statement_);
+  void Prefetch(Connection& database) const {
+    if (read_) database.Prefetch(statement_);
   }
   /// Throws DatabaseError.
   Result Run(Connection& database) const { return read_ ? read_(*database.Query(statement_)) : Result{}; }
@@ -32,20 +32,20 @@ class Query {
   Reader read_;
 };
 
-/// The answer to one query. Throws DatabaseError.
+/// Runs one query and returns its result. Throws DatabaseError.
 template <class Result>
 Result Ask(Connection& database, const Query<Result>& query) {
   return query.Run(database);
 }
 
-/// Any number of queries of one kind, asked like one; the answers keep their order.
+/// Any number of queries of one type, run like one; the results are in the order of the queries.
 template <class Result>
 class Queries {
  public:
   explicit Queries(std::span<const Query<Result>> queries) : queries_(queries) {}
 
-  void AnnounceTo(Connection& database) const {
-    for (const Query<Result>& query : queries_) query.AnnounceTo(database);
+  void Prefetch(Connection& database) const {
+    for (const Query<Result>& query : queries_) query.Prefetch(database);
   }
   /// Throws DatabaseError.
   std::vector<Result> Run(Connection& database) const {
@@ -59,18 +59,18 @@ class Queries {
   std::span<const Query<Result>> queries_;
 };
 
-/// The answers to several queries, which travel to the database together. Throws DatabaseError.
+/// Runs several queries, pipelined where the driver can, and returns their results. Throws DatabaseError.
 template <class... Asked>
 requires(sizeof...(Asked) > 1) auto Ask(Connection& database, const Asked&... queries) {
-  (queries.AnnounceTo(database), ...);
+  (queries.Prefetch(database), ...);
   return std::tuple<decltype(queries.Run(database))...>{queries.Run(database)...};
 }
 
-/// The same for any number of queries of one kind.
+/// The same for any number of queries of one type.
 template <class Result>
 std::vector<Result> AskAll(Connection& database, std::span<const Query<Result>> queries) {
   const Queries<Result> all(queries);
-  all.AnnounceTo(database);
+  all.Prefetch(database);
   return all.Run(database);
 }
 

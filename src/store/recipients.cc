@@ -9,7 +9,7 @@
 namespace orlune {
 namespace {
 
-/// Names in the order that they came in, each once.
+/// Distinct names in the order in which they were added.
 class NameList {
  public:
   void Add(std::string_view name) {

@@ -10,18 +10,18 @@
 
 namespace orlune {
 
-/// The text of the column named `column` in the current row; "" for Null.
+/// The text in the column `column` of the current row; "" for Null.
 inline std::string TextIn(const ResultSet& row, std::string_view column) {
   return std::string(TextOf(row.Get(row.Column(column))));
 }
 
-/// The same; nothing for Null.
+/// The same, but nothing for Null.
 inline std::optional<std::string> OptionalTextIn(const ResultSet& row, std::string_view column) {
   const Value value = row.Get(row.Column(column));
   return IsNull(value) ? std::nullopt : std::optional<std::string>(TextOf(value));
 }
 
-/// The texts of the column named `column` in all rows.
+/// The texts in the column `column` of all rows.
 inline std::vector<std::string> TextsIn(ResultSet& rows, std::string_view column) {
   const int position = rows.Column(column);
   std::vector<std::string> texts;
@@ -29,7 +29,7 @@ inline std::vector<std::string> TextsIn(ResultSet& rows, std::string_view column
   return texts;
 }
 
-/// What `read(row)` makes of the first row; nothing when there is none.
+/// `read(row)` of the first row; nothing when there are no rows.
 template <class Read>
 auto FirstRow(ResultSet& rows, Read read) -> std::optional<decltype(read(rows))> {
   if (!rows.Next()) return std::nullopt;

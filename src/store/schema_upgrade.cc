@@ -5,7 +5,7 @@
 namespace orlune {
 namespace {
 
-/// Whether `statement` took effect; an error means that the database has what it would add.
+/// False on an error: the database already has what the statement would add.
 bool Succeeds(Connection& database, const Statement& statement) {
   bool failed = false;
   ExecuteQuiet(database, statement, failed);

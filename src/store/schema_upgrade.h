@@ -4,8 +4,8 @@
 
 namespace orlune {
 
-/// Brings an older database up to date; does nothing to one that is. Never fails: what cannot be added is
-/// left.
+/// Upgrades the schema of an older database; does nothing to a current one. Never fails: a step that fails is
+/// skipped.
 void UpgradeSchema(Connection& database);
 
 }  // namespace orlune

@@ -12,7 +12,7 @@
 
 namespace orlune {
 
-/// Fixed text of a statement. Only a string literal of the source converts to it.
+/// Fixed text of a statement. Only a string literal converts to it.
 class SqlLiteral {
  public:
   consteval SqlLiteral(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor)
@@ -22,14 +22,14 @@ class SqlLiteral {
   std::string_view text_;
 };
 
-/// A statement, or a piece of one, that knows which stretches of its text were spliced in as values. Fixed
-/// text comes only from literals of the source, so nothing that a person typed can become SQL.
+/// A statement, or a fragment of one, that records which spans of its text are values. Fixed text comes only
+/// from string literals, so user input can never become SQL.
 class Statement {
  public:
   Statement() = default;
 
-  /// `format` with its places filled in order. A text or number becomes a value; a `Statement` and a
-  /// `SqlLiteral` keep what they are.
+  /// `format` with its placeholders replaced in order. A text or a number becomes a value; a `SqlLiteral` is
+  /// SQL; a `Statement` keeps its SQL and its values.
   template <class... Parts>
   explicit Statement(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
     Add(format, parts...);
@@ -42,11 +42,11 @@ class Statement {
     return *this;
   }
 
-  /// The text in the system's SQL dialect, values spliced in as they stand.
+  /// The text in the system's SQL dialect, including the values, unescaped.
   const std::string& Text() const { return text_; }
   bool IsEmpty() const { return text_.empty(); }
 
-  /// What a connection executes. Valid as long as this statement is unchanged.
+  /// For `Connection`. Valid until this statement changes.
   operator StatementText() const { return {text_, values_}; }  // NOLINT(google-explicit-constructor)
 
  private:

@@ -18,7 +18,7 @@ int SaveSendersCopy(Connection& database, const RegionalSettings& regional, OL_E
   SaveEvent(database, regional, event, changeable);
   if (event.EventID != 0) return event.EventID;
   const auto newest = FindNewestSenderCopy(database);
-  if (!newest) throw DatabaseError("a suggestion was stored and cannot be found");
+  if (!newest) throw DatabaseError("the stored suggestion is missing from Events");
   return *newest;
 }
 

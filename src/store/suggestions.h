@@ -14,8 +14,8 @@
 
 namespace orlune {
 
-// Suggestions: rows of Events that belong together, and the messages that tell of them. What writes throws
-// DatabaseError, and leaves the transaction to its caller.
+// Suggestions: a sender's copy and recipients' copies in Events, and the messages about them. Functions that
+// write throw DatabaseError and must be called within a transaction.
 
 /// Stores `event` as its sender's copy, one copy for each recipient of `message`, who has still to answer,
 /// and sends the message. Groups stand for their members; the sender of the message receives nothing.
@@ -23,16 +23,16 @@ namespace orlune {
 void StoreSuggestion(Connection& database, const RegionalSettings& regional, OL_Event event,
                      OutgoingMessage message, std::span<const std::string> changeable);
 
-/// Stores the answer in the copy that `recipient` received of the suggestion whose sender's copy is `suggId`.
+/// Stores the answer in the copy of `recipient`. `suggId` is the `EventID` of the sender's copy.
 void StoreAnswer(Connection& database, int suggId, std::string_view recipient, SuggestionState answer);
 
-/// The `EventID` of the sender's copy of the newest suggestion, or nothing when there is none.
+/// The `EventID` of the sender's copy of the newest suggestion; nothing when there is none.
 std::optional<int> FindNewestSenderCopy(Connection& database);
 
 Query<std::optional<SuggestedEvent>> FindSuggestedEvent(int id);
-/// Whether the calendar `owner` received a copy of the suggestion `suggId`.
+/// Whether the calendar `owner` has a recipient's copy of the suggestion `suggId`.
 Query<bool> HasReceivedCopy(int suggId, std::string_view owner);
-/// What the recipients of the suggestion `suggId` have answered.
+/// The recipients of the suggestion `suggId` with their answers.
 Query<std::vector<SuggestionAnswer>> AnswersTo(int suggId);
 
 }  // namespace orlune

@@ -4,8 +4,7 @@
 
 namespace orlune {
 
-/// A transaction of the request's connection: what is executed while it lives happens together at `Commit`,
-/// or not at all.
+/// A transaction that is rolled back on destruction unless it was committed.
 class Transaction {
  public:
   /// Throws DatabaseError.

@@ -6,8 +6,8 @@
 
 namespace orlune {
 
-/// The built-in English text, or "" when the table has none. "%s" and "%t" stand for arguments; error texts
-/// end in the two characters backslash and "n".
+/// The built-in English text; "" when the table has none. "%s" and "%t" are placeholders; error texts end in
+/// the two characters backslash and "n".
 std::string_view EnglishText(Text id);
 
 }  // namespace orlune

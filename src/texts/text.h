@@ -2,7 +2,7 @@
 
 namespace orlune {
 
-/// The texts that people see, each by its number in the language packs.
+/// The texts of the pages. The values are the numbers in language packs: never change or reuse one.
 enum class Text : int {
   // Login and title bar
   kLoginTitle = 100,

@@ -56,6 +56,11 @@ HttpAnswer LogIn(const std::string& address) {
 TEST_F(CommandLine, TellsSuccessFailureAndMisuseApart) {
   const std::string database = WriteFile(folder_.Path() / "there.db", "x").string();
   const std::string nowhere = (folder_.Path() / "nowhere.db").string();
+  const std::string whole = (folder_.Path() / "whole.db").string();
+  const std::string both = WriteFile(folder_.Path() / "both.toml",
+                                     "[[page]]\npath = \"/a.asp\"\nDBPath = \"there.db\"\n"
+                                     "[[page]]\npath = \"/b.asp\"\nDBPath = \"whole.db\"\n")
+                               .string();
   const std::string broken = WriteFile(folder_.Path() / "broken.toml", "[server]\nport = 1\n").string();
   const struct {
     std::vector<std::string> Arguments;
@@ -83,6 +88,9 @@ TEST_F(CommandLine, TellsSuccessFailureAndMisuseApart) {
        1,
        "cannot open " + (folder_.Path() / "a.db").string()},
       {{"check", database}, 1, "there.db needs attention"},
+      {{"init", whole, "--admin-password", "secret"}, 0, "made " + whole},
+      {{"check", whole}, 0, "whole.db is sound"},
+      {{"check", "--config", both}, 1, "whole.db is sound"},
   };
   for (const auto& c : cases) {
     Program program(c.Arguments);

@@ -52,6 +52,10 @@ allowed_hosts = ["calendar.example.org", "[::1]"]
 content_security_policy = "default-src 'self' https://cdn.example.org"
 hsts_seconds = 60
 database_connections = 9
+connections = 20
+connections_per_address = 10
+reserved_connections = 2
+reply_megabytes = 3
 [[page]]
 path = "/a.asp"
 DBPath = "../a.db"
@@ -77,6 +81,10 @@ DBPath = "/b.db"
   EXPECT_EQ(configuration.ContentSecurityPolicy, "default-src 'self' https://cdn.example.org");
   EXPECT_EQ(configuration.HstsSeconds, 60);
   EXPECT_EQ(configuration.DatabaseConnections, 9);
+  EXPECT_EQ(configuration.Connections, 20);
+  EXPECT_EQ(configuration.ConnectionsPerAddress, 10);
+  EXPECT_EQ(configuration.ReservedConnections, 2);
+  EXPECT_EQ(configuration.ReplyMegabytes, 3);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   const PageConfiguration& first = configuration.Pages[0];
   const PageConfiguration& second = configuration.Pages[1];

@@ -16,7 +16,7 @@ Date Day(int year, unsigned month, unsigned day) {
   return std::chrono::year{year} / static_cast<int>(month) / static_cast<int>(day);
 }
 
-TEST(ParseDate, ReadsWhatEachRegionWritesAndNothingElse) {
+TEST(ParseDate, ParsesTheFormatsOfEachRegionAndNothingElse) {
   struct Case {
     const char* Region;
     const char* Text;

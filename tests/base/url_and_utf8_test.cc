@@ -12,7 +12,7 @@ using namespace std::string_literals;
 
 #define BAD "\xEF\xBF\xBD"  // U+FFFD
 
-TEST(RepairUtf8, ReplacesEveryByteThatHasNoPlace) {
+TEST(RepairUtf8, ReplacesInvalidBytes) {
   const struct {
     const char* Name;
     std::string Input, Expected;
@@ -50,7 +50,7 @@ TEST(DecodeQuery, ReadsNamesAndValues) {
   EXPECT_EQ(DecodeQuery("x=1&y=2&x=3&").size(), 2U);
 }
 
-TEST(EncodeUrl, LetsNothingEndTheHeader) {
+TEST(EncodeUrl, PreventsHeaderInjection) {
   EXPECT_EQ(EncodeUrl("/a.asp?p=c&cd=3/15/2004&x=%41"), "/a.asp?p=c&cd=3/15/2004&x=%41");
   EXPECT_EQ(EncodeUrl("/a\r\nSet-Cookie: x=1"), "/a%0D%0ASet-Cookie:%20x=1");
   EXPECT_EQ(EncodeUrl("/\\evil\x7F\xC3\xA4"), "/%5Cevil%7F%C3%A4");

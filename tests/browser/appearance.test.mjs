@@ -6,7 +6,7 @@ const visit = calendarSuite();
 
 const kSheets = ['default.css', 'dark.css', 'contrast.css', 'nineties.css'];
 
-/** Gives the page that is shown another style sheet. */
+/** Replaces the style sheet of the page. */
 const wear = (page, sheet) =>
   page.evaluate(
     (name) =>
@@ -21,11 +21,11 @@ const wear = (page, sheet) =>
     sheet,
   );
 
-/** The texts with a contrast of less than 4.5; grounds of several colours are left out. */
+/** The texts with a contrast below 4.5; backgrounds with several colours are skipped. */
 const faintTexts = (page) =>
   page.evaluate(() => {
     const channels = (colour) => {
-      const most = colour.startsWith('color(') ? 255 : 1; // a mixed colour counts to 1 instead of 255
+      const most = colour.startsWith('color(') ? 255 : 1; // components of color() range to 1 instead of 255
       return colour.match(/[\d.]+/g).map((channel) => channel * most);
     };
     const light = (colour) => {
@@ -54,7 +54,7 @@ const faintTexts = (page) =>
       .map(({ element, ground, colour }) => `${element.value ?? element.innerText}: ${colour} on ${ground}`);
   });
 
-/** With every style sheet all fits into the window from left to right, and can be read. */
+/** With every style sheet the page fits the width of the window and its texts have enough contrast. */
 async function assertReadable(page, what) {
   for (const sheet of kSheets) {
     await wear(page, sheet);
@@ -64,12 +64,12 @@ async function assertReadable(page, what) {
   }
 }
 
-/** Tab goes through all that can be used, in the order of the page, and one sees where it is. */
+/** Tab visits all controls in the order of the page, and the focus is visible. */
 async function assertTabs(page, what) {
   const controls = await page.evaluate(() => {
     window.nameOf = (one) => one.name || one.value || one.textContent || one.querySelector('img')?.alt;
     return [...document.querySelectorAll('a[href], select, textarea, input:not([type=hidden])')]
-      .filter(({ type, name }, i, all) => type !== 'radio' || all[i - 1].name !== name) // a choice counts once
+      .filter(({ type, name }, i, all) => type !== 'radio' || all[i - 1].name !== name) // a group of radio buttons is one tab stop
       .map(window.nameOf)
       .filter((name) => name);
   });
@@ -95,7 +95,7 @@ async function assertComplete(page, what) {
   assert.deepEqual(faults, [], what);
 }
 
-/** The ways to all pages: the first one's address, what to fill in there, and the button or link to follow. */
+/** How to reach all pages: the address of the first one, what to fill in there, and the button or link to follow. */
 const kPages = {
   asa: {
     'the month': ['?p=c&dm=month'],

@@ -39,7 +39,7 @@ visit('the selection row chooses what is shown, and shows it', { user: 'jurgen' 
   assert.equal(await visitor.caption(), 'JULY 2004');
 });
 
-/** Where the timed events of the day that is shown are on the screen, and where their hours are. */
+/** The positions of the timed events of the day view on the screen, and of their hours. */
 const timetableOf = ({ page }) =>
   page.evaluate(() => {
     const boxOf = (element) => element.getBoundingClientRect().toJSON();

@@ -42,7 +42,7 @@ visit('what was typed stays as it stands', { user: 'asa' }, async (visitor) => {
   }
 
   await visitor.press('Send');
-  await visitor.fillIn({ vastaanottaja: ['[Office Life]'], reptype: 'Daily' }); // leads back to the same form
+  await visitor.fillIn({ vastaanottaja: ['[Office Life]'], reptype: 'Daily' }); // submits and returns to the form
   await visitor.fillIn({ date2: '3/19/2004' });
   assert.deepEqual((await visitor.filledIn()).vastaanottaja, ['[Office Life]']);
   await visitor.press('Send');

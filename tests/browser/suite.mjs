@@ -13,9 +13,9 @@ import { Visitor } from './visitor.mjs';
 export const kDesktop = { viewport: { width: 1280, height: 900 } };
 export const kPhone = { viewport: { width: 390, height: 844 }, isMobile: true, hasTouch: true };
 
-/** The moment at which the demo company is made and at which the server's clock stands: a Monday. */
+/** The time at which the demo company is created, and of the server's stopped clock: a Monday. */
 const kNow = '2004-03-15T10:30:00';
-// Without what Chromium does by itself.
+// No background activity of Chromium.
 const kSwitches = '--no-sandbox --disable-gpu --disable-quic --no-first-run --disable-background-networking';
 
 export function launchBrowser() {
@@ -24,8 +24,8 @@ export function launchBrowser() {
 }
 
 /**
- * Makes the demo company in a folder of its own and serves it with the configuration that the repository ships.
- * Resolves to the `address` of the page; `stop()` ends the server and removes the folder.
+ * Creates the demo company in a temporary folder and serves it with the repository's configuration. Resolves to the
+ * `address` of the page; `stop()` stops the server and removes the folder.
  */
 export async function startDemo() {
   const folder = await mkdtemp(join(tmpdir(), 'orlune-browser-'));
@@ -33,8 +33,8 @@ export async function startDemo() {
   await cp(join(kRepository, 'orlune.toml'), configuration);
   await symlink(join(kRepository, 'site'), join(folder, 'site'));
   await mkdir(join(folder, 'var'));
-  // The demo is made around the day it is made on, so that day has to be pretended. The library that does so comes
-  // before that of the sanitizers, which refuse that unless told.
+  // The demo's dates are relative to the current day, so faketime sets it. Its preloaded library precedes that of the
+  // sanitizers, which is an error by default.
   const init = ['-f', `@${kNow.replace('T', ' ')}`, kOrlune, 'init', join(folder, 'var/calendar.db'), '--demo'];
   await run('faketime', init, { env: { ...process.env, ASAN_OPTIONS: 'verify_asan_link_order=0' } });
   const server = new Server(configuration, '--now', kNow);
@@ -49,8 +49,8 @@ export async function startDemo() {
 }
 
 /**
- * Gives a test file a browser and a server. The result declares a story: `steps` gets a Visitor in a fresh window,
- * logged in as `user` when one is given. It fails when a step does, or anything goes wrong in the window meanwhile.
+ * Provides a browser and a server for a test file. Returns a function that declares a test: `steps` gets a Visitor in a
+ * new window, logged in as `user` if given. The test also fails for any error recorded in the window.
  */
 export function calendarSuite() {
   let demo;

@@ -1,7 +1,7 @@
-// Where one adds calendars to a group view, the list of calendars holds hidden fields.
+// The list of calendars in the form of a group view contains hidden fields.
 const kKnownWarning = 'An <input> tag was parsed within an open <select> tag';
 
-/** One person at one browser window. Collects everything that goes wrong in it while the pages are used. */
+/** A user of one browser window. Records all errors in it. */
 export class Visitor {
   #address;
   #alerts = [];
@@ -14,22 +14,22 @@ export class Visitor {
     page.on('popup', (popup) => this.#watch(popup));
   }
 
-  /** What went wrong so far: script errors, failed or foreign requests, alerts that nobody took. */
+  /** The errors so far: script errors, failed requests, requests to other sites, unexpected alerts. */
   get faults() {
     return [...this.#faults, ...this.#alerts.map((text) => `unexpected alert: ${text}`)];
   }
 
-  /** The texts of the alerts that were shown since the last call. */
+  /** The texts of the alerts since the last call. */
   takeAlerts() {
     return this.#alerts.splice(0);
   }
 
-  /** `query` goes behind the page's address: "" or "?cd=3/15/2004". */
+  /** `query` is appended to the page's address: "" or "?cd=3/15/2004". */
   async open(query = '') {
     await this.page.goto(this.#address + query);
   }
 
-  /** Does what leads to another page, and waits until that has loaded. */
+  /** Runs `action`, which navigates, and waits until the new page has loaded. */
   async follow(action) {
     await Promise.all([this.page.waitForEvent('load'), action()]);
   }
@@ -41,17 +41,17 @@ export class Visitor {
     await this.press('Login');
   }
 
-  /** Presses the button of a form, and waits for the page that comes. */
+  /** Presses a button and waits for the new page. */
   async press(label) {
     await this.follow(() => this.page.getByRole('button', { name: label, exact: true }).click());
   }
 
-  /** Follows the first link with this text or picture. */
+  /** Follows the first link with this text or image text. */
   async followLink(text) {
     await this.follow(() => this.page.getByRole('link', { name: text }).first().click());
   }
 
-  /** Clicks what opens a popup, and resolves to its page. */
+  /** Clicks an element that opens a popup; resolves to the popup. */
   async popupOf(selector) {
     const [popup] = await Promise.all([this.page.waitForEvent('popup'), this.page.click(selector)]);
     await popup.waitForLoadState();
@@ -62,7 +62,7 @@ export class Visitor {
     return (await this.page.textContent('.caltitle')).replaceAll('\u00a0', ' ');
   }
 
-  /** The days of the month that is shown on which an entry stands that ends in `title`. */
+  /** The days of the month view with an entry that ends in `title`. */
   async daysOf(title) {
     return this.page.locator('td:has(> .daynumber)').evaluateAll((days, text) => {
       const holds = ({ innerText }) => innerText.split('\n').some((line) => line.trim().endsWith(text));
@@ -71,8 +71,8 @@ export class Visitor {
   }
 
   /**
-   * Fills in the form that is shown. Keys are names of fields; a value is the text to type, the label to choose or a
-   * list of labels, whether to tick, the value of a radio button. A choice that sends the form is followed to its page.
+   * Fills in the form. Keys are names of fields; a value is a text, the label of an option or a list of labels, whether
+   * to check a box, or the value of a radio button. After an option that submits the form, waits for the new page.
    */
   async fillIn(values) {
     for (const [name, value] of Object.entries(values)) {
@@ -87,7 +87,7 @@ export class Visitor {
     }
   }
 
-  /** What the form that is shown holds, in the manner of `fillIn`. Lists of several choices are arrays. */
+  /** The values of the form, in the format of `fillIn`. Lists with several choices are arrays. */
   async filledIn() {
     return this.page.evaluate(() => {
       const valueOf = (field) => {

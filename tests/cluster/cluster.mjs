@@ -12,7 +12,7 @@ class Node extends Server {
     return this.log.match(/(GET|POST) \/OLOrlune\.asp \d+/g)?.length ?? 0;
   }
 
-  /** Resolves as soon as its health check answers with this status. */
+  /** Waits until the health check responds with this status. */
   becomes(health) {
     const ask = async () => {
       const answer = await fetch(`http://${this.address}/healthz`);
@@ -24,8 +24,8 @@ class Node extends Server {
 }
 
 /**
- * Three nodes with the configuration that the manual shows, the demo company, and the manual's nginx before them. The
- * database is that of the PostgreSQL server that the environment names.
+ * Three nodes with the configuration of docs/scaling.md and the demo company, behind nginx with the configuration of
+ * docs/scaling.md. The database is ORLUNE_TEST_POSTGRESQL.
  */
 export class Cluster {
   #folder;
@@ -51,7 +51,7 @@ export class Cluster {
     return new Visitor(this.#proxy);
   }
 
-  /** Has pg_ctl do this with the server of the database. */
+  /** Runs pg_ctl with the arguments `how` for the database server. */
   controlDatabase(how) {
     return run('sh', ['-c', `exec $0 $1`, process.env.ORLUNE_TEST_POSTGRESQL_CTL, how]);
   }
@@ -100,8 +100,8 @@ export class Cluster {
 }
 
 /**
- * The code block in `language` of docs/scaling.md, so that what the manual shows is what is tested. Each key of
- * `replacements` has to stand in it, and gives way to its value.
+ * The only code block in `language` of docs/scaling.md: the documented configuration is the tested one. Each key of
+ * `replacements` has to occur in it, and is replaced by its value.
  */
 async function codeBlock(language, replacements) {
   const manual = await readFile(join(kRepository, 'docs/scaling.md'), 'utf8');
@@ -113,7 +113,7 @@ async function codeBlock(language, replacements) {
   }, blocks[0][2]);
 }
 
-/** What the configuration of a whole nginx has around a site. */
+/** A complete nginx configuration with this site. */
 function aroundSite(site) {
   const temporary = ['client_body', 'proxy', 'fastcgi', 'uwsgi', 'scgi'];
   return `${process.getuid() === 0 ? `user ${userInfo().username};` : ''}

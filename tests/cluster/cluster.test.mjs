@@ -10,7 +10,7 @@ const cluster = new Cluster();
 before(() => cluster.start());
 after(() => cluster.stop());
 
-/** Ends the load; what it was told to be stored is stored, nothing twice, and nobody lost the login. */
+/** Ends the load. All acknowledged events must be stored, none twice, and no login lost. */
 async function assertStoredOnce(load, tag) {
   await load.finish();
   assert.equal(load.logouts, 0);
@@ -24,7 +24,7 @@ async function assertStoredOnce(load, tag) {
   assert.deepEqual(lost, [], 'acknowledged events are lost');
 }
 
-test('a visitor is the same to all nodes that the proxy shares the pages out to', async () => {
+test('all nodes behind the proxy share the sessions', async () => {
   const visitor = cluster.visitor();
   const login = await visitor.logIn('zoe');
   assert.match(login.headers['set-cookie'][0], /; Secure/);
@@ -54,7 +54,7 @@ test('a node is killed under load', async () => {
   assert.ok(load.failures.length <= load.writerCount, JSON.stringify(load.failures));
 });
 
-test('the database is away under load', async () => {
+test('the database is unavailable under load', async () => {
   const load = await Load.begin(cluster, 'away');
   await load.more(30);
   await cluster.controlDatabase('stop --mode=immediate');

@@ -5,15 +5,15 @@ import { isCalendar, isLoginForm, kPage } from './visitor.mjs';
 
 const kWriters = ['asa', 'jurgen', 'zoe', 'asa', 'jurgen', 'zoe'];
 
-/** People who look at the calendar and add events without pause, and remember what became of it. */
+/** Concurrent users who view the calendar and add events without pause, and record the results. */
 export class Load {
   #visitors;
   #running = [];
   #isEnding = false;
   #tag;
-  /** Titles of events whose storing was answered. */
+  /** Titles of events whose storing was acknowledged. */
   acknowledged = [];
-  /** Every answer that was not the wanted one: `{ what, status, body }`, status 0 without an answer. */
+  /** Every unexpected response: `{ what, status, body }`, status 0 without a response. */
   failures = [];
 
   /** `tag` begins the titles of the events. */
@@ -34,7 +34,7 @@ export class Load {
     return this.failures.filter(isLoginForm).length;
   }
 
-  /** Resolves as soon as `count` events more are stored. */
+  /** Waits until `count` more events are stored. */
   more(count) {
     const enough = this.acknowledged.length + count;
     return until('events to be stored', () => this.acknowledged.length >= enough);

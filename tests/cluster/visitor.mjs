@@ -2,13 +2,13 @@ import https from 'node:https';
 
 export const kHost = 'calendar.example.org';
 export const kPage = '/OLOrlune.asp';
-/** The address that visitors come from, another one than the proxy's. */
+/** The address of visitors, different from the proxy's. */
 export const kVisitorAddress = '127.0.0.9';
 
 const kTimeout = 30_000;
 const kEventDay = '6/15/2035';
 
-/** One person with a browser that keeps cookies and connections, at the proxy. */
+/** A client of the proxy that keeps cookies and connections. */
 export class Visitor {
   #port;
   #agent;
@@ -43,7 +43,7 @@ export class Visitor {
     return this.post(`${kPage}?p=e&act=save`, { ...event, time2: '11:00' });
   }
 
-  /** The titles of the events that hold `text`, each as often as it is stored. */
+  /** The titles of the events that contain `text`, with duplicates. */
   async findTitles(text) {
     const search = { search: text, cal: '', reptype: '', date1: kEventDay };
     const { body } = await this.post(`${kPage}?p=e&act=results`, search);
@@ -79,7 +79,7 @@ export class Visitor {
   }
 }
 
-/** Whether an answer is a page of somebody who is logged in. */
+/** Whether a response is a page of a logged-in user. */
 export function isCalendar(answer) {
   return answer.status === 200 && /<\/HTML>/i.test(answer.body) && !isLoginForm(answer);
 }

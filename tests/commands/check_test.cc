@@ -17,7 +17,7 @@ class CheckTest : public CommandsFixture {
     output_.str("");
     return CheckDatabase(Named(place), output_);
   }
-  /// Expects one kind of finding, and `text` among what is printed.
+  /// Expects one kind of finding, and `text` in the output.
   void ExpectOne(const DatabasePlace& place, const std::string& text, bool isSound = false) {
     SCOPED_TRACE(text);
     EXPECT_EQ(Check(place), isSound);
@@ -110,7 +110,7 @@ TEST_F(CheckTest, FindsAnIncompleteCopy) {
   ExpectOne(place, "  its source is /old/calendar.db\n");
 }
 
-TEST_F(CheckTest, FindsWhatOtherProgramsDidToAFile) {
+TEST_F(CheckTest, FindsDamageByOtherPrograms) {
   const std::string event = "INSERT INTO Events (Owner, Type, BeginDate, EndTime) VALUES ('ben', 'none', ";
   const std::pair<Texts, std::string> cases[] = {
       {{"DROP INDEX EventsOwnerBegin"}, "  EventsOwnerBegin\n"},

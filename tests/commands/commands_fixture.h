@@ -15,7 +15,7 @@
 
 namespace orlune::testing {
 
-/// Databases as the operator's commands and the pages reach them.
+/// Databases for the operator's commands and for the pages.
 class CommandsFixture : public ::testing::Test {
  protected:
   NamedDatabase Named(const DatabasePlace& place) {
@@ -35,7 +35,7 @@ class CommandsFixture : public ::testing::Test {
     place.MakeDriver(regional_)->Open(place.Path())->Execute(statement);
   }
 
-  /// Makes a sound database without events: 'admin', 'default', and 'Ben' of the group 'team'.
+  /// Creates a valid database without events: 'admin', 'default', and 'Ben' of the group 'team'.
   void Make(const DatabasePlace& place) {
     place.CreateTables();
     const auto driver = place.MakeDriver(regional_);

@@ -31,7 +31,7 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
     CopyDatabase(from, to, output_, progress);
   }
   void Copy() { Copy(Named(from_), Named(to_)); }
-  /// The sentence that a copy is refused with; "" when it is not.
+  /// The error of a copy that is refused; "" when it succeeds.
   std::string Refusal(const NamedDatabase& from, const NamedDatabase& to) {
     try {
       Copy(from, to);
@@ -61,7 +61,7 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
   static dialect::Table TableOf(const std::string& name) {
     return *TablesInForm(SchemaForm::kCurrent).Find(name);
   }
-  /// More rows than one transaction takes.
+  /// More rows than one batch.
   void AddEvents(const DatabasePlace& place, std::int64_t count) {
     const dialect::Table table{"Events",
                                {{"EventID", dialect::ColumnType::kCounter},
@@ -77,7 +77,7 @@ class CopyTest : public CommandsFixture, public ::testing::WithParamInterface<st
   std::ostringstream output_;
 };
 
-/// Files, unlike servers, may hold what does not fit its column.
+/// Files, unlike servers, may contain values that do not fit their columns.
 using CopyFromFileTest = CopyTest;
 
 TEST_P(CopyTest, KeepsEveryValueExactly) {
@@ -121,7 +121,7 @@ TEST_P(CopyTest, NumbersNewRowsAsItsSourceWouldHave) {
   EXPECT_EQ(OpenToRead(to_)->HighestNumber(TableOf("Events")), 7);
 }
 
-TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
+TEST_P(CopyTest, ResumesAfterAnyInterruption) {
   MakeCurrent(from_);
   AddEvents(from_, 1001);
   Interruption never(-1, false);
@@ -129,7 +129,7 @@ TEST_P(CopyTest, GoesOnWhereverItWasInterrupted) {
   Copy(Named(from_), {counted, Named(to_).Address});
   const int last = never.Writes() - 1;
   ASSERT_GT(last, 10);
-  // After one write is before the next one.
+  // An interruption after a write is the same as one before the next.
   for (int at = 0; at <= last + 1; ++at) {
     SCOPED_TRACE(at);
     const bool isComplete = at > last;
@@ -162,7 +162,7 @@ TEST_P(CopyTest, IsNotServedBeforeItIsComplete) {
   EXPECT_NE(to_.MakeDriver(regional_)->Open(to_.Path()), nullptr);
 }
 
-TEST_P(CopyTest, FindsThatItsSourceChangedMeanwhile) {
+TEST_P(CopyTest, DetectsChangesOfItsSource) {
   for (const Statement& change : {Statement("UPDATE Events SET Owner = '' WHERE EventID = 1"),
                                   Statement("DELETE FROM Events WHERE EventID = 1")}) {
     DatabasePlace source(std::get<0>(GetParam()));
@@ -180,7 +180,7 @@ TEST_P(CopyTest, FindsThatItsSourceChangedMeanwhile) {
   }
 }
 
-TEST_P(CopyTest, LeavesATargetWithRowsAsItWas) {
+TEST_P(CopyTest, DoesNotChangeATargetWithRows) {
   MakeCurrent(from_);
   MakeCurrent(to_);
   Run(to_, Statement("UPDATE Calendars SET FriendlyName = 'mine'"));
@@ -191,7 +191,7 @@ TEST_P(CopyTest, LeavesATargetWithRowsAsItWas) {
   EXPECT_NE(Refusal(Named(from_), Named(from_)).find("into itself"), std::string::npos);
 }
 
-TEST_P(CopyTest, TakesOverADatabaseOfTheFormBeforeTheUpgrade) {
+TEST_P(CopyTest, CopiesADatabaseBeforeItsUpgrade) {
   Make(from_);
   Run(from_, Statement("UPDATE Calendars SET MondayFirst = no WHERE Name = 'Ben'"));
   Copy();
@@ -205,7 +205,7 @@ TEST_P(CopyTest, TakesOverADatabaseOfTheFormBeforeTheUpgrade) {
   EXPECT_EQ(NumberOf(rows->Get(0)), 1);
 }
 
-TEST_P(CopyFromFileTest, TellsWhatItCannotKeep) {
+TEST_P(CopyFromFileTest, ReportsWhatItCannotKeep) {
   MakeCurrent(from_);
   AddEvents(from_, 4);
   for (const char* sql :
@@ -238,7 +238,7 @@ INSTANTIATE_TEST_SUITE_P(Engines, CopyTest, ::testing::Combine(kEngines, kEngine
 INSTANTIATE_TEST_SUITE_P(Engines, CopyFromFileTest,
                          ::testing::Combine(::testing::Values(Engine::kSqlite), kEngines), NameOfDirection);
 
-TEST(RowDigest, TellsApartWhatLooksAlike) {
+TEST(RowDigest, DistinguishesSimilarRows) {
   const std::vector<std::vector<StoredRow>> different{{},
                                                       {{}},
                                                       {{"ab", ""}},

@@ -72,7 +72,7 @@ TEST_F(InitDatabaseTest, HoldsWhatTheFirstLoginNeeds) {
   EXPECT_EQ(Read("SELECT EventName FROM Events"), Texts{});
 }
 
-TEST_F(InitDatabaseTest, PasswordIsTheOneGivenOrANewOneEachTime) {
+TEST_F(InitDatabaseTest, PasswordIsTheGivenOneOrRandom) {
   const std::string first = Init(false);
   place_.Clear();
   EXPECT_NE(Init(false), first);
@@ -84,9 +84,9 @@ TEST_F(InitDatabaseTest, PasswordIsTheOneGivenOrANewOneEachTime) {
   EXPECT_EQ(Read("SELECT Name FROM Calendars WHERE IsGroup = no AND Password <> 'demo1'"), Texts{});
 }
 
-TEST_F(InitDatabaseTest, FailsWithoutATrace) {
+TEST_F(InitDatabaseTest, LeavesNothingBehindOnFailure) {
   for (const char* password : {"", "two words"}) EXPECT_THROW(Init(false, password), std::runtime_error);
-  regional_.ShortDateSeparator = 'x';  // such dates cannot be read back: the demo fails half way
+  regional_.ShortDateSeparator = 'x';  // such dates cannot be parsed: writing the demo fails half-way
   EXPECT_THROW(Init(true), std::runtime_error);
   EXPECT_TRUE(place_.IsEmpty());
   regional_.ShortDateSeparator = '/';
@@ -124,7 +124,7 @@ TEST_F(InitDatabaseTest, DemoShowsEveryKindOfEvent) {
   EXPECT_NE(Read("SELECT Name FROM Calendars WHERE Name = 'walter' AND IsHidden = yes"), Texts{});
 }
 
-TEST_F(InitDatabaseTest, DemoEventsAreSuchAsTheEventPagesStore) {
+TEST_F(InitDatabaseTest, DemoEventsAreStoredAsByTheEventPages) {
   Init(true);
   const Texts types = Read("SELECT TypeName FROM EventTypes");
   const std::map<int, OL_Event> events = Events();

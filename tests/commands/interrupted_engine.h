@@ -9,7 +9,7 @@
 
 namespace orlune::testing {
 
-/// Counts what is written, and fails once.
+/// Counts writes, and fails at one of them.
 class Interruption {
  public:
   /// Fails at the write number `at`, counted from 0: before it happens, or right after.

@@ -100,7 +100,7 @@ TEST_F(Component, OffersTimesInTheUsersClock) {
   EXPECT_TRUE(list.ends_with("<OPTION>11:45 PM\r\n</SELECT>\r\n"));
 }
 
-TEST(SelectedIf, NeverLooksAtTheFirstElementOfAnArray) {
+TEST(SelectedIf, IgnoresTheFirstElementOfAnArray) {
   const std::vector<std::string> values{"a", "b"};
   EXPECT_EQ(SelectedIf(values, "a").Text(), "");
   EXPECT_EQ(SelectedIf(values, "b").Text(), " SELECTED");

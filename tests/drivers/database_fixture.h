@@ -13,7 +13,7 @@
 
 namespace orlune::testing {
 
-/// A fresh database without rows, and a driver that waits for nobody.
+/// A new database without rows, and a driver with a short lock timeout.
 class DatabaseFixture : public ::testing::Test {
  protected:
   explicit DatabaseFixture(Engine engine = EngineUnderTest()) : place_(engine) { place_.CreateTables(); }

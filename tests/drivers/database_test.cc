@@ -24,7 +24,7 @@ TEST_F(Database, NeverReusesACounter) {
   EXPECT_EQ(Column(*connection, Statement("SELECT CalendarID FROM Calendars"), "CalendarID"), Texts{"2"});
 }
 
-TEST_F(Database, AnswersUpgradeStatementsFromWhatItHas) {
+TEST_F(Database, AnswersUpgradeStatementsFromItsCatalogue) {
   const auto connection = Open();
   const auto old = Open();
   EXPECT_FALSE(old->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN name TEXT (50)")));
@@ -45,7 +45,7 @@ TEST_F(Database, AnswersUpgradeStatementsFromWhatItHas) {
   EXPECT_EQ(rows->Get(0), Value(false));
 }
 
-TEST_F(Database, TakesOneOfSeveralUpgradesAtOnce) {
+TEST_F(Database, RunsOneOfSeveralConcurrentUpgrades) {
   std::atomic<int> successes = 0;
   const auto patient = place_.MakeDriver(regional_);
   InFourThreads([&] {
@@ -81,7 +81,7 @@ TEST_F(Database, ReadsAQueryToItsEndWhileItsRowsAreWritten) {
   EXPECT_EQ(seen, (Texts{"a", "b", "c"}));
 }
 
-TEST_F(Database, ReadsOneQueryInsideItself) {
+TEST_F(Database, RunsNestedQueries) {
   const auto connection = Open();
   for (const char* name : {"a", "b"}) AddCalendar(*connection, name);
   const Statement query("SELECT Name FROM Calendars WHERE Name <> '{}'", "c");
@@ -136,7 +136,7 @@ TEST_F(Database, KeepsWhatWasExecutedBeforeAFailingStatement) {
   EXPECT_EQ(Names(*Open()), (Texts{"ann", "bob", "cleo"}));
 }
 
-TEST_F(Database, ForgetsWhatAConnectionDidNotCommit) {
+TEST_F(Database, RollsBackWhatAConnectionDidNotCommit) {
   {
     const auto connection = Open();
     connection->Begin();
@@ -147,7 +147,7 @@ TEST_F(Database, ForgetsWhatAConnectionDidNotCommit) {
   EXPECT_EQ(Names(*Open()), Texts{"bob"});
 }
 
-TEST_F(Database, FailsAWriteThatWaitedTooLongAndGoesOn) {
+TEST_F(Database, FailsAWriteAtItsLockTimeoutAndRecovers) {
   const auto writer = Open();
   const auto other = Open();
   writer->Begin();
@@ -165,7 +165,7 @@ TEST_F(Database, FailsAWriteThatWaitedTooLongAndGoesOn) {
   EXPECT_EQ(Names(*other), (Texts{"ann", "bob"}));
 }
 
-TEST_F(Database, TakesWritesOfSeveralThreads) {
+TEST_F(Database, AcceptsWritesOfSeveralThreads) {
   const auto patient = place_.MakeDriver(regional_);
   InFourThreads([&] {
     for (int i = 0; i < 10; ++i) {
@@ -185,7 +185,7 @@ TEST_F(Database, OutlivesItsConnectionInAnOpenQuery) {
   EXPECT_EQ(Column(*rows, "Name"), Texts{"ann"});
 }
 
-TEST_F(Database, ServesMoreStatementsThanItRemembers) {
+TEST_F(Database, RunsMoreStatementsThanItCaches) {
   const auto connection = Open();
   AddCalendar(*connection, "ann");
   for (int i = 0; i < 600; ++i) {

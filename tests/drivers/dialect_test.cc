@@ -28,7 +28,7 @@ struct Case {
   Values Spliced;
 };
 
-TEST(DialectParser, AcceptsMoreThanThePagesAsk) {
+TEST(DialectParser, AcceptsMoreThanThePagesUse) {
   const std::vector<Case> cases{
       {"INSERT INTO Events (EventName, Private, SuggID) VALUES ('{}', {}, {})", {"x", "YES", "null"}},
       {"UPDATE Calendars SET DayBegin = {}, StyleSheet = {} WHERE (CalendarID = {})", {"8", "-1", "+12"}},
@@ -38,7 +38,7 @@ TEST(DialectParser, AcceptsMoreThanThePagesAsk) {
   for (const Case& test : cases) EXPECT_NO_THROW(Parse(Spliced(test.Format, test.Spliced))) << test.Format;
 }
 
-TEST(DialectParser, RefusesEverythingElse) {
+TEST(DialectParser, RejectsEverythingElse) {
   const std::vector<Case> cases{
       {"", {}},
       {"DROP TABLE Events", {}},
@@ -82,7 +82,7 @@ TEST(DialectParser, RefusesEverythingElse) {
                DialectError);
 }
 
-TEST(DialectParser, TellsWhereItStopped) {
+TEST(DialectParser, ReportsThePositionOfAnError) {
   try {
     Parse(Spliced("SELECT Name FRM Calendars", {}));
     FAIL();
@@ -96,7 +96,7 @@ TEST(DialectParser, ReadsKeywordsInAnyCase) {
             Parse(Spliced("SELECT Name FROM T WHERE A IN (1) ORDER BY Name ASC", {})));
 }
 
-TEST(SplicedValue, NeverChangesTheStatementItStandsIn) {
+TEST(SplicedValue, NeverChangesTheStatementAroundIt) {
   const char* format = "SELECT Name FROM Calendars WHERE Name = '{}' AND FriendlyName LIKE '%{}_{}%'";
   const Spliced plain(format, {"a", "b", "c"});
   for (const char* hostile :
@@ -119,12 +119,12 @@ TEST(ShapeKey, DiffersWhereATranslationWould) {
             KeyOf(Spliced("SELECT A FROM T WHERE A = 'x'", {})));
 }
 
-TEST(MaskedText, ShowsNoValue) {
+TEST(MaskedText, HidesValues) {
   EXPECT_EQ(MaskedText(Spliced("UPDATE T SET Password = '{}', A = {}", {"secret", "5"})),
             "UPDATE T SET Password = '{}', A = {}");
 }
 
-/// What the literal of "... = <literal>" becomes in a column, as text; "error" when it does not fit.
+/// The value in a column of the literal in "... = <literal>", as text; "error" when it does not fit.
 std::string Stored(ColumnType type, const Spliced& statement) {
   const auto select = std::get<Select>(Parse(statement));
   const auto& comparison = std::get<Comparison>(select.Where->Node);

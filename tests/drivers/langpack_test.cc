@@ -24,7 +24,7 @@ TEST(LangPackFactory, ReadsAPackOnce) {
   EXPECT_EQ(factory.Create("OLOR_Suomi-2.Localise"), pack);
 }
 
-TEST(LangPackFactory, CannotCreateOthers) {
+TEST(LangPackFactory, ReturnsNullForInvalidPacks) {
   const TemporaryFolder folder;
   WriteFile(folder.Path() / "OLOR_Broken.Localise.toml", "100 = \n");
   WriteFile(folder.Path() / "OLOR_Number.Localise.toml", "100 = 5\n");
@@ -50,7 +50,7 @@ std::shared_ptr<const Localiser> ReadPack(const fs::path& file) {
   return factory.Create(file.stem().string());
 }
 
-/// What a translator has to keep: placeholders, "\n" pairs and tags, whatever their order.
+/// What a translation must keep: placeholders, "\n" pairs and tags, in any order.
 std::vector<std::string> Marks(const std::string& text) {
   static const std::regex kMark(R"(%[a-z]|\\.|<[^>]*>)");
   std::vector<std::string> marks(std::sregex_token_iterator(text.begin(), text.end(), kMark), {});
@@ -58,7 +58,7 @@ std::vector<std::string> Marks(const std::string& text) {
   return marks;
 }
 
-/// The blanks before and behind a text.
+/// The leading and trailing spaces of a text.
 std::string Margins(const std::string& text) {
   return text.substr(0, text.find_first_not_of(' ')) + "|" + text.substr(text.find_last_not_of(' ') + 1);
 }

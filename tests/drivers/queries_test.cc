@@ -14,7 +14,7 @@ class Queries : public testing::DatabaseFixture {
   std::unique_ptr<Connection> connection_ = Open();
 };
 
-TEST_F(Queries, GiveEveryTypeBack) {
+TEST_F(Queries, RoundTripEveryType) {
   connection_->Execute(
       Statement("INSERT INTO Events (EventName, Type, BeginDate, BeginTime, Private, Comments) VALUES ('{}', "
                 "'none', '{}', "
@@ -43,7 +43,7 @@ TEST_F(Queries, GiveEveryTypeBack) {
   EXPECT_EQ(message->Get(2), Value(false));
 }
 
-TEST_F(Queries, GiveNewRowsTheDefaults) {
+TEST_F(Queries, SetDefaultsInNewRows) {
   connection_->Execute(Statement("INSERT INTO Calendars (Name) VALUES ('ann')"));
   const auto rows = connection_->Query(Statement("SELECT * FROM Calendars"));
   ASSERT_TRUE(rows->Next());
@@ -142,7 +142,7 @@ TEST_F(Queries, CompareAndSearchByUnicodesRules) {
   }
 }
 
-TEST_F(Queries, FindNothingThroughAHostileText) {
+TEST_F(Queries, AreSafeFromSqlInjection) {
   AddCalendar(*connection_, "ann");
   AddCalendar(*connection_, "o'brien");
   EXPECT_EQ(Names(Statement("SELECT Name FROM Calendars WHERE Name = '{}'", "' OR '1'='1")), Texts{});
@@ -154,7 +154,7 @@ TEST_F(Queries, FindNothingThroughAHostileText) {
   EXPECT_EQ(Names(Statement("SELECT Name FROM Calendars")).size(), 2U);
 }
 
-TEST_F(Queries, TellWhatIsWrongWithoutShowingValues) {
+TEST_F(Queries, ReportErrorsWithoutValues) {
   const std::vector<std::pair<Spliced, const char*>> cases{
       {{"SELECT Name FROM Diaries", {}}, "no table Diaries in: SELECT Name FROM Diaries"},
       {{"SELECT Nam FROM Calendars", {}}, "no column Nam in: SELECT Nam FROM Calendars"},

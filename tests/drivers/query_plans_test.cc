@@ -29,7 +29,7 @@ class QueryPlans : public testing::DatabaseFixture {
     if (place_.Kind() == Engine::kPostgresql) AddManyRows();
   }
 
-  /// On a server the plan depends on the number of rows.
+  /// The plans of a server depend on the number of rows.
   void AddManyRows() const {
     for (const char* sql :
          {"INSERT INTO \"Events\" (\"Owner\", \"Type\", \"BeginDate\", \"EndDate\", \"SuggID\", "
@@ -50,7 +50,7 @@ class QueryPlans : public testing::DatabaseFixture {
   std::string Plan(const StatementText& query) const {
     return place_.Kind() == Engine::kSqlite ? SqlitePlan(query) : PostgresqlPlan(query);
   }
-  /// A line for each step.
+  /// One line for each step.
   std::string SqlitePlan(const StatementText& query) const {
     const auto raw = sqlite::OpenExisting(place_.Path(), {});
     const auto translation = dialect::Translate(dialect::Parse(query), sqlite::ReadCatalogue(raw.get()),
@@ -60,7 +60,7 @@ class QueryPlans : public testing::DatabaseFixture {
     while (sqlite::Step(step.get())) plan.append("\n").append(sqlite::ColumnText(step.get(), 3));
     return plan;
   }
-  /// The plan for all values.
+  /// The generic plan, for any values.
   std::string PostgresqlPlan(const StatementText& query) const {
     postgresql::Link link(place_.Path(), {});
     const auto translation = dialect::Translate(dialect::Parse(query), postgresql::ReadSchema(link).Tables,
@@ -73,7 +73,7 @@ class QueryPlans : public testing::DatabaseFixture {
   }
 };
 
-TEST_F(QueryPlans, ReadThroughIndexesWhateverAPageAsks) {
+TEST_F(QueryPlans, UseIndexesForEveryQueryOfThePages) {
   struct Case {
     std::string Query;
     Texts OnFiles;

@@ -8,7 +8,7 @@
 
 namespace orlune::testing {
 
-/// A statement made at run time: the values take the places of "{}".
+/// A statement composed at run time: each "{}" is replaced by a value.
 class Spliced {
  public:
   Spliced(std::string_view format,

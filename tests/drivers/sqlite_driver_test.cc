@@ -13,7 +13,7 @@
 namespace orlune {
 namespace {
 
-/// Takes the rights of the superuser away for a while, where the tests run with them.
+/// Drops superuser rights while it exists, if the tests run as root.
 class Unprivileged {
  public:
   Unprivileged() { EXPECT_TRUE(!isRoot_ || seteuid(65534) == 0); }
@@ -29,7 +29,7 @@ class SqliteFile : public testing::DatabaseFixture {
  protected:
   SqliteFile() : DatabaseFixture(testing::Engine::kSqlite) {}
 
-  /// Another program's view of the file.
+  /// The file as another program opens it.
   sqlite::DatabaseHandle OpenRaw() const {
     sqlite3* opened = nullptr;
     EXPECT_EQ(sqlite3_open(file_.c_str(), &opened), SQLITE_OK);
@@ -50,7 +50,7 @@ class SqliteFile : public testing::DatabaseFixture {
   const std::filesystem::path folder_ = std::filesystem::path(file_).parent_path();
 };
 
-TEST_F(SqliteFile, IsNotOpenedUnlessItIsOurs) {
+TEST_F(SqliteFile, IsNotOpenedUnlessItHasACalendar) {
   const auto path = [&](const char* name) { return (folder_ / name).string(); };
   std::ofstream(path("text")) << std::string(5000, 'x');
   std::ofstream(path("empty")) << "";
@@ -76,7 +76,7 @@ TEST_F(SqliteFile, IsNotOpenedWithoutPermission) {
   EXPECT_NE(Refusal(file_).find("ermission denied"), std::string::npos) << Refusal(file_);
 }
 
-TEST_F(SqliteFile, IsNotOpenedWhileSomebodyHasItAlone) {
+TEST_F(SqliteFile, IsNotOpenedWhileLockedExclusively) {
   const auto raw = OpenRaw();
   sqlite::Run(raw.get(), "PRAGMA journal_mode = DELETE");
   sqlite::Run(raw.get(), "BEGIN EXCLUSIVE");
@@ -95,7 +95,7 @@ TEST_F(SqliteFile, IsReadThoughItCannotBeWritten) {
   EXPECT_THROW(AddCalendar(*connection, "ann"), DatabaseError);
 }
 
-TEST_F(SqliteFile, IsOpenedAnewWhenAnotherTookItsName) {
+TEST_F(SqliteFile, IsReopenedWhenTheFileWasReplaced) {
   AddCalendar(*Open(), "old");
   CreateBaseDatabase(folder_ / "other.db");
   AddCalendar(*driver_->Open(folder_ / "other.db"), "new");
@@ -106,7 +106,7 @@ TEST_F(SqliteFile, IsOpenedAnewWhenAnotherTookItsName) {
   EXPECT_THROW(Open(), DatabaseError);
 }
 
-TEST_F(SqliteFile, IsCreatedAnewOrNotAtAll) {
+TEST_F(SqliteFile, IsNeitherOverwrittenNorLeftIncomplete) {
   AddCalendar(*Open(), "ann");
   const auto fail = [](const std::filesystem::path&) { throw DatabaseError("no"); };
   EXPECT_THROW(CreateBaseDatabase(file_), DatabaseError);
@@ -138,7 +138,7 @@ TEST_F(SqliteFile, IsWrittenDurably) {
   }
 }
 
-TEST_F(SqliteFile, ReadsTextsOfNoDateAsNull) {
+TEST_F(SqliteFile, ReadsInvalidDatesAsNull) {
   const auto raw = OpenRaw();
   sqlite::Run(raw.get(), "INSERT INTO Events (BeginDate, BeginTime) VALUES ('soon', '25:00:00')");
   const auto connection = Open();
@@ -148,7 +148,7 @@ TEST_F(SqliteFile, ReadsTextsOfNoDateAsNull) {
   EXPECT_EQ(rows->Get(1), Value());
 }
 
-TEST(LikePattern, TakesWhatFoldsToSeveralLettersAsOne) {
+TEST(LikePattern, MatchesWhatFoldsToSeveralLettersAsOne) {
   EXPECT_TRUE(sqlite::LikePattern("stra_e").Matches("Straße"));
   EXPECT_FALSE(sqlite::LikePattern("stra__e").Matches("Straße"));
   EXPECT_TRUE(sqlite::LikePattern("_z").Matches("\xFFz"));

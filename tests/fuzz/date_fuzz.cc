@@ -17,7 +17,7 @@ const std::vector<orlune::RegionalSettings>& Regions() {
 
 }  // namespace
 
-/// What is read as a date lies in the known range and is written in a form that reads as the same date.
+/// Every parsed date is in the supported range, and formatting and parsing it gives the same date.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {  // NOLINT
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   for (const orlune::RegionalSettings& regional : Regions()) {

@@ -27,7 +27,7 @@ struct Composed {
   }
 };
 
-/// The input as a statement, with what stands between "{" and "}" as its values.
+/// The input as a statement; the texts between "{" and "}" are its values.
 Composed Compose(std::string_view input) {
   Composed composed;
   while (true) {
@@ -45,7 +45,7 @@ struct Understood {
   std::string Key;
 };
 
-/// Nothing when the statement is refused.
+/// Nothing when the statement is rejected.
 std::optional<Understood> Understand(const StatementText& statement) {
   try {
     Understood understood{orlune::dialect::Parse(statement), {}};
@@ -56,7 +56,7 @@ std::optional<Understood> Understand(const StatementText& statement) {
   }
 }
 
-/// The same statement with `text` in place of every value between apostrophes.
+/// The same statement with every value between apostrophes replaced by `text`.
 Composed WithTexts(const Composed& original, std::string_view text) {
   Composed changed;
   std::size_t position = 0;
@@ -79,7 +79,7 @@ Composed WithTexts(const Composed& original, std::string_view text) {
 
 }  // namespace
 
-/// No statement crashes the parser, and no text between apostrophes changes what is understood.
+/// No statement crashes the parser, and no value between apostrophes changes the parsed statement.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const Composed original = Compose({reinterpret_cast<const char*>(bytes), size});
   const auto understood = Understand(original);

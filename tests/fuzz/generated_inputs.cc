@@ -1,4 +1,4 @@
-// Runs a fuzz target over the files of a seed folder and over inputs made from them: `target COUNT
+// Runs a fuzz target on the files of a seed folder and on COUNT mutations of them: `target COUNT
 // SEED_FOLDER`.
 
 #include <algorithm>
@@ -32,7 +32,7 @@ std::vector<std::string> ReadSeeds(const std::filesystem::path& folder) {
   return seeds;
 }
 
-/// Changes seeds the way typing, cutting and pasting would.
+/// Mutates seeds: inserts, deletes and copies characters and fragments.
 class Mutator {
  public:
   explicit Mutator(std::vector<std::string> seeds) : seeds_(std::move(seeds)) {}
@@ -71,7 +71,7 @@ class Mutator {
   }
 
   std::vector<std::string> seeds_;
-  std::mt19937 generator_{20040315};  // NOLINT(cert-msc51-cpp): every run is to see the same inputs
+  std::mt19937 generator_{20040315};  // NOLINT(cert-msc51-cpp): every run has the same inputs
 };
 
 }  // namespace

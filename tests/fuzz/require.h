@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-/// Crashes, which a fuzzer reports, unless the property holds.
+/// Aborts, which a fuzzer reports, unless the property holds.
 inline void Require(bool holds) {
   if (!holds) std::abort();
 }

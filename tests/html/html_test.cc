@@ -11,7 +11,7 @@ std::string Written(const HtmlPart& part) {
   return Html("{}", part).Text();
 }
 
-TEST(HtmlPart, LeavesOrdinaryTextAndNeutralisesTheRest) {
+TEST(HtmlPart, EscapesMarkupAndScriptOnly) {
   struct Case {
     const char* Text;
     const char* Content;
@@ -47,20 +47,20 @@ TEST(HtmlPart, LeavesOrdinaryTextAndNeutralisesTheRest) {
   }
 }
 
-TEST(Html, FillsPlacesInOrder) {
+TEST(Html, FillsPlaceholdersInOrder) {
   Html page("<TD COLSPAN={}>{}", 7, Html("<B>{}</B>", Content("{}")));
   page.Add("</TD>");
   EXPECT_EQ(page.Text(), "<TD COLSPAN=7><B>{}</B></TD>");
 }
 
-TEST(IsColour, AcceptsWhatHtmlCallsAColour) {
+TEST(IsColour, AcceptsColoursOfHtml) {
   for (const char* colour : {"#FF00a0", "#abc", "red"}) EXPECT_TRUE(IsColour(colour)) << colour;
   for (const char* other : {"", "#", "#12", "#GG0000", "red;x:y", "url(x)", "#ffffff;"}) {
     EXPECT_FALSE(IsColour(other)) << other;
   }
 }
 
-TEST(EqualIgnoringCase, KnowsLettersBeyondAscii) {
+TEST(EqualIgnoringCase, FoldsLettersBeyondAscii) {
   EXPECT_TRUE(EqualIgnoringCase("ÅSA Öström", "åsa öSTRÖM"));
   EXPECT_TRUE(EqualIgnoringCase("ADMIN", "admin"));
   EXPECT_FALSE(EqualIgnoringCase("admin", "admin2"));

@@ -2,6 +2,8 @@
 
 #include <future>
 #include <memory>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -328,25 +330,117 @@ TEST(HttpHost, SealsTheCookiesOfAPage) {
   EXPECT_EQ(logout.CookieLine(), "Cookie: OLOR=; orlune_same_site=; \r\n");
 }
 
-TEST(HttpHost, CutsOffSlowConnections) {
+// Waits that no client of these tests should ever see the end of.
+HostLimits PatientLimits() {
   HostLimits limits;
-  limits.Times.Receiving = std::chrono::milliseconds(40);
-  StartedHost host(limits);
-  HttpClient silent(host.Address());
-  HttpClient slow(host.Address());
-  slow.Send("POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 100\r\n\r\nx=");
-  EXPECT_EQ(silent.ReadAll() + slow.ReadAll(), "");
+  limits.Times.Headers = limits.Times.Receiving = limits.Times.Sending = std::chrono::hours(1);
+  limits.Times.Window = limits.Times.Idle = std::chrono::hours(1);
+  return limits;
 }
 
-TEST(HttpHost, LimitsTheConnectionsOfAnAddress) {
+const std::string kHalfForm = "POST /a.asp HTTP/1.1\r\nHost: h\r\nContent-Length: 100\r\n\r\nx=";
+
+TEST(HttpHost, CutsOffWhoeverSendsNoHeaders) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Headers = std::chrono::milliseconds(20);
+  StartedHost host(limits);
+  HttpClient silent(host.Address());
+  HttpClient half(host.Address());
+  half.Send("GET /a.asp HTTP/1.1\r\nHost: ");
+  EXPECT_EQ(silent.ReadAll() + half.ReadAll(), "");
+}
+
+TEST(HttpHost, CutsOffFormsAndRepliesThatDoNotMoveOn) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Window = std::chrono::milliseconds(20);
+  StartedHost host(limits);
+  const std::string large(30'000'000, 'z');
+  host.Answer = [&large](const ScriptingContext& context) { context.Response->Write(large); };
+  HttpClient form(host.Address());
+  form.Send(kHalfForm);
+  EXPECT_EQ(form.ReadAll(), "");
+  HttpClient reader(host.Address());
+  reader.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  while (host.Host().RunningRequests() > 0) std::this_thread::yield();
+  EXPECT_LT(reader.ReadAll().size(), large.size());
+}
+
+TEST(HttpHost, DropsTheSlowestReplyOfWhoeverReadsLeast) {
+  HostLimits limits = PatientLimits();
+  limits.Times.ReplyBytes = 70'000'000;
+  StartedHost host(limits, {IpNetwork::Parse("127.0.0.1").value()});
+  const std::string large(30'000'000, 'z');
+  host.Answer = [&large](const ScriptingContext& context) { context.Response->Write(large); };
+  std::vector<std::unique_ptr<HttpClient>> readers;
+  for (const char* visitor : {"192.0.2.1", "192.0.2.2", "192.0.2.2", "192.0.2.1"}) {
+    readers.push_back(std::make_unique<HttpClient>(host.Address()));
+    readers.back()->Send("GET /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\nX-Forwarded-For: " +
+                         std::string(visitor) + "\r\n\r\n");
+    EXPECT_EQ(readers.back()->ReadSome().substr(0, 12), "HTTP/1.1 200");
+  }
+  EXPECT_LT(readers[1]->ReadAll().size(), large.size());
+  EXPECT_LT(readers[0]->ReadAll().size(), large.size());
+  EXPECT_GT(readers[2]->ReadAll().size(), large.size() - 100'000);
+  EXPECT_GT(readers[3]->ReadAll().size(), large.size() - 100'000);
+}
+
+TEST(HttpHost, NoticesClientsThatHangUp) {
+  StartedHost host(PatientLimits());
+  host.Answer = Echo;
+  for (const std::string& sent : {std::string(), std::string("GET /a.asp HTTP/1.1\r\nHo"), kHalfForm}) {
+    HttpClient client(host.Address());
+    client.Send(sent);
+    client.EndSending();
+    EXPECT_EQ(client.ReadAll(), "") << sent;
+  }
+  HttpClient waiting(host.Address());
+  waiting.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\nGET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+  waiting.EndSending();
+  const std::string answers = waiting.ReadAll();
+  EXPECT_NE(answers.find("HTTP/1.1 200"), answers.rfind("HTTP/1.1 200")) << answers;
+}
+
+const std::string kHealth = "GET /healthz HTTP/1.1\r\nHost: h\r\n\r\n";
+
+TEST(HttpHost, TellsTheConnectionsThatItHasNoPlaceFor) {
   HostLimits limits;
-  limits.ConnectionsPerAddress = 2;
+  limits.Connections = {16, 1, 0};
   StartedHost host(limits);
   HttpClient first(host.Address());
-  const HttpClient second(host.Address());
-  EXPECT_EQ(HttpClient(host.Address()).ReadAll(), "");
-  first.Send("GET /healthz HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
-  EXPECT_EQ(first.ReadAll().substr(0, 12), "HTTP/1.1 200");
+  first.Send(kHalfForm);
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  HttpClient second(host.Address());
+  HttpClient third(host.Address());  // even the place for refusals is taken
+  EXPECT_EQ(third.ReadAll().substr(0, 12), "HTTP/1.1 503");
+  second.Send(kHealth);
+  const std::string refusal = second.ReadAll();
+  EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 503") << refusal;
+  EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "", "").Status, 503);
+  first.EndSending();
+  first.ReadAll();
+  while (Fetch(host.Address(), "GET /healthz").Status != 200) std::this_thread::yield();
+  host.Stop();
+  EXPECT_NE(host.LogText().find("refused a connection of 127.0.0.1"), std::string::npos) << host.LogText();
+}
+
+TEST(HttpHost, LimitsTheVisitorsBehindAProxyAndNotTheProxy) {
+  HostLimits limits;
+  limits.Connections = {16, 1, 0};
+  StartedHost host(limits, {IpNetwork::Parse("127.0.0.1").value()});
+  const auto request = [](const std::string& visitor, std::string text) {
+    return text.insert(text.find("Host: "), "X-Forwarded-For: " + visitor + "\r\n");
+  };
+  HttpClient half(host.Address());
+  half.Send(request("192.0.2.7", kHalfForm));
+  while (host.Host().RunningRequests() == 0) std::this_thread::yield();
+  HttpClient same(host.Address());
+  same.Send(request("192.0.2.7", kHealth));
+  const std::string refusal = same.ReadAll();
+  EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 429") << refusal;
+  EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
+  EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "X-Forwarded-For: 192.0.2.8\r\n").Status, 200);
 }
 
 TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
@@ -366,13 +460,15 @@ TEST(HttpHost, AnswersEveryAcceptedAndWaitingClientBeforeItStops) {
   const std::string address = socket.Address();
   std::promise<void> entered;
   std::promise<void> released;
-  auto host =
-      std::make_unique<HttpHost>(std::move(socket), 1, HostLimits(), [&](const RequestMessage& request) {
-        if (request.Path != "/slow") return Refusal(404);
-        entered.set_value();
-        released.get_future().wait();
-        return ReplyMessage{200, {}, std::string(3'000'000, 'z')};
-      });
+  spdlog::logger log("test");
+  const auto answer = [&](const RequestMessage& request) {
+    if (request.Path != "/slow") return Refusal(404);
+    entered.set_value();
+    released.get_future().wait();
+    return ReplyMessage{200, {}, std::string(3'000'000, 'z')};
+  };
+  auto host = std::make_unique<HttpHost>(
+      HostParts{std::move(socket), 1, HostLimits(), TrustedProxies({}), log, answer});
   auto slow = std::async(std::launch::async, [&address] { return Fetch(address, "GET /slow"); });
   entered.get_future().wait();
   HttpClient waiting(address);

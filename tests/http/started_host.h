@@ -18,14 +18,14 @@ namespace orlune::testing {
 /// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
-  explicit StartedHost(const HostLimits& limits = {}, std::vector<IpNetwork> proxies = {},
+  explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
                        std::vector<std::string> allowedHosts = {})
       : website_(
             {{{"/a.asp", [this](const ScriptingContext& context) { Answer(context); }, sessions_},
               {"/a.asp/b.asp", [this](const ScriptingContext& context) { Answer(context); }, otherSessions_}},
              StaticFiles(folder_.Path()),
              CookieSealer(SecretKey{1, 2, 3}),
-             TrustedProxies(std::move(proxies)),
+             TrustedProxies(proxies),
              clock_,
              [this] { return IsHealthy; },
              log_,
@@ -33,9 +33,9 @@ class StartedHost {
              std::chrono::seconds(60)}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
-    host_ = std::make_unique<HttpHost>(std::move(socket), 2, limits, [this](const RequestMessage& request) {
-      return website_.Answer(request);
-    });
+    host_ = std::make_unique<HttpHost>(
+        HostParts{std::move(socket), 2, limits, TrustedProxies(proxies), log_,
+                  [this](const RequestMessage& request) { return website_.Answer(request); }});
   }
 
   const std::string& Address() const { return address_; }

@@ -18,7 +18,7 @@ Date Day(const char* iso) {
   return std::chrono::year{year} / month / day;
 }
 
-/// The days from `first` to `last` on which `event` falls, as "3-15 3-22".
+/// The days from `first` to `last` on which `event` occurs, as "3-15 3-22".
 std::string Occurrences(const OL_Event& event, const Week& week, const char* first, const char* last) {
   const RepetitionRule rule(event, week);
   std::string found;
@@ -105,7 +105,7 @@ TEST(MonthlyRule, MovesWeekendDaysAcrossMonthEnds) {
       // Friday and Saturday as the weekend.
       {"15", "vkl_ma", "6, 7", "2004-05-01", "2004-05-31", "5-16"},
       {"15", "vkl_pe", "6, 7", "2004-05-01", "2004-05-31", "5-13"},
-      // A week without working days moves a day by a whole week at most.
+      // Without working days an occurrence moves by at most a week.
       {"15", "vkl_ma", "1, 2, 3, 4, 5, 6, 7", "2004-05-01", "2004-05-31", "5-22"},
       {"1, 15", "vkl_ok", "1, 7", "2004-03-01", "2004-03-31", "3-1 3-15"},
       {"", "vkl_ok", "1, 7", "2004-03-01", "2004-03-31", ""},

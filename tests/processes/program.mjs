@@ -5,12 +5,12 @@ import { promisify } from 'node:util';
 
 export const run = promisify(execFile);
 
-/** How long anything may take that comes to an end at all. */
-const kDeadline = 20_000;
+/** Milliseconds that `until` waits. */
+const kTimeout = 20_000;
 
 for (const signal of ['SIGINT', 'SIGTERM']) process.once(signal, () => process.exit(1));
 
-/** A program that runs until it is told to end, and no longer than the tests. `log` is what it wrote so far. */
+/** A child process that is killed when the tests exit. `log` is its output so far. */
 export class Program {
   #process;
   #ended;
@@ -29,7 +29,7 @@ export class Program {
     return this.#process.exitCode === null && this.#process.signalCode === null;
   }
 
-  /** Sends the signal and resolves, once the program has ended, to its exit code. */
+  /** Sends the signal, waits for the program to exit and resolves to its exit code. */
   async end(signal) {
     this.#process.kill(signal);
     const [code] = await this.#ended;
@@ -38,11 +38,11 @@ export class Program {
   }
 }
 
-/** Resolves to what `look` finds as soon as that is something. */
+/** Polls `look` until its result is truthy, and resolves to it. Rejects after the timeout, with `what` in the error. */
 export async function until(what, look) {
-  for (const deadline = Date.now() + kDeadline; Date.now() < deadline; await pause(20)) {
+  for (const deadline = Date.now() + kTimeout; Date.now() < deadline; await pause(20)) {
     const found = await look();
     if (found) return found;
   }
-  throw new Error(`waited in vain for ${what}`);
+  throw new Error(`timeout after ${kTimeout} ms waiting for ${what}`);
 }

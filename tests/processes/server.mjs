@@ -6,7 +6,7 @@ import { Program, until } from './program.mjs';
 export const kRepository = fileURLToPath(new URL('../..', import.meta.url));
 export const kOrlune = process.env.ORLUNE ?? join(kRepository, 'build/release/orlune');
 
-/** A server of the calendar. It may be started again, at the address that it had. */
+/** A server of the calendar. When it is started again, it keeps its address. */
 export class Server {
   #arguments;
   #program;
@@ -26,7 +26,7 @@ export class Server {
     });
   }
 
-  /** What it logged since it was first started. */
+  /** Its log since the first start. */
   get log() {
     return this.#earlierLog + (this.#program?.log ?? '');
   }
@@ -35,7 +35,7 @@ export class Server {
     return this.#program?.isRunning ?? false;
   }
 
-  /** Sends the signal and resolves, once the server has ended, to its exit code. */
+  /** Sends the signal, waits for the server to exit and resolves to its exit code. */
   end(signal) {
     return this.#program.end(signal);
   }

@@ -113,8 +113,8 @@ TEST_F(LoginPage, KeepsTheSessionInACookieWhenTold) {
 
 class RequestState : public CalendarFixture {
  protected:
-  /// Who a request of `login` with the query parameters `query` comes from.
-  Visitor Take(const std::string& login, FakeHost::Fields query) {
+  /// The visitor of a request by `login` with the query parameters `query`.
+  Visitor Load(const std::string& login, FakeHost::Fields query) {
     host_.SessionValues = {{"Login", login}};
     host_.StartRequest(std::move(query), {}, "");
     const HostingPage hosting;
@@ -133,13 +133,13 @@ class RequestState : public CalendarFixture {
 
 TEST_F(RequestState, FallsBackToTheOwnCalendar) {
   Run(Statement("INSERT INTO GroupViews (Name, Calendars) VALUES ('team', 'anna, ben')"));
-  EXPECT_EQ(Take("anna", {{"cn", "@team"}}).CalName, "@team");
-  EXPECT_EQ(Take("anna", {{"cn", "\u00C4team"}}).CalName, "\u00C4team")
+  EXPECT_EQ(Load("anna", {{"cn", "@team"}}).CalName, "@team");
+  EXPECT_EQ(Load("anna", {{"cn", "\u00C4team"}}).CalName, "\u00C4team")
       << "the first character, not its first byte";
-  EXPECT_EQ(Take("anna", {{"cn", "@nobody"}}).CalName, "anna");
-  EXPECT_EQ(Take("anna", {{"cn", "nobody"}}).CalName, "anna");
+  EXPECT_EQ(Load("anna", {{"cn", "@nobody"}}).CalName, "anna");
+  EXPECT_EQ(Load("anna", {{"cn", "nobody"}}).CalName, "anna");
   EXPECT_EQ(host_.Get("Calendar"), "anna");
-  EXPECT_EQ(Take("anna", {{"cn", "' OR ''='"}}).CalName, "anna");
+  EXPECT_EQ(Load("anna", {{"cn", "' OR ''='"}}).CalName, "anna");
 }
 
 TEST_F(RequestState, EndsTheLoginOfAnAccountThatIsGone) {
@@ -151,17 +151,17 @@ TEST_F(RequestState, EndsTheLoginOfAnAccountThatIsGone) {
   EXPECT_NE(Get("").Body.find("CALENDAR LOGIN"), std::string::npos);
 }
 
-TEST_F(RequestState, RefusesDatesThatAreNone) {
-  Visitor visitor = Take("anna", {{"cd", "3/45/2004"}});
+TEST_F(RequestState, RejectsInvalidDates) {
+  Visitor visitor = Load("anna", {{"cd", "3/45/2004"}});
   EXPECT_EQ(invalidDate_, "3/45/2004");
   EXPECT_EQ(visitor.CurrentDate, Now().Day);
-  visitor = Take("anna", {{"cd", "2004-02-29"}});
+  visitor = Load("anna", {{"cd", "2004-02-29"}});
   EXPECT_EQ(invalidDate_, "");
   EXPECT_EQ(visitor.CurrentDate, Date{std::chrono::year{2004} / 2 / 29});
 }
 
 TEST_F(RequestState, HoldsTheUsersSettings) {
-  Visitor visitor = Take("ben", {});
+  Visitor visitor = Load("ben", {});
   EXPECT_EQ(visitor.FirstDayOfWeek, 1);
   EXPECT_EQ(visitor.TimeFormat, "Hh:Nn AM/PM");
   EXPECT_EQ(visitor.DisplayMode, "day");
@@ -171,21 +171,21 @@ TEST_F(RequestState, HoldsTheUsersSettings) {
   Run(Statement("UPDATE StyleSheets SET SheetFile = 'gone.css'"));
   Run(Statement(
       "UPDATE Calendars SET StartMode = Null, DayBegin = Null, FirstDayOfWeek = 9 WHERE Name = 'ben'"));
-  visitor = Take("ben", {});
+  visitor = Load("ben", {});
   EXPECT_EQ(visitor.SheetFile, "default.css");
   EXPECT_EQ(visitor.DisplayMode, "month");
   EXPECT_EQ(visitor.DayBegin, 6);
   EXPECT_EQ(visitor.FirstDayOfWeek, 2);
 
-  visitor = Take("", {});
+  visitor = Load("", {});
   EXPECT_EQ(visitor.DayBegin, 8) << "without a login the administrator's settings count";
   Run(Statement("DELETE FROM StyleSheets WHERE SheetID = 1"));
-  EXPECT_EQ(Take("ben", {}).DayBegin, 6);
+  EXPECT_EQ(Load("ben", {}).DayBegin, 6);
 }
 
 TEST_F(RequestState, ListsMembershipsAndAdminships) {
   Run(Statement("INSERT INTO GroupViews (Name, Calendars) VALUES ('team', 'ben, anna, nobody')"));
-  Visitor visitor = Take("anna", {{"cn", "anna"}});
+  Visitor visitor = Load("anna", {{"cn", "anna"}});
   EXPECT_EQ(visitor.MemberOfGroups, (Names{"sales", "staff", "default"}));
   EXPECT_EQ(visitor.AdminOfGroups, Names{"sales"});
   EXPECT_TRUE(visitor.MayChangeEventsOf("ANNA"));
@@ -193,14 +193,14 @@ TEST_F(RequestState, ListsMembershipsAndAdminships) {
   EXPECT_FALSE(visitor.MayChangeEventsOf("staff"));
   EXPECT_FALSE(visitor.IsAdministrator());
 
-  EXPECT_EQ(Take("anna", {{"cn", "@team"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
-  EXPECT_EQ(Take("anna", {{"cn", "ben"}}).MemberOfGroups, Names{"default"});
-  EXPECT_EQ(Take("ben", {}).AdminOfGroups, Names{});
+  EXPECT_EQ(Load("anna", {{"cn", "@team"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
+  EXPECT_EQ(Load("anna", {{"cn", "ben"}}).MemberOfGroups, Names{"default"});
+  EXPECT_EQ(Load("ben", {}).AdminOfGroups, Names{});
 
-  visitor = Take("admin", {{"cn", "admin"}});
+  visitor = Load("admin", {{"cn", "admin"}});
   EXPECT_EQ(visitor.MemberOfGroups, (Names{"default", "sales", "staff"}));
   EXPECT_EQ(visitor.AdminOfGroups, (Names{"default", "sales", "staff"}));
-  EXPECT_EQ(Take("admin", {{"cn", "anna"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
+  EXPECT_EQ(Load("admin", {{"cn", "anna"}}).MemberOfGroups, (Names{"sales", "staff", "default"}));
 }
 
 TEST(Visitor, SeesAcceptedEventsAndPrivateOnesInTheOwnCalendar) {

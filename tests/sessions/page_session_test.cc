@@ -39,7 +39,10 @@ class TestedMemory : public TestedStore {
 class TestedDatabase : public TestedStore {
  public:
   SessionStore& Store() override { return store_; }
-  std::int64_t Count() override { return SessionTable(database_.OpenedBy(*driver_)).Count(); }
+  std::int64_t Count() override {
+    SessionTable table(database_.OpenedBy(*driver_));
+    return table.Count(SessionKind::kUsers) + table.Count(SessionKind::kAnonymous);
+  }
 
  private:
   SessionTestDatabase database_;
@@ -168,6 +171,22 @@ TEST_P(PageSessions, ExpireWhenTheyAreNotUsed) {
   EXPECT_EQ(Get(used), "");
 }
 
+TEST_P(PageSessions, EndTheLeastRecentlyUsedOfAUserWhoHasTooMany) {
+  const std::string bobs = Set("", "Login", "bob");
+  const std::string first = LoggedIn();
+  tested_->Elapsed += minutes(1);
+  const std::string second = LoggedIn();
+  tested_->Elapsed += minutes(1);
+  for (std::size_t i = 2; i < kMaxSessionsOfLogin; ++i) LoggedIn();
+  tested_->Elapsed += minutes(10);
+  EXPECT_EQ(Get(first), "ann");
+  LoggedIn();
+  EXPECT_EQ(Get(first), "ann");
+  EXPECT_EQ(Get(second), "");
+  EXPECT_EQ(Get(bobs), "bob");
+  EXPECT_EQ(tested_->Count(), static_cast<std::int64_t>(kMaxSessionsOfLogin) + 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Kept, PageSessions,
     ::testing::Values(StoreKind{"InMemory", [] { return std::make_unique<TestedMemory>(); }},
@@ -177,13 +196,21 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(MemorySessions, AreBoundedInNumber) {
   std::chrono::steady_clock::time_point now;
   MemorySessionStore store(kLifetime, 1600, [&now] { return now; });
-  NamedTexts values;
-  values.Set("Login", "ann");
-  for (int i = 0; i < 3000; ++i) store.Start(values, "");
-  EXPECT_LE(store.size(), 1600U);
+  const auto start = [&](std::string_view key, std::string_view value) {
+    NamedTexts values;
+    values.Set(key, value);
+    return store.Start(values, "");
+  };
+  for (int i = 0; i < 3000; ++i) start("Login", "user" + std::to_string(i));
+  EXPECT_EQ(store.size(), 1600U);
+  const std::string last = start("Login", "ann");
+  for (int i = 0; i < 3000; ++i) start("CurrentDate", "3/15/2004");
+  EXPECT_EQ(store.size(), 2000U);
+  const std::string_view candidates[] = {last};
+  EXPECT_TRUE(store.Find(candidates));
   now += kLifetime;
-  for (int i = 0; i < 100; ++i) store.Start(values, "");
-  EXPECT_LE(store.size(), 100U);
+  EXPECT_FALSE(store.Find(candidates));
+  EXPECT_EQ(store.size(), 0U);
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST_F(EventStore, WritesTheColumnsOfEachKind) {
   }
 }
 
-TEST_F(EventStore, TiesSuggestionsTogether) {
+TEST_F(EventStore, LinksTheCopiesOfASuggestion) {
   const auto add = [&](std::string_view owner, std::string_view state, std::string_view suggId) {
     OL_Event event = Event(Repetition::kNone);
     event.Owner = owner;

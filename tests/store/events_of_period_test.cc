@@ -6,7 +6,7 @@ namespace {
 
 class EventsOfAPeriod : public CalendarFixture {
  protected:
-  /// The names of the events that can fall on 10 to 12 March 2004.
+  /// The names of the events that may occur on 10 to 12 March 2004.
   std::string Names(std::string_view view = "") {
     const auto database = driver_.Open(databasePath_);
     const std::vector<std::string> owners{"ANNA", "it's", "sales"};
@@ -19,7 +19,7 @@ class EventsOfAPeriod : public CalendarFixture {
   }
 };
 
-TEST_F(EventsOfAPeriod, AreThoseThatCanTouchItByTheirTimesThenAsTheyWereEntered) {
+TEST_F(EventsOfAPeriod, AreOrderedByTimeThenByNumber) {
   const SqlLiteral columns("Type, BeginDate, EndDate, BeginTime");
   AddEvent("anna", "Late", columns, "'none', '3/10/2004', '3/1/2004', '14:00'");
   AddEvent("anna", "Untimed", columns, "'none', '3/12/2004', Null, Null");
@@ -35,7 +35,7 @@ TEST_F(EventsOfAPeriod, AreThoseThatCanTouchItByTheirTimesThenAsTheyWereEntered)
   EXPECT_EQ(Names(), "Untimed, Early, Early too, Late, Begins, Ends");
 }
 
-TEST_F(EventsOfAPeriod, ComeFromEverybodyInTheSpecialViews) {
+TEST_F(EventsOfAPeriod, ComeFromAllCalendarsInTheSpecialViews) {
   const SqlLiteral columns("Type, BeginDate, EventType");
   AddEvent("anna", "Lunch", columns, "'none', '3/11/2004', Null");
   AddEvent("ben", "Holiday", columns, "'none', '3/11/2004', 'loma'");

@@ -8,7 +8,7 @@ namespace {
 
 using Database = CalendarFixture;
 
-TEST(SqlValue, QuotesEverythingButNumbersAndWordsBehindAStar) {
+TEST(SqlValue, QuotesEverythingButNumbersAndKeywordsAfterAStar) {
   struct Case {
     std::optional<std::string_view> Value;
     const char* Sql;
@@ -33,7 +33,7 @@ TEST(BuildSql, WritesColumnsInTheirOrder) {
             "INSERT INTO Calendars (A, B) VALUES ('x', 2)");
 }
 
-TEST(Statement, KnowsItsValuesWhereverTheyAreSpliced) {
+TEST(Statement, RecordsThePositionsOfItsValues) {
   const Statement list("'{}', '{}'", "a", "b'");
   const Statement whole("x IN ({}) AND y = {}", list, 42);
   EXPECT_EQ(whole.Text(), "x IN ('a', 'b'') AND y = 42");
@@ -44,7 +44,7 @@ TEST(Statement, KnowsItsValuesWhereverTheyAreSpliced) {
   EXPECT_EQ(values, "[a][b'][42]");
 }
 
-TEST_F(Database, MakesInternalNamesThatAreFree) {
+TEST_F(Database, MakesUnusedInternalNames) {
   const auto connection = driver_.Open(databasePath_);
   const auto make = [&](std::string_view text) {
     return MakeInternalName(*connection, text, "Name", "Calendars");
@@ -66,7 +66,7 @@ TEST_F(Database, MakesInternalNamesThatAreFree) {
 
 class OldDatabase : public CalendarFixture {
  protected:
-  /// Replaces the database by one in its oldest form, which no request has seen yet.
+  /// Replaces the database by one with the oldest schema, before any request.
   OldDatabase() {
     databasePath_ = old_.Path();
     old_.CreateTables();
@@ -79,7 +79,7 @@ class OldDatabase : public CalendarFixture {
   DatabasePlace old_;
 };
 
-TEST_F(OldDatabase, IsBroughtUpToDateByTheFirstRequest) {
+TEST_F(OldDatabase, IsUpgradedByTheFirstRequest) {
   Get("");
   EXPECT_EQ(Read(Statement("SELECT FirstDayOfWeek FROM Calendars WHERE Name = 'anna'")), "2");
   EXPECT_EQ(Read(Statement("SELECT FirstDayOfWeek FROM Calendars WHERE Name = 'ben'")), "1");

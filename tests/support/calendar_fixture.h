@@ -17,7 +17,7 @@
 
 namespace orlune::testing {
 
-/// Always the same moment: Monday, 15 March 2004, 10:30.
+/// A stopped clock: Monday, 15 March 2004, 10:30.
 class FixedClock : public Clock {
  public:
   DateTime Now() const override {
@@ -30,14 +30,14 @@ class NoLanguagePacks : public LocaliserFactory {
   std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
 };
 
-/// The component in front of a fresh database in the region en_US. The database holds the users 'admin',
+/// The component with a new database in the region en_US. The database has the users 'admin',
 /// 'anna' (password "secret"; in the groups sales and staff; administers sales) and 'ben' (no password;
 /// hidden), and the groups 'default', 'sales' and 'staff'.
 class CalendarFixture : public ::testing::Test {
  protected:
   CalendarFixture();
 
-  /// Sends a request such as "p=c&dm=week"; values are taken undecoded.
+  /// Sends a request such as "p=c&dm=week"; values are not decoded.
   const Answer& Get(const std::string& query = "") { return Send(query, {}); }
   const Answer& Post(const std::string& query, FakeHost::Fields form) { return Send(query, std::move(form)); }
   void LogIn(const std::string& name, const std::string& password);
@@ -64,7 +64,7 @@ class CalendarFixture : public ::testing::Test {
   Surroundings surroundings_;
   FakeHost host_;
   std::string databasePath_;
-  /// How the hosting page sets the component up, beyond its database.
+  /// Sets further properties of the component.
   std::function<void(Orlune&)> configure_ = [](Orlune&) {};
 
  private:

@@ -8,7 +8,7 @@
 
 namespace orlune::testing {
 
-/// What one page wrote.
+/// The response of one page.
 struct Answer {
   std::string Body;
   std::string RedirectedTo;
@@ -17,13 +17,13 @@ struct Answer {
   bool IsUncached = false;
 };
 
-/// A web server of one browser without a network: it keeps the session and the cookie from one request to the
-/// next, and records what the page answers. Parameters and fields are given decoded.
+/// A fake web server for one browser: keeps the session and the cookie between requests, and records the
+/// response. Parameters and fields are decoded.
 class FakeHost : public Request, public Response, public Session, public Server {
  public:
   using Fields = std::map<std::string, std::string, std::less<>>;
 
-  /// Starts a request; what the last one answered is dropped.
+  /// Starts a request and discards the last response.
   void StartRequest(Fields query, Fields form, std::string queryString);
   ScriptingContext Context() { return {this, this, this, this}; }
   const Answer& LastAnswer() const { return answer_; }

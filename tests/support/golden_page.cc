@@ -23,7 +23,7 @@ std::string Content(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// What stands in the line of `text` around `position`: lines of pages are long.
+/// The part of the line around `position`: lines of pages are long.
 std::string Excerpt(std::string_view text, std::size_t lineBegin, std::size_t position) {
   constexpr std::size_t kBefore = 120;
   constexpr std::size_t kAfter = 200;

@@ -1,5 +1,6 @@
 #include "support/http_client.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -32,12 +33,19 @@ void HttpClient::Send(std::string_view text) {
   }
 }
 
+void HttpClient::EndSending() {
+  shutdown(socket_, SHUT_WR);
+}
+
+std::string HttpClient::ReadSome() {
+  std::array<char, 16384> piece;
+  const ssize_t size = recv(socket_, piece.data(), piece.size(), 0);
+  return {piece.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
+}
+
 std::string HttpClient::ReadAll() {
   std::string all;
-  std::array<char, 16384> piece;
-  ssize_t size = 0;
-  while ((size = recv(socket_, piece.data(), piece.size(), 0)) > 0)
-    all.append(piece.data(), static_cast<std::size_t>(size));
+  for (std::string piece = ReadSome(); !piece.empty(); piece = ReadSome()) all += piece;
   return all;
 }
 

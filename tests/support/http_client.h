@@ -5,7 +5,7 @@
 
 namespace orlune::testing {
 
-/// A blocking connection to a server on this machine, as a browser without any cleverness would use it.
+/// A blocking connection to a server on this machine.
 class HttpClient {
  public:
   /// `address` is "127.0.0.1:PORT".
@@ -15,6 +15,10 @@ class HttpClient {
   ~HttpClient();
 
   void Send(std::string_view text);
+  /// Closes the direction to the server only.
+  void EndSending();
+  /// What comes next; nothing when the server has closed.
+  std::string ReadSome();
   /// Everything that comes until the server closes.
   std::string ReadAll();
 
@@ -22,7 +26,7 @@ class HttpClient {
   int socket_;
 };
 
-/// An answer, taken apart.
+/// A parsed response.
 struct HttpAnswer {
   int Status = 0;
   std::string Head;
@@ -30,11 +34,11 @@ struct HttpAnswer {
 
   /// The first header of that name, or "".
   std::string Header(std::string_view name) const;
-  /// The header line with which a browser sends the cookies of the answer back.
+  /// The header line with which a browser returns the cookies of the response.
   std::string CookieLine() const;
 };
 
-/// Sends "METHOD TARGET" with header lines (each ended with "\r\n") and a body, and reads the answer.
+/// Sends "METHOD TARGET" with header lines (each ending in "\r\n") and a body, and reads the response.
 HttpAnswer Fetch(std::string_view address, std::string_view methodAndTarget, std::string_view headers = "",
                  std::string_view body = "");
 /// Posts an encoded form.

@@ -13,7 +13,7 @@
 
 namespace orlune::testing {
 
-/// The program as a process of its own; ended with the object.
+/// The program as a child process, which ends with the object.
 class Program {
  public:
   explicit Program(std::vector<std::string> arguments) {
@@ -36,7 +36,7 @@ class Program {
   }
 
   void Signal(int signal) const { kill(process_, signal); }
-  /// What it writes to standard output and error up to the end of a line; "" at the end.
+  /// The next line of standard output and error; "" at the end.
   std::string ReadLine() const {
     std::string line;
     for (char c = 0; c != '\n' && read(output_, &c, 1) == 1;) line += c;

@@ -7,7 +7,7 @@
 
 namespace orlune::testing {
 
-/// A fresh folder that is removed with everything in it.
+/// A new folder, removed with its content on destruction.
 class TemporaryFolder {
  public:
   TemporaryFolder() {

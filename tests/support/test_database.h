@@ -12,12 +12,11 @@ namespace orlune::testing {
 
 enum class Engine { kSqlite, kPostgresql };
 
-/// The engine that this run of the tests is about: what the variable ORLUNE_TEST_ENGINE names, "sqlite" when
-/// it is not set.
+/// The engine under test, from the environment variable ORLUNE_TEST_ENGINE; "sqlite" when it is not set.
 Engine EngineUnderTest();
 
-/// An empty place for one database, of the engine under test unless told otherwise. On PostgreSQL it is a
-/// schema of the database that the variable ORLUNE_TEST_POSTGRESQL names. Goes with the object.
+/// A place for one database, by default of the engine under test: a file in a temporary folder, or a schema
+/// of the database in the environment variable ORLUNE_TEST_POSTGRESQL. Removed with the object.
 class DatabasePlace {
  public:
   explicit DatabasePlace(Engine engine = EngineUnderTest());
@@ -26,20 +25,20 @@ class DatabasePlace {
   DatabasePlace& operator=(const DatabasePlace&) = delete;
 
   Engine Kind() const { return engine_; }
-  /// The path, as a hosting page's DBPath has it.
+  /// The value for DBPath of a hosting page.
   const std::string& Path() const { return path_; }
-  /// Makes the tables that every database starts with.
+  /// Creates the base tables.
   void CreateTables() const;
   /// Removes the database.
   void Clear() const;
-  /// Whether there is nothing of a database.
+  /// Whether there is no database, not even an incomplete one.
   bool IsEmpty() const;
-  /// A driver for the place, which waits for another writer only so long.
+  /// A driver for the database with this lock timeout.
   std::unique_ptr<DatabaseDriver> MakeDriver(const RegionalSettings& regional,
                                              std::chrono::milliseconds patience = std::chrono::milliseconds{
                                                  5000}) const;
-  /// What another program does to the database, in the engine's own SQL; the first field of the first row,
-  /// "" when there is none.
+  /// Runs the engine's own SQL, as another program does. Returns the first field of the first row; "" when
+  /// there is none.
   std::string RunNative(const std::string& sql) const;
 
  private:

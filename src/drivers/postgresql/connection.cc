@@ -10,8 +10,8 @@ namespace orlune::postgresql {
 
 namespace {
 
-/// Announced queries that were not asked yet.
-constexpr std::size_t kMostAnnounced = 1024;
+/// Prefetched queries whose rows were not used yet; more are not prefetched.
+constexpr std::size_t kMaxPrefetched = 1024;
 
 }  // namespace
 
@@ -19,12 +19,12 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& stat
   return dialect::Naming(statement, [&] { return Ask(statement); });
 }
 
-void PostgresqlConnection::Announce(const StatementText& query) {
-  if (Current().IsInTransaction() || announced_.size() >= kMostAnnounced) return;
+void PostgresqlConnection::Prefetch(const StatementText& query) {
+  if (Current().IsInTransaction() || prefetched_.size() >= kMaxPrefetched) return;
   try {
-    announced_.push_back(Send(query));
+    prefetched_.push_back(Send(query));
   } catch (const DatabaseError&) {
-    // Asking it fails the same way.
+    // `Query` fails in the same way.
   }
 }
 
@@ -41,8 +41,8 @@ bool PostgresqlConnection::TryExecute(const StatementText& statement) {
   }
 }
 
-/// One trip when all goes well. A failure surfaces late and takes the statements before it along, so they are
-/// run again, and then each is waited for.
+/// One round trip when all succeed. A failure is reported late and rolls back the statements before it as
+/// well, so all are run again, waiting for each.
 void PostgresqlConnection::ExecuteInOrder(std::span<const StatementText> statements) {
   Begin();
   try {
@@ -66,7 +66,7 @@ void PostgresqlConnection::ExecuteInOrder(std::span<const StatementText> stateme
 
 void PostgresqlConnection::Begin() {
   if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
-  announced_.clear();
+  prefetched_.clear();
   isUnused_ = false;
   Current().BeginTransaction();
 }
@@ -80,7 +80,7 @@ void PostgresqlConnection::Rollback() noexcept {
   if (Current().IsInTransaction()) Current().Rollback();
 }
 
-PostgresqlConnection::Announced PostgresqlConnection::Send(const StatementText& query) {
+PostgresqlConnection::Prefetched PostgresqlConnection::Send(const StatementText& query) {
   auto translated = Current().Translated(query);
   if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
   Current().EnsureReading();
@@ -88,29 +88,30 @@ PostgresqlConnection::Announced PostgresqlConnection::Send(const StatementText& 
   return {std::string(query.Text), std::move(translated), std::move(reply)};
 }
 
-/// The query as it was announced, or with no reply.
-PostgresqlConnection::Announced PostgresqlConnection::TakeAnnounced(const StatementText& query) {
-  const auto found = std::find_if(announced_.begin(), announced_.end(), [&query](const Announced& announced) {
-    return announced.Text == query.Text && announced.Reply->Now != Reply::State::kFailed;
-  });
-  if (found == announced_.end()) return {};
-  Announced taken = std::move(*found);
-  announced_.erase(found);
+/// Removes the query from the prefetched ones; its `Reply` is null when it is not among them.
+PostgresqlConnection::Prefetched PostgresqlConnection::TakePrefetched(const StatementText& query) {
+  const auto found =
+      std::find_if(prefetched_.begin(), prefetched_.end(), [&query](const Prefetched& prefetched) {
+        return prefetched.Text == query.Text && prefetched.Reply->Now != Reply::State::kFailed;
+      });
+  if (found == prefetched_.end()) return {};
+  Prefetched taken = std::move(*found);
+  prefetched_.erase(found);
   return taken;
 }
 
 std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query) {
-  Announced sent = TakeAnnounced(query);
-  const bool wasAnnounced = sent.Reply != nullptr;
-  if (!wasAnnounced) sent = Send(query);
+  Prefetched sent = TakePrefetched(query);
+  const bool wasPrefetched = sent.Reply != nullptr;
+  if (!wasPrefetched) sent = Send(query);
   try {
     Current().Require(*sent.Reply);
   } catch (const DatabaseError&) {
-    announced_.clear();
+    prefetched_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
     if (wasLostBefore) lease_.Reconnect();
     // Otherwise it may have failed with another one of its batch.
-    if (!wasLostBefore && !wasAnnounced) throw;
+    if (!wasLostBefore && !wasPrefetched) throw;
     sent = Send(query);
     Current().Require(*sent.Reply);
   }
@@ -136,7 +137,7 @@ void PostgresqlConnection::RunAll(std::span<const StatementText> statements, Fai
 void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement,
                                  Failure failure) {
   if (!translated.Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
-  announced_.clear();
+  prefetched_.clear();
   isUnused_ = false;
   if (!Current().IsInTransaction()) {
     Current().RunAlone(translated, statement);

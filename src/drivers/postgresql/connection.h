@@ -19,7 +19,7 @@ class PostgresqlConnection : public Connection {
   explicit PostgresqlConnection(const std::shared_ptr<Pool>& pool) : lease_(pool) {}
 
   std::unique_ptr<ResultSet> Query(const StatementText& statement) override;
-  void Announce(const StatementText& query) override;
+  void Prefetch(const StatementText& query) override;
   void Execute(const StatementText& statement) override;
   bool TryExecute(const StatementText& statement) override;
   void ExecuteInOrder(std::span<const StatementText> statements) override;
@@ -28,16 +28,16 @@ class PostgresqlConnection : public Connection {
   void Rollback() noexcept override;
 
  private:
-  /// A query that was sent before it was asked.
-  struct Announced {
+  /// A query that was sent before its rows are needed.
+  struct Prefetched {
     std::string Text;
     std::shared_ptr<CachedStatement> Statement;
     ReplyPtr Reply;
   };
 
   Database& Current() { return lease_.Leased(); }
-  Announced Send(const StatementText& query);
-  Announced TakeAnnounced(const StatementText& query);
+  Prefetched Send(const StatementText& query);
+  Prefetched TakePrefetched(const StatementText& query);
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
   /// Whether the failure of a statement is awaited and leaves the transaction as it was.
   enum class Failure { kEndsTransaction, kIsAwaited };
@@ -46,7 +46,7 @@ class PostgresqlConnection : public Connection {
   void Write(CachedStatement& translated, const StatementText& statement, Failure failure);
 
   Lease lease_;
-  std::vector<Announced> announced_;
+  std::vector<Prefetched> prefetched_;
   bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced
 };
 

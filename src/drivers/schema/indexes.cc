@@ -28,6 +28,7 @@ const std::vector<Index>& Indexes() {
       {"GroupViewsOwner", "GroupViews", {"Owner", "FriendlyName"}},
       {"SessionsKey", "Sessions", {"SessionKey"}},
       {"SessionsExpiry", "Sessions", {"Expires"}},
+      {"SessionsLogin", "Sessions", {"Login", "Expires"}},
   };
   return kIndexes;
 }

@@ -54,7 +54,7 @@ const ManagerEntry* FindManager(std::string_view prefix) {
   return entry == kManagers.end() ? nullptr : entry;
 }
 
-/// `text` as the key of a record, if it can be one.
+/// Nothing when `text` is not a number.
 std::optional<std::int64_t> KeyOf(std::string_view text) {
   std::int64_t key = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), key);
@@ -136,7 +136,7 @@ Html WriteAdminPage(const PageContext& context, const ManagerEntry& entry, const
   return page;
 }
 
-/// One manager in one request.
+/// One request to one manager.
 class AdminPage {
  public:
   AdminPage(Visit& visit, const ManagerEntry& entry)
@@ -162,9 +162,9 @@ class AdminPage {
 
  private:
   void Show();
-  /// Reads the record that the form names, if it names one; false when there is none such.
+  /// Loads the record that the form names, if any; false when it does not exist.
   bool LoadRecord();
-  /// False when the posted values were refused. A record that is gone is left so.
+  /// False when the posted values are invalid. Does nothing for a record that does not exist any more.
   bool Store();
   void Remove();
   void ReturnToList();

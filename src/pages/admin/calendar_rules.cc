@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-void TakeStored(const CalendarRecord& stored, AdminState& record) {
+void FillRecord(const CalendarRecord& stored, AdminState& record) {
   record.Name = stored.FriendlyName;
   record.IntName = record.StoredIntName = stored.Name;
   record.Password = record.StoredPassword = stored.Password;

@@ -9,18 +9,18 @@
 
 namespace orlune {
 
-// What users and groups, both rows of Calendars, have in common in the administration.
+// Shared by the managers of users and of groups, which both are rows of Calendars.
 
-/// Fills `record` from what is stored.
-void TakeStored(const CalendarRecord& stored, AdminState& record);
+/// Copies the stored values to `record`.
+void FillRecord(const CalendarRecord& stored, AdminState& record);
 CalendarRecord ToStore(const AdminState& record);
 
-/// Whether the calendar is hidden by the posted form: "yes" or "no", or `otherwise` when it tells neither.
+/// The form field "hide" when it is "yes" or "no", else `otherwise`.
 std::string_view PostedHide(const Request& request, std::string_view otherwise);
 
-/// Whether `name` holds nothing but unaccented letters and digits.
+/// Whether `name` consists of the letters A to Z and a to z and digits only.
 bool IsAlphanumeric(std::string_view name);
-/// Whether another calendar than the record's has its internal name.
+/// Whether another calendar has the internal name of `record`.
 bool IsNameTaken(Connection& database, const AdminState& record);
 
 }  // namespace orlune

@@ -9,14 +9,14 @@
 
 namespace orlune {
 
-/// A kind of record that is a display name and a file: what its page says, and where it is stored.
+/// A kind of record that consists of a display name and a file: its texts, and its functions of `store`.
 struct FileRecordKind {
   RecordTexts Texts;
   Text NameLabel;
   Text FileLabel;
   std::size_t MostNameCharacters;
   std::size_t MostFileCharacters;
-  std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
+  std::string_view FixedFile;  ///< the record with this file cannot be changed; "" for none
 
   Query<std::vector<RecordChoice>> (*Records)();
   Query<std::optional<NamedFile>> (*WithId)(std::int64_t id);
@@ -29,10 +29,10 @@ extern const FileRecordKind kEventTypes;
 /// The colour schemes with their style sheets.
 extern const FileRecordKind kColourSchemes;
 
-/// The records of one such kind. Nothing else depends on them.
+/// Manages the records of one kind. No other rows depend on them.
 class FileRecordManager : public RecordManager {
  public:
-  /// `kind` outlives the manager.
+  /// `kind` must outlive the manager.
   explicit FileRecordManager(const FileRecordKind& kind) : kind_(kind) {}
 
   const RecordTexts& Texts() const override { return kind_.Texts; }

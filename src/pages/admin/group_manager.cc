@@ -54,7 +54,7 @@ Query<std::vector<RecordChoice>> GroupManager::Choices(const AdminState& record)
 bool GroupManager::Load(Connection& database, AdminState& record) const {
   const auto stored = Ask(database, GroupWithId(record.Id.value()));
   if (!stored) return false;
-  TakeStored(*stored, record);
+  FillRecord(*stored, record);
   record.Memberships.clear();
   record.Adminships.clear();
   if (record.IntName.empty()) return true;
@@ -91,8 +91,8 @@ Html GroupManager::FieldRows(const PageContext& context, const AdminContent& con
   return rows;
 }
 
-/// The form never changes a group's internal name. A request that does may give it no name that another
-/// calendar has or that pages cannot address.
+/// The form never changes a group's internal name, but a handmade request may: the new name must be free, and
+/// usable in addresses.
 void GroupManager::Validate(Visit& visit, const AdminState& record) const {
   CheckLengths(visit, {{Text::kGroupName, record.Name, 255, record.StoredName}});
   CheckTextLength(visit, Text::kGroupMembers, record.Memberships);
@@ -112,7 +112,7 @@ void GroupManager::Save(Visit& visit, AdminState& record) const {
   const std::string& before = record.StoredIntName;
   if (record.IntName.empty()) return;
   if (!before.empty() && record.IntName != before) MoveCalendarContent(database, before, record.IntName);
-  AlignGroupLists(database, {before, record.IntName}, record.Memberships, record.Adminships);
+  UpdateGroupLists(database, {before, record.IntName}, record.Memberships, record.Adminships);
 }
 
 void GroupManager::Delete(Connection& database, const AdminState& record) const {

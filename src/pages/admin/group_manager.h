@@ -4,9 +4,9 @@
 
 namespace orlune {
 
-/// The groups. Their members and administrators are kept in the users' lists, which every save brings into
-/// line. The group "default" keeps its name and has no list of its own. A deleted group leaves the users'
-/// lists and takes its events along.
+/// Manages the groups. Members and administrators are stored in the users' lists, which every save updates.
+/// The group "default" cannot be renamed, and its members cannot be chosen. Deleting a group deletes its
+/// events and removes it from the users' lists.
 class GroupManager : public RecordManager {
  public:
   const RecordTexts& Texts() const override;

@@ -12,35 +12,34 @@ namespace orlune {
 struct PageContext;
 struct Visit;
 
-/// What the page of a kind of record is called, and its list.
+/// The captions of the page of a kind of record.
 struct RecordTexts {
   Text Title;
   Text ListCaption;
   Text NewEntry;
 };
 
-/// What the administration has to know of one kind of record beyond the steps that all kinds share.
-/// What reads or writes the database throws DatabaseError. A save or a deletion is one transaction around
-/// `Load` and all that follows.
+/// What differs between the kinds of records; the steps themselves are in `admin_page`. Functions that access
+/// the database throw DatabaseError. A save or a deletion is one transaction from `Load` on.
 class RecordManager {
  public:
   virtual ~RecordManager() = default;
 
   virtual const RecordTexts& Texts() const = 0;
   virtual Query<std::vector<RecordChoice>> Records() const = 0;
-  /// What the form of `record` offers to choose from besides; asks nothing by default.
+  /// Further choices in the form of `record`; by default none, without a query.
   virtual Query<std::vector<RecordChoice>> Choices(const AdminState& /*record*/) const { return {}; }
-  /// Fills `record` from the row of its `Id`; false when no row of this kind has it.
+  /// Fills `record` from the row with its `Id`; false when there is no such row of this kind.
   virtual bool Load(Connection& database, AdminState& record) const = 0;
-  /// Takes the posted fields over; what may not be changed in the stored record stays.
+  /// Copies the posted fields to `record`, except those that must not be changed.
   virtual void ReadForm(const Visit& visit, AdminState& record) const = 0;
   /// The rows of the form below the list of records.
   virtual Html FieldRows(const PageContext& context, const AdminContent& content) const = 0;
-  /// Appends what is wrong with `record`, beyond its display name, to the request's errors.
+  /// Appends an alert for each invalid value of `record`. Its display name was checked before.
   virtual void Validate(Visit& visit, const AdminState& record) const = 0;
-  /// Writes the record, and brings other rows into line with it.
+  /// Writes the record, and updates the rows that depend on it.
   virtual void Save(Visit& visit, AdminState& record) const = 0;
-  /// Deletes a stored record, and brings other rows into line with the loss.
+  /// Deletes a stored record, and updates or deletes the rows that depend on it.
   virtual void Delete(Connection& database, const AdminState& record) const = 0;
 };
 

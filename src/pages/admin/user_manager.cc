@@ -116,7 +116,7 @@ Query<std::vector<RecordChoice>> UserManager::Choices(const AdminState& record) 
 
 bool UserManager::Load(Connection& database, AdminState& record) const {
   const auto stored = Ask(database, UserWithId(record.Id.value()));
-  if (stored) TakeStored(*stored, record);
+  if (stored) FillRecord(*stored, record);
   return stored.has_value();
 }
 

@@ -4,9 +4,9 @@
 
 namespace orlune {
 
-/// The accounts. The account "admin" keeps its login name and its empty lists of groups, in a demonstration
-/// its password as well. A changed login name moves everything that belongs to it; a deleted account takes
-/// its events, its received messages, its group views and its places in those of others along.
+/// Manages the accounts. Login name and groups of the account "admin" cannot be changed, in demo mode neither
+/// can its password. Renaming a user updates everything that refers to the name. Deleting a user deletes its
+/// events, received messages and group views, and removes it from the group views of others.
 class UserManager : public RecordManager {
  public:
   const RecordTexts& Texts() const override;

@@ -21,7 +21,7 @@ class Timetable {
         today_(content.Events.GetEventsForDay(context.Visitor.CurrentDate)),
         columnCount_(ColumnCount(today_, hours_)) {}
 
-  /// With the columns of the hours and of the events without a time.
+  /// Including the columns of the hours and of the events without a time.
   int TotalColumns() const { return columnCount_ + 2; }
 
   void AddHourRows(Html& page) const {

@@ -6,8 +6,8 @@
 
 namespace orlune {
 
-/// The current date as a timetable: a row for each hour of the user's day, timed occurrences side by side
-/// over the hours that they cover, and the others in a column on the right.
+/// The current date as a timetable: a row for each hour of the user's day, timed occurrences side by side,
+/// and those without a time in a column on the right.
 void AddDayView(Html& page, const PageContext& context, const ViewContent& content);
 
 }  // namespace orlune

@@ -9,29 +9,28 @@
 
 namespace orlune {
 
-/// Writes the occurrences of one page, with what all of them share worked out once. Refers to the page's
-/// context.
+/// Writes the occurrences of one page; computes what they share once. `context` must outlive it.
 class EventEntryWriter {
  public:
   EventEntryWriter(const PageContext& context, const GroupViewMembers& group);
 
   /// An entry of the month view: icon, time span and title on one line.
   void AddMonthEntry(Html& page, const Occurrence& occurrence) const;
-  /// The same for the week view, with a blank line behind it.
+  /// The same for the week view, followed by an empty line.
   void AddWeekEntry(Html& page, const Occurrence& occurrence) const;
   /// An entry of the day view: time span, title and comments.
   void AddDayEntry(Html& page, const Occurrence& occurrence) const;
 
  private:
   void AddIcon(Html& page, const OL_Event& event) const;
-  /// Returns whether the user may change the event, so that a link was opened.
+  /// Returns whether a link was opened, which it is if the user may change the event.
   bool AddEditLinkOpen(Html& page, const OL_Event& event) const;
   bool AddIconAndTitle(Html& page, const Occurrence& occurrence) const;
   const Html& ColoursOf(const Occurrence& occurrence) const;
 
   const PageContext* context_;
   Html editLinkAttributes_;
-  std::vector<Html> colours_;  ///< the FONT tag of each member, at last an empty one
+  std::vector<Html> colours_;  ///< the FONT tag of each member, then an empty one for other calendars
 };
 
 }  // namespace orlune

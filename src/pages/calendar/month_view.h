@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-/// The month that holds the current date: a row for each week, led by a link to it, and a cell for each day
+/// The month of the current date: a row for each week, beginning with a link to it, and a cell for each day
 /// with its occurrences.
 void AddMonthView(Html& page, const PageContext& context, const ViewContent& content);
 

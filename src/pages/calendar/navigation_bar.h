@@ -6,11 +6,11 @@
 
 namespace orlune {
 
-/// Whether the bar has the button for messages, which needs the number of unread ones.
+/// Whether the bar has a message button, so that the number of unread messages has to be loaded.
 bool HasMessageButton(const PageContext& context);
 
-/// The tool bar over a calendar: stepping through time, and the ways to events, messages, preferences and
-/// administration that are open to the user.
+/// The toolbar of a view: previous, today and next, and the links to events, messages, preferences and
+/// administration that are available to the user.
 Html NavigationBar(const PageContext& context, ViewMode mode, int unreadMessages);
 
 }  // namespace orlune

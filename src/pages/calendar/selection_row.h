@@ -6,8 +6,7 @@
 
 namespace orlune {
 
-/// The last row of every view's table, where the user chooses date, calendar and view. It spans `columnCount`
-/// columns.
+/// The last row of every view, for selecting date, calendar and view. It spans `columnCount` columns.
 Html SelectionRow(const PageContext& context, const ViewContent& content, int columnCount);
 
 }  // namespace orlune

@@ -13,10 +13,10 @@ namespace orlune {
 
 class Connection;
 
-/// What a view of the calendar shows.
+/// The data of a view.
 struct ViewContent {
-  std::string CalendarName;                 ///< "" on a page that does not show it
-  int UnreadMessages = 0;                   ///< 0 on a page without the button for messages
+  std::string CalendarName;                 ///< "" when the page does not show it
+  int UnreadMessages = 0;                   ///< 0 when the page has no message button
   std::vector<GroupViewChoice> GroupViews;  ///< the group views to choose from
   std::vector<Calendar> Calendars;          ///< the calendars to choose from
   GroupViewMembers Group;                   ///< of the viewed group view; empty for a calendar

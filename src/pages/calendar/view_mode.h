@@ -8,22 +8,22 @@
 
 namespace orlune {
 
-/// How much of a calendar is shown at once; in the order of the views' texts.
+/// The period that is shown at once. The values are in the order of the views' texts.
 enum class ViewMode { kDay, kWeek, kMonth };
 
-/// The mode named "day", "week" or "month"; nothing for any other name.
+/// The mode for "day", "week" or "month"; nothing for any other name.
 std::optional<ViewMode> ViewModeNamed(std::string_view name);
 
 /// `date` moved by `steps` days, weeks or calendar months.
 Date Stepped(Date date, ViewMode mode, int steps);
 
-/// The days that a view shows, both included.
+/// The days that a view shows, both inclusive.
 struct Period {
   Date First;
   Date Last;
 };
 
-/// The day, week or month that holds `date`.
+/// The day, week or month that contains `date`.
 Period ShownPeriod(Date date, ViewMode mode, const Week& week);
 
 }  // namespace orlune

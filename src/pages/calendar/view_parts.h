@@ -11,21 +11,21 @@
 
 namespace orlune {
 
-/// Opens a view: its form, the calendar's name where the page shows it, and the title bar with `caption` and
-/// the navigation bar.
+/// Opens a view: its form, the calendar's name if it is shown, and the title bar with `caption` and the
+/// navigation bar.
 Html ViewOpen(const PageContext& context, const ViewContent& content, ViewMode mode, const Html& caption);
 /// Closes the view's table, its title bar and its form.
 Html ViewClose(const PageContext& context);
 
-/// The class attribute of a day's cell: today wins over a weekend day; other days have none.
+/// The class attribute of a day's cell: "today" takes precedence over "weekend"; empty for other days.
 Markup DayCellClass(const PageContext& context, const Week& week, Date date);
 /// The number of a day as a link to its day view.
 Html DayNumberLink(const PageContext& context, Date date);
 
-/// A FONT tag in the colours of a group view's calendar, to be closed unless it is empty. What does not look
-/// like a colour is left out.
+/// A FONT tag with these colours, which the caller closes; empty when neither is a valid colour. An invalid
+/// one is omitted.
 Html ColourStyleOpen(std::string_view background, std::string_view foreground);
-/// The times of an event by the user's clock, in bold and followed by a blank; empty for one without times.
+/// The times of an event in the user's time format, in bold, followed by a space; empty without times.
 Html TimeSpanLabel(std::string_view timeFormat, std::optional<TimeOfDay> begin, std::optional<TimeOfDay> end);
 
 }  // namespace orlune

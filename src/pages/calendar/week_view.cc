@@ -15,7 +15,7 @@ using std::chrono::days;
 
 namespace {
 
-/// The months and years that a week touches, such as DEC 2003/JAN 2004.
+/// The months and years of a week, such as DEC 2003/JAN 2004.
 Html RangeText(const DateNames& names, Date weekStart, Date weekEnd) {
   const std::string& startMonth = AbbreviatedMonthName(names, weekStart);
   const std::string& endMonth = AbbreviatedMonthName(names, weekEnd);

@@ -8,8 +8,8 @@ namespace orlune {
 
 struct Visit;
 
-/// Checks what was typed and appends a text to the request's errors for everything that is wrong. Returns the
-/// event with its dates and times read, or nothing when the request has errors.
+/// Validates a draft and appends an alert for each invalid value. Returns the event with its dates and times
+/// parsed, or nothing when the request has alerts.
 std::optional<OL_Event> CheckEvent(Visit& visit, const EventDraft& draft);
 
 }  // namespace orlune

@@ -11,11 +11,11 @@ namespace orlune {
 class Request;
 struct PageContext;
 
-/// An event as its form holds it. Dates and times are the texts that were typed, so that nothing of them is
-/// lost before they are checked; those of `Event` do not count.
+/// An event as entered in its form. Dates and times are the entered texts, so that invalid ones can be shown
+/// again; those of `Event` are unused.
 struct EventDraft {
   OL_Event Event;
-  bool IsTyped = false;  ///< title and comments are as typed, not yet as they are stored
+  bool IsTyped = false;  ///< title and comments are as entered, not escaped as they are stored
   std::string BeginDate;
   std::string EndDate;
   std::string BeginTime;  ///< "" or "- - - -" for none
@@ -26,8 +26,7 @@ struct EventDraft {
 EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored);
 /// The draft that changes a stored event.
 EventDraft StoredDraft(const PageContext& context, const OL_Event& stored);
-/// Gives what is still empty the values of a new event: the date that the calendar shows, in the user's own
-/// calendar.
+/// Sets empty fields to the defaults of a new event: the current date, in the user's own calendar.
 void FillDefaults(const PageContext& context, EventDraft& draft);
 
 }  // namespace orlune

@@ -25,7 +25,7 @@ struct EventFormContent {
   const std::vector<std::string>* ChosenRecipients;  ///< null unless the event is being suggested
   std::vector<Calendar> Recipients;
   std::vector<SuggestionAnswer> Answers;  ///< none for an event that was not suggested
-  std::vector<Calendar> Calendars;        ///< that the event may be in
+  std::vector<Calendar> Calendars;        ///< for the user to choose from
 };
 
 EventFormContent LoadEventForm(Connection& database, const Visitor& visitor, const EventDraft& draft,
@@ -56,7 +56,7 @@ Html TitleRow(const PageContext& context, const EventDraft& draft) {
                        Attribute(ShownText(draft, draft.Event.EventName)), InputSize(context, 18, 38)));
 }
 
-/// Choosing another kind sends the form, which comes back with the rows of that kind.
+/// Selecting another kind submits the form; the server returns it with the rows of that kind.
 Html KindRow(const PageContext& context, const OL_Event& event, bool isSending) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\" onChange=\"javascript:");
   if (isSending)

@@ -9,10 +9,10 @@ namespace orlune {
 
 struct Visit;
 
-/// The form of one event, filled with `draft`. Throws DatabaseError.
+/// The form of one event with the values of `draft`. Throws DatabaseError.
 void ShowEventForm(Visit& visit, const EventDraft& draft);
 
-/// The same for suggesting the event to other users, of whom `recipients` are chosen. Throws DatabaseError.
+/// The same for suggesting the event to other users; `recipients` are selected. Throws DatabaseError.
 void ShowSuggestionForm(Visit& visit, const EventDraft& draft, const std::vector<std::string>& recipients);
 
 }  // namespace orlune

@@ -31,13 +31,13 @@ void ShowGone(Visit& visit) {
   WritePage(visit, ErrorPage(visit.Context, LoadText(visit.Context, Text::kEventIsGone)));
 }
 
-/// The event that the request describes, and the stored one that it names.
+/// The event in the request, and the stored event that it refers to.
 struct RequestedEvent {
   EventDraft Draft;
   std::optional<OL_Event> Stored;
 };
 
-/// The posted number of the event, or that of the query.
+/// The form field has precedence over the query parameter.
 std::string_view EventId(const Visit& visit) {
   const Request& request = visit.Request;
   const std::string_view posted = request.FormField("id");
@@ -49,7 +49,7 @@ std::optional<OL_Event> FindStored(const Visit& visit, std::string_view id) {
   return number ? Ask(visit.Database, FindEvent(*number)) : std::nullopt;
 }
 
-/// Appends an error when the request names an event that is gone.
+/// Appends an alert when the event does not exist any more.
 RequestedEvent ReadEvent(Visit& visit) {
   RequestedEvent event;
   const std::string_view id = EventId(visit);
@@ -120,7 +120,7 @@ bool MayDelete(const Visit& visit, std::string_view ids) {
   });
 }
 
-/// Deletes one event or, from the hits of a search, several.
+/// Deletes one event or, from the results of a search, several.
 void Delete(Visit& visit) {
   const std::string_view id = EventId(visit);
   if (!id.empty()) {
@@ -138,7 +138,7 @@ void ShowErrors(Visit& visit) {
   WritePage(visit, ErrorPage(visit.Context, ReplaceAll(visit.Alerts, "\\n", "<BR>")));
 }
 
-/// The actions that are about the one event that the request names or describes.
+/// The actions on the one event in the request.
 void ShowOneEvent(Visit& visit, std::string_view action) {
   RequestedEvent event = ReadEvent(visit);
   if (!visit.Alerts.empty()) return ShowErrors(visit);

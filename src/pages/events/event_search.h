@@ -7,11 +7,11 @@ namespace orlune {
 class Request;
 struct Visit;
 
-/// The search of a posted form: the search form's, or the one that a list of hits carries on.
+/// The search of a posted form: the search form, or the list of results, which keeps it in hidden fields.
 EventSearch PostedSearch(const Request& request);
 
-/// The form of a search, with what was posted. Reads the form fields "search", "cal", "reptype" and "date1".
-/// Asks for no right. Throws DatabaseError.
+/// The search form with the posted values. Reads the form fields "search", "cal", "reptype" and "date1".
+/// Requires no right. Throws DatabaseError.
 void ShowSearchForm(Visit& visit);
 
 }  // namespace orlune

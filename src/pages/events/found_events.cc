@@ -22,9 +22,9 @@
 namespace orlune {
 namespace {
 
-/// The days that are listed at most, of an event (54 years of days) and on a page. Past the latter a hit
-/// shows only its first day. Nobody looks through as many, and events of many centuries cannot exhaust the
-/// server.
+/// Limits on the listed days, for each event (54 years of a daily one) and for the page, so that events of
+/// many centuries cannot exhaust the server's memory. Beyond the page's limit an event lists its first day
+/// only.
 constexpr std::size_t kMostDatesOfEvent = 20'000;
 constexpr std::size_t kMostDatesOnPage = 1'000'000;
 
@@ -72,7 +72,7 @@ void AddTime(Html& page, const PageContext& context, const FoundEvent& event) {
   if (!event.BeginTime && !event.EndTime) page.Add("&nbsp;");
 }
 
-/// The days of the hit, to choose the one to go to; `number` tells the choices of a page apart.
+/// A list of the event's days with a button that goes to the selected one; `number` makes its name unique.
 void AddOccurrences(Html& page, const PageContext& context, const Hit& hit, int number) {
   if (hit.Dates.empty()) {
     page.Add("{}", Content(LoadText(context, Text::kNoOccurrences)));
@@ -116,7 +116,7 @@ Html CaptionRow(const PageContext& context) {
       Content(LoadText(context, Text::kFoundDelete)));
 }
 
-/// Carries the search on to the page after a deletion.
+/// Keeps the search for the page after a deletion.
 Html HiddenSearch(const EventSearch& search) {
   return Html("{}{}{}{}", HiddenField("search", WithReferencesShown(search.Text)),
               HiddenField("cal", WithReferencesShown(search.Calendar)),

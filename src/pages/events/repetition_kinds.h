@@ -7,7 +7,7 @@
 
 namespace orlune {
 
-/// A way in which events repeat, and its text.
+/// A kind of repetition and its label.
 struct RepetitionKind {
   Repetition Value;
   Text Label;

@@ -31,7 +31,7 @@ constexpr std::array<Labelled<WeekendRule>, 4> kWeekendRules{{{WeekendRule::kKee
                                                               {WeekendRule::kMoveForward, Text::kMoveForward},
                                                               {WeekendRule::kMoveBack, Text::kMoveBack}}};
 
-/// The days of the week from the one that the user's week begins on.
+/// The weekdays, beginning with the first day of the user's week.
 Html WeekdaysRow(const PageContext& context, const OL_Event& event) {
   Html list("<SELECT NAME=\"repweekday\" ID=\"repweekday\" SIZE=4 MULTIPLE>\r\n");
   for (int offset = 0; offset < 7; ++offset) {

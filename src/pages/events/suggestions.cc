@@ -50,7 +50,6 @@ std::string SuggestionText(const PageContext& context, const OL_Event& event) {
   return text;
 }
 
-/// Whether the event was suggested to the user, or is the user's own.
 bool IsConcerned(const Visit& visit, int eventId, std::string_view owner) {
   const Visitor& visitor = visit.Context.Visitor;
   return visitor.MayChangeEventsOf(owner) || Ask(visit.Database, HasReceivedCopy(eventId, visitor.LoginName));

@@ -10,17 +10,17 @@ namespace orlune {
 
 struct Visit;
 
-/// Stores the event as suggested by the user, with a copy for each of `recipients`, groups replaced by their
-/// members, and sends them a message; all of it or nothing. Returns false, with errors in the request, when
-/// the event is not right or there is nobody to send it to. Throws DatabaseError.
+/// Stores the event as a suggestion by the user, with a copy for each of `recipients` (groups are replaced by
+/// their members), and sends them a message, in one transaction. Returns false and appends alerts when the
+/// event is invalid or there are no recipients. Throws DatabaseError.
 bool SendSuggestion(Visit& visit, const EventDraft& draft, const std::vector<std::string>& recipients);
 
-/// Records the user's answer, accepted or declined, to the suggestion whose sender's copy is `eventId`,
-/// and shows the form for a note to the sender. Asks for somebody who is logged in. Throws DatabaseError.
+/// Stores the user's answer, accepted or declined, to the suggestion whose sender's copy is `eventId`, and
+/// shows the form for a note to the sender. Requires a login. Throws DatabaseError.
 void AnswerSuggestion(Visit& visit, int eventId, SuggestionState answer);
 
-/// Sends that note. Reads the query parameter "id" and the form fields "suggstate" and "addinfo". Asks for
-/// somebody whom the event was suggested to. Throws DatabaseError.
+/// Sends that note. Reads the query parameter "id" and the form fields "suggstate" and "addinfo". Requires a
+/// user who received the suggestion or may change the event. Throws DatabaseError.
 void NotifySender(Visit& visit);
 
 }  // namespace orlune

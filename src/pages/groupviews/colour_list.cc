@@ -34,7 +34,7 @@ constexpr std::array<PaletteColour, 16> kPalette{{
     {"#800080", Text::kDarkMagenta},
 }};
 
-/// Names that mean something else in the scripts of a browser than an element with that id.
+/// Keywords and global variables of browsers: these names do not refer to an element with that id.
 constexpr std::array kScriptWords{
     "alert",      "await",      "blur",      "break",       "caches",      "case",        "catch",
     "chrome",     "class",      "close",     "closed",      "confirm",     "console",     "const",
@@ -59,7 +59,7 @@ bool IsLetterOrDigit(char c) {
   return IsLetter(c) || (c >= '0' && c <= '9');
 }
 
-/// Whether `name` alone stands for the element of that id in a script.
+/// Whether `name` refers to the element with that id in a script.
 bool IsScriptName(std::string_view name) {
   return !name.empty() && IsLetter(name.front()) && std::all_of(name.begin(), name.end(), IsLetterOrDigit) &&
          std::find(kScriptWords.begin(), kScriptWords.end(), name) == kScriptWords.end();

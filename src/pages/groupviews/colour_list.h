@@ -12,13 +12,13 @@ struct PageContext;
 
 enum class ColourKind { kBackground, kForeground };
 
-/// The choice of a member's colour from the palette, or of none: its field is the calendar's name followed by
-/// "BG" or "FG".
+/// A SELECT of a member's colour from the palette, or none. Its name is the calendar's, followed by "BG" or
+/// "FG".
 Html ColourList(const PageContext& context, std::string_view calendar, ColourKind kind,
                 std::string_view colour);
 
-/// Paints the cells of `calendars`, which have their names as ids, in the colours that are chosen for them.
-/// Leaves out those that a script cannot address by their mere name.
+/// A script that paints the cells of `calendars`, whose ids are the calendars' names, in the selected
+/// colours. Leaves out names that a script cannot use as a variable for the element with that id.
 Html PaintScript(std::span<const std::string> calendars);
 
 }  // namespace orlune

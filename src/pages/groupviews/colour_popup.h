@@ -4,8 +4,8 @@ namespace orlune {
 
 struct Visit;
 
-/// A small page with a line for each member of the viewed group view, painted in its colours. Asks for no
-/// right. Throws DatabaseError.
+/// A small page that lists the members of the viewed group view in their colours. Requires no right. Throws
+/// DatabaseError.
 void ShowColourPopup(Visit& visit);
 
 }  // namespace orlune

@@ -67,7 +67,6 @@ void AddMemberStep(Html& page, const PageContext& context, const GroupViewFormCo
   page.Add("</SELECT>{}</TD></TR></TABLE>", HiddenField("return", "yes"));
 }
 
-/// The script that paints the cells of the members, in the order of the view.
 Html PaintMembers(const GroupViewFormContent& content) {
   std::map<std::string, std::string> shown;
   for (const Calendar& member : content.Calendars) shown.emplace(ToLower(member.Name), member.Name);

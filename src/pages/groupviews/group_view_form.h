@@ -12,16 +12,16 @@ namespace orlune {
 struct PageContext;
 struct Visitor;
 
-/// What the form asks for: which calendars belong to a view, or their colours, which only a stored view with
-/// members has.
+/// Whether the form edits which calendars belong to a view, or their colours. The latter requires a stored
+/// view with members.
 enum class FormStep { kMembers, kColours };
 
-/// What the page shows on which the user edits a view.
+/// The data of the form for group views.
 struct GroupViewFormContent {
   GroupView View;
   FormStep Step = FormStep::kMembers;
   std::vector<GroupViewChoice> SavedViews;
-  std::vector<Calendar> Calendars;  ///< those to choose from; in the step of the colours, the members
+  std::vector<Calendar> Calendars;  ///< the calendars to choose from; for `kColours` the members
 };
 /// Throws DatabaseError.
 GroupViewFormContent LoadGroupViewForm(Connection& database, const Visitor& visitor, GroupView view,

@@ -57,7 +57,7 @@ GroupViewMembers PostedMembers(const Request& request) {
   return members;
 }
 
-/// The posted view; `stored` is what it replaces.
+/// `stored` is the view to be replaced; nothing for a new one.
 GroupView PostedView(const Visit& visit, const std::optional<GroupView>& stored) {
   const Request& request = visit.Request;
   GroupView view = stored.value_or(GroupView{});
@@ -71,7 +71,7 @@ GroupView PostedView(const Visit& visit, const std::optional<GroupView>& stored)
   return view;
 }
 
-/// The number of the text that tells why `view` cannot be stored; nothing when it can.
+/// Why `view` is invalid; nothing when it is valid.
 std::optional<Text> Refusal(const GroupView& view) {
   if (view.FriendlyName.empty()) return Text::kNameMissing;
   if (view.FriendlyName.find('"') != std::string::npos) return Text::kNameHasQuotes;

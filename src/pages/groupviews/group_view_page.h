@@ -6,15 +6,15 @@ namespace orlune {
 
 struct Visit;
 
-/// Whether the query parameter "act" asks for the group views rather than for the preferences.
+/// Whether `action`, the query parameter "act", is one of the group views rather than of the preferences.
 bool IsGroupViewAction(std::string_view action);
 
-/// The group views of the user: choosing a view, its members and their colours. Reads the query parameter
+/// The group views of the user: selecting a view, its members and their colours. Reads the query parameter
 /// "act": "gsave" stores the posted view, "gdelete" deletes one, "gcols" shows the colours of the viewed one;
-/// any other shows the form, "gadd" with the choice of members. Reads the number of a view from the form
+/// any other shows the form, "gadd" with the selection of members. Reads the number of a view from the form
 /// field or else the query parameter "id"; "gsave" reads the form fields "name", "intname", "cals", "return"
 /// and each member's colours, its name followed by "BG" and "FG".
-/// A view is its owner's alone to load, store or delete; storing and deleting ask for a login.
+/// Only its owner can load, store or delete a view; storing and deleting require a login.
 void ShowGroupViewPage(Visit& visit);
 
 }  // namespace orlune

@@ -68,13 +68,14 @@ void LogIn(Visit& visit, const LoginAccount& login) {
   const std::string& name = login.Name;
   visit.Session.Set("Login", name);
   StampLogin(visit.Session, visit.Passwords, login.Account);
+  if (visit.Context.Hosting.UseCookie) visit.Session.Set("LoginId", visit.Passwords.MakeRandom());
   if (!visit.Context.Hosting.CalNameFixed) visit.Session.Set("Calendar", name);
   visit.Session.Set("CurrentDate", FormatShortDate(visit.Context.Regional, visit.Context.Today));
   visit.Session.RefreshCookie();
   RedirectAfterLogin(visit);
 }
 
-/// The hosting page vouches for the user.
+/// The user configured for the hosting page needs no password.
 void LogInUnasked(Visit& visit, std::string_view name) {
   const auto login = Ask(visit.Database, LoginAccountOf(name));
   if (!login) return RefuseLogin(visit, Text::kUnknownUser, "Name");
@@ -86,7 +87,7 @@ bool IsPassword(const Visit& visit, const std::optional<std::string>& stored, st
   return !stored || visit.Passwords.AreEqual(*stored, typed);
 }
 
-/// A password that is stored in plain is hashed by its first use on a strict page.
+/// A password stored in plain text is hashed at its first use on a strict page.
 void HashStoredPassword(Visit& visit, LoginAccount& login, std::string_view password) {
   const std::optional<std::string>& stored = login.Account.Password;
   if (!visit.Context.Hosting.Strict || stored.value_or("").empty() || visit.Passwords.IsHash(*stored)) return;

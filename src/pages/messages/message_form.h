@@ -7,7 +7,7 @@ namespace orlune {
 struct NamedMessages;
 struct Visit;
 
-/// The form for a new message, filled with `message`. Throws DatabaseError.
+/// The form for a new message with the values of `message`. Throws DatabaseError.
 void ShowMessageForm(Visit& visit, const MessageState& message);
 
 /// The same as a reply to a message. Throws DatabaseError, also when there is no such message, unless the

@@ -4,8 +4,7 @@ namespace orlune {
 
 struct Visit;
 
-/// The messages that the user received, the oldest first, with boxes to tick for deleting. Throws
-/// DatabaseError.
+/// The messages that the user received, the oldest first, with checkboxes for deleting. Throws DatabaseError.
 void ShowMessageList(Visit& visit);
 
 }  // namespace orlune

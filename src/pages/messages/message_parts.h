@@ -11,11 +11,10 @@ namespace orlune {
 struct PageContext;
 struct Visit;
 
-/// When a message was sent, as its reader is shown it: the short date and the time by the user's clock; ""
-/// for nothing.
+/// The short date and the time in the user's time format; "" for nothing.
 std::string SentDateText(const PageContext& context, std::optional<DateTime> sent);
 
-/// The tool bar of a page with one message: back to the calendar, and the list.
+/// The toolbar of a page with one message: the buttons for the calendar and for the list.
 Html MessageToolbar(const PageContext& context);
 
 /// Answers a request for a message that is gone or, on a strict hosting page, not the user's: as without the

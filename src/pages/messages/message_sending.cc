@@ -10,7 +10,7 @@
 namespace orlune {
 namespace {
 
-/// Whether `message` can be sent; otherwise its form is shown with what is missing.
+/// Shows the form again, with alerts, and returns false when `message` is invalid.
 bool Check(Visit& visit, const MessageState& message) {
   visit.Alerts += ValidateMessage(visit.Context, message);
   CheckLengths(visit, {{Text::kMessageSubject, message.Subject, 255}});

@@ -9,12 +9,11 @@ namespace orlune {
 struct PageContext;
 struct Visit;
 
-/// Why a message cannot be sent: texts for the request's alert, or "".
+/// The alerts for a message that cannot be sent; "" when it can.
 std::string ValidateMessage(const PageContext& context, const MessageState& message);
 
-/// Sends `message` to its recipients, groups replaced by their members. With an error in the request, the
-/// form is shown again instead and nothing is stored; returns whether it was sent. A DatabaseError leaves the
-/// copies that were stored before it.
+/// Sends `message` to its recipients; groups are replaced by their members. When it is invalid, shows the
+/// form again, stores nothing and returns false. Throws DatabaseError; copies stored before it remain.
 bool SendPosted(Visit& visit, const MessageState& message);
 
 }  // namespace orlune

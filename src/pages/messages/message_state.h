@@ -5,7 +5,7 @@
 
 namespace orlune {
 
-/// The message that a request writes, or the ones that it names.
+/// The message to be written, or the numbers of messages, in a request.
 struct MessageState {
   std::string Msg{};                    ///< the number of a message, or several joined with ", "
   std::vector<std::string> Recipients;  ///< names of users and groups

@@ -24,7 +24,7 @@ std::optional<MessageContent> LoadMessage(Connection& database, const NamedMessa
   return MessageContent{*std::move(message), senderName};
 }
 
-/// A button that leads to the query `query` of the script with `id` at its end.
+/// A button that goes to the script with the query `query` followed by `id`.
 Html LinkButton(const PageContext& context, Text text, Markup query, const HtmlPart& id) {
   return Html("<INPUT TYPE=button VALUE=\"{}\" onClick=\"javascript:window.location='{}?{}{}'\">",
               Attribute(LoadText(context, text)), ScriptAttribute(context.Hosting.ScriptName), query, id);

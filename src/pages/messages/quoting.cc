@@ -15,8 +15,7 @@ constexpr std::size_t kLongestReference = 10;
 constexpr int kMarkLength = 5;
 constexpr int kLineLength = 35;
 
-/// Takes a text character by character and gives it back line by line. Positions are bytes, lengths code
-/// points.
+/// Wraps and marks a text in one pass. Positions are bytes, lengths code points.
 class Quoter {
  public:
   explicit Quoter(std::string_view text) : text_(text) { quoted_.reserve(text.size() + text.size() / 3); }
@@ -52,7 +51,7 @@ class Quoter {
     }
   }
 
-  /// The current character, or the beginning of the character reference that it is part of.
+  /// The current position, or the beginning of the character reference that it is in: "&#39;" is not split.
   std::size_t BreakWithinWord() const {
     const std::string_view line = text_.substr(lineBegin_, at_ - lineBegin_);
     const std::size_t reference = line.rfind('&');
@@ -66,7 +65,7 @@ class Quoter {
     quoted_.append(text_.substr(lineBegin_, end - lineBegin_)).append(kLineEnd).append(kMark);
   }
 
-  /// The line holds `length` characters already.
+  /// `length` characters of the line were read before.
   void StartLine(std::size_t begin, int length) {
     lineBegin_ = begin;
     length_ = kMarkLength + length;

@@ -5,9 +5,9 @@
 
 namespace orlune {
 
-/// `text` as a reply quotes it, for a text area: every line begins with "&gt; " and holds at most 35
-/// characters with that mark and its carriage return. Lines break at their last blank, and within a word that
-/// alone is too long.
+/// `text` quoted for a reply, for a text area: every line begins with "&gt; " and has at most 35 characters
+/// including that mark and the carriage return. Lines are wrapped at the last space, or within a word that is
+/// too long by itself.
 std::string QuoteForReply(std::string_view text);
 
 }  // namespace orlune

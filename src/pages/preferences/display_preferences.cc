@@ -26,19 +26,19 @@ DisplayPreferences InEffect(const Visitor& visitor) {
   return preferences;
 }
 
-void TakeOver(std::optional<int> stored, std::string& preference) {
+void SetIfStored(std::optional<int> stored, std::string& preference) {
   if (stored) preference = std::to_string(*stored);
 }
 
-void TakeOver(std::optional<std::string>& stored, std::string& preference) {
+void SetIfStored(std::optional<std::string>& stored, std::string& preference) {
   if (stored) preference = std::move(*stored);
 }
 
-void TakeOver(std::optional<int> storedHour, std::optional<TimeOfDay>& preference) {
+void SetIfStored(std::optional<int> storedHour, std::optional<TimeOfDay>& preference) {
   if (storedHour && *storedHour >= 0 && *storedHour < 24) preference = hours{*storedHour};
 }
 
-/// Whether `text` lists weekday numbers, each once and in their order, as the form posts them.
+/// Whether `text` is a text list of weekday numbers in ascending order, as posted by the form.
 bool IsWeekdayList(std::string_view text) {
   if (text.empty()) return true;
   bool isList = true;
@@ -80,13 +80,13 @@ DisplayPreferences LoadDisplayPreferences(Connection& database, const Visitor& v
   DisplayPreferences preferences = InEffect(visitor);
   auto stored = Ask(database, PreferencesOf(visitor.LoginName));
   if (!stored) return preferences;
-  TakeOver(stored->FirstDayOfWeek, preferences.FirstDayOfWeek);
-  TakeOver(stored->Weekend, preferences.Weekend);
-  TakeOver(stored->ClockMode, preferences.ClockMode);
-  TakeOver(stored->DayBegin, preferences.DayBegin);
-  TakeOver(stored->DayEnd, preferences.DayEnd);
-  TakeOver(stored->StartMode, preferences.StartMode);
-  TakeOver(stored->StyleSheet, preferences.StyleSheet);
+  SetIfStored(stored->FirstDayOfWeek, preferences.FirstDayOfWeek);
+  SetIfStored(stored->Weekend, preferences.Weekend);
+  SetIfStored(stored->ClockMode, preferences.ClockMode);
+  SetIfStored(stored->DayBegin, preferences.DayBegin);
+  SetIfStored(stored->DayEnd, preferences.DayEnd);
+  SetIfStored(stored->StartMode, preferences.StartMode);
+  SetIfStored(stored->StyleSheet, preferences.StyleSheet);
   return preferences;
 }
 

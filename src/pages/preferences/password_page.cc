@@ -46,7 +46,7 @@ bool IsPassword(const Visit& visit, const std::optional<Account>& account, std::
   return account && account->Password && visit.Passwords.AreEqual(*account->Password, typed);
 }
 
-/// The text that tells why the password stays as it is; nothing when it may change.
+/// Why the password cannot be changed; nothing when it can.
 std::optional<Text> Refusal(const Visit& visit) {
   const Request& request = visit.Request;
   const std::string& name = visit.Context.Visitor.LoginName;

@@ -10,7 +10,7 @@ namespace orlune {
 
 struct PageContext;
 
-/// What the page shows on which the user chooses preferences.
+/// The data of the preferences form.
 struct PreferencesContent {
   DisplayPreferences Preferences;
   std::vector<StyleSheetChoice> StyleSheets;

@@ -25,7 +25,7 @@ class AdminChanges : public CalendarFixture {
   Rows Messages() {
     return ReadRows(Statement("SELECT * FROM Messages ORDER BY MessageID"), {"Sender", "Recipient"});
   }
-  /// `values` are those of the columns from Name on.
+  /// `values` of the columns from Name on.
   void AddView(SqlLiteral values) {
     Run(Statement("INSERT INTO GroupViews (Name, Owner, Calendars, BackGround, ForeGround) VALUES ({})",
                   values));
@@ -38,7 +38,7 @@ class AdminChanges : public CalendarFixture {
                     {"hide", "maybe"},
                     {"memberships", "sales, , sales, nowhere"}});
   }
-  /// Sends the form and expects to be led back to the list.
+  /// Posts the form and expects a redirect to the list.
   void Act(const std::string& action, FakeHost::Fields form) {
     EXPECT_EQ(Post("p=a&act=" + action, std::move(form)).RedirectedTo,
               "/cal.asp?p=a&act=" + action.substr(0, 2) + "_list");
@@ -104,7 +104,7 @@ TEST_F(AdminChanges, GroupsAreNamedByThemselves) {
                   "2004a|2004|yes|yes|1, 7", "name|!!!|yes|yes|1, 7", "ohara|O&#39;Hara|yes|yes|1, 7"}));
 }
 
-TEST_F(AdminChanges, GroupsBringTheListsOfUsersIntoLine) {
+TEST_F(AdminChanges, SavedGroupsUpdateTheListsOfUsers) {
   Run(Statement("UPDATE Calendars SET MemberOfGroups = 'salesmen, sales, staff, SALES' WHERE Name = 'anna'"));
   Run(Statement("UPDATE Calendars SET AdminOfGroups = 'presales' WHERE Name = 'ben'"));
   FakeHost::Fields form{{"id", IdOf("sales")}, {"name", "Sales"},      {"intname", "sales"},
@@ -165,7 +165,7 @@ TEST_F(AdminChanges, ProtectedRecordsKeepTheirNames) {
   EXPECT_EQ(ListsOf("ben"), "|");
 }
 
-TEST_F(AdminChanges, RecordsOfAnotherKindOrGoneAreLeftAlone) {
+TEST_F(AdminChanges, IgnoreMissingRecordsAndThoseOfAnotherKind) {
   const std::string gone = "4711";
   for (const std::string& id : {IdOf("sales"), gone, std::string("x'")}) SaveUser(id, "eve");
   for (const std::string& id : {IdOf("anna"), gone}) {
@@ -181,7 +181,7 @@ TEST_F(AdminChanges, RecordsOfAnotherKindOrGoneAreLeftAlone) {
   EXPECT_EQ(Read(Statement("SELECT Count(CalendarID) AS N FROM Calendars")), "6");
 }
 
-TEST_F(AdminChanges, TheAdministratorsAccountCanBeMadeAnew) {
+TEST_F(AdminChanges, TheAdministratorsAccountCanBeRecreated) {
   Act("um_delete", {{"id", IdOf("admin")}});
   EXPECT_EQ(IdOf("admin"), "(none)");
   Act("um_save", {{"name", "New"}, {"intname", "admin"}, {"password", "demo2"}});
@@ -189,7 +189,7 @@ TEST_F(AdminChanges, TheAdministratorsAccountCanBeMadeAnew) {
   EXPECT_NE(Get("p=a").Body.find("Logout admin"), std::string::npos);
 }
 
-TEST_F(AdminChanges, HappenWhollyOrNotAtAll) {
+TEST_F(AdminChanges, AreAtomic) {
   AddThingsOfAnna();
   AddEvent("sales", "Fair", "BeginDate", "DateValue('3/15/2004')");
   const std::string anna = IdOf("anna");

@@ -60,7 +60,7 @@ TEST_F(AdminPages, SchemesAndTypesAreListedAndEdited) {
   EXPECT_EQ(Chosen("tm", "1").find("tm_delete"), std::string::npos);
 }
 
-TEST_F(AdminPages, TakeNamesAndPasswordsForWhatTheyAre) {
+TEST_F(AdminPages, EscapeNamesAndPasswords) {
   Run(Statement("UPDATE Calendars SET FriendlyName = '<B>Sales' WHERE Name = 'sales'"));
   Run(Statement("UPDATE Calendars SET Password = 'a&lt;b' WHERE Name = 'anna'"));
   const std::string id = Read(Statement("SELECT CalendarID FROM Calendars WHERE Name = 'anna'"));
@@ -69,7 +69,7 @@ TEST_F(AdminPages, TakeNamesAndPasswordsForWhatTheyAre) {
   EXPECT_NE(page.find("NAME=\"password\" VALUE=\"a&amp;lt;b\""), std::string::npos);
 }
 
-TEST_F(AdminPages, AreTheAdministratorsAlone) {
+TEST_F(AdminPages, RequireTheAdministrator) {
   const std::string anna = IdOf("anna");
   LogIn("anna", "secret");
   for (const char* query : {"p=a", "p=a&act=gm_list", "p=a&act=um_delete", "p=a&act=um_save"})
@@ -77,7 +77,7 @@ TEST_F(AdminPages, AreTheAdministratorsAlone) {
   EXPECT_EQ(IdOf("anna"), anna);
 }
 
-TEST_F(AdminPages, RefuseWhatCannotBeSavedInOneAlert) {
+TEST_F(AdminPages, ReportAllErrorsInOneAlert) {
   struct Case {
     const char* Action;
     FakeHost::Fields Form;

@@ -50,7 +50,7 @@ TEST_F(DatePicker, ShowsTheMonthInSixWeeks) {
                              "</TABLE></TD></TR></TABLE>\r\n\r\n\r\n</BODY></HTML>"));
 }
 
-TEST_F(DatePicker, MarksTodayAndRefusesWhatIsNoDate) {
+TEST_F(DatePicker, MarksTodayAndRejectsInvalidDates) {
   const std::string today = Day("3/15/2004", "15", " CLASS=\"today\"");
   EXPECT_NE(Get("p=s&sd=3/1/2004").Body.find(today), std::string::npos);
   const std::string page = Get("p=s&sd=2/30/2004").Body;

@@ -14,7 +14,7 @@ class EventPage : public CalendarFixture {
     LogIn("anna", "secret");
   }
 
-  /// A complete form for a single event, with `changes`.
+  /// The form of a valid single event, with `changes`.
   static FakeHost::Fields Form(const FakeHost::Fields& changes = {}) {
     FakeHost::Fields form{{"title", "Lunch"},   {"reptype", "none"},  {"date1", "3/15/2004"},
                           {"time1", "- - - -"}, {"time2", "- - - -"}, {"calendar", "anna"},
@@ -37,7 +37,7 @@ class EventPage : public CalendarFixture {
   using Rows = std::vector<std::string>;
 };
 
-TEST_F(EventPage, StoresWhatWasTypedAndKeepsWhatItsKindDoesNotHave) {
+TEST_F(EventPage, StoresTheFormAndKeepsColumnsOfOtherKinds) {
   Post("p=e&act=save", Kind("weekday", {{"repweekday", "2"}, {"frequency", "kk_1"}, {"time1", "09:00"}}));
   Run(Statement("UPDATE Events SET SuggID = '77' WHERE EventID = 1"));
   const FakeHost::Fields changed{{"id", "1"},
@@ -56,7 +56,7 @@ TEST_F(EventPage, StoresWhatWasTypedAndKeepsWhatItsKindDoesNotHave) {
                            "*yes\r\n&#39;😀&#39;|Meeting|2004-04-15|2|kk_1|1, 31|vkl_pe"});
 }
 
-TEST_F(EventPage, SaysEverythingThatIsWrongAtOnce) {
+TEST_F(EventPage, ReportsAllErrorsAtOnce) {
   const std::string e811 = "The event title field is empty.\\n";
   const std::string e812 = "The start date is not a valid date.\\n";
   const std::string e813 = "The end date is not a valid date.\\n";
@@ -128,7 +128,7 @@ TEST_F(EventPage, ShowsItsForm) {
   EXPECT_EQ(Get("p=e").Body.find("sendform"), std::string::npos);
 }
 
-TEST_F(EventPage, RefusesWhoHasNoRight) {
+TEST_F(EventPage, RequiresTheRightToChangeTheCalendar) {
   AddEvent("ben", "open", "Type, BeginDate, Private", "'none', '3/15/2004', no");
   for (const char* owner : {"ben", "anna", "staff"})
     AddEvent(owner, "private", "Type, BeginDate, Private", "'none', '3/15/2004', yes");
@@ -158,7 +158,7 @@ TEST_F(EventPage, RefusesWhoHasNoRight) {
   EXPECT_EQ(Stored(), before);
 }
 
-TEST_F(EventPage, SaysThatAnEventIsGone) {
+TEST_F(EventPage, ReportsThatAnEventIsGone) {
   const std::string gone = "<P>The event you requested has been deleted from the database.<P>";
   for (const char* query : {"p=e&id=9", "p=e&id=x", "p=e&id=1, 2", "p=e&id=-1", "p=e&id=99999999999999999999",
                             "p=e&act=delete&id=9", "p=e&act=delete&id=1) OR (1=1", "p=e&act=accepted&id=9",
@@ -170,7 +170,7 @@ TEST_F(EventPage, SaysThatAnEventIsGone) {
   EXPECT_EQ(Stored(), Rows{});
 }
 
-TEST_F(EventPage, DeletesWhatWasAskedFor) {
+TEST_F(EventPage, DeletesTheRequestedEvents) {
   for (const char* name : {"a", "b", "c"}) AddEvent("anna", name, "Type, BeginDate", "'none', '3/15/2004'");
   EXPECT_EQ(Post("p=e&act=delete", {{"id", "2"}}).RedirectedTo, "/cal.asp");
   EXPECT_EQ(Post("p=e&act=delete", {{"title", "nothing"}}).RedirectedTo, "/cal.asp");

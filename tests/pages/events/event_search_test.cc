@@ -60,7 +60,7 @@ TEST_F(EventSearch, FindsWhatItsCriteriaName) {
       {{{"date1", "3/12/2004"}, {"cal", "sales"}}, {"Fair"}},  // its last day
       {{{"date1", "3/13/2004"}, {"cal", "sales"}}, {}},
       {{{"reptype", "day"}}, {"Fair"}},
-      {{{"type", "none"}, {"cal", "anna"}}, {"Lunch"}},  // as the list of hits carries the kind on
+      {{{"type", "none"}, {"cal", "anna"}}, {"Lunch"}},  // the list of results posts the kind as "type"
       {{{"cal", "ben"}}, {"Dentist"}},                   // hidden, but named
       {{{"cal", "nobody"}}, {}},
   };
@@ -84,7 +84,7 @@ TEST_F(EventSearch, ShowsHitsWithTheirDays) {
       IsGoldenPage("events/no_hits", Find({{"date1", "3/1/2004"}, {"search", "\"%"}, {"cal", "sales"}})));
 }
 
-TEST_F(EventSearch, AsksForADate) {
+TEST_F(EventSearch, RequiresADate) {
   EXPECT_TRUE(IsGoldenPage("events/search", Get("p=e&act=find&cd=4/1/2004").Body));
   EXPECT_TRUE(IsGoldenPage(
       "events/search_again",

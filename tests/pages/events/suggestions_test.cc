@@ -33,7 +33,7 @@ class Suggestions : public CalendarFixture {
   using Rows = std::vector<std::string>;
 };
 
-TEST_F(Suggestions, AreCopiedToEachRecipientAndTold) {
+TEST_F(Suggestions, AreCopiedAndSentToEachRecipient) {
   AddEvent("ben", "older", "Type, BeginDate, SuggestState", "'none', '3/15/2004', '-'");
   EXPECT_EQ(Post("p=e&act=send", Form("ben, admin, staff")).RedirectedTo, "/cal.asp");
   EXPECT_EQ(Copies(), (Rows{"1|ben|Null|-|older", "2|anna|Null|-|it&#39;s", "3|ben|2|undecided|it&#39;s",
@@ -55,7 +55,7 @@ TEST_F(Suggestions, AreCopiedToEachRecipientAndTold) {
   EXPECT_NE(told.find("Date: <B>3/20/2004-3/22/2004</B><BR>Time: <B>&nbsp;</B>"), std::string::npos);
 }
 
-TEST_F(Suggestions, NeedSomebodyToGoTo) {
+TEST_F(Suggestions, RequireRecipients) {
   for (const char* nobody : {"", "nobody"}) {
     EXPECT_EQ(AlertOf(Post("p=e&act=send", Form(nobody)).Body), "No recipients have been selected.\\n");
   }

@@ -15,7 +15,7 @@ class GroupViews : public CalendarFixture {
     LogIn("anna", "secret");
   }
 
-  /// `values` are those of the columns from Owner on.
+  /// `values` of the columns from Owner on.
   void AddView(SqlLiteral values) {
     Run(
         Statement("INSERT INTO GroupViews (Owner, Name, FriendlyName, Calendars, BackGround, ForeGround) "
@@ -33,7 +33,7 @@ class GroupViews : public CalendarFixture {
   std::string Count() { return Read(Statement("SELECT Count(GroupID) AS ViewCount FROM GroupViews")); }
 };
 
-TEST_F(GroupViews, OfferTheirMembersAndThenTheColoursOfThoseThatThereAre) {
+TEST_F(GroupViews, OfferMembersAndThenTheirColours) {
   EXPECT_TRUE(IsGoldenPage("groupviews/new_view", Page("p=p&act=groups")));
   EXPECT_TRUE(IsGoldenPage("groupviews/members", Page("p=p&act=gadd&id=1")));
   EXPECT_TRUE(IsGoldenPage("groupviews/colours", Page("p=p&act=groups&id=1")));
@@ -43,7 +43,7 @@ TEST_F(GroupViews, OfferTheirMembersAndThenTheColoursOfThoseThatThereAre) {
   EXPECT_EQ(Page("p=p&act=groups").find("act=login"), std::string::npos);
 }
 
-TEST_F(GroupViews, WriteIntoScriptsOnlyNamesThatAreOne) {
+TEST_F(GroupViews, PutOnlyValidNamesIntoScripts) {
   host_.UserAgent = "Mozilla/4.0 (compatible; Test)";
   for (const char* name : {"default", "2004a", "o'neil", "a-b", "\"><script>alert(1)</script>", "top"}) {
     Run(Statement("INSERT INTO Calendars (Name, FriendlyName, IsGroup) VALUES ('{}', 'Odd', no)", name));
@@ -56,7 +56,7 @@ TEST_F(GroupViews, WriteIntoScriptsOnlyNamesThatAreOne) {
   }
 }
 
-TEST_F(GroupViews, GoFromANameToMembersToColours) {
+TEST_F(GroupViews, AreMadeInTwoSteps) {
   const Answer& members = Post(
       "p=p&act=gsave",
       {{"id", ""}, {"name", "Anna's Team!"}, {"intname", ""}, {"cals", "anna, sales"}, {"return", "yes"}});
@@ -85,7 +85,7 @@ TEST_F(GroupViews, GoFromANameToMembersToColours) {
   EXPECT_EQ(Count(), "2");
 }
 
-TEST_F(GroupViews, HaveInternalNamesOfTheirOwn) {
+TEST_F(GroupViews, HaveUniqueInternalNames) {
   for (const auto& [posted, stored] :
        {std::pair{"", "another"}, {"", "another1"}, {"team", "team1"}, {"x'); --", "x"}, {"team", "team2"}}) {
     Post("p=p&act=gsave", {{"id", ""}, {"name", "Another"}, {"intname", posted}, {"cals", "anna"}});
@@ -103,7 +103,7 @@ TEST_F(GroupViews, HaveInternalNamesOfTheirOwn) {
   EXPECT_EQ(Row("all"), "2|admin|All|sales||");
 }
 
-TEST_F(GroupViews, ShowAgainWhatWasPostedWhenItCannotBeStored) {
+TEST_F(GroupViews, AreShownAgainWhenInvalid) {
   const std::string before = Row("team");
   for (const auto& [id, name, calendars, reason, shown] :
        {std::tuple{"", "", "anna", "Name field is empty.", "<OPTION VALUE=\"anna\" SELECTED>Anna A"},
@@ -119,7 +119,7 @@ TEST_F(GroupViews, ShowAgainWhatWasPostedWhenItCannotBeStored) {
   EXPECT_EQ(Count(), "2");
 }
 
-TEST_F(GroupViews, AreTheirOwnersAlone) {
+TEST_F(GroupViews, AreAccessibleToTheirOwnerOnly) {
   const std::string refusal = "<P>You don't have rights for this.<P>";
   const std::string before = Row("all");
   const FakeHost::Fields form{{"id", "2"}, {"name", "Mine"}, {"cals", "anna"}};

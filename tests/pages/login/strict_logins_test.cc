@@ -76,6 +76,20 @@ TEST_F(Logins, EndWhenTheirAccountIsMadeAnew) {
   EXPECT_FALSE(IsLoggedIn());
 }
 
+TEST_F(Logins, InASealedCookieAreOverAfterALogout) {
+  configure_ = [](Orlune& page) { page.UseCookie(true); };
+  LogIn("anna", "secret");
+  const auto elsewhere = host_.Cookie;
+  host_.Cookie.clear();
+  LogIn("anna", "secret");
+  const auto copy = host_.Cookie;
+  Get("p=l");
+  host_.Cookie = copy;
+  EXPECT_FALSE(IsLoggedIn());
+  host_.Cookie = elsewhere;
+  EXPECT_TRUE(IsLoggedIn());
+}
+
 TEST_F(Logins, GoAtThePaceOfTheGuard) {
   ASSERT_TRUE(LogsIn("anna", "secret"));
   ChangePassword("wrong", "other");

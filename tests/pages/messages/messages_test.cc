@@ -36,7 +36,7 @@ TEST_F(Messages, AreListedTheOldestFirst) {
   EXPECT_TRUE(IsGoldenPage("messages/list", Get("p=m").Body));
 }
 
-TEST_F(Messages, CountAsReadOnceTheyWereOpened) {
+TEST_F(Messages, AreMarkedAsReadWhenOpened) {
   AddMessage("anna", "<I>a</I> <SCRIPT>");
   AddMessage("anna", "b", "17");
   AddMessage("anna", "c");
@@ -46,7 +46,7 @@ TEST_F(Messages, CountAsReadOnceTheyWereOpened) {
             (Rows{"yes", "yes", "no"}));
 }
 
-TEST_F(Messages, AreDeletedByTheirNumbersAlone) {
+TEST_F(Messages, AreDeletedByNumber) {
   for (const char* subject : {"a", "b", "c", "d"}) AddMessage("anna", subject);
   EXPECT_EQ(Post("p=m&act=del", {{"msg", "1, 3"}}).RedirectedTo, "/cal.asp?p=m");
   EXPECT_EQ(Post("p=m&act=del", {{"x", ""}}).RedirectedTo, "/cal.asp?p=m");
@@ -105,7 +105,7 @@ TEST_F(Messages, AreKeptForTheRecipientsBeforeOneThatFails) {
   EXPECT_EQ(ReadRows(Statement("SELECT Recipient FROM Messages"), {"Recipient"}), Rows{"anna"});
 }
 
-TEST_F(Messages, AreStoredAsTheyWereWritten) {
+TEST_F(Messages, AreStoredAsTyped) {
   Post("p=m&act=send",
        {{"Vastaanottaja", "ben"}, {"Otsikko", "it's \"so\" <B>"}, {"Sisalto", "*yes 😀\r\n'"}});
   EXPECT_EQ(Stored(), Rows{"anna|ben|it&#39;s \"so\" <B>|*yes 😀\r\n&#39;|no|Null"});
@@ -114,7 +114,7 @@ TEST_F(Messages, AreStoredAsTheyWereWritten) {
       Rows{"anna"});
 }
 
-TEST_F(Messages, ComeBackWithWhatIsMissing) {
+TEST_F(Messages, AreShownAgainWhenIncomplete) {
   EXPECT_EQ(AlertOf(Post("p=m&act=send", {{"Vastaanottaja", "nobody"}}).Body),
             "No recipient.\\nNo subject.\\nNo message.\\n");
   const FakeHost::Fields unwritten{{"Vastaanottaja", "ben, staff"}, {"Otsikko", "\"a\""}, {"Sisalto", ""}};
@@ -127,7 +127,7 @@ TEST_F(Messages, AreAnsweredToTheirSenderWithTheTextQuoted) {
   EXPECT_TRUE(IsGoldenPage("messages/reply", Get("p=m&act=reply&msg=1").Body));
 }
 
-TEST_F(Messages, AreNobodysWithoutALogin) {
+TEST_F(Messages, RequireALogin) {
   AddMessage("ben", "for ben");
   configure_ = [](Orlune& page) { page.LoginName(""); };
   Get("p=l");

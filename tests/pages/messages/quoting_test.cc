@@ -24,6 +24,8 @@ TEST(Quoting, MarksAndWrapsLines) {
       {"words after the break count on the new line",
        "aaaaaaaaaaaaaaaaaaaaaaaa bbbbbb cccccc dddddd eeeeee f",
        "&gt; aaaaaaaaaaaaaaaaaaaaaaaa\r\n&gt; bbbbbb cccccc dddddd eeeeee f"},
+      {"and one more than fit breaks it", "aaaaaaaaaaaaaaaaaaaaaaaa bbbbbb cccccc dddddd eeeeee ff",
+       "&gt; aaaaaaaaaaaaaaaaaaaaaaaa\r\n&gt; bbbbbb cccccc dddddd eeeeee\r\n&gt; ff"},
       {"a word too long for a line breaks inside", thirty, "&gt; " + std::string(29, 'x') + "\r\n&gt; x"},
       {"a character reference stays whole", std::string(27, 'x') + "&#39;s",
        "&gt; " + std::string(27, 'x') + "\r\n&gt; &#39;s"},

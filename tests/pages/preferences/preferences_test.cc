@@ -12,7 +12,7 @@ class Preferences : public CalendarFixture {
     LogIn("anna", "secret");
   }
 
-  /// Everything that preferences store of `name`, in the order of the form.
+  /// The stored preferences of `name`, in the order of the form.
   std::string Stored(std::string_view name) {
     return ReadRows(
                Statement("SELECT * FROM Calendars WHERE Name = '{}'", name),
@@ -23,7 +23,7 @@ class Preferences : public CalendarFixture {
     return Read(Statement("SELECT Password FROM Calendars WHERE Name = '{}'", name));
   }
 
-  /// A form that differs from what is stored for anna in every field.
+  /// A form that differs from anna's stored preferences in every field.
   const FakeHost::Fields changed_{{"mode", "day"}, {"firstday", "7"},     {"weekend", "5, 6"},
                                   {"clock", "12"}, {"daybegin", "00:00"}, {"dayend", "11:00 PM"},
                                   {"css", "2"}};
@@ -36,7 +36,7 @@ TEST_F(Preferences, AreShownAsTheyAreStored) {
   EXPECT_TRUE(IsGoldenPage("preferences/password", Get("p=p&act=login").Body));
 }
 
-TEST_F(Preferences, CountFromTheNextPageOn) {
+TEST_F(Preferences, ApplyFromTheNextPageOn) {
   const std::string ben = Stored("ben");
   EXPECT_EQ(Post("p=p&act=save", changed_).RedirectedTo, "/cal.asp");
   EXPECT_EQ(Stored("anna"), "day|7|5, 6|12|0|23|2");
@@ -54,7 +54,7 @@ TEST_F(Preferences, CountFromTheNextPageOn) {
   EXPECT_EQ(Get("p=c&dm=month").Body.find("CLASS=\"weekend\""), std::string::npos);
 }
 
-TEST_F(Preferences, ShowAgainWhatWasPostedWhenTheDayHasNoHours) {
+TEST_F(Preferences, AreShownAgainWhenTheDayHasNoHours) {
   const std::string before = Stored("anna");
   for (const auto& [begin, end, selected] : {std::tuple{"08:00", "08:00", "08:00"},
                                              {"09:00 PM", "08:00", "21:00"},
@@ -74,7 +74,7 @@ TEST_F(Preferences, ShowAgainWhatWasPostedWhenTheDayHasNoHours) {
   EXPECT_EQ(Stored("anna"), before);
 }
 
-TEST_F(Preferences, KeepWhatIsStoredWhenTheFormOffersNoSuchChoice) {
+TEST_F(Preferences, IgnoreValuesThatTheFormDoesNotOffer) {
   const std::string before = Stored("anna");
   const std::pair<const char*, const char*> cases[] = {
       {"mode", "year"},   {"mode", ""},        {"firstday", "0"},   {"firstday", "9"},  {"firstday", "2, 3"},
@@ -89,7 +89,7 @@ TEST_F(Preferences, KeepWhatIsStoredWhenTheFormOffersNoSuchChoice) {
   }
 }
 
-TEST_F(Preferences, BelongToWhoIsLoggedIn) {
+TEST_F(Preferences, RequireALogin) {
   configure_ = [](Orlune& page) { page.LoginName(""); };
   Get("p=l");
   Run(Statement("INSERT INTO Calendars (Name, Password, IsGroup, StartMode) VALUES ('', '', no, 'month')"));
@@ -103,7 +103,7 @@ TEST_F(Preferences, BelongToWhoIsLoggedIn) {
   EXPECT_EQ(stored(), before);
 }
 
-TEST_F(Preferences, RefuseAPasswordForTheFirstReasonThatThereIs) {
+TEST_F(Preferences, RefuseAPasswordForTheFirstReason) {
   for (const auto& [old, wanted, again, reason] :
        {std::tuple{"Secret", "a", "b", "Incorrect password."},
         {"", "new", "new", "Incorrect password."},
