@@ -89,7 +89,6 @@ DaemonThread HttpHost::Daemon::StartThread() {
                        nullptr, &OnRequest, this,                                                  //
                        MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(limits_.MostSockets()),  //
                        MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits_.HeaderBytes,                    //
-                       MHD_OPTION_STRICT_FOR_CLIENT, 1,                                            //
                        MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                               //
                        MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                            //
                        MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END),

@@ -13,8 +13,8 @@ namespace orlune {
 /// form. The lists are text lists.
 struct AdminState {
   std::optional<std::int64_t> Id;  ///< nothing for a new record
-  std::string Name;                ///< for display
-  std::string StoredName;          ///< before the form is read; "" for a new record
+  std::string Name;                ///< display name
+  std::string StoredName;          ///< `Name` as stored; "" for a new record
   std::string IntName;             ///< login name, group name or file name
   std::string StoredIntName;       ///< `IntName` as stored; "" for a new record
   std::string Password;

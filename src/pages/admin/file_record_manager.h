@@ -16,7 +16,7 @@ struct FileRecordKind {
   Text FileLabel;
   std::size_t MostNameCharacters;
   std::size_t MostFileCharacters;
-  std::string_view FixedFile;  ///< the record of this file keeps it and cannot be saved; "" for none
+  std::string_view FixedFile;  ///< the record with this file cannot be changed; "" for none
 
   Query<std::vector<RecordChoice>> (*Records)();
   Query<std::optional<NamedFile>> (*WithId)(std::int64_t id);
