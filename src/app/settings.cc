@@ -31,6 +31,11 @@ constexpr ServerSetting kServerSettings[] = {
      "of these, for addresses that have none"},
     {"reply_megabytes", NumberSetting{&Configuration::ReplyMegabytes, 1, 1'000'000},
      "most memory for pages that are being sent"},
+    {"certificate", &Configuration::Certificate, "of HTTPS, with its chain; none: HTTP"},
+    {"key", &Configuration::Key, "the certificate's private key"},
+    {"redirect_listen", &Configuration::RedirectListen, "address and port of HTTP that leads to HTTPS"},
+    {"hsts_seconds", NumberSetting{&Configuration::HstsSeconds, 0, 100'000'000},
+     "how long browsers use HTTPS only; 0: they are not told"},
 };
 
 constexpr PageSetting kPageSettings[] = {

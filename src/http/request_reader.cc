@@ -7,6 +7,7 @@
 #include "base/url_encoding.h"
 #include "base/utf8.h"
 #include "http/body_length.h"
+#include "http/mhd_connection.h"
 
 namespace orlune {
 namespace {
@@ -113,6 +114,7 @@ void RequestReader::RefuseAndClose(unsigned status) {
 void RequestReader::ReadSender(MHD_Connection* connection) {
   MHD_get_connection_values(connection, MHD_HEADER_KIND, &AddForwardingHeader, &message_.Headers);
   message_.Peer = PeerOf(connection);
+  message_.IsOverTls = TlsSessionOf(connection) != nullptr;
 }
 
 void RequestReader::ExpectForm(MHD_Connection* connection) {
