@@ -17,6 +17,7 @@
 #include "app/configuration_reader.h"
 #include "app/database_health.h"
 #include "app/file_limit.h"
+#include "app/memory.h"
 #include "app/page_runner.h"
 #include "app/patient_log.h"
 #include "app/regions.h"
@@ -102,6 +103,7 @@ std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, cons
 }  // namespace
 
 void Serve(const ServeOptions& options) {
+  ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
   const StopSignals stopSignals(!configuration.Certificate.empty());
