@@ -15,6 +15,15 @@ bool IsBelow(const fs::path& file, const fs::path& folder) {
   return !relative.empty() && *relative.begin() != "..";
 }
 
+void CheckTransport(const Configuration& configuration) {
+  if (configuration.Certificate.empty() != configuration.Key.empty())
+    throw ConfigurationError("HTTPS needs both certificate and key in [server]");
+  if (configuration.RedirectListen.empty()) return;
+  CheckListenAddress(configuration.RedirectListen);
+  if (configuration.Certificate.empty())
+    throw ConfigurationError("redirect_listen leads to HTTPS, which needs certificate and key in [server]");
+}
+
 }  // namespace
 
 void CheckConfiguration(const Configuration& configuration) {
@@ -27,6 +36,8 @@ void CheckConfiguration(const Configuration& configuration) {
           fmt::format("{} would be served to everybody: move it out of the site folder", file.string()));
   };
   refuseBelowSite(configuration.SecretFile);
+  CheckTransport(configuration);
+  if (!configuration.Key.empty()) refuseBelowSite(configuration.Key);
   for (const PageConfiguration& page : configuration.Pages) {
     if (const DatabaseAddress address = AddressOf(configuration, page); address.IsFile())
       refuseBelowSite(address.Target());

@@ -40,11 +40,14 @@ struct Configuration {
   long long DrainSeconds = 0;                                 ///< between the stop signal and the stop
   std::vector<std::string> AllowedHosts;                      ///< names to answer under; none: under any
   std::string ContentSecurityPolicy{kContentSecurityPolicy};  ///< "" for none
-  long long HstsSeconds = 0;  ///< how long browsers use HTTPS without asking; 0: not told
   long long Connections = 10'000;
   long long ConnectionsPerAddress = 6'000;
   long long ReservedConnections = 1'000;  ///< of `Connections`, for addresses that have none
   long long ReplyMegabytes = 256;         ///< of memory, for pages that are being sent
+  std::filesystem::path Certificate;      ///< of HTTPS; none: HTTP
+  std::filesystem::path Key;              ///< the certificate's
+  std::string RedirectListen;             ///< HTTP that leads to HTTPS; "": none
+  long long HstsSeconds = 0;              ///< for which browsers use HTTPS only; 0: they are not told
   std::filesystem::path DatabaseFolder;   ///< where a relative DBPath begins
   std::vector<PageConfiguration> Pages;
 };

@@ -17,6 +17,7 @@
 #include "app/configuration_reader.h"
 #include "app/database_health.h"
 #include "app/file_limit.h"
+#include "app/memory.h"
 #include "app/page_runner.h"
 #include "app/patient_log.h"
 #include "app/regions.h"
@@ -28,6 +29,7 @@
 #include "drivers/passwords/argon2_passwords.h"
 #include "http/health_check.h"
 #include "http/http_host.h"
+#include "http/https_redirect.h"
 #include "http/website.h"
 #include "logins/login_limiter.h"
 
@@ -77,12 +79,43 @@ HostLimits LimitsOf(const Configuration& configuration, std::size_t descriptors,
   return limits;
 }
 
+std::shared_ptr<TlsCertificate> LoadCertificate(const Configuration& configuration) {
+  if (configuration.Certificate.empty()) return nullptr;
+  return std::make_shared<TlsCertificate>(CertificateFiles{configuration.Certificate, configuration.Key});
+}
+
+void Reload(TlsCertificate& certificate, spdlog::logger& log) {
+  try {
+    certificate.Reload();
+    log.info("reloaded the certificate");
+  } catch (const ConfigurationError& error) {
+    log.error("keeping the old certificate: {}", OneLine(error.what()));
+  }
+}
+
+/// Leads from HTTP to HTTPS at the port of `address`; nothing when it is not configured.
+std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, const HostLimits& limits,
+                                        const std::string& address, spdlog::logger& log) {
+  if (configuration.RedirectListen.empty()) return nullptr;
+  std::string port = address.substr(address.rfind(':') + 1);
+  HostLimits fewer = limits;
+  fewer.Connections.Total = std::max<std::size_t>(limits.Connections.Total / 10, 1);
+  fewer.Connections.Reserved = fewer.Connections.Total / 10;
+  ListeningSocket socket(configuration.RedirectListen);
+  log.info("redirecting from http://{}", socket.Address());
+  return std::make_unique<HttpHost>(HostParts{
+      std::move(socket), 1, fewer, TrustedProxies(configuration.TrustedProxies), log,
+      [port = std::move(port)](const RequestMessage& request) { return RedirectToHttps(request, port); }});
+}
+
 }  // namespace
 
 void Serve(const ServeOptions& options) {
-  const StopSignals stopSignals;
+  ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
+  const StopSignals stopSignals(!configuration.Certificate.empty());
+  const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
   const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
@@ -106,22 +139,25 @@ void Serve(const ServeOptions& options) {
                    CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log,
-                   configuration.AllowedHosts, std::chrono::seconds(configuration.HstsSeconds)});
+                   configuration.AllowedHosts});
 
   if (!health.IsHealthy())
     log->warn(
         "a database does not respond; serving without it and retrying with each request "
         "(\"orlune init\" creates a missing one)");
   ListeningSocket socket(configuration.Listen);
-  const std::string address = "http://" + socket.Address() + configuration.Pages.front().Path;
+  const HostLimits limits = LimitsOf(configuration, descriptors, *log);
+  const std::unique_ptr<HttpHost> redirect = StartRedirect(configuration, limits, socket.Address(), *log);
+  const std::string address =
+      (certificate == nullptr ? "http://" : "https://") + socket.Address() + configuration.Pages.front().Path;
   {
-    HttpHost host({std::move(socket), threads, LimitsOf(configuration, descriptors, *log),
-                   TrustedProxies(configuration.TrustedProxies), *log,
-                   [&website](const RequestMessage& request) { return website.Answer(request); },
+    HttpHost host({std::move(socket), threads, limits, TrustedProxies(configuration.TrustedProxies), *log,
+                   [&website](const RequestMessage& request) { return website.Answer(request); }, certificate,
+                   std::chrono::seconds(configuration.HstsSeconds),
                    SecurityHeaders(configuration.ContentSecurityPolicy)});
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
-    stopSignals.Wait();
+    stopSignals.Wait([&] { Reload(*certificate, *log); });
     isStopping = true;
     log->info("stopping");
     host.CloseConnectionsAfterReply();

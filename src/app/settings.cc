@@ -26,8 +26,6 @@ constexpr ServerSetting kServerSettings[] = {
      "how long to go on serving after SIGTERM or SIGINT"},
     {"allowed_hosts", &Configuration::AllowedHosts, "names to answer under; none: under any"},
     {"content_security_policy", &Configuration::ContentSecurityPolicy, "what pages may load; \"\": anything"},
-    {"hsts_seconds", NumberSetting{&Configuration::HstsSeconds, 0, 63'072'000},
-     "how long browsers use HTTPS without asking"},
     {"connections", NumberSetting{&Configuration::Connections, 1, 1'000'000}, "most connections at a time"},
     {"connections_per_address", NumberSetting{&Configuration::ConnectionsPerAddress, 1, 1'000'000},
      "most of one address; less while there are few free ones"},
@@ -35,6 +33,11 @@ constexpr ServerSetting kServerSettings[] = {
      "of these, for addresses that have none"},
     {"reply_megabytes", NumberSetting{&Configuration::ReplyMegabytes, 1, 1'000'000},
      "most memory for pages that are being sent"},
+    {"certificate", &Configuration::Certificate, "of HTTPS, with its chain; none: HTTP"},
+    {"key", &Configuration::Key, "the certificate's private key"},
+    {"redirect_listen", &Configuration::RedirectListen, "address and port of HTTP that leads to HTTPS"},
+    {"hsts_seconds", NumberSetting{&Configuration::HstsSeconds, 0, 100'000'000},
+     "how long browsers use HTTPS only; 0: they are not told"},
 };
 
 constexpr PageSetting kPageSettings[] = {

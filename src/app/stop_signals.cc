@@ -2,22 +2,23 @@
 
 namespace orlune {
 
-StopSignals::StopSignals() {
-  sigemptyset(&signals_);
-  sigaddset(&signals_, SIGTERM);
-  sigaddset(&signals_, SIGINT);
-  pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
+StopSignals::StopSignals(bool hasCertificate) {
+  sigemptyset(&stopping_);
+  sigaddset(&stopping_, SIGTERM);
+  sigaddset(&stopping_, SIGINT);
+  all_ = stopping_;
+  if (hasCertificate) sigaddset(&all_, SIGHUP);
+  pthread_sigmask(SIG_BLOCK, &all_, nullptr);
   std::signal(SIGPIPE, SIG_IGN);  // a closed connection is an error of its write
 }
 
-void StopSignals::Wait() const {
-  int received = 0;
-  sigwait(&signals_, &received);
+void StopSignals::Wait(const std::function<void()>& reload) const {
+  for (int received = 0; sigwait(&all_, &received) == 0 && received == SIGHUP;) reload();
 }
 
 void StopSignals::WaitFor(std::chrono::seconds limit) const {
   const timespec time{limit.count(), 0};
-  sigtimedwait(&signals_, nullptr, &time);
+  sigtimedwait(&stopping_, nullptr, &time);
 }
 
 }  // namespace orlune

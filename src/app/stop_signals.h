@@ -2,20 +2,24 @@
 
 #include <chrono>
 #include <csignal>
+#include <functional>
 
 namespace orlune {
 
-/// SIGTERM and SIGINT, which end the server. Blocked from construction on, in this thread and all started
-/// later, until waited for.
+/// SIGTERM and SIGINT, which end the server, and SIGHUP, which has it read its certificate anew. Blocked from
+/// construction on, in this thread and all started later, until waited for.
 class StopSignals {
  public:
-  StopSignals();
-  void Wait() const;
+  /// Without a certificate SIGHUP is left as it is.
+  explicit StopSignals(bool hasCertificate);
+  /// Returns when the server is to end; calls `reload` meanwhile.
+  void Wait(const std::function<void()>& reload) const;
   /// Returns after `limit` at the latest.
   void WaitFor(std::chrono::seconds limit) const;
 
  private:
-  sigset_t signals_{};
+  sigset_t stopping_{};
+  sigset_t all_{};
 };
 
 }  // namespace orlune

@@ -5,12 +5,16 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/format.h>
+#include <gnutls/abstract.h>
+#include <gnutls/gnutls.h>
 #include <microhttpd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include "http/admission.h"
 #include "http/connection_acceptor.h"
+#include "http/mhd_connection.h"
 #include "http/mhd_response.h"
 #include "http/request_reader.h"
 
@@ -22,6 +26,21 @@ using DaemonThread = std::unique_ptr<MHD_Daemon, decltype(&MHD_stop_daemon)>;
 ClientConnection& ClientOf(MHD_Connection* connection) {
   const auto* context = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
   return *static_cast<ClientConnection*>(context->socket_context);
+}
+
+void SendRefusal(int socket, const std::string& refusal) {
+  static_cast<void>(send(socket, refusal.data(), refusal.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
+}
+
+std::vector<MHD_OptionItem> TlsOptions() {
+  static char priorities[] = "NORMAL:-VERS-ALL:+VERS-TLS1.3:+VERS-TLS1.2:%SERVER_PRECEDENCE";
+  // libmicrohttpd wants a certificate at the start; each session is given its own before it begins.
+  static const auto kNoCertificate = [](gnutls_session_t, const gnutls_datum_t*, int,
+                                        const gnutls_pk_algorithm_t*, int, gnutls_pcert_st**, unsigned*,
+                                        gnutls_privkey_t*) { return -1; };
+  const gnutls_certificate_retrieve_function2* noCertificate = +kNoCertificate;
+  return {{MHD_OPTION_HTTPS_PRIORITIES, 0, priorities},
+          {MHD_OPTION_HTTPS_CERT_CALLBACK, 0, reinterpret_cast<void*>(noCertificate)}};
 }
 
 }  // namespace
@@ -57,6 +76,9 @@ class HttpHost::Daemon {
   const std::function<ReplyMessage(const RequestMessage&)> answer_;
   const std::vector<Header> commonHeaders_;
   const std::string noPlace_ = RawRefusal(BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE), commonHeaders_);
+  const TrustedProxies proxies_;
+  const std::shared_ptr<const TlsCertificate> certificate_;
+  const std::string hsts_;
   Admission admission_;
   OpenConnections connections_;
   std::atomic<bool> isLastReply_ = false;
@@ -68,7 +90,10 @@ HttpHost::Daemon::Daemon(HostParts parts)
     : limits_(parts.Limits),
       answer_(std::move(parts.Answer)),
       commonHeaders_(std::move(parts.CommonHeaders)),
-      admission_(limits_.Connections, std::move(parts.Proxies), parts.Log),
+      proxies_(std::move(parts.Proxies)),
+      certificate_(std::move(parts.Certificate)),
+      hsts_(parts.HstsLifetime.count() == 0 ? "" : fmt::format("max-age={}", parts.HstsLifetime.count())),
+      admission_(limits_.Connections, proxies_, parts.Log),
       connections_(limits_.Times, parts.Threads) {
   for (unsigned i = 0; i < parts.Threads; ++i) threads_.push_back(StartThread());
   acceptor_ = std::make_unique<ConnectionAcceptor>(
@@ -84,14 +109,21 @@ HttpHost::Daemon::~Daemon() {
 
 // Each thread is a daemon of its own, so that a connection can be given to the one that has least to do.
 DaemonThread HttpHost::Daemon::StartThread() {
+  unsigned flags = MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC | MHD_USE_NO_LISTEN_SOCKET;
+  std::vector<MHD_OptionItem> options;
+  if (certificate_ != nullptr) {
+    flags |= MHD_USE_TLS;
+    options = TlsOptions();
+  }
+  options.push_back({MHD_OPTION_END, 0, nullptr});
   DaemonThread thread(
-      MHD_start_daemon(MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC | MHD_USE_NO_LISTEN_SOCKET, 0, nullptr,
-                       nullptr, &OnRequest, this,                                                  //
+      MHD_start_daemon(flags, 0, nullptr, nullptr, &OnRequest, this,                               //
                        MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(limits_.MostSockets()),  //
                        MHD_OPTION_CONNECTION_MEMORY_LIMIT, limits_.HeaderBytes,                    //
                        MHD_OPTION_URI_LOG_CALLBACK, &OnTarget, this,                               //
                        MHD_OPTION_NOTIFY_COMPLETED, &OnCompleted, this,                            //
-                       MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this, MHD_OPTION_END),
+                       MHD_OPTION_NOTIFY_CONNECTION, &OnConnection, this,                          //
+                       MHD_OPTION_ARRAY, options.data(), MHD_OPTION_END),
       &MHD_stop_daemon);
   if (thread == nullptr) throw std::runtime_error("cannot start the HTTP server's threads");
   return thread;
@@ -100,7 +132,7 @@ DaemonThread HttpHost::Daemon::StartThread() {
 void HttpHost::Daemon::Receive(const AcceptedConnection& accepted) {
   std::optional<AdmissionTicket> ticket = admission_.AdmitConnection(IpAddress(accepted.PeerAddress()));
   if (!ticket) {
-    static_cast<void>(send(accepted.Socket, noPlace_.data(), noPlace_.size(), MSG_NOSIGNAL | MSG_DONTWAIT));
+    if (certificate_ == nullptr) SendRefusal(accepted.Socket, noPlace_);
     close(accepted.Socket);
     return;
   }
@@ -112,10 +144,12 @@ void HttpHost::Daemon::Receive(const AcceptedConnection& accepted) {
 
 void HttpHost::Daemon::OnConnection(void* self, MHD_Connection* connection, void** client,
                                     MHD_ConnectionNotificationCode code) {
-  OpenConnections& connections = static_cast<Daemon*>(self)->connections_;
+  Daemon& daemon = *static_cast<Daemon*>(self);
   const int socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
-  if (code == MHD_CONNECTION_NOTIFY_CLOSED) return connections.Close(socket);
-  *client = &connections.Serve(socket);
+  if (code == MHD_CONNECTION_NOTIFY_CLOSED) return daemon.connections_.Close(socket);
+  ClientConnection& served = daemon.connections_.Serve(socket);
+  if (daemon.certificate_ != nullptr) served.Use(daemon.certificate_->ShowIn(TlsSessionOf(connection)));
+  *client = &served;
 }
 
 void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection* connection) {
@@ -123,7 +157,9 @@ void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection*
   const Daemon& daemon = *static_cast<Daemon*>(self);
   const RequestReader& request =
       client.StartRequest(target == nullptr ? "" : target, daemon.limits_.BodyBytes);
-  if (request.MustClose()) client.Abort(RawRefusal(Refusal(request.RefusalStatus()), daemon.commonHeaders_));
+  const bool isTls = daemon.certificate_ != nullptr;
+  if (request.MustClose())
+    client.Abort(isTls ? "" : RawRefusal(Refusal(request.RefusalStatus()), daemon.commonHeaders_));
   return nullptr;
 }
 
@@ -177,7 +213,11 @@ MHD_Result HttpHost::Daemon::RefuseAsBusy(MHD_Connection* connection, unsigned s
 }
 
 MHD_Result HttpHost::Daemon::Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast) {
-  ClientOf(connection).StartReply(reply.MemoryBytes());
+  ClientConnection& client = ClientOf(connection);
+  if (!client.HoldReply(reply.MemoryBytes())) reply = BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE);
+  client.StartReply();
+  if (!hsts_.empty() && proxies_.SenderOf(client.Request().Message()).IsOverHttps)
+    reply.Headers.emplace_back("Strict-Transport-Security", hsts_);
   const unsigned status = reply.Status;
   return MHD_queue_response(connection, status,
                             MakeResponse(std::move(reply), commonHeaders_, isLastReply_ || isLast).get());

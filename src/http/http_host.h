@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "http/listening_socket.h"
 #include "http/open_connections.h"
 #include "http/security_headers.h"
+#include "http/tls_certificate.h"
 #include "http/trusted_proxies.h"
 
 namespace orlune {
@@ -34,11 +36,13 @@ struct HostParts {
   TrustedProxies Proxies;
   spdlog::logger& Log;  ///< outlives the host
   std::function<ReplyMessage(const RequestMessage&)> Answer;
+  std::shared_ptr<const TlsCertificate> Certificate = nullptr;  ///< serves HTTPS when there is one
+  std::chrono::seconds HstsLifetime{0};  ///< for which browsers remember to use HTTPS only; 0: not told
   std::vector<Header> CommonHeaders = SecurityHeaders();  ///< of every reply
 };
 
-/// Serves HTTP on a socket, with several threads. The destructor closes the socket, and before it returns
-/// answers every request whose connection had been made by then.
+/// Serves HTTP or HTTPS on a socket, with several threads. The destructor closes the socket, and before it
+/// returns answers every request whose connection had been made by then.
 class HttpHost {
  public:
   /// Answers from now on. Throws std::runtime_error.

@@ -19,7 +19,8 @@ struct RequestMessage {
   std::string Query;
   NamedTexts Headers;  ///< those of `kReadHeaders` and `kForwardingHeaders`
   NamedTexts Form;
-  IpAddress Peer = {};  ///< the sender, or the last proxy before this server
+  IpAddress Peer = {};     ///< the sender, or the last proxy before this server
+  bool IsOverTls = false;  ///< on its way from the peer
 };
 
 /// The headers that the server reads.

@@ -16,6 +16,7 @@ using std::chrono::milliseconds;
 
 // A thread that has read a request to its end may be about to say so.
 constexpr milliseconds kBetweenLooks(50);
+constexpr std::size_t kSmallReply = std::size_t{64} << 10U;
 
 }  // namespace
 
@@ -45,19 +46,28 @@ void ClientConnection::RequestReceived() {
   owner_.Enter(*this, Phase::kAnswering, Clock::duration::zero());
 }
 
-void ClientConnection::StartReply(std::size_t bytes) {
+bool ClientConnection::HoldReply(std::size_t bytes) {
   const std::lock_guard lock(owner_.mutex_);
-  owner_.Enter(*this, Phase::kSending, owner_.limits_.Sending);
+  const bool hasRoom = bytes <= kSmallReply || owner_.replyBytes_ + bytes <= owner_.limits_.ReplyBytes;
+  if (!hasRoom) {
+    owner_.MakeRoomFor(bytes);
+    return false;
+  }
   replyBytes_ = bytes;
   owner_.replyBytes_ += bytes;
-  owner_.MakeRoomFor(*this);
+  return true;
+}
+
+void ClientConnection::StartReply() {
+  const std::lock_guard lock(owner_.mutex_);
+  owner_.Enter(*this, Phase::kSending, owner_.limits_.Sending);
 }
 
 void ClientConnection::EndRequest() {
   request_ = nullptr;
   const std::lock_guard lock(owner_.mutex_);
   requestPlace_ = std::nullopt;
-  owner_.ReleaseReply(*this);
+  owner_.replyBytes_ -= std::exchange(replyBytes_, 0);
   if (phase_ != Phase::kNew) owner_.Enter(*this, Phase::kKept, owner_.limits_.Idle);
 }
 
@@ -120,28 +130,31 @@ void OpenConnections::Forget(int socket) {
   const auto known = connections_.find(socket);
   if (known == connections_.end()) return;
   --CountAt(known->second.thread_, known->second.phase_);
-  ReleaseReply(known->second);
+  replyBytes_ -= known->second.replyBytes_;
   connections_.erase(known);
 }
 
-void OpenConnections::MakeRoomFor(const ClientConnection& newest) {
-  while (replyBytes_ > limits_.ReplyBytes) {
-    ClientConnection* slowest = SlowestOfLargestHolder(newest);
+void OpenConnections::MakeRoomFor(std::size_t bytes) {
+  std::size_t staying = 0;
+  for (const auto& [socket, connection] : connections_)
+    staying += connection.isCutOff_ ? 0 : connection.replyBytes_;
+  while (staying + bytes > limits_.ReplyBytes) {
+    ClientConnection* slowest = SlowestOfLargestHolder();
     if (slowest == nullptr) return;
-    shutdown(slowest->socket_, SHUT_RDWR);
-    ReleaseReply(*slowest);
+    CutOff(*slowest);
+    staying -= slowest->replyBytes_;
   }
 }
 
 // The visitor whose replies take most loses the one that has been read for longest.
-ClientConnection* OpenConnections::SlowestOfLargestHolder(const ClientConnection& newest) {
+ClientConnection* OpenConnections::SlowestOfLargestHolder() {
   struct Holder {
     std::size_t Bytes = 0;
     ClientConnection* Slowest = nullptr;
   };
   std::map<std::optional<IpAddress>, Holder> holders;
   for (auto& [socket, connection] : connections_) {
-    if (connection.replyBytes_ == 0 || &connection == &newest) continue;
+    if (connection.replyBytes_ <= kSmallReply || connection.isCutOff_) continue;
     Holder& holder = holders[connection.Visitor()];
     holder.Bytes += connection.replyBytes_;
     if (holder.Slowest == nullptr || connection.deadline_ < holder.Slowest->deadline_)
@@ -152,8 +165,10 @@ ClientConnection* OpenConnections::SlowestOfLargestHolder(const ClientConnection
   return largest == holders.end() ? nullptr : largest->second.Slowest;
 }
 
-void OpenConnections::ReleaseReply(ClientConnection& connection) {
-  replyBytes_ -= std::exchange(connection.replyBytes_, 0);
+// The connection's thread notices, and closes it.
+void OpenConnections::CutOff(ClientConnection& connection) const {
+  shutdown(connection.socket_, SHUT_RDWR);
+  connection.isCutOff_ = true;
 }
 
 void OpenConnections::Enter(ClientConnection& connection, Phase phase, Clock::duration limit) {
@@ -213,7 +228,7 @@ void OpenConnections::CutOffWhoHungUp() {
     const auto connection = connections_.find(socket);
     if (connection == connections_.end() || !HasHungUp(socket)) return true;
     if (!IsGivenUp(connection->second)) return false;
-    shutdown(socket, SHUT_RDWR);
+    CutOff(connection->second);
     return true;
   });
 }
@@ -228,7 +243,7 @@ bool OpenConnections::IsGivenUp(ClientConnection& connection) const {
 void OpenConnections::CutOffOverdue() {
   const auto now = Clock::now();
   for (auto& [socket, connection] : connections_) {
-    if (IsOverdue(connection, now) || IsStalled(connection, now)) shutdown(socket, SHUT_RDWR);
+    if (IsOverdue(connection, now) || IsStalled(connection, now)) CutOff(connection);
   }
 }
 

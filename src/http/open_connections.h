@@ -17,6 +17,7 @@
 #include "http/admission.h"
 #include "http/hang_ups.h"
 #include "http/request_reader.h"
+#include "http/tls_certificate.h"
 
 namespace orlune {
 
@@ -46,6 +47,8 @@ class ClientConnection {
   /// Which of the host's threads serves it.
   std::size_t Thread() const { return thread_; }
   const AdmissionTicket& Ticket() const { return ticket_; }
+  /// Keeps what its TLS session needs until its end.
+  void Use(TlsCertificate::Credentials credentials) { credentials_ = std::move(credentials); }
 
   /// A request with this target arrives.
   RequestReader& StartRequest(std::string_view target, std::size_t maxBody);
@@ -57,8 +60,11 @@ class ClientConnection {
   void Hold(AddressShares::Place place);
   /// The request is complete, and its reply is being made.
   void RequestReceived();
-  /// The reply is sent from now on, and takes `bytes` of memory until the request's end.
-  void StartReply(std::size_t bytes);
+  /// A reply of `bytes` of memory is there. False when there is no room for it beside those that are being
+  /// sent; then the slowest are cut off, and there is soon. Small ones always have room.
+  bool HoldReply(std::size_t bytes);
+  /// The reply is sent from now on.
+  void StartReply();
   /// The request has been answered or given up.
   void EndRequest();
   /// Sends `reply`, a whole HTTP message, and hangs up.
@@ -89,11 +95,13 @@ class ClientConnection {
   const std::size_t thread_;
   const AdmissionTicket ticket_;
   std::unique_ptr<RequestReader> request_;
+  TlsCertificate::Credentials credentials_;
   std::optional<AddressShares::Place> requestPlace_;
   Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
   std::optional<Window> window_;
   std::size_t replyBytes_ = 0;
+  bool isCutOff_ = false;
   bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
 };
 
@@ -124,9 +132,9 @@ class OpenConnections {
   using Phase = ClientConnection::Phase;
 
   void Forget(int socket);
-  void MakeRoomFor(const ClientConnection& newest);
-  ClientConnection* SlowestOfLargestHolder(const ClientConnection& newest);
-  void ReleaseReply(ClientConnection& connection);
+  void MakeRoomFor(std::size_t bytes);
+  ClientConnection* SlowestOfLargestHolder();
+  void CutOff(ClientConnection& connection) const;
   void Enter(ClientConnection& connection, Phase phase, Clock::duration limit);
   std::size_t& CountAt(std::size_t thread, Phase phase);
   std::size_t CountOf(Phase phase) const;
@@ -144,7 +152,7 @@ class OpenConnections {
   std::condition_variable phaseChanged_;
   std::unordered_map<int, ClientConnection> connections_;  // by socket
   std::vector<std::array<std::size_t, 6>> counts_;         // by thread and phase
-  std::size_t replyBytes_ = 0;
+  std::size_t replyBytes_ = 0;                             // in all connections
   Clock::time_point newestServedAt_;
   HangUps hangUps_;
   std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only

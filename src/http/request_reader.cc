@@ -7,6 +7,7 @@
 #include "base/url_encoding.h"
 #include "base/utf8.h"
 #include "http/body_length.h"
+#include "http/mhd_connection.h"
 
 namespace orlune {
 namespace {
@@ -91,6 +92,7 @@ void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view met
   }
   ReadAllHeaders(connection, version);
   message_.Peer = PeerOf(connection);
+  message_.IsOverTls = TlsSessionOf(connection) != nullptr;
   const std::size_t announced = AnnouncedLength(message_.Headers);
   if (announced > maxBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
   if (announced > kMaxDrainFactor * maxBody_) RefuseAndClose(MHD_HTTP_CONTENT_TOO_LARGE);

@@ -56,7 +56,7 @@ struct ForwardedEntry {
 }  // namespace
 
 Sender TrustedProxies::SenderOf(const RequestMessage& request) const {
-  if (!Include(request.Peer)) return {request.Peer, false};
+  if (!Include(request.Peer)) return {request.Peer, request.IsOverTls};
   const bool hasForwardedFor =
       !request.Headers.Find("X-Forwarded-For").empty() || !request.Headers.Find("X-Forwarded-Proto").empty();
   return hasForwardedFor ? FollowForwardedFor(request) : FollowForwarded(request);

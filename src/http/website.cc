@@ -71,11 +71,7 @@ bool IsReading(const RequestMessage& request) {
 ReplyMessage Website::Answer(const RequestMessage& request) {
   const Sender sender = parts_.Proxies.SenderOf(request);
   ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(request, sender) : Refusal(421);
-  if (!sender.IsOverHttps) return reply;
-  reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
-  if (parts_.HttpsOnly.count() > 0)
-    reply.Headers.emplace_back("Strict-Transport-Security",
-                               "max-age=" + std::to_string(parts_.HttpsOnly.count()));
+  if (sender.IsOverHttps) reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
   return reply;
 }
 

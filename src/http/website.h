@@ -39,7 +39,6 @@ struct WebsiteParts {
   std::function<bool()> IsHealthy;  ///< decides the answer of "/healthz"
   spdlog::logger& Log;
   std::vector<std::string> AllowedHosts{};  ///< names to answer under, without ports; none: under any
-  std::chrono::seconds HttpsOnly{0};  ///< how long browsers use HTTPS without asking (HSTS); 0: not told
 };
 
 /// Everything that is served: the hosting pages, "/healthz", and the files beside them. May be used by

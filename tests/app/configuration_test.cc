@@ -56,6 +56,10 @@ connections = 20
 connections_per_address = 10
 reserved_connections = 2
 reply_megabytes = 3
+certificate = "c.pem"
+key = "/etc/c.key"
+redirect_listen = "[::]:80"
+hsts_seconds = 4
 [[page]]
 path = "/a.asp"
 DBPath = "../a.db"
@@ -85,6 +89,10 @@ DBPath = "/b.db"
   EXPECT_EQ(configuration.ConnectionsPerAddress, 10);
   EXPECT_EQ(configuration.ReservedConnections, 2);
   EXPECT_EQ(configuration.ReplyMegabytes, 3);
+  EXPECT_EQ(configuration.Certificate, folder_.Path() / "c.pem");
+  EXPECT_EQ(configuration.Key, "/etc/c.key");
+  EXPECT_EQ(configuration.RedirectListen, "[::]:80");
+  EXPECT_EQ(configuration.HstsSeconds, 4);
   ASSERT_EQ(configuration.Pages.size(), 2U);
   const PageConfiguration& first = configuration.Pages[0];
   const PageConfiguration& second = configuration.Pages[1];
@@ -170,6 +178,10 @@ TEST_F(ConfigurationFile, IsRefusedWhenItCannotBeServed) {
        "site folder " + (folder_.Path() / "missing").string() + " is missing"},
       {"[server]\nlisten = \"localhost\"\n" + kPage, "cannot listen at \"localhost\""},
       {"[server]\nsecret_file = \"site/key\"\n" + kPage, "site/key would be served to everybody"},
+      {"[server]\ncertificate = \"c.pem\"\n" + kPage, "HTTPS needs both certificate and key"},
+      {"[server]\nkey = \"site/c.key\"\ncertificate = \"c.pem\"\n" + kPage,
+       "site/c.key would be served to everybody"},
+      {"[server]\nredirect_listen = \"[::]:80\"\n" + kPage, "redirect_listen leads to HTTPS, which needs"},
       {"[[page]]\npath = \"/a\"\nDBPath = \"site/data/a.db\"\n",
        "site/data/a.db would be served to everybody"},
       {"[[page]]\npath = \"/a\"\n", "page /a has no DBPath"}};

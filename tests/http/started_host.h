@@ -29,8 +29,7 @@ class StartedHost {
              clock_,
              [this] { return IsHealthy; },
              log_,
-             std::move(allowedHosts),
-             std::chrono::seconds(60)}) {
+             std::move(allowedHosts)}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(

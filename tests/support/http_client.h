@@ -14,6 +14,7 @@ class HttpClient {
   HttpClient& operator=(const HttpClient&) = delete;
   ~HttpClient();
 
+  int Socket() const { return socket_; }
   void Send(std::string_view text);
   /// Closes the direction to the server only.
   void EndSending();

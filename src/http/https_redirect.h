@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+#include "http/http_message.h"
+
+namespace orlune {
+
+/// Leads a request over HTTP to the same address over HTTPS, at `port`. 400 when it does not name its host.
+ReplyMessage RedirectToHttps(const RequestMessage& request, std::string_view port);
+
+}  // namespace orlune
