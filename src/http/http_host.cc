@@ -38,7 +38,7 @@ std::vector<MHD_OptionItem> TlsOptions() {
   static const auto kNoCertificate = [](gnutls_session_t, const gnutls_datum_t*, int,
                                         const gnutls_pk_algorithm_t*, int, gnutls_pcert_st**, unsigned*,
                                         gnutls_privkey_t*) { return -1; };
-  const gnutls_certificate_retrieve_function2* noCertificate = +kNoCertificate;
+  gnutls_certificate_retrieve_function2* noCertificate = +kNoCertificate;
   return {{MHD_OPTION_HTTPS_PRIORITIES, 0, priorities},
           {MHD_OPTION_HTTPS_CERT_CALLBACK, 0, reinterpret_cast<void*>(noCertificate)}};
 }

@@ -22,7 +22,8 @@ namespace orlune {
 struct HostLimits {
   ShareLimits Connections = {};
   ConnectionLimits Times = {};
-  std::size_t HeaderBytes = std::size_t{32} << 10U;
+  /// Above 32 kB libmicrohttpd maps the memory of a connection, which so goes back to the system at its end.
+  std::size_t HeaderBytes = std::size_t{36} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
 
   /// How many descriptors the connections need.
