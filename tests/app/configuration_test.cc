@@ -50,7 +50,6 @@ trusted_proxies = ["10.0.0.0/8", "::1"]
 drain_seconds = 7
 allowed_hosts = ["calendar.example.org", "[::1]"]
 content_security_policy = "default-src 'self' https://cdn.example.org"
-hsts_seconds = 60
 database_connections = 9
 connections = 20
 connections_per_address = 10
@@ -83,7 +82,6 @@ DBPath = "/b.db"
   EXPECT_EQ(configuration.DrainSeconds, 7);
   EXPECT_EQ(configuration.AllowedHosts, (std::vector<std::string>{"calendar.example.org", "[::1]"}));
   EXPECT_EQ(configuration.ContentSecurityPolicy, "default-src 'self' https://cdn.example.org");
-  EXPECT_EQ(configuration.HstsSeconds, 60);
   EXPECT_EQ(configuration.DatabaseConnections, 9);
   EXPECT_EQ(configuration.Connections, 20);
   EXPECT_EQ(configuration.ConnectionsPerAddress, 10);

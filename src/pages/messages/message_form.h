@@ -10,8 +10,7 @@ struct Visit;
 /// The form for a new message with the values of `message`. Throws DatabaseError.
 void ShowMessageForm(Visit& visit, const MessageState& message);
 
-/// The same as a reply to a message. Throws DatabaseError, also when there is no such message, unless the
-/// hosting page is strict.
+/// The same as a reply to a message. Throws DatabaseError.
 void ShowReplyForm(Visit& visit, const NamedMessages& named);
 
 }  // namespace orlune

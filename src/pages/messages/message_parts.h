@@ -17,8 +17,8 @@ std::string SentDateText(const PageContext& context, std::optional<DateTime> sen
 /// The toolbar of a page with one message: the buttons for the calendar and for the list.
 Html MessageToolbar(const PageContext& context);
 
-/// Answers a request for a message that is gone or, on a strict hosting page, not the user's: as without the
-/// right. Throws DatabaseError when the page is not strict.
+/// Answers a request for a message that is gone or, on a strict hosting page, not the user's, with the page
+/// for a missing right: which of the two it is, nobody is told.
 void RefuseMissingMessage(Visit& visit);
 
 }  // namespace orlune
