@@ -96,6 +96,8 @@ void HashStoredPassword(Visit& visit, LoginAccount& login, std::string_view pass
 }
 
 void CheckLogin(Visit& visit, std::string_view name, std::string_view password) {
+  // The form of another page, posted after its session had ended, tries no password.
+  if (name.empty()) return RefuseLogin(visit, Text::kUnknownUser, "Name");
   if (!AdmitAttempt(visit, name)) return ShowLoginForm(visit, "Passwd");
   auto login = Ask(visit.Database, LoginAccountOf(name));
   const bool isRight = login && IsPassword(visit, login->Account.Password, password);

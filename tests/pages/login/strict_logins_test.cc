@@ -91,6 +91,7 @@ TEST_F(Logins, InASealedCookieAreOverAfterALogout) {
 }
 
 TEST_F(Logins, GoAtThePaceOfTheGuard) {
+  Post("p=e&act=save", {{"title", "posted after the session had ended"}});
   ASSERT_TRUE(LogsIn("anna", "secret"));
   ChangePassword("wrong", "other");
   ASSERT_FALSE(LogsIn("anna", "wrong"));
