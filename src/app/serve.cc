@@ -53,12 +53,6 @@ unsigned ThreadCount(const Configuration& configuration) {
   return std::max(4U, 2 * std::thread::hardware_concurrency());
 }
 
-// One thread always stays free for pages.
-HashingLimits HashingTurns(unsigned threads) {
-  const unsigned running = std::clamp(threads / 2, 1U, std::max(std::thread::hardware_concurrency(), 1U));
-  return {running, std::max(threads - running, 2U) - 1};
-}
-
 std::unique_ptr<Clock> MakeClock(const ServeOptions& options) {
   if (options.Now) return std::make_unique<FixedClock>(*options.Now);
   return std::make_unique<SystemClock>();
@@ -123,7 +117,7 @@ void Serve(const ServeOptions& options) {
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   SessionStores sessions(configuration, regions, *log);
-  Argon2Passwords passwords(HashingTurns(threads));
+  Argon2Passwords passwords(std::max(std::thread::hardware_concurrency(), 1U));
   LoginLimiter logins(*log);
 
   std::vector<HostedPage> pages;

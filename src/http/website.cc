@@ -10,7 +10,6 @@
 #include "http/http_response.h"
 #include "http/request_guard.h"
 #include "platform/database.h"
-#include "platform/temporarily_unavailable.h"
 
 namespace orlune {
 namespace {
@@ -132,9 +131,6 @@ std::optional<unsigned> Website::RunPage(const HostedPage& page, const Scripting
     return std::nullopt;
   } catch (const DatabaseUnavailable& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
-    return 503;
-  } catch (const TemporarilyUnavailable& error) {
-    parts_.Log.warn("{}: {}", page.Path, OneLine(error.what()));
     return 503;
   } catch (const std::exception& error) {
     parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));

@@ -11,13 +11,11 @@ class Passwords {
  public:
   virtual ~Passwords() = default;
 
-  /// A hash to store in place of the password. Throws TemporarilyUnavailable when too many are being
-  /// computed.
+  /// A hash to store in place of the password.
   virtual std::string Hash(std::string_view password) = 0;
   /// Whether a stored text is a hash and not a password in plain.
   virtual bool IsHash(std::string_view stored) const = 0;
-  /// Whether `stored`, a hash or a password in plain, is that of `password`. Throws TemporarilyUnavailable
-  /// like `Hash`.
+  /// Whether `stored`, a hash or a password in plain, is that of `password`.
   virtual bool AreEqual(std::string_view stored, std::string_view password) = 0;
 
   /// A short text that tells whether a stored password has changed, and nothing else of it.

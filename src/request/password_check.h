@@ -16,7 +16,7 @@ bool AdmitAttempt(Visit& visit, std::string_view name);
 /// Tells the login guard how an admitted attempt ended.
 void EndAttempt(const Visit& visit, std::string_view name, bool isRight);
 
-/// What to store for a new password: on a strict page its hash. Throws TemporarilyUnavailable.
+/// What to store for a new password: on a strict page its hash.
 std::string PasswordToStore(const Visit& visit, std::string_view password);
 
 }  // namespace orlune

@@ -6,7 +6,6 @@
 #include <spdlog/sinks/ostream_sink.h>
 
 #include "drivers/passwords/argon2_passwords.h"
-#include "platform/temporarily_unavailable.h"
 
 namespace orlune {
 namespace {
@@ -95,7 +94,7 @@ TEST_F(LoginLimiterTest, TellsTheAddressBeforeAnythingThatWasTyped) {
 }
 
 TEST(Argon2Passwords, TellHashesThatItMayAffordFromPasswords) {
-  Argon2Passwords passwords({}, {.MemoryBytes = 8192, .Passes = 1});
+  Argon2Passwords passwords(1, {.MemoryBytes = 8192, .Passes = 1});
   const std::string hash = passwords.Hash("secret");
   EXPECT_TRUE(passwords.IsHash(hash));
   EXPECT_TRUE(passwords.AreEqual(hash, "secret"));
@@ -108,11 +107,6 @@ TEST(Argon2Passwords, TellHashesThatItMayAffordFromPasswords) {
         "$argon2id$v=19$m=8,t=999999,p=1$c2FsdA$aGFzaA", "$argon2id$v=19$m=8,t=1,p=99$c2FsdA$x"})
     EXPECT_FALSE(passwords.IsHash(stored)) << stored;
   EXPECT_TRUE(Argon2Passwords().Hash("secret").starts_with("$argon2id$v=19$m=19456,t=2,p=1$"));
-}
-
-TEST(Argon2Passwords, RefuseToHashWhenTooManyAreWaiting) {
-  Argon2Passwords passwords({.Running = 0, .Waiting = 0});
-  EXPECT_THROW(passwords.Hash("secret"), TemporarilyUnavailable);
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ class CalendarFixture : public ::testing::Test {
   FixedClock clock_;
   NoLanguagePacks languagePacks_;
   /// As cheap as the algorithm can be.
-  Argon2Passwords passwords_{{.Running = 4, .Waiting = 4}, {.MemoryBytes = 8192, .Passes = 1}};
+  Argon2Passwords passwords_{4, {.MemoryBytes = 8192, .Passes = 1}};
   FakeLoginGuard logins_;
   Surroundings surroundings_;
   FakeHost host_;

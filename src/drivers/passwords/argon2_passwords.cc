@@ -8,7 +8,6 @@
 
 #include "base/text.h"
 #include "drivers/passwords/random_password.h"
-#include "platform/temporarily_unavailable.h"
 
 namespace orlune {
 namespace {
@@ -24,40 +23,26 @@ std::size_t NumberBefore(std::string_view end, std::string_view& text) {
   return number;
 }
 
-}  // namespace
-
-/// A turn at hashing, from its construction to its end.
-class Argon2Passwords::Turn {
+/// A place among those who hash, until its end.
+class Turn {
  public:
-  explicit Turn(Argon2Passwords& owner) : owner_(owner) {
-    std::unique_lock lock(owner_.mutex_);
-    if (owner_.running_ == owner_.limits_.Running) {
-      if (owner_.waiting_ == owner_.limits_.Waiting)
-        throw TemporarilyUnavailable("too many passwords to check at a time");
-      ++owner_.waiting_;
-      owner_.ended_.wait(lock, [&] { return owner_.running_ < owner_.limits_.Running; });
-      --owner_.waiting_;
-    }
-    ++owner_.running_;
-  }
-  ~Turn() {
-    const std::lock_guard lock(owner_.mutex_);
-    --owner_.running_;
-    owner_.ended_.notify_one();
-  }
+  explicit Turn(std::counting_semaphore<>& places) : places_(places) { places_.acquire(); }
+  ~Turn() { places_.release(); }
   Turn(const Turn&) = delete;
   Turn& operator=(const Turn&) = delete;
 
  private:
-  Argon2Passwords& owner_;
+  std::counting_semaphore<>& places_;
 };
 
-Argon2Passwords::Argon2Passwords(HashingLimits limits, Argon2Cost cost) : limits_(limits), cost_(cost) {
+}  // namespace
+
+Argon2Passwords::Argon2Passwords(unsigned atATime, Argon2Cost cost) : cost_(cost), places_(atATime) {
   if (sodium_init() < 0) throw std::runtime_error("cannot hash passwords: no source of randomness");
 }
 
 std::string Argon2Passwords::Hash(std::string_view password) {
-  const Turn turn(*this);
+  const Turn turn(places_);
   std::array<char, crypto_pwhash_STRBYTES> hash{};
   if (crypto_pwhash_str_alg(hash.data(), password.data(), password.size(), cost_.Passes, cost_.MemoryBytes,
                             crypto_pwhash_ALG_ARGON2ID13) != 0)
@@ -77,7 +62,7 @@ bool Argon2Passwords::IsHash(std::string_view stored) const {
 
 bool Argon2Passwords::AreEqual(std::string_view stored, std::string_view password) {
   if (!IsHash(stored)) return stored == password;
-  const Turn turn(*this);
+  const Turn turn(places_);
   return crypto_pwhash_str_verify(std::string(stored).c_str(), password.data(), password.size()) == 0;
 }
 

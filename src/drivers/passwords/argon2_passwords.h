@@ -14,19 +14,14 @@ struct Argon2Cost {
   unsigned long long Passes = 2;
 };
 
-/// How many hashes are computed at a time, and how many more threads may wait for their turn. Together less
-/// than the threads that answer requests, so that a crowd at the login form stops nobody else.
-struct HashingLimits {
-  unsigned Running = 1;
-  unsigned Waiting = 1;
-};
-
 /// Hashes with argon2id (RFC 9106), in libsodium's text form "$argon2id$v=19$m=19456,t=2,p=1$salt$hash". A
 /// stored text of that form counts as a hash only while it costs at most four times the default in memory and
 /// in passes: whoever can store one could otherwise make the server compute for hours.
 class Argon2Passwords : public Passwords {
  public:
-  explicit Argon2Passwords(HashingLimits limits = {}, Argon2Cost cost = {});
+  /// Computes at most `atATime` hashes at a time, and so takes at most so many times the memory of one;
+  /// whoever comes later waits.
+  explicit Argon2Passwords(unsigned atATime = 1, Argon2Cost cost = {});
 
   std::string Hash(std::string_view password) override;
   bool IsHash(std::string_view stored) const override;
@@ -35,14 +30,8 @@ class Argon2Passwords : public Passwords {
   std::string MakeRandom() override;
 
  private:
-  class Turn;
-
-  const HashingLimits limits_;
   const Argon2Cost cost_;
-  std::mutex mutex_;
-  std::condition_variable ended_;
-  unsigned running_ = 0;
-  unsigned waiting_ = 0;
+  std::counting_semaphore<> places_;
 };
 
 }  // namespace orlune
