@@ -9,7 +9,7 @@
 namespace orlune {
 
 std::string ClientNetwork(std::string_view address) {
-  const std::string text(address);
+  std::string text(address);
   in6_addr bytes{};
   if (inet_pton(AF_INET6, text.c_str(), &bytes) != 1) return text;
   std::fill(std::begin(bytes.s6_addr) + 8, std::end(bytes.s6_addr), std::uint8_t{0});

@@ -34,8 +34,8 @@ class EventStore : public CalendarFixture {
     return reader.Read(*rows);
   }
 
-  const std::vector<std::string> kOwn{"anna"};
-  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databasePath_), regional_, event, kOwn); }
+  const std::vector<std::string> own_{"anna"};
+  void Save(const OL_Event& event) { SaveEvent(*driver_.Open(databasePath_), regional_, event, own_); }
 };
 
 TEST_F(EventStore, WritesTheColumnsOfEachKind) {
@@ -86,7 +86,7 @@ TEST_F(EventStore, LinksTheCopiesOfASuggestion) {
   DeleteEvents(*driver_.Open(databasePath_), "1, 2, 3", std::vector<std::string>{"ANNA", "sales"});
   EXPECT_EQ(Read(Statement("SELECT Count(EventID) AS Total FROM Events")), "3");
   for (const char* ids : {"", "1 OR 1=1", "1); DELETE FROM Events; --", "x"}) {
-    EXPECT_THROW(DeleteEvents(*driver_.Open(databasePath_), ids, kOwn), DatabaseError) << ids;
+    EXPECT_THROW(DeleteEvents(*driver_.Open(databasePath_), ids, own_), DatabaseError) << ids;
   }
 }
 
