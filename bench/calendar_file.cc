@@ -198,7 +198,7 @@ void AddEvents(Connection& database, const RegionalSettings& regional, int event
   std::size_t nextShown = 0;
   for (int i = 0; i < eventCount; ++i) {
     const bool isTurn = i % distance == distance - 1 && nextShown < shown.size();
-    SaveEvent(database, regional, isTurn ? shown[nextShown++] : AnyEvent(dice, i));
+    SaveEvent(database, regional, isTurn ? shown[nextShown++] : AnyEvent(dice, i), {});
     if (i % kRowsPerTransaction != kRowsPerTransaction - 1) continue;
     database.Commit();
     database.Begin();
