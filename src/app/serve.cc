@@ -78,9 +78,10 @@ std::shared_ptr<TlsCertificate> LoadCertificate(const Configuration& configurati
   return std::make_shared<TlsCertificate>(CertificateFiles{configuration.Certificate, configuration.Key});
 }
 
-void Reload(TlsCertificate& certificate, spdlog::logger& log) {
+void Reload(TlsCertificate* certificate, spdlog::logger& log) {
+  if (certificate == nullptr) return log.info("SIGHUP: there is no certificate to read again");
   try {
-    certificate.Reload();
+    certificate->Reload();
     log.info("reloaded the certificate");
   } catch (const ConfigurationError& error) {
     log.error("keeping the old certificate: {}", OneLine(error.what()));
@@ -108,7 +109,7 @@ void Serve(const ServeOptions& options) {
   ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
-  const StopSignals stopSignals(!configuration.Certificate.empty());
+  const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
   const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
@@ -151,7 +152,7 @@ void Serve(const ServeOptions& options) {
                    SecurityHeaders(configuration.ContentSecurityPolicy)});
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
-    stopSignals.Wait([&] { Reload(*certificate, *log); });
+    stopSignals.Wait([&] { Reload(certificate.get(), *log); });
     isStopping = true;
     log->info("stopping");
     host.CloseConnectionsAfterReply();

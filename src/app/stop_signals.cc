@@ -2,12 +2,12 @@
 
 namespace orlune {
 
-StopSignals::StopSignals(bool hasCertificate) {
+StopSignals::StopSignals() {
   sigemptyset(&stopping_);
   sigaddset(&stopping_, SIGTERM);
   sigaddset(&stopping_, SIGINT);
   all_ = stopping_;
-  if (hasCertificate) sigaddset(&all_, SIGHUP);
+  sigaddset(&all_, SIGHUP);
   pthread_sigmask(SIG_BLOCK, &all_, nullptr);
   std::signal(SIGPIPE, SIG_IGN);  // a closed connection is an error of its write
 }

@@ -10,8 +10,7 @@ namespace orlune {
 /// construction on, in this thread and all started later, until waited for.
 class StopSignals {
  public:
-  /// Without a certificate SIGHUP is left as it is.
-  explicit StopSignals(bool hasCertificate);
+  StopSignals();
   /// Returns when the server is to end; calls `reload` meanwhile.
   void Wait(const std::function<void()>& reload) const;
   /// Returns after `limit` at the latest.

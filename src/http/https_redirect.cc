@@ -19,7 +19,8 @@ std::string_view WithoutPort(std::string_view host) {
 
 ReplyMessage RedirectToHttps(const RequestMessage& request, std::string_view port) {
   const std::string_view host = WithoutPort(request.Headers.Find("Host"));
-  if (host.empty() || host.find_first_not_of(kHostCharacters) != std::string_view::npos) return Refusal(400);
+  const bool isHost = !host.empty() && host.find_first_not_of(kHostCharacters) == std::string_view::npos;
+  if (!isHost || !request.Path.starts_with('/')) return Refusal(400);
   std::string url = "https://";
   url += host;
   if (port != "443") url.append(":").append(port);

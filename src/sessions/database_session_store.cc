@@ -53,12 +53,12 @@ std::string DatabaseSessionStore::Start(const NamedTexts& values, std::string_vi
   const SessionRow row{KeyOf(id), EncodeQuery(values), NewVersion(), Now() + lifetime_.count(),
                        std::string(values.Find(kLoginKey))};
   SessionTable table(database_);
+  if (!row.Login.empty()) table.MakeRoomFor(row, kMaxSessionsOfLogin);
   if (endedId.empty()) {
     table.Insert(row);
   } else {
     table.Replace(KeyOf(endedId), row);
   }
-  if (!row.Login.empty()) table.KeepLatest(row.Login, kMaxSessionsOfLogin);
   return id;
 }
 

@@ -106,13 +106,13 @@ void SessionTable::Remove(const std::string& key) {
   connection_->Execute(Removal(key));
 }
 
-void SessionTable::KeepLatest(std::string_view login, std::size_t most) {
+void SessionTable::MakeRoomFor(const SessionRow& row, std::size_t most) {
   std::vector<std::string> excess;
   {
     const auto rows = connection_->Query(
-        Statement("SELECT SessionKey FROM Sessions WHERE Login = '{}' ORDER BY Expires DESC", login));
+        Statement("SELECT SessionKey FROM Sessions WHERE Login = '{}' ORDER BY Expires DESC", row.Login));
     for (std::size_t number = 1; rows->Next(); ++number) {
-      if (number > most) excess.emplace_back(TextOf(rows->Get(0)));
+      if (number >= most) excess.emplace_back(TextOf(rows->Get(0)));
     }
   }
   for (const std::string& key : excess) Remove(key);

@@ -71,6 +71,7 @@ void ShowPasswordForm(Visit& visit) {
 void SavePassword(Visit& visit) {
   const std::string& name = visit.Context.Visitor.LoginName;
   CheckLengths(visit, {{Text::kNewPassword, visit.Request.FormField("newpw1"), 255}});
+  if (name.empty()) AddAlert(visit, Text::kUnknownUser);  // the session has ended; no password is tried
   if (visit.Alerts.empty() && AdmitAttempt(visit, name)) {
     if (const auto refusal = Refusal(visit)) {
       AddAlert(visit, *refusal);
