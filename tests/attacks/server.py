@@ -103,7 +103,8 @@ class Server:
         report = [line for line in log.splitlines() if any(word in line for word in REPORTS)]
         check = subprocess.run([EXE, "check", self.database], capture_output=True, text=True)
         held(attack + ": the server lives, and its database is sound", code == 0 and not report and check.returncode == 0,
-             "" if code == 0 and check.returncode == 0 else "exit %s %s %s" % (code, report[:3], check.stdout[-300:]))
+             "" if code == 0 and check.returncode == 0 else "exit %s %s %s" % (
+                 code, report[:3], [line for line in check.stdout.splitlines() if not line.startswith("  ")]))
 
     def connect(self, source="127.0.0.1", timeout=20):
         return socket.create_connection(("127.0.0.1", self.port), timeout, (source, 0))
