@@ -2,9 +2,12 @@
 
 Each attack is tried; then what honest people do has to work still.
 """
+import atexit
+
 from server import Browser, Server, finish, held
 
 server = Server()
+atexit.register(server.__exit__)
 sql = server.sql
 
 
@@ -139,5 +142,4 @@ for page in ("/cal", "/cookie"):
     honest(page + " a login over an ended session", b.login(ben).isIn())
 
 server.heldThrough("requests of other people")
-server.__exit__()
 finish()
