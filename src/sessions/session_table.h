@@ -47,8 +47,8 @@ class SessionTable {
   void TryProlong(const SessionRow& row);
   void Remove(const std::string& key);
 
-  /// Removes the least recently used sessions of the login of `row`, which is not inserted yet, so that it has
-  /// at most `most` with it.
+  /// Removes the least recently used sessions of the login of `row`, which is not inserted yet, so that it
+  /// has at most `most` with it.
   void MakeRoomFor(const SessionRow& row, std::size_t most);
   std::int64_t Count(SessionKind kind);
   /// Removes the rows that expire at `now` or before.

@@ -100,6 +100,7 @@ TEST(Argon2Passwords, TellHashesThatItMayAffordFromPasswords) {
   EXPECT_TRUE(passwords.AreEqual(hash, "secret"));
   EXPECT_FALSE(passwords.AreEqual(hash, "Secret"));
   EXPECT_FALSE(passwords.AreEqual(hash, hash));
+  EXPECT_FALSE(passwords.AreEqual(hash, {}));
   EXPECT_NE(hash, passwords.Hash("secret"));
   EXPECT_TRUE(passwords.AreEqual("plain", "plain"));
   for (const char* stored :

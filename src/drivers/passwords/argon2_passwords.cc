@@ -23,6 +23,11 @@ std::size_t NumberBefore(std::string_view end, std::string_view& text) {
   return number;
 }
 
+/// The library demands an address, even of no characters.
+const char* Characters(std::string_view text) {
+  return text.empty() ? "" : text.data();
+}
+
 /// A place among those who hash, until its end.
 class Turn {
  public:
@@ -44,8 +49,8 @@ Argon2Passwords::Argon2Passwords(unsigned atATime, Argon2Cost cost) : cost_(cost
 std::string Argon2Passwords::Hash(std::string_view password) {
   const Turn turn(places_);
   std::array<char, crypto_pwhash_STRBYTES> hash{};
-  if (crypto_pwhash_str_alg(hash.data(), password.data(), password.size(), cost_.Passes, cost_.MemoryBytes,
-                            crypto_pwhash_ALG_ARGON2ID13) != 0)
+  if (crypto_pwhash_str_alg(hash.data(), Characters(password), password.size(), cost_.Passes,
+                            cost_.MemoryBytes, crypto_pwhash_ALG_ARGON2ID13) != 0)
     throw std::bad_alloc();
   return hash.data();
 }
@@ -63,7 +68,7 @@ bool Argon2Passwords::IsHash(std::string_view stored) const {
 bool Argon2Passwords::AreEqual(std::string_view stored, std::string_view password) {
   if (!IsHash(stored)) return stored == password;
   const Turn turn(places_);
-  return crypto_pwhash_str_verify(std::string(stored).c_str(), password.data(), password.size()) == 0;
+  return crypto_pwhash_str_verify(std::string(stored).c_str(), Characters(password), password.size()) == 0;
 }
 
 std::string Argon2Passwords::Stamp(std::string_view stored) const {
