@@ -47,13 +47,13 @@ def sqlmap(server, minutes):
     requests, browser = walk(server, "/cal", "admin")
     path, targets = requestLog(server, browser, requests)
     output = server.folder + "/sqlmap"
-    code = run(["sqlmap", "-l", path, "--batch", "--level=1", "--risk=2", "--technique=BEU", "--dbms=SQLite", "--keep-alive",
+    code = run(["sqlmap", "-l", path, "--batch", "--level=3", "--risk=2", "--technique=BEU", "--dbms=SQLite", "--keep-alive",
                 "--skip=orlune_session,orlune_same_site", "--ignore-code=403", "--disable-coloring", "--flush-session",
                 "--output-dir=" + output], minutes, output + ".txt")
     with open(output + ".txt", errors="replace") as file:
         text = file.read()
     findings = [line for line in text.splitlines() if line.startswith("Parameter: ")]
-    print("      %d of %d requests tested%s" % (text.count("testing URL"), targets, ", stopped by the time" if code else ""))
+    print("      %d of %d links and forms tested%s" % (text.count("testing URL"), targets, ", stopped by the time" if code else ""))
     held("sqlmap finds no injection", not findings, findings[:10] or "")
     held("sqlmap tested", "testing if" in text or "heuristic" in text, text[-300:] if "testing" not in text else "")
 
