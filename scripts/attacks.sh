@@ -30,13 +30,13 @@ found=()
 for name; do
   echo "== $name"
   case $name in
-    requests) python3 tests/attacks/foreign_requests.py ;;
-    crowds) python3 tests/attacks/crowds.py ;;
-    mutated) python3 tests/attacks/mutated.py "${MUTATIONS:-200000}" "${SEED:-1}" ;;
+    requests) python3 attacks/foreign_requests.py ;;
+    crowds) python3 attacks/crowds.py ;;
+    mutated) python3 attacks/mutated.py "${MUTATIONS:-200000}" "${SEED:-1}" ;;
     fuzz) fuzz ;;
     sqlmap | wapiti)
       require_packages "$name:$name"
-      python3 tests/attacks/scanners.py "$name" "${MINUTES:-10}"
+      python3 attacks/scanners.py "$name" "${MINUTES:-10}"
       ;;
     *) stop "No attack has the name $name." ;;
   esac || found+=("$name")

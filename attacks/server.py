@@ -13,7 +13,7 @@ import sys
 import tempfile
 import urllib.parse
 
-REPOSITORY = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
+REPOSITORY = os.path.abspath(os.path.join(os.path.dirname(__file__), ".."))
 EXE = os.path.abspath(os.environ.get("ORLUNE_EXE", os.path.join(REPOSITORY, "build/asan/orlune")))
 PASSWORD = "demo1"  # of everybody in the demo
 # Of the sanitizers. Any of them ends the server.
