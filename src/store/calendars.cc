@@ -114,6 +114,13 @@ void StorePassword(Connection& database, std::string_view loginName, std::string
       Statement("UPDATE Calendars SET Password = '{}' WHERE Name = '{}'", password, loginName));
 }
 
+void ReplacePassword(Connection& database, std::string_view loginName, std::string_view stored,
+                     std::string_view password) {
+  database.TryExecute(
+      Statement("UPDATE Calendars SET Password = '{}' WHERE (Name = '{}') AND (Password = '{}')", password,
+                loginName, stored));
+}
+
 Query<std::vector<Calendar>> CalendarsNamed(std::span<const std::string> names) {
   return {Statement("SELECT Name, FriendlyName FROM Calendars WHERE Name IN ({}) ORDER BY FriendlyName",
                     QuotedList(names)),

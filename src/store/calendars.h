@@ -72,6 +72,9 @@ void StorePreferences(Connection& database, std::string_view loginName, const St
 
 /// `password` is stored as given, plain text or hash. An error is ignored: nothing is stored then.
 void StorePassword(Connection& database, std::string_view loginName, std::string_view password);
+/// The same, unless the stored text is no longer `stored`: somebody else has replaced it meanwhile.
+void ReplacePassword(Connection& database, std::string_view loginName, std::string_view stored,
+                     std::string_view password);
 
 /// The calendars with these names, by display name.
 Query<std::vector<Calendar>> CalendarsNamed(std::span<const std::string> names);

@@ -357,8 +357,9 @@ TEST(HttpHost, CutsOffFormsAndRepliesThatDoNotMoveOn) {
   HttpClient form(host.Address());
   form.Send(kHalfForm);
   EXPECT_EQ(form.ReadAll(), "");
+  while (host.Host().RunningRequests() > 0) std::this_thread::yield();
   HttpClient reader(host.Address());
-  reader.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\n\r\n");
+  reader.Send("GET /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n");
   while (host.Host().RunningRequests() == 0) std::this_thread::yield();
   while (host.Host().RunningRequests() > 0) std::this_thread::yield();
   EXPECT_LT(reader.ReadAll().size(), large.size());

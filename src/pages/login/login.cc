@@ -87,12 +87,14 @@ bool IsPassword(const Visit& visit, const std::optional<std::string>& stored, st
   return !stored || visit.Passwords.AreEqual(*stored, typed);
 }
 
-/// A password stored in plain text is hashed at its first use on a strict page.
+/// A password stored in plain text is hashed at its first use on a strict page. Of two such logins at once
+/// the second takes the first one's hash, so that both stay logged in.
 void HashStoredPassword(Visit& visit, LoginAccount& login, std::string_view password) {
   const std::optional<std::string>& stored = login.Account.Password;
   if (!visit.Context.Hosting.Strict || stored.value_or("").empty() || visit.Passwords.IsHash(*stored)) return;
-  StorePassword(visit.Database, login.Name, PasswordToStore(visit, password));
-  if (auto account = Ask(visit.Database, AccountOf(login.Name))) login.Account = *std::move(account);
+  ReplacePassword(visit.Database, login.Name, *stored, PasswordToStore(visit, password));
+  auto account = Ask(visit.Database, AccountOf(login.Name));
+  if (account && IsPassword(visit, account->Password, password)) login.Account = *std::move(account);
 }
 
 void CheckLogin(Visit& visit, std::string_view name, std::string_view password) {
