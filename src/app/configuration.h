@@ -7,8 +7,8 @@
 
 #include "app/page_properties.h"
 #include "base/configuration_error.h"
+#include "base/ip_network.h"
 #include "drivers/engines/database_address.h"
-#include "http/ip_network.h"
 #include "http/security_headers.h"
 
 namespace orlune {

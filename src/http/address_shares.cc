@@ -3,17 +3,9 @@
 #include <algorithm>
 
 namespace orlune {
-namespace {
-
-IpAddress NetworkOf(const IpAddress& address) {
-  constexpr unsigned kVisitorBits = 64;
-  return address.IsV4() ? address : address.FirstBits(kVisitorBits);
-}
-
-}  // namespace
 
 std::optional<AddressShares::Place> AddressShares::Take(const std::optional<IpAddress>& address) {
-  const std::optional<IpAddress> network = address ? std::optional(NetworkOf(*address)) : std::nullopt;
+  const std::optional<IpAddress> network = address ? std::optional(address->VisitorNetwork()) : std::nullopt;
   const std::lock_guard lock(mutex_);
   const auto known = network ? takenBy_.find(*network) : takenBy_.end();
   if (!IsFree(known == takenBy_.end() ? 0 : known->second, !network)) return std::nullopt;

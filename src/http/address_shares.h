@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "http/ip_network.h"
+#include "base/ip_network.h"
 
 namespace orlune {
 

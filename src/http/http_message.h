@@ -6,8 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "base/ip_network.h"
 #include "base/named_texts.h"
-#include "http/ip_network.h"
 #include "http/open_file.h"
 
 namespace orlune {

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/ip_network.h"
 #include "http/http_message.h"
-#include "http/ip_network.h"
 
 namespace orlune {
 

@@ -4,9 +4,9 @@
 #include <iterator>
 #include <utility>
 
+#include "base/ip_network.h"
 #include "base/log_text.h"
 #include "base/text.h"
-#include "logins/client_network.h"
 
 namespace orlune {
 namespace {
@@ -15,10 +15,16 @@ namespace {
 /// passwords do not add up, and a guesser has no more such places than accounts of their own.
 constexpr int kFailuresMadeUpFor = 10;
 
+/// A text that is no address counts as it is.
+std::string NetworkOf(std::string_view address) {
+  const auto parsed = IpAddress::Parse(address);
+  return parsed ? parsed->VisitorNetwork().Text() : std::string(address);
+}
+
 /// The three keys under which an attempt is counted; no name is long or contains a line end in them.
 struct Keys {
   explicit Keys(const LoginAttempt& attempt)
-      : Address(ClientNetwork(attempt.Address)),
+      : Address(NetworkOf(attempt.Address)),
         Account(ToLower(OneLine(attempt.Name)).append("\n").append(attempt.Database)),
         Place(Account + "\n" + Address) {}
 

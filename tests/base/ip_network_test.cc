@@ -1,4 +1,4 @@
-#include "http/ip_network.h"
+#include "base/ip_network.h"
 
 #include <gtest/gtest.h>
 

@@ -25,6 +25,10 @@ class IpAddress {
   /// The first `count` of 128 bits, the others 0. An IPv4 address is in the last 32 bits.
   IpAddress FirstBits(unsigned count) const;
 
+  /// What one visitor can be expected to have: an IPv4 address itself, or the /64 network of an IPv6 address,
+  /// in which a household has as many addresses as it likes.
+  IpAddress VisitorNetwork() const;
+
   friend bool operator==(const IpAddress&, const IpAddress&) = default;
   /// Some order.
   friend bool operator<(const IpAddress& a, const IpAddress& b) { return a.bytes_ < b.bytes_; }

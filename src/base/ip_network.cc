@@ -1,4 +1,4 @@
-#include "http/ip_network.h"
+#include "base/ip_network.h"
 
 #include <algorithm>
 
@@ -55,6 +55,11 @@ IpAddress IpAddress::FirstBits(unsigned count) const {
   std::copy_n(bytes_.begin(), count / 8, result.bytes_.begin());
   if (count % 8 != 0) result.bytes_[count / 8] = bytes_[count / 8] & (0xFF00U >> count % 8 & 0xFFU);
   return result;
+}
+
+IpAddress IpAddress::VisitorNetwork() const {
+  constexpr unsigned kVisitorBits = 64;
+  return IsV4() ? *this : FirstBits(kVisitorBits);
 }
 
 std::optional<IpNetwork> IpNetwork::Parse(std::string_view text) {
