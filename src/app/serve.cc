@@ -100,7 +100,9 @@ std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, cons
   log.info("redirecting from http://{}", socket.Address());
   return std::make_unique<HttpHost>(HostParts{
       std::move(socket), 1, fewer, TrustedProxies(configuration.TrustedProxies), log,
-      [port = std::move(port)](const RequestMessage& request) { return RedirectToHttps(request, port); }});
+      [port = std::move(port), allowed = configuration.AllowedHosts](const RequestMessage& request) {
+        return RedirectToHttps(request, port, allowed);
+      }});
 }
 
 }  // namespace

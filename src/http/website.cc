@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <exception>
 
-#include "base/ascii.h"
 #include "base/log_text.h"
 #include "http/cookies.h"
+#include "http/host_name.h"
 #include "http/http_request.h"
 #include "http/http_response.h"
 #include "http/request_guard.h"
@@ -55,12 +55,6 @@ ReplyMessage MethodNotAllowed(const char* allowed) {
   return reply;
 }
 
-/// The host without its port.
-std::string_view NameOf(std::string_view host) {
-  const std::size_t bracket = host.find(']');  // of an IPv6 address
-  return host.substr(0, host.find(':', bracket == std::string_view::npos ? 0 : bracket));
-}
-
 bool IsReading(const RequestMessage& request) {
   return request.Method == "GET" || request.Method == "HEAD";
 }
@@ -76,11 +70,7 @@ ReplyMessage Website::Answer(const RequestMessage& request) {
 
 /// Health checks call a server by its address.
 bool Website::MayAnswer(const RequestMessage& request) const {
-  if (parts_.AllowedHosts.empty() || request.Path == "/healthz") return true;
-  const std::string_view name = NameOf(request.Headers.Find("Host"));
-  return std::ranges::any_of(parts_.AllowedHosts, [name](const std::string& allowed) {
-    return EqualsIgnoringAsciiCase(name, allowed);
-  });
+  return request.Path == "/healthz" || IsAllowedHost(request.Headers.Find("Host"), parts_.AllowedHosts);
 }
 
 ReplyMessage Website::AnswerAllowed(const RequestMessage& request, const Sender& sender) {

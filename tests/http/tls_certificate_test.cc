@@ -175,6 +175,7 @@ TEST(HttpsRedirect, LeadsToTheSameAddress) {
     request.Headers.Set("Host", c.Host);
     const ReplyMessage reply = RedirectToHttps(request, c.Port);
     EXPECT_EQ(reply.Status, c.Location == nullptr ? 400U : 308U) << c.Host;
+    EXPECT_EQ(RedirectToHttps(request, c.Port, {{"other.example"}}).Status, 421U) << c.Host;
     EXPECT_TRUE(c.Location == nullptr || reply.Headers.front() == Header("Location", c.Location)) << c.Host;
   }
 }
