@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -20,11 +21,24 @@ class DatabaseError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The database cannot be reached, or the connection was lost. A retry, later or from another server, may
-/// succeed.
+/// The database cannot be reached, the connection was lost, or another writer did not end in time. A retry,
+/// later or from another server, may succeed.
 class DatabaseUnavailable : public DatabaseError {
  public:
   using DatabaseError::DatabaseError;
+};
+
+/// What a connection may be used for.
+enum class Access {
+  kRead,  ///< queries only; never waits for a writer
+  kReadAndWrite,
+};
+
+/// A connection with `Access::kRead` was to write; nothing happened. No DatabaseError, so that it reaches who
+/// chose the access and can choose again.
+class WriteRefused : public std::exception {
+ public:
+  const char* what() const noexcept override { return "a connection for reading was to write"; }
 };
 
 /// The position of a value in a statement's text, in bytes.
@@ -59,7 +73,8 @@ class ResultSet {
   virtual Value Get(int column) const = 0;
 };
 
-/// One request's connection, returned to its driver's pool when destroyed. Used by one thread at a time.
+/// One request's connection, returned to its driver's pool when destroyed. Used by one thread at a time. With
+/// `Access::kRead`, whatever would write throws WriteRefused instead.
 class Connection {
  public:
   virtual ~Connection() = default;

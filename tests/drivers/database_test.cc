@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "drivers/database_fixture.h"
+#include "drivers/engines/database_engines.h"
 #include "drivers/spliced.h"
 
 namespace orlune {
@@ -165,16 +166,39 @@ TEST_F(Database, FailsAWriteAtItsLockTimeoutAndRecovers) {
   EXPECT_EQ(Names(*other), (Texts{"ann", "bob"}));
 }
 
-TEST_F(Database, AcceptsWritesOfSeveralThreads) {
+TEST_F(Database, KeepsTheTransactionsOfSeveralThreadsApart) {
   const auto patient = place_.MakeDriver(regional_);
+  std::atomic<int> thread = 0;
   InFourThreads([&] {
-    for (int i = 0; i < 10; ++i) {
+    const std::string name = "user" + std::to_string(++thread);
+    for (std::size_t i = 0; i < 10; ++i) {
       const auto connection = patient->Open(place_.Path());
       Names(*connection);
-      AddCalendar(*connection, "ann");
+      AddCalendar(*connection, name);
+      connection->Begin();
+      AddCalendar(*connection, "lost");
+      EXPECT_FALSE(connection->TryExecute(Statement("INSERT INTO Calendars (CalendarID) VALUES (1)")));
+      connection->Rollback();
+      connection->Begin();
+      AddCalendar(*connection, name);
+      connection->Commit();
+      const Statement own("SELECT Name FROM Calendars WHERE Name = '{}'", name);
+      EXPECT_EQ(Column(*patient->Open(place_.Path()), own, "Name").size(), 2 * i + 2);
     }
   });
-  EXPECT_EQ(Names(*Open()).size(), 40U);
+  EXPECT_EQ(Names(*Open()).size(), 80U);
+}
+
+TEST_F(Database, RefusesToWriteWhenItIsOpenForReading) {
+  AddCalendar(*Open(), "ann");
+  DatabaseEngines engines(regional_);
+  const NamedDatabase database = engines.Named(DatabaseAddress::Parse(place_.Path()));
+  const auto connection = database.Engine.Connect(database.Address, Access::kRead);
+  EXPECT_EQ(Names(*connection), Texts{"ann"});
+  EXPECT_FALSE(connection->TryExecute(Statement("ALTER TABLE Calendars ADD COLUMN Name TEXT (50)")));
+  EXPECT_THROW(connection->TryExecute(Statement("DELETE FROM Calendars")), WriteRefused);
+  EXPECT_THROW(connection->Begin(), WriteRefused);
+  EXPECT_EQ(Names(*connection), Texts{"ann"});
 }
 
 TEST_F(Database, OutlivesItsConnectionInAnOpenQuery) {

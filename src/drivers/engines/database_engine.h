@@ -15,8 +15,9 @@ class DatabaseEngine {
  public:
   virtual ~DatabaseEngine() = default;
 
-  /// A connection as the pages have it.
-  virtual std::unique_ptr<Connection> Connect(const DatabaseAddress& address) = 0;
+  /// A connection as the pages have it, from a pool.
+  virtual std::unique_ptr<Connection> Connect(const DatabaseAddress& address,
+                                              Access access = Access::kReadAndWrite) = 0;
 
   /// Creates a database with the base tables and lets `fill` write to it. A file must not exist, and only its
   /// owner may read it; a database on a server exists and has none of the tables. Leaves nothing behind when

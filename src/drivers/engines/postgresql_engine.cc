@@ -5,14 +5,14 @@
 
 namespace orlune {
 
-std::unique_ptr<Connection> PostgresqlEngine::Connect(const DatabaseAddress& address) {
-  return driver_.Open(address.Target());
+std::unique_ptr<Connection> PostgresqlEngine::Connect(const DatabaseAddress& address, Access access) {
+  return driver_.Open(address.Target(), access);
 }
 
 void PostgresqlEngine::Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) {
   CreateBaseTables(address.Target());
   try {
-    fill(*Connect(address));
+    fill(*Connect(address, Access::kReadAndWrite));
   } catch (const std::exception& error) {
     DropTables(address.Target());
     throw DatabaseError("cannot fill " + address.Displayed() + ": " + error.what());

@@ -16,7 +16,7 @@ class PostgresqlEngine : public DatabaseEngine {
   PostgresqlEngine(const RegionalSettings& regional, std::size_t mostConnections)
       : driver_(regional, PostgresqlOptions{.MostConnections = mostConnections}) {}
 
-  std::unique_ptr<Connection> Connect(const DatabaseAddress& address) override;
+  std::unique_ptr<Connection> Connect(const DatabaseAddress& address, Access access) override;
   void Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) override;
   std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabaseAddress& address) override;
   std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabaseAddress& address) override;

@@ -15,8 +15,8 @@ constexpr std::chrono::seconds kBusyTimeout{30};
 
 }  // namespace
 
-std::unique_ptr<Connection> SqliteEngine::Connect(const DatabaseAddress& address) {
-  return driver_.Open(address.Target());
+std::unique_ptr<Connection> SqliteEngine::Connect(const DatabaseAddress& address, Access access) {
+  return driver_.Open(address.Target(), access);
 }
 
 void SqliteEngine::Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) {

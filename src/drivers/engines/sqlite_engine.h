@@ -14,7 +14,7 @@ class SqliteEngine : public DatabaseEngine {
   /// `regional` has to outlive the engine.
   explicit SqliteEngine(const RegionalSettings& regional) : regional_(regional), driver_(regional) {}
 
-  std::unique_ptr<Connection> Connect(const DatabaseAddress& address) override;
+  std::unique_ptr<Connection> Connect(const DatabaseAddress& address, Access access) override;
   void Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) override;
   std::unique_ptr<DatabaseMaintenance> OpenToRead(const DatabaseAddress& address) override;
   std::unique_ptr<DatabaseMaintenance> OpenToFill(const DatabaseAddress& address) override;

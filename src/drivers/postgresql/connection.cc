@@ -66,6 +66,7 @@ void PostgresqlConnection::ExecuteInOrder(std::span<const StatementText> stateme
 
 void PostgresqlConnection::Begin() {
   if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
+  if (access_ == Access::kRead) throw WriteRefused();
   prefetched_.clear();
   isUnused_ = false;
   Current().BeginTransaction();
@@ -137,6 +138,7 @@ void PostgresqlConnection::RunAll(std::span<const StatementText> statements, Fai
 void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement,
                                  Failure failure) {
   if (!translated.Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
+  if (access_ == Access::kRead) throw WriteRefused();
   prefetched_.clear();
   isUnused_ = false;
   if (!Current().IsInTransaction()) {

@@ -16,7 +16,7 @@ namespace orlune::postgresql {
 class PostgresqlConnection : public Connection {
  public:
   /// Throws DatabaseError.
-  explicit PostgresqlConnection(const std::shared_ptr<Pool>& pool) : lease_(pool) {}
+  PostgresqlConnection(const std::shared_ptr<Pool>& pool, Access access) : access_(access), lease_(pool) {}
 
   std::unique_ptr<ResultSet> Query(const StatementText& statement) override;
   void Prefetch(const StatementText& query) override;
@@ -45,6 +45,7 @@ class PostgresqlConnection : public Connection {
   void RunAll(std::span<const StatementText> statements, Failure failure);
   void Write(CachedStatement& translated, const StatementText& statement, Failure failure);
 
+  const Access access_;
   Lease lease_;
   std::vector<Prefetched> prefetched_;
   bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced

@@ -97,7 +97,8 @@ pg_conn* Connect(const std::string& address, const PostgresqlOptions& options) {
 
 void ThrowFailure(const Reply& reply) {
   const std::string_view state = reply.SqlState;
-  if (state.empty() || state.starts_with("08") || state.starts_with("57P"))
+  constexpr std::string_view kLockNotAvailable = "55P03";
+  if (state.empty() || state.starts_with("08") || state.starts_with("57P") || state == kLockNotAvailable)
     throw DatabaseUnavailable(reply.Error);
   throw DatabaseError(reply.Error);
 }

@@ -11,7 +11,7 @@ struct PostgresqlOptions {
   std::chrono::milliseconds PoolWait{5000};            ///< how long a request waits for one of them
   std::chrono::seconds ConnectTimeout{5};              ///< for each host of the address
   std::chrono::milliseconds StatementTimeout{30'000};  ///< 0: none
-  std::chrono::milliseconds LockTimeout{5000};         ///< how long a statement waits for another writer
+  std::chrono::milliseconds LockTimeout{10'000};       ///< how long a statement waits for another writer
 };
 
 }  // namespace orlune

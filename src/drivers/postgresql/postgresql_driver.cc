@@ -12,8 +12,12 @@ PostgresqlDriver::PostgresqlDriver(const RegionalSettings& regional, const Postg
 PostgresqlDriver::~PostgresqlDriver() = default;
 
 std::unique_ptr<Connection> PostgresqlDriver::Open(const std::string& path) {
+  return Open(path, Access::kReadAndWrite);
+}
+
+std::unique_ptr<Connection> PostgresqlDriver::Open(const std::string& path, Access access) {
   try {
-    return std::make_unique<postgresql::PostgresqlConnection>(PoolOf(path));
+    return std::make_unique<postgresql::PostgresqlConnection>(PoolOf(path), access);
   } catch (const DatabaseError& error) {
     throw DatabaseUnavailable("cannot open " + WithoutPassword(path) + ": " + error.what());
   }

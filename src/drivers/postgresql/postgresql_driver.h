@@ -27,6 +27,7 @@ class PostgresqlDriver : public DatabaseDriver {
 
   /// Waits when all connections to the database are in use.
   std::unique_ptr<Connection> Open(const std::string& path) override;
+  std::unique_ptr<Connection> Open(const std::string& path, Access access);
 
  private:
   std::shared_ptr<postgresql::Pool> PoolOf(const std::string& address);

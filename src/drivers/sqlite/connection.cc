@@ -7,25 +7,41 @@
 #include "drivers/sqlite/result_sets.h"
 
 namespace orlune::sqlite {
+namespace {
 
-SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool)
-    : lease_(std::make_shared<Lease>(std::move(pool))) {}
+/// Runs a statement without rows, or returns why it can only fail.
+std::string RunAsWriter(Database& writer, const StatementText& statement) {
+  writer.EnsureReading();
+  const auto translated = writer.Translated(statement);
+  if (!translated->Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
+  if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
+  const RunningStatement running = writer.Start(translated, statement);
+  if (translated->Translation.ChangesSchema) writer.ForgetTables();
+  Run(running.Handle());
+  return {};
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool, Access access)
+    : access_(access), lease_(std::make_shared<Lease>(std::move(pool))) {}
 
 std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statement) {
   return dialect::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
-    Current().EnsureReading();
-    const auto translated = Current().Translated(statement);
+    Database& database = transaction_ ? transaction_->Current() : lease_->Leased();
+    database.EnsureReading();
+    const auto translated = database.Translated(statement);
     if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
-    RunningStatement running = Current().Start(translated, statement);
-    if (Current().IsInTransaction()) return std::make_unique<ReadRows>(std::move(running));
+    RunningStatement running = database.Start(translated, statement);
+    if (transaction_) return std::make_unique<ReadRows>(std::move(running));
     return std::make_unique<RunningRows>(lease_, std::move(running));
   });
 }
 
 void SqliteConnection::Execute(const StatementText& statement) {
   dialect::Naming(statement, [&] {
-    const std::string_view refusal = Write(statement);
-    if (!refusal.empty()) throw DatabaseError(std::string(refusal));
+    std::string refusal = Write(statement);
+    if (!refusal.empty()) throw DatabaseError(refusal);
   });
 }
 
@@ -49,41 +65,44 @@ void SqliteConnection::ExecuteInOrder(std::span<const StatementText> statements)
 }
 
 void SqliteConnection::Begin() {
-  if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
-  LeaveToOpenQueries();
-  Current().EndReading();
-  Current().BeginTransaction();
+  if (transaction_) throw DatabaseError("a transaction is open already");
+  if (access_ == Access::kRead) throw WriteRefused();
+  EndReading();
+  transaction_ = std::make_unique<WriteTurn>(lease_->Origin()->Writer());
 }
 
 void SqliteConnection::Commit() {
-  if (!Current().IsInTransaction()) throw DatabaseError("no transaction is open");
-  Current().Commit();
+  if (!transaction_) throw DatabaseError("no transaction is open");
+  const std::unique_ptr<WriteTurn> ending = std::move(transaction_);
+  ending->Commit();
 }
 
 void SqliteConnection::Rollback() noexcept {
-  if (Current().IsInTransaction()) Current().Rollback();
+  transaction_ = nullptr;
 }
 
 /// Runs a statement without rows, or returns why it can only fail.
-std::string_view SqliteConnection::Write(const StatementText& statement) {
-  Current().EnsureReading();
-  auto translated = Current().Translated(statement);
-  if (!translated->Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
+std::string SqliteConnection::Write(const StatementText& statement) {
+  if (transaction_) return RunAsWriter(transaction_->Current(), statement);
+  lease_->Leased().EnsureReading();
+  const auto translated = lease_->Leased().Translated(statement);
   if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
-  if (LeaveToOpenQueries()) translated = Current().Translated(statement);
-  const RunningStatement running = Current().Start(translated, statement);
-  if (translated->Translation.ChangesSchema) Current().ForgetTables();
-  Current().EndReading();
-  Run(running.Handle());
-  return {};
+  Begin();
+  try {
+    std::string refusal = RunAsWriter(transaction_->Current(), statement);
+    Commit();
+    return refusal;
+  } catch (...) {
+    Rollback();
+    throw;
+  }
 }
 
-/// An open query keeps its database in the state that it reads, which could not be written to when somebody
-/// else wrote since; so what follows goes to another database.
-bool SqliteConnection::LeaveToOpenQueries() {
+/// What is read after a write is in the state that it left. The rows of open queries stay in theirs.
+void SqliteConnection::EndReading() {
   const bool hasOpenQueries = lease_.use_count() > 1;
   if (hasOpenQueries) lease_ = std::make_shared<Lease>(lease_->Origin());
-  return hasOpenQueries;
+  lease_->Leased().EndReading();
 }
 
 }  // namespace orlune::sqlite

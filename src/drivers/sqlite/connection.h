@@ -1,19 +1,19 @@
 #pragma once
 
 #include <memory>
-#include <string_view>
+#include <string>
 
 #include "drivers/sqlite/pool.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
 
-/// Queries read from one state of the file until the next write. The rows of an open query do not change: a
-/// write goes to another database of the pool; in a transaction all rows of a query are read at once.
+/// Queries read from one state of the file until the next write, which goes to the pool's writer. The rows of
+/// an open query do not change; in a transaction all rows of a query are read at once.
 class SqliteConnection : public Connection {
  public:
   /// Throws DatabaseError.
-  explicit SqliteConnection(std::shared_ptr<Pool> pool);
+  SqliteConnection(std::shared_ptr<Pool> pool, Access access);
 
   std::unique_ptr<ResultSet> Query(const StatementText& statement) override;
   void Execute(const StatementText& statement) override;
@@ -24,11 +24,12 @@ class SqliteConnection : public Connection {
   void Rollback() noexcept override;
 
  private:
-  Database& Current() { return lease_->Leased(); }
-  std::string_view Write(const StatementText& statement);
-  bool LeaveToOpenQueries();
+  std::string Write(const StatementText& statement);
+  void EndReading();
 
+  const Access access_;
   std::shared_ptr<Lease> lease_;
+  std::unique_ptr<WriteTurn> transaction_;
 };
 
 }  // namespace orlune::sqlite

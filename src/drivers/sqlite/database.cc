@@ -37,6 +37,8 @@ Database::Database(const std::filesystem::path& file, std::chrono::milliseconds 
       beginReading_(Prepare(handle_.get(), "BEGIN DEFERRED")),
       beginTransaction_(Prepare(handle_.get(), "BEGIN IMMEDIATE")),
       commit_(Prepare(handle_.get(), "COMMIT")),
+      setSavepoint_(Prepare(handle_.get(), "SAVEPOINT part")),
+      releaseSavepoint_(Prepare(handle_.get(), "RELEASE part")),
       schemaVersion_(Prepare(handle_.get(), "PRAGMA schema_version")) {}
 
 void Database::EnsureReading() {
@@ -55,10 +57,28 @@ void Database::EndReading() {
   state_ = State::kIdle;
 }
 
-void Database::BeginTransaction() {
+void Database::BeginTransaction(std::chrono::milliseconds patience) {
+  sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count()));
   Run(beginTransaction_.get());
   state_ = State::kTransaction;
   RefreshTables();
+}
+
+bool Database::IsTransactionOpen() const {
+  return state_ == State::kTransaction && sqlite3_get_autocommit(handle_.get()) == 0;
+}
+
+void Database::SetSavepoint() {
+  Run(setSavepoint_.get());
+}
+
+void Database::ReleaseSavepoint() {
+  Run(releaseSavepoint_.get());
+}
+
+void Database::RollbackToSavepoint() noexcept {
+  sqlite3_exec(handle_.get(), "ROLLBACK TO part; RELEASE part", nullptr, nullptr, nullptr);
+  ForgetTables();
 }
 
 void Database::Commit() {
@@ -96,6 +116,8 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
 
 RunningStatement Database::Start(const std::shared_ptr<CachedStatement>& translated,
                                  const StatementText& statement) {
+  if (state_ == State::kTransaction && !IsTransactionOpen())
+    throw DatabaseError("the transaction has been given up");
   StatementHandle prepared;
   if (translated->Idle.empty()) {
     prepared = Prepare(handle_.get(), translated->Translation.Sql);

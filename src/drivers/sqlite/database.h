@@ -28,9 +28,17 @@ class Database {
   void EnsureReading();
   void EndReading();
 
-  /// Starts a transaction as the only writer of the file; only while idle. Throws DatabaseError.
-  void BeginTransaction();
-  bool IsInTransaction() const { return state_ == State::kTransaction; }
+  /// Starts a transaction as the only writer of the file; only while idle. Throws DatabaseError, and
+  /// DatabaseUnavailable when another writer does not end within `patience`.
+  void BeginTransaction(std::chrono::milliseconds patience);
+  /// False also when SQLite had to give the transaction up, such as for a full disk.
+  bool IsTransactionOpen() const;
+  /// Begins a part of the transaction that can be rolled back alone. Throws DatabaseError.
+  void SetSavepoint();
+  /// Ends the part and keeps it. Throws DatabaseError.
+  void ReleaseSavepoint();
+  /// Ends the part and undoes it.
+  void RollbackToSavepoint() noexcept;
   /// Throws DatabaseError, with the transaction rolled back.
   void Commit();
   void Rollback() noexcept;
@@ -57,6 +65,8 @@ class Database {
   StatementHandle beginReading_;
   StatementHandle beginTransaction_;
   StatementHandle commit_;
+  StatementHandle setSavepoint_;
+  StatementHandle releaseSavepoint_;
   StatementHandle schemaVersion_;
   State state_ = State::kIdle;
   std::optional<std::int64_t> knownVersion_;

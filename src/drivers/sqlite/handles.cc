@@ -36,6 +36,12 @@ DatabaseHandle Open(const std::filesystem::path& file, int flags) {
   return database;
 }
 
+[[noreturn]] void ThrowFailure(int result, const std::string& cause) {
+  constexpr int kPrimaryCode = 0xff;
+  if ((result & kPrimaryCode) == SQLITE_BUSY) throw DatabaseUnavailable(cause);
+  throw DatabaseError(cause);
+}
+
 /// Comes before anything that changes the file.
 void RequireOurTables(sqlite3* database) {
   const auto table =
@@ -116,7 +122,7 @@ DatabaseHandle CreateEmpty(const std::filesystem::path& file) {
 }
 
 void Check(sqlite3* database, int result) {
-  if (result != SQLITE_OK) throw DatabaseError(sqlite3_errmsg(database));
+  if (result != SQLITE_OK) ThrowFailure(result, sqlite3_errmsg(database));
 }
 
 StatementHandle Prepare(sqlite3* database, std::string_view sql) {
@@ -132,7 +138,7 @@ bool Step(sqlite3_stmt* statement) {
   if (result == SQLITE_DONE) return false;
   const std::string cause = sqlite3_errmsg(sqlite3_db_handle(statement));
   sqlite3_reset(statement);
-  throw DatabaseError(fmt::format("{} in: {}", cause, sqlite3_sql(statement)));
+  ThrowFailure(result, fmt::format("{} in: {}", cause, sqlite3_sql(statement)));
 }
 
 void Run(sqlite3_stmt* statement) {

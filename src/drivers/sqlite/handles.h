@@ -30,7 +30,8 @@ DatabaseHandle OpenReadOnly(const std::filesystem::path& file, std::chrono::mill
 /// Creates an empty database, which only its owner may read. Throws DatabaseError, as when `file` exists.
 DatabaseHandle CreateEmpty(const std::filesystem::path& file);
 
-/// Throws DatabaseError unless SQLite's `result` is success.
+/// Throws DatabaseError unless SQLite's `result` is success; DatabaseUnavailable, as everything below, when
+/// another writer did not end in time.
 void Check(sqlite3* database, int result);
 /// Throws DatabaseError.
 StatementHandle Prepare(sqlite3* database, std::string_view sql);

@@ -4,7 +4,11 @@ namespace orlune::sqlite {
 
 Pool::Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, std::size_t mostIdle,
            const RegionalSettings& regional)
-    : file_(std::move(file)), busyTimeout_(busyTimeout), mostIdle_(mostIdle), regional_(regional) {
+    : file_(std::move(file)),
+      busyTimeout_(busyTimeout),
+      mostIdle_(mostIdle),
+      regional_(regional),
+      writer_(std::make_shared<sqlite::Writer>(file_, busyTimeout, regional)) {
   idle_.reserve(mostIdle);
 }
 

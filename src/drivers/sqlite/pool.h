@@ -10,10 +10,11 @@
 
 #include "base/regional_settings.h"
 #include "drivers/sqlite/database.h"
+#include "drivers/sqlite/writer.h"
 
 namespace orlune::sqlite {
 
-/// The idle databases of one file. Shared by threads.
+/// The databases of one file: idle ones to read from, and the one to write to. Shared by threads.
 class Pool {
  public:
   /// Keeps up to `mostIdle` databases open. `regional` has to outlive the pool.
@@ -23,6 +24,8 @@ class Pool {
   /// A database that has begun to read. Throws DatabaseError.
   std::unique_ptr<Database> Take();
   void GiveBack(std::unique_ptr<Database> database) noexcept;
+  /// The writer of the file, which outlives the pool for who holds it.
+  const std::shared_ptr<sqlite::Writer>& Writer() const { return writer_; }
 
  private:
   std::unique_ptr<Database> TakeIdle();
@@ -31,6 +34,7 @@ class Pool {
   const std::chrono::milliseconds busyTimeout_;
   const std::size_t mostIdle_;
   const RegionalSettings& regional_;
+  const std::shared_ptr<sqlite::Writer> writer_;
 
   std::mutex mutex_;
   std::vector<std::unique_ptr<Database>> idle_;

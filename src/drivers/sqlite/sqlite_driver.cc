@@ -17,7 +17,11 @@ SqliteDriver::SqliteDriver(const RegionalSettings& regional, SqliteOptions optio
 SqliteDriver::~SqliteDriver() = default;
 
 std::unique_ptr<Connection> SqliteDriver::Open(const std::string& path) {
-  return std::make_unique<sqlite::SqliteConnection>(PoolOf(path));
+  return Open(path, Access::kReadAndWrite);
+}
+
+std::unique_ptr<Connection> SqliteDriver::Open(const std::string& path, Access access) {
+  return std::make_unique<sqlite::SqliteConnection>(PoolOf(path), access);
 }
 
 SqliteDriver::FileIdentity SqliteDriver::Identify(const std::string& path) {

@@ -19,8 +19,8 @@ class Pool;
 }
 
 struct SqliteOptions {
-  std::chrono::milliseconds BusyTimeout{5000};  ///< how long a statement waits for another writer
-  std::size_t MostIdle = 32;                    ///< databases kept open for each file
+  std::chrono::milliseconds BusyTimeout{10'000};  ///< how long a transaction waits for other writers
+  std::size_t MostIdle = 32;                      ///< databases kept open for each file
 };
 
 /// Keeps calendars in SQLite files. What was committed survives the end of the process and loss of power.
@@ -35,6 +35,7 @@ class SqliteDriver : public DatabaseDriver {
 
   /// Never creates a file, and refuses those that are not this system's.
   std::unique_ptr<Connection> Open(const std::string& path) override;
+  std::unique_ptr<Connection> Open(const std::string& path, Access access);
 
  private:
   /// Distinguishes a file from another one that took its name.
