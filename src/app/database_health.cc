@@ -30,7 +30,7 @@ bool Responds(PageDatabase& page, spdlog::logger& log) {
 bool AllDatabasesRespond(const Configuration& configuration, const Regions& regions, spdlog::logger& log) {
   std::set<PageDatabase*> asked;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
-    PageDatabase& database = regions.OfPage(i).Database;
+    PageDatabase& database = regions.OfPage(i).DatabaseToRead;
     if (asked.insert(&database).second && !Responds(database, log)) return false;
   }
   return true;

@@ -9,12 +9,12 @@
 
 namespace orlune {
 
-/// The database of one hosting page. Why it cannot be opened goes to the log.
+/// The database of one hosting page, with one kind of access. Why it cannot be opened goes to the log.
 class PageDatabase : public DatabaseDriver {
  public:
   /// The engines and the log outlive this driver.
-  PageDatabase(DatabaseEngines& engines, const DatabaseAddress& address, spdlog::logger& log)
-      : database_(engines.Named(address)), log_(log) {}
+  PageDatabase(DatabaseEngines& engines, const DatabaseAddress& address, Access access, spdlog::logger& log)
+      : database_(engines.Named(address)), access_(access), log_(log) {}
 
   const DatabaseAddress& Address() const { return database_.Address; }
 
@@ -23,6 +23,7 @@ class PageDatabase : public DatabaseDriver {
 
  private:
   NamedDatabase database_;
+  const Access access_;
   spdlog::logger& log_;
 };
 

@@ -13,21 +13,25 @@ void Apply(const PropertyValue& setting, Orlune& page) {
   }
 }
 
-}  // namespace
-
-HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings,
-                    SessionStore& sessions) {
-  std::string path = configuration.Path;
-  return {std::move(path),
-          [configuration = std::move(configuration), database = std::move(database),
-           surroundings](const ScriptingContext& context) {
+PageWithSessions MakePage(const PageConfiguration& configuration, const std::string& database,
+                          const PageResources& resources) {
+  return {[properties = configuration.Properties, database,
+           surroundings = resources.Surroundings](const ScriptingContext& context) {
             Orlune page(surroundings);
             page.DBPath(database);
-            for (const PropertyValue& setting : configuration.Properties) Apply(setting, page);
+            for (const PropertyValue& setting : properties) Apply(setting, page);
             page.OnStartPage(context);
             page.Execute();
           },
-          sessions};
+          resources.Sessions};
+}
+
+}  // namespace
+
+HostedPage MakePage(const PageConfiguration& configuration, const std::string& database,
+                    const PageResources& writing, const PageResources& reading) {
+  return {configuration.Path, MakePage(configuration, database, writing),
+          MakePage(configuration, database, reading)};
 }
 
 }  // namespace orlune

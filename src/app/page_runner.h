@@ -8,9 +8,15 @@
 
 namespace orlune {
 
+/// What a page has with one kind of access to its database. Outlives the page.
+struct PageResources {
+  orlune::Surroundings Surroundings;
+  SessionStore& Sessions;
+};
+
 /// The page that `configuration` describes, which runs a component of its own for every request. `database`
-/// is the address to be displayed. The surroundings and the sessions outlive the page.
-HostedPage MakePage(PageConfiguration configuration, std::string database, const Surroundings& surroundings,
-                    SessionStore& sessions);
+/// is the address to be displayed.
+HostedPage MakePage(const PageConfiguration& configuration, const std::string& database,
+                    const PageResources& writing, const PageResources& reading);
 
 }  // namespace orlune

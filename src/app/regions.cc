@@ -26,15 +26,17 @@ std::size_t MostConnections(const Configuration& configuration, unsigned threads
 Region::Region(const std::string& name, std::size_t mostConnections)
     : settings_(LoadRegion(name)), engines_(settings_, mostConnections) {}
 
-PageDatabase& Region::Database(const DatabaseAddress& address, spdlog::logger& log) {
-  return databases_.try_emplace(address.Target(), engines_, address, log).first->second;
+PageDatabase& Region::Database(const DatabaseAddress& address, Access access, spdlog::logger& log) {
+  return databases_.try_emplace({address.Target(), access}, engines_, address, access, log).first->second;
 }
 
 Regions::Regions(const Configuration& configuration, unsigned threads, spdlog::logger& log) {
   for (const PageConfiguration& page : configuration.Pages) {
     const std::string& name = page.Region.empty() ? configuration.Region : page.Region;
     Region& region = regions_.try_emplace(name, name, MostConnections(configuration, threads)).first->second;
-    ofPages_.push_back({region.Settings(), region.Database(AddressOf(configuration, page), log)});
+    const DatabaseAddress address = AddressOf(configuration, page);
+    ofPages_.push_back({region.Settings(), region.Database(address, Access::kReadAndWrite, log),
+                        region.Database(address, Access::kRead, log)});
   }
 }
 

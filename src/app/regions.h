@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <spdlog/logger.h>
@@ -22,18 +23,19 @@ class Region {
 
   const RegionalSettings& Settings() const { return settings_; }
   /// The same one for each page with that address.
-  PageDatabase& Database(const DatabaseAddress& address, spdlog::logger& log);
+  PageDatabase& Database(const DatabaseAddress& address, Access access, spdlog::logger& log);
 
  private:
   const RegionalSettings settings_;
   DatabaseEngines engines_;
-  std::map<std::string, PageDatabase> databases_;
+  std::map<std::pair<std::string, Access>, PageDatabase> databases_;
 };
 
 /// The region of a hosting page, and its database there.
 struct PagePlace {
   const RegionalSettings& Regional;
   PageDatabase& Database;
+  PageDatabase& DatabaseToRead;
 };
 
 /// The regions of all pages; pages of the same region share one object.

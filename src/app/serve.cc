@@ -47,7 +47,11 @@ Configuration ReadConfiguration(const ServeOptions& options) {
   return configuration;
 }
 
-// Writing waits for the disk, so there are more threads than processors.
+/// Requests that may wait, for other writers, for the disk or for passwords, have threads of their own. As
+/// many saves share a commit.
+constexpr unsigned kWaitingThreads = 16;
+
+// Reading may wait as well, for the disk or a database server, so there are more threads than processors.
 unsigned ThreadCount(const Configuration& configuration) {
   if (configuration.Threads > 0) return static_cast<unsigned>(configuration.Threads);
   return std::max(4U, 2 * std::thread::hardware_concurrency());
@@ -116,7 +120,7 @@ void Serve(const ServeOptions& options) {
   const unsigned threads = ThreadCount(configuration);
   const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
-  Regions regions(configuration, threads, *log);
+  Regions regions(configuration, threads + kWaitingThreads, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   SessionStores sessions(configuration, regions, *log);
@@ -126,9 +130,13 @@ void Serve(const ServeOptions& options) {
   std::vector<HostedPage> pages;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PagePlace& place = regions.OfPage(i);
+    const auto resources = [&](PageDatabase& database, Access access) {
+      return PageResources{{*clock, database, place.Regional, localisers, passwords, logins},
+                           sessions.OfPage(i, access)};
+    };
     pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
-                             {*clock, place.Database, place.Regional, localisers, passwords, logins},
-                             sessions.OfPage(i)));
+                             resources(place.Database, Access::kReadAndWrite),
+                             resources(place.DatabaseToRead, Access::kRead)));
   }
   HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
@@ -148,10 +156,18 @@ void Serve(const ServeOptions& options) {
   const std::string address =
       (certificate == nullptr ? "http://" : "https://") + socket.Address() + configuration.Pages.front().Path;
   {
-    HttpHost host({std::move(socket), threads, limits, TrustedProxies(configuration.TrustedProxies), *log,
-                   [&website](const RequestMessage& request) { return website.Answer(request); }, certificate,
-                   std::chrono::seconds(configuration.HstsSeconds),
-                   SecurityHeaders(configuration.ContentSecurityPolicy)});
+    HttpHost host(
+        {.Socket = std::move(socket),
+         .Threads = threads,
+         .Limits = limits,
+         .Proxies = TrustedProxies(configuration.TrustedProxies),
+         .Log = *log,
+         .Answer = [&website](const RequestMessage& request) { return website.Answer(request); },
+         .AnswerAtOnce = [&website](const RequestMessage& request) { return website.AnswerAtOnce(request); },
+         .WaitingThreads = kWaitingThreads,
+         .Certificate = certificate,
+         .HstsLifetime = std::chrono::seconds(configuration.HstsSeconds),
+         .CommonHeaders = SecurityHeaders(configuration.ContentSecurityPolicy)});
     log->info("started at {}", address);
     std::cout << "listening on " << address << std::endl;  // NOLINT(performance-avoid-endl): it is waited for
     stopSignals.Wait([&] { Reload(certificate.get(), *log); });

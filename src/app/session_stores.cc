@@ -16,9 +16,12 @@ SessionStores::SessionStores(const Configuration& configuration, Regions& region
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PageConfiguration& page = configuration.Pages[i];
     if (configuration.StoresSessions) {
-      PageDatabase& database = regions.OfPage(i).Database;
-      databases.push_back({&database, database.Address().Displayed()});
+      const PagePlace& place = regions.OfPage(i);
+      const std::string address = place.Database.Address().Displayed();
+      databases.push_back({&place.Database, address});
       stores_.push_back(std::make_unique<DatabaseSessionStore>(databases.back(), page.Path, lifetime));
+      storesToRead_.push_back(std::make_unique<DatabaseSessionStore>(
+          SessionDatabase{&place.DatabaseToRead, address}, page.Path, lifetime));
     } else {
       stores_.push_back(
           std::make_unique<MemorySessionStore>(lifetime, kMaxSessionsInMemory / configuration.Pages.size()));

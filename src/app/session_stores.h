@@ -20,10 +20,13 @@ class SessionStores {
   SessionStores(const Configuration& configuration, Regions& regions, spdlog::logger& log);
 
   /// The store of the page at `index` of the configuration.
-  SessionStore& OfPage(std::size_t index) { return *stores_[index]; }
+  SessionStore& OfPage(std::size_t index, Access access) {
+    return access == Access::kRead && !storesToRead_.empty() ? *storesToRead_[index] : *stores_[index];
+  }
 
  private:
   std::vector<std::unique_ptr<SessionStore>> stores_;
+  std::vector<std::unique_ptr<SessionStore>> storesToRead_;  // the same sessions; none when in memory
   std::unique_ptr<SessionCleaner> cleaner_;
 };
 

@@ -17,6 +17,7 @@
 #include "http/mhd_connection.h"
 #include "http/mhd_response.h"
 #include "http/request_reader.h"
+#include "http/task_queue.h"
 
 namespace orlune {
 namespace {
@@ -69,11 +70,13 @@ class HttpHost::Daemon {
   MHD_Result ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version);
   MHD_Result ReadBody(MHD_Connection* connection, std::string_view piece);
   MHD_Result Reply(MHD_Connection* connection);
+  MHD_Result AnswerLater(MHD_Connection* connection);
   MHD_Result RefuseAsBusy(MHD_Connection* connection, unsigned status);
   MHD_Result Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast);
 
   const HostLimits limits_;
   const std::function<ReplyMessage(const RequestMessage&)> answer_;
+  const std::function<std::optional<ReplyMessage>(const RequestMessage&)> answerAtOnce_;
   const std::vector<Header> commonHeaders_;
   const std::string noPlace_ = RawRefusal(BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE), commonHeaders_);
   const TrustedProxies proxies_;
@@ -83,18 +86,21 @@ class HttpHost::Daemon {
   OpenConnections connections_;
   std::atomic<bool> isLastReply_ = false;
   std::vector<DaemonThread> threads_;
+  TaskQueue waitingAnswers_;
   std::unique_ptr<ConnectionAcceptor> acceptor_;
 };
 
 HttpHost::Daemon::Daemon(HostParts parts)
     : limits_(parts.Limits),
       answer_(std::move(parts.Answer)),
+      answerAtOnce_(std::move(parts.AnswerAtOnce)),
       commonHeaders_(std::move(parts.CommonHeaders)),
       proxies_(std::move(parts.Proxies)),
       certificate_(std::move(parts.Certificate)),
       hsts_(parts.HstsLifetime.count() == 0 ? "" : fmt::format("max-age={}", parts.HstsLifetime.count())),
       admission_(limits_.Connections, proxies_, parts.Log),
-      connections_(limits_.Times, parts.Threads) {
+      connections_(limits_.Times, parts.Threads),
+      waitingAnswers_(answerAtOnce_ ? parts.WaitingThreads : 0, limits_.WaitingAnswers) {
   for (unsigned i = 0; i < parts.Threads; ++i) threads_.push_back(StartThread());
   acceptor_ = std::make_unique<ConnectionAcceptor>(
       std::move(parts.Socket), parts.Log, [this](const AcceptedConnection& accepted) { Receive(accepted); });
@@ -104,12 +110,13 @@ HttpHost::Daemon::~Daemon() {
   isLastReply_ = true;
   acceptor_->Stop();
   connections_.AwaitReplies();
+  waitingAnswers_.Close();
   threads_.clear();
 }
 
 // Each thread is a daemon of its own, so that a connection can be given to the one that has least to do.
 DaemonThread HttpHost::Daemon::StartThread() {
-  unsigned flags = MHD_USE_EPOLL_INTERNAL_THREAD | MHD_USE_ITC | MHD_USE_NO_LISTEN_SOCKET;
+  unsigned flags = MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_NO_LISTEN_SOCKET;
   std::vector<MHD_OptionItem> options;
   if (certificate_ != nullptr) {
     flags |= MHD_USE_TLS;
@@ -168,7 +175,10 @@ MHD_Result HttpHost::Daemon::OnRequest(void* self, MHD_Connection* connection, c
                                        std::size_t* bodySize, void** /*context*/) {
   try {
     Daemon& daemon = *static_cast<Daemon*>(self);
-    if (!ClientOf(connection).Request().HasHeaders()) return daemon.ReadHeaders(connection, method, version);
+    ClientConnection& client = ClientOf(connection);
+    if (!client.Request().HasHeaders()) return daemon.ReadHeaders(connection, method, version);
+    if (auto reply = client.TakeReply())
+      return daemon.Queue(connection, *std::move(reply), client.Request().MustClose());
     const std::string_view piece(body, *bodySize);
     *bodySize = 0;
     return daemon.ReadBody(connection, piece);
@@ -203,8 +213,26 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
   ClientConnection& client = ClientOf(connection);
   const RequestReader& request = client.Request();
   client.RequestReceived();
-  const unsigned refusal = request.RefusalStatus();
-  return Queue(connection, refusal != 0 ? Refusal(refusal) : answer_(request.Message()), request.MustClose());
+  if (const unsigned refusal = request.RefusalStatus(); refusal != 0)
+    return Queue(connection, Refusal(refusal), request.MustClose());
+  std::optional<ReplyMessage> reply =
+      answerAtOnce_ ? answerAtOnce_(request.Message()) : answer_(request.Message());
+  return reply ? Queue(connection, *std::move(reply), request.MustClose()) : AnswerLater(connection);
+}
+
+// The connection's thread serves others until the reply is made; then it comes back to `OnRequest`.
+MHD_Result HttpHost::Daemon::AnswerLater(MHD_Connection* connection) {
+  ClientConnection& client = ClientOf(connection);
+  MHD_suspend_connection(connection);
+  client.WaitForReply();
+  const auto answer = [this, connection, &client, since = std::chrono::steady_clock::now()](bool isClosing) {
+    const bool isTooLate = isClosing || std::chrono::steady_clock::now() - since > limits_.WaitingTime;
+    client.GiveReply(isTooLate ? BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE)
+                               : answer_(client.Request().Message()));
+    MHD_resume_connection(connection);
+  };
+  if (!waitingAnswers_.Add(answer)) answer(true);
+  return MHD_YES;
 }
 
 // The rest of the request is not read.

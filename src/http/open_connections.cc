@@ -46,6 +46,11 @@ void ClientConnection::RequestReceived() {
   owner_.Enter(*this, Phase::kAnswering, Clock::duration::zero());
 }
 
+void ClientConnection::WaitForReply() {
+  const std::lock_guard lock(owner_.mutex_);
+  owner_.Enter(*this, Phase::kWaiting, Clock::duration::zero());
+}
+
 bool ClientConnection::HoldReply(std::size_t bytes) {
   const std::lock_guard lock(owner_.mutex_);
   const bool hasRoom = bytes <= kSmallReply || owner_.replyBytes_ + bytes <= owner_.limits_.ReplyBytes;
@@ -192,7 +197,8 @@ std::size_t OpenConnections::CountOf(Phase phase) const {
 }
 
 std::size_t OpenConnections::CountRunning() const {
-  return CountOf(Phase::kReceiving) + CountOf(Phase::kAnswering) + CountOf(Phase::kSending);
+  return CountOf(Phase::kReceiving) + CountOf(Phase::kAnswering) + CountOf(Phase::kWaiting) +
+         CountOf(Phase::kSending);
 }
 
 // A thread that makes a page serves nobody else meanwhile.
@@ -235,7 +241,7 @@ void OpenConnections::CutOffWhoHungUp() {
 
 // Whoever has closed one direction only may wait for the reply to a whole request.
 bool OpenConnections::IsGivenUp(ClientConnection& connection) const {
-  if (connection.phase_ == Phase::kAnswering || connection.phase_ == Phase::kSending) return false;
+  if (connection.IsBeingAnswered() || connection.phase_ == Phase::kSending) return false;
   if (HasUnreadBytes(connection.socket_)) return false;
   return std::exchange(connection.wasHungUp_, true);
 }
@@ -248,7 +254,7 @@ void OpenConnections::CutOffOverdue() {
 }
 
 bool OpenConnections::IsOverdue(const ClientConnection& connection, Clock::time_point now) const {
-  if (connection.phase_ == Phase::kAccepted || connection.phase_ == Phase::kAnswering) return false;
+  if (connection.phase_ == Phase::kAccepted || connection.IsBeingAnswered()) return false;
   if (now < connection.deadline_) return false;
   const bool waitsForThread = HasUnreadBytes(connection.socket_);
   return !waitsForThread || connection.deadline_ + limits_.Receiving < now;

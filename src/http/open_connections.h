@@ -12,6 +12,7 @@
 #include <thread>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "http/admission.h"
@@ -60,6 +61,12 @@ class ClientConnection {
   void Hold(AddressShares::Place place);
   /// The request is complete, and its reply is being made.
   void RequestReceived();
+  /// The reply is made on another thread, which ends with `GiveReply`; meanwhile the connection's thread
+  /// serves others.
+  void WaitForReply();
+  void GiveReply(ReplyMessage reply) { reply_ = std::move(reply); }
+  /// The reply that was given, once.
+  std::optional<ReplyMessage> TakeReply() { return std::exchange(reply_, std::nullopt); }
   /// A reply of `bytes` of memory is there. False when there is no room for it beside those that are being
   /// sent; then the slowest are cut off, and there is soon. Small ones always have room.
   bool HoldReply(std::size_t bytes);
@@ -75,12 +82,14 @@ class ClientConnection {
   using Clock = std::chrono::steady_clock;
 
   const std::optional<IpAddress>& Visitor() const;
+  bool IsBeingAnswered() const { return phase_ == Phase::kAnswering || phase_ == Phase::kWaiting; }
 
   enum class Phase {
     kAccepted,   ///< waits for a thread
     kNew,        ///< has a thread; no request yet
     kReceiving,  ///< a request's headers have been received, its body has not
     kAnswering,  ///< a reply is being made
+    kWaiting,    ///< the same, on another thread
     kSending,    ///< a reply is being sent
     kKept,       ///< between two requests
   };
@@ -95,6 +104,7 @@ class ClientConnection {
   const std::size_t thread_;
   const AdmissionTicket ticket_;
   std::unique_ptr<RequestReader> request_;
+  std::optional<ReplyMessage> reply_;
   TlsCertificate::Credentials credentials_;
   std::optional<AddressShares::Place> requestPlace_;
   Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
@@ -151,7 +161,7 @@ class OpenConnections {
   mutable std::mutex mutex_;
   std::condition_variable phaseChanged_;
   std::unordered_map<int, ClientConnection> connections_;  // by socket
-  std::vector<std::array<std::size_t, 6>> counts_;         // by thread and phase
+  std::vector<std::array<std::size_t, 7>> counts_;         // by thread and phase
   std::size_t replyBytes_ = 0;                             // in all connections
   Clock::time_point newestServedAt_;
   HangUps hangUps_;

@@ -9,7 +9,6 @@
 #include "http/http_request.h"
 #include "http/http_response.h"
 #include "http/request_guard.h"
-#include "platform/database.h"
 
 namespace orlune {
 namespace {
@@ -61,9 +60,17 @@ bool IsReading(const RequestMessage& request) {
 
 }  // namespace
 
-ReplyMessage Website::Answer(const RequestMessage& request) {
+std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request) {
+  try {
+    return AnswerWith(Access::kRead, request);
+  } catch (const WriteRefused&) {
+    return std::nullopt;
+  }
+}
+
+ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
   const Sender sender = parts_.Proxies.SenderOf(request);
-  ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(request, sender) : Refusal(421);
+  ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(access, request, sender) : Refusal(421);
   if (sender.IsOverHttps) reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
   return reply;
 }
@@ -73,11 +80,11 @@ bool Website::MayAnswer(const RequestMessage& request) const {
   return request.Path == "/healthz" || IsAllowedHost(request.Headers.Find("Host"), parts_.AllowedHosts);
 }
 
-ReplyMessage Website::AnswerAllowed(const RequestMessage& request, const Sender& sender) {
+ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender) {
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
-  ReplyMessage reply = AnswerPage(*page, request, sender);
+  ReplyMessage reply = AnswerPage(access, *page, request, sender);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
                   page->Path, reply.Status, reply.BodySize(), spent.count());
@@ -90,7 +97,7 @@ const HostedPage* Website::FindPage(std::string_view path) const {
   return found == parts_.Pages.end() ? nullptr : &*found;
 }
 
-ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& message,
+ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                                  const Sender& sender) {
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
@@ -98,14 +105,16 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
-  PageSession session(page.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
+  if (couldChange && access == Access::kRead) throw WriteRefused();
+  const PageWithSessions& answering = access == Access::kRead ? page.Reading : page.Writing;
+  PageSession session(answering.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   const bool isKnown = session.IsKnown() || request.CookieSubKeys(kLoginCookie).size() > 0;
   const bool lacksSameSiteCookie = isKnown && !HasSameSiteCookie(message);
   if (couldChange && lacksSameSiteCookie) return Refusal(403);
   HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
   PageServer server(parts_.Files, page.Path);
-  const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
-  ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
+  auto failure = RunPage(page.Path, answering.Answer, {&request, &response, &session, &server}, session);
+  ReplyMessage reply = failure ? *std::move(failure) : response.Finish();
   const BrowserCookie cookie{kSessionCookie, "1", page.Path, {}, sender.IsOverHttps, CrossSite::kLinks};
   if (session.NewIdentifier()) AddSessionCookies(reply, *session.NewIdentifier(), cookie);
   // For a browser that has been logged in since before there was this cookie.
@@ -113,21 +122,23 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   return reply;
 }
 
-std::optional<unsigned> Website::RunPage(const HostedPage& page, const ScriptingContext& context,
-                                         PageSession& session) const {
+std::optional<ReplyMessage> Website::RunPage(const std::string& path, const Page& page,
+                                             const ScriptingContext& context, PageSession& session) const {
   try {
-    page.Answer(context);
+    page(context);
     session.Save();
     return std::nullopt;
+  } catch (const WriteRefused&) {
+    throw;
   } catch (const DatabaseUnavailable& error) {
-    parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
-    return 503;
+    parts_.Log.error("{}: {}", path, OneLine(error.what()));
+    return BusyRefusal(503);
   } catch (const std::exception& error) {
-    parts_.Log.error("{}: {}", page.Path, OneLine(error.what()));
+    parts_.Log.error("{}: {}", path, OneLine(error.what()));
   } catch (...) {
-    parts_.Log.error("{}: unknown error", page.Path);
+    parts_.Log.error("{}: unknown error", path);
   }
-  return 500;
+  return Refusal(500);
 }
 
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {

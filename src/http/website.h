@@ -13,6 +13,7 @@
 #include "http/static_files.h"
 #include "http/trusted_proxies.h"
 #include "platform/clock.h"
+#include "platform/database.h"
 #include "platform/page_host.h"
 #include "sessions/cookie_sealer.h"
 #include "sessions/page_session.h"
@@ -23,11 +24,18 @@ namespace orlune {
 /// Answers a request of a hosting page. Called by several threads at once.
 using Page = std::function<void(const ScriptingContext&)>;
 
+/// A hosting page with one kind of access to its database.
+struct PageWithSessions {
+  Page Answer;
+  SessionStore& Sessions;  ///< of this page alone; outlives the website
+};
+
 /// A page at its address.
 struct HostedPage {
   std::string Path;  ///< begins with "/"; letters, digits and "/._-~" only
-  Page Answer;
-  SessionStore& Sessions;  ///< of this page alone; outlives the website
+  PageWithSessions Writing;
+  /// Throws WriteRefused when the database would have to be written to.
+  PageWithSessions Reading;
 };
 
 struct WebsiteParts {
@@ -48,16 +56,21 @@ class Website {
   explicit Website(WebsiteParts parts) : parts_(std::move(parts)) {}
 
   /// Does not throw what a page throws: logs it and answers 500, or 503 when the database is unavailable.
-  ReplyMessage Answer(const RequestMessage& request);
+  ReplyMessage Answer(const RequestMessage& request) { return AnswerWith(Access::kReadAndWrite, request); }
+  /// The same without ever waiting for a writer of the database: nothing, without any effect, for a request
+  /// that has to write or may well have to.
+  std::optional<ReplyMessage> AnswerAtOnce(const RequestMessage& request);
 
  private:
+  ReplyMessage AnswerWith(Access access, const RequestMessage& request);
   bool MayAnswer(const RequestMessage& request) const;
-  ReplyMessage AnswerAllowed(const RequestMessage& request, const Sender& sender);
+  ReplyMessage AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender);
   const HostedPage* FindPage(std::string_view path) const;
-  ReplyMessage AnswerPage(const HostedPage& page, const RequestMessage& message, const Sender& sender);
-  /// Runs the page and saves its session. Nothing on success, else the status to answer.
-  std::optional<unsigned> RunPage(const HostedPage& page, const ScriptingContext& context,
-                                  PageSession& session) const;
+  ReplyMessage AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
+                          const Sender& sender);
+  /// Runs the page and saves its session. Nothing on success, else the reply.
+  std::optional<ReplyMessage> RunPage(const std::string& path, const Page& page,
+                                      const ScriptingContext& context, PageSession& session) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;

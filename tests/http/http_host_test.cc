@@ -1,5 +1,6 @@
 #include "http/http_host.h"
 
+#include <atomic>
 #include <future>
 #include <memory>
 #include <thread>
@@ -50,6 +51,24 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   for (const auto& [name, value] : headers) EXPECT_EQ(answer.Header(name), value) << name;
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||127.0.0.1");
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
+}
+
+TEST(HttpHost, ServesOthersWhileARequestWaitsForAWriter) {
+  std::promise<void> served;
+  std::atomic<int> calls = 0;
+  StartedHost host;
+  host.Answer = [&](const ScriptingContext& context) {
+    if (!context.Request->QueryParameter("note").empty()) {
+      if (++calls == 1) throw WriteRefused();
+      EXPECT_EQ(served.get_future().wait_for(std::chrono::minutes(1)), std::future_status::ready);
+    }
+    context.Response->Write(std::to_string(calls));
+  };
+  auto waiting = std::async([&] { return Fetch(host.Address(), "GET /a.asp?note=1"); });
+  while (calls < 2) std::this_thread::yield();
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(Fetch(host.Address(), "GET /a.asp").Body, "2");
+  served.set_value();
+  EXPECT_EQ(waiting.get().Body, "2");
 }
 
 TEST(HttpHost, TellsBrowsersWhatNotToDoWithEveryAnswer) {

@@ -20,21 +20,21 @@ class StartedHost {
  public:
   explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
                        std::vector<std::string> allowedHosts = {})
-      : website_(
-            {{{"/a.asp", [this](const ScriptingContext& context) { Answer(context); }, sessions_},
-              {"/a.asp/b.asp", [this](const ScriptingContext& context) { Answer(context); }, otherSessions_}},
-             StaticFiles(folder_.Path()),
-             CookieSealer(SecretKey{1, 2, 3}),
-             TrustedProxies(proxies),
-             clock_,
-             [this] { return IsHealthy; },
-             log_,
-             std::move(allowedHosts)}) {
+      : website_({{{"/a.asp", PageWith(sessions_), PageWith(sessions_)},
+                   {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
+                  StaticFiles(folder_.Path()),
+                  CookieSealer(SecretKey{1, 2, 3}),
+                  TrustedProxies(proxies),
+                  clock_,
+                  [this] { return IsHealthy; },
+                  log_,
+                  std::move(allowedHosts)}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(
         HostParts{std::move(socket), 2, limits, TrustedProxies(proxies), log_,
-                  [this](const RequestMessage& request) { return website_.Answer(request); }});
+                  [this](const RequestMessage& request) { return website_.Answer(request); },
+                  [this](const RequestMessage& request) { return website_.AnswerAtOnce(request); }});
   }
 
   const std::string& Address() const { return address_; }
@@ -48,6 +48,10 @@ class StartedHost {
   bool IsHealthy = true;
 
  private:
+  PageWithSessions PageWith(SessionStore& sessions) {
+    return {[this](const ScriptingContext& context) { Answer(context); }, sessions};
+  }
+
   MemorySessionStore sessions_{std::chrono::minutes(60), 1000};
   MemorySessionStore otherSessions_{std::chrono::minutes(60), 1000};
   TemporaryFolder folder_;

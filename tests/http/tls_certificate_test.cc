@@ -117,11 +117,17 @@ class Https : public ::testing::Test {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(
-        HostParts{std::move(socket), 1, HostLimits(), TrustedProxies({}), log_,
-                  [](const RequestMessage& request) {
-                    return ReplyMessage{200, {}, std::string(request.IsOverTls ? "over TLS" : "plain")};
-                  },
-                  certificate_, std::chrono::seconds(60)});
+        HostParts{.Socket = std::move(socket),
+                  .Threads = 1,
+                  .Limits = {},
+                  .Proxies = TrustedProxies({}),
+                  .Log = log_,
+                  .Answer =
+                      [](const RequestMessage& request) {
+                        return ReplyMessage{200, {}, std::string(request.IsOverTls ? "over TLS" : "plain")};
+                      },
+                  .Certificate = certificate_,
+                  .HstsLifetime = std::chrono::seconds(60)});
   }
   void Write(const Pair& pair) const {
     WriteFile(files_.Certificate, pair.Certificate);
