@@ -79,7 +79,7 @@ void CheckTyped(Visit& visit, const RequestedEvent& event) {
   const OL_Event& typed = event.Draft.Event;
   const OL_Event stored = event.Stored.value_or(OL_Event{});
   CheckLengths(visit, {{Text::kEventName, typed.EventName, 255, stored.EventName},
-                       {Text::kEventType, typed.EventType, 1'000},
+                       {Text::kEventType, typed.EventType, 50, stored.EventType},
                        {Text::kRepeatWeekdays, typed.RepeatWeekday, 1'000},
                        {Text::kRepeatDays, typed.RepeatDay, 1'000}});
   CheckTextLength(visit, Text::kEventComments, typed.Comments, stored.Comments);
