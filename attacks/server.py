@@ -54,11 +54,14 @@ class Server:
             for path, more in pages.items():
                 file.write('[[page]]\npath = "%s"\nDBPath = "%s"\n%s%s' % (
                     path, self.database, "Strict = true\n" if "Strict" in _help else "", more))
-        command = [EXE, "serve", "--config", self.folder + "/orlune.toml"]
+        self.command = [EXE, "serve", "--config", self.folder + "/orlune.toml"]
         if files:
-            command = ["sh", "-c", 'ulimit -n %d; exec "$@"' % files, "sh"] + command
+            self.command = ["sh", "-c", 'ulimit -n %d; exec "$@"' % files, "sh"] + self.command
+        self.start(log)
+
+    def start(self, log=None):
         with open(self.folder + "/log", "w") as file:
-            self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=file if log is None else log, text=True)
+            self.process = subprocess.Popen(self.command, stdout=subprocess.PIPE, stderr=file if log is None else log, text=True)
         line = self.process.stdout.readline()
         if ":" not in line:
             raise RuntimeError("The server did not start: " + self.log())
@@ -83,6 +86,12 @@ class Server:
     def megabytes(self):
         with open("/proc/%d/statm" % self.process.pid) as file:
             return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE") // 1_000_000
+
+    def kill(self):
+        """As a loss of power would, but for the disk."""
+        self.process.kill()
+        self.process.wait()
+        self.process.stdout.close()
 
     def stop(self):
         """Its exit code, or "killed" when it did not stop."""

@@ -6,53 +6,13 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
-readonly rounds=3 seconds=5 connections=16 events=20000
+readonly rounds=3 seconds=5 connections=8
 readonly few_pages=1000 many_pages=100000 clients=4
-readonly user=user000 password=bench today=2004-03-15T10:00:00
+source bench/server.sh
 
-for program in build/release/orlune build/bench/make_calendar_file; do
-  [[ -x $program ]] || stop "$program is missing; scripts/bench.sh builds it."
-done
-
-folder=$(mktemp -d)
-server=
-cleanup() {
-  if [[ $server ]]; then
-    kill "$server" || true
-    wait "$server" || true
-  fi
-  rm -rf "$folder"
-}
-trap cleanup EXIT
-
-start_server() {
-  build/bench/make_calendar_file "build/bench/calendars/$events.db" $events
-  cp "build/bench/calendars/$events.db" "$folder/calendar.db"
-  cp -r site "$folder/site"
-  cat >"$folder/orlune.toml" <<END
-[server]
-listen = "127.0.0.1:0"
-site = "site"
-secret_file = "secret.key"
-
-[[page]]
-path = "/month"
-DBPath = "calendar.db"
-ShowTitle = true
-END
-  build/release/orlune serve --config "$folder/orlune.toml" --now $today >"$folder/output" 2>"$folder/log" &
-  server=$!
-  for ((i = 0; i < 100; ++i)); do
-    address=$(sed -n 's|^listening on \(http://.*\)/month$|\1|p' "$folder/output")
-    [[ -z $address ]] || return 0
-    sleep 0.1
-  done
-  stop "The server does not start: $(<"$folder/log")"
-}
-
-log_in() {
-  curl -sS -o /dev/null -c "$folder/cookies" -d "Name=$user" -d "Passwd=$password" "$address/month?p=l"
-  cookie=$(awk '$NF != "" && !/^# / && NF >= 7 { printf "%s=%s; ", $6, $7 }' "$folder/cookies")
+prepare() {
+  start_server
+  cookie=$(log_in $user)
   curl -sS -H "Cookie: $cookie" -o "$folder/site/month.html" "$address/month"
   local shown
   shown=$(grep -o 'Shown: ' "$folder/site/month.html" | wc -l)
@@ -84,8 +44,7 @@ resident_kib() {
   awk '/^VmRSS:/ { print $2 }' "/proc/$server/status"
 }
 
-start_server
-log_in
+prepare
 request_pages $few_pages
 echo "resident after $few_pages pages: $(resident_kib) KiB"
 request_pages $((many_pages - few_pages))

@@ -3,6 +3,7 @@
 # Usage: scripts/attacks.sh [NAME...]
 #   requests   requests of foreign pages, of other users and of strangers
 #   crowds     half, slow and silent connections, many of them, a log that nobody reads
+#   kills      of the server while people save, KILLS times (100)
 #   mutated    MUTATIONS changed requests (200,000; 10,000,000 before a release), beginning with SEED
 #   fuzz       FUZZ_INPUTS changed dates, statements and requests (2,000,000 each), without a server
 #   sqlmap     at most MINUTES (10)
@@ -12,7 +13,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
-(($#)) || set -- requests crowds mutated fuzz sqlmap wapiti
+(($#)) || set -- requests crowds kills mutated fuzz sqlmap wapiti
 require_packages "${build_packages[@]}" python3:python3
 if [[ -z ${ORLUNE_EXE:-} || " $* " == *" fuzz "* ]]; then
   build_preset asan || stop "The build failed."
@@ -32,6 +33,7 @@ for name; do
   case $name in
     requests) python3 attacks/foreign_requests.py ;;
     crowds) python3 attacks/crowds.py ;;
+    kills) python3 attacks/kills.py "${KILLS:-100}" ;;
     mutated) python3 attacks/mutated.py "${MUTATIONS:-200000}" "${SEED:-1}" ;;
     fuzz) fuzz ;;
     sqlmap | wapiti)
