@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 source bench/server.sh
 
-readonly rounds=3 seconds=4 inserts=4000
+readonly rounds=3 seconds=4 inserts=1000
 
 log_in_savers() {
   local number name
@@ -63,11 +63,11 @@ beside_a_locked_file() {
   local saving=() name cookies
   while read -r name cookies; do
     curl -sS -o /dev/null -w "save: %{http_code} after %{time_total} s\n" -H "Cookie: $cookies" \
-      -d "title=Lunch&reptype=none&date1=3/15/2004&calendar=$name" "$address/month?p=e&act=save" &
+      -d "title=Lunch&reptype=none&date1=3/15/2004&calendar=$name" "$address/month?p=e&act=save" 3>&- &
     saving+=($!)
   done < <(head -n 4 "$folder/savers")
   for path in /month /month.html /healthz; do echo "$path, locked: 99 % within $(late_reply $path)"; done
-  sleep 3.5
+  sleep 4
   exec 3>&-
   wait "${saving[@]}"
 }

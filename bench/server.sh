@@ -27,6 +27,7 @@ start_server() {
 listen = "127.0.0.1:0"
 site = "site"
 secret_file = "secret.key"
+connections = 12000
 
 [[page]]
 path = "/month"

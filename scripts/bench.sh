@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
-require_packages "${build_packages[@]}" libbenchmark-dev postgresql wrk:wrk curl:curl sqlite3:sqlite3
+require_packages "${build_packages[@]}" libbenchmark-dev postgresql wrk:wrk curl:curl sqlite3:sqlite3 python3:python3
 build_preset bench || stop "The build of the benchmarks failed."
 build_preset release || stop "The build failed."
 
@@ -14,6 +14,7 @@ for pages in month_page working_pages; do
 done
 bench/load.sh
 bench/savers.sh
+bench/crowd.sh
 for figures in far_database processor_time; do
   scripts/with_postgresql.sh "build/bench/$figures"
 done
