@@ -27,6 +27,7 @@ struct Translation {
   std::string Sql;
   std::vector<Parameter> Parameters;  ///< in their order
   std::vector<ResultColumn> Columns;  ///< of a query's rows
+  std::vector<std::string> Tables;    ///< that it reads or writes; none when it changes the schema
   bool ChangesSchema = false;
   std::string
       Refusal;  ///< why the statement can only fail, such as that the column exists; there is no SQL then
