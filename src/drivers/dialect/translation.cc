@@ -327,9 +327,9 @@ Translation Translate(const Statement& statement, const Catalogue& catalogue, co
   return std::visit(Translator(catalogue, engine, regional), statement);
 }
 
-int FindColumn(const Translation& translation, std::string_view name) {
-  for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
-    if (SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
+int FindColumn(std::span<const ResultColumn> columns, std::string_view name) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (SameName(columns[i].Name, name)) return static_cast<int>(i);
   }
   throw DatabaseError("no result column " + std::string(name));
 }

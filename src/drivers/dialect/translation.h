@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,6 @@ Translation Translate(const Statement& statement, const Catalogue& catalogue, co
                       const RegionalSettings& regional);
 
 /// The position of a result's column, whatever the case of its name. Throws DatabaseError when there is none.
-int FindColumn(const Translation& translation, std::string_view name);
+int FindColumn(std::span<const ResultColumn> columns, std::string_view name);
 
 }  // namespace orlune::dialect

@@ -1,5 +1,6 @@
 #include "drivers/sqlite/connection.h"
 
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -8,17 +9,28 @@
 
 namespace orlune::sqlite {
 
+namespace {
+
+constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+
+}  // namespace
+
 SqliteConnection::SqliteConnection(std::shared_ptr<Pool> pool)
     : lease_(std::make_shared<Lease>(std::move(pool))) {}
 
 std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statement) {
   return dialect::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
     Current().EnsureReading();
+    if (auto kept = Current().FindKept(statement)) return std::make_unique<ReadRows>(std::move(kept));
     const auto translated = Current().Translated(statement);
     if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
     RunningStatement running = Current().Start(translated, statement);
-    if (Current().IsInTransaction()) return std::make_unique<ReadRows>(std::move(running));
-    return std::make_unique<RunningRows>(lease_, std::move(running));
+    const bool needsAll = Current().IsInTransaction();
+    auto rows = std::make_shared<const RowBlock>(running, needsAll ? kUnlimited : Current().MostKeptBytes());
+    if (!rows->IsComplete())
+      return std::make_unique<RunningRows>(lease_, std::move(running), std::move(rows));
+    Current().Keep(statement, *translated, rows);
+    return std::make_unique<ReadRows>(std::move(rows));
   });
 }
 
@@ -64,26 +76,32 @@ void SqliteConnection::Rollback() noexcept {
   if (Current().IsInTransaction()) Current().Rollback();
 }
 
-/// Runs a statement without rows, or returns why it can only fail.
+/// Runs a statement without rows, in a transaction of its own unless one is open, or returns why it can only
+/// fail.
 std::string_view SqliteConnection::Write(const StatementText& statement) {
   Current().EnsureReading();
-  auto translated = Current().Translated(statement);
+  const auto translated = Current().Translated(statement);
   if (!translated->Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
   if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
-  if (LeaveToOpenQueries()) translated = Current().Translated(statement);
-  const RunningStatement running = Current().Start(translated, statement);
-  if (translated->Translation.ChangesSchema) Current().ForgetTables();
-  Current().EndReading();
-  Run(running.Handle());
-  return {};
+  if (Current().IsInTransaction()) {
+    Current().Execute(translated, statement);
+    return {};
+  }
+  Begin();
+  try {
+    const std::string_view refusal = Write(statement);
+    Commit();
+    return refusal;
+  } catch (const DatabaseError&) {
+    Rollback();
+    throw;
+  }
 }
 
 /// An open query keeps its database in the state that it reads, which could not be written to when somebody
 /// else wrote since; so what follows goes to another database.
-bool SqliteConnection::LeaveToOpenQueries() {
-  const bool hasOpenQueries = lease_.use_count() > 1;
-  if (hasOpenQueries) lease_ = std::make_shared<Lease>(lease_->Origin());
-  return hasOpenQueries;
+void SqliteConnection::LeaveToOpenQueries() {
+  if (lease_.use_count() > 1) lease_ = std::make_shared<Lease>(lease_->Origin());
 }
 
 }  // namespace orlune::sqlite

@@ -26,7 +26,7 @@ class SqliteConnection : public Connection {
  private:
   Database& Current() { return lease_->Leased(); }
   std::string_view Write(const StatementText& statement);
-  bool LeaveToOpenQueries();
+  void LeaveToOpenQueries();
 
   std::shared_ptr<Lease> lease_;
 };

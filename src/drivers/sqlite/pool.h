@@ -16,9 +16,10 @@ namespace orlune::sqlite {
 /// The idle databases of one file. Shared by threads.
 class Pool {
  public:
-  /// Keeps up to `mostIdle` databases open. `regional` has to outlive the pool.
+  /// Keeps up to `mostIdle` databases open, and up to `keptBytes` of results. `regional` has to outlive the
+  /// pool.
   Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, std::size_t mostIdle,
-       const RegionalSettings& regional);
+       std::size_t keptBytes, const RegionalSettings& regional);
 
   /// A database that has begun to read. Throws DatabaseError.
   std::unique_ptr<Database> Take();
@@ -31,6 +32,7 @@ class Pool {
   const std::chrono::milliseconds busyTimeout_;
   const std::size_t mostIdle_;
   const RegionalSettings& regional_;
+  FileCache cache_;
 
   std::mutex mutex_;
   std::vector<std::unique_ptr<Database>> idle_;

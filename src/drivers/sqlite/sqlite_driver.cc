@@ -33,8 +33,8 @@ std::shared_ptr<sqlite::Pool> SqliteDriver::PoolOf(const std::string& path) {
   const std::lock_guard lock(mutex_);
   OpenFile& file = files_[path];
   if (!file.Databases || file.Identity != identity) {
-    file = {identity,
-            std::make_shared<sqlite::Pool>(path, options_.BusyTimeout, options_.MostIdle, regional_)};
+    file = {identity, std::make_shared<sqlite::Pool>(path, options_.BusyTimeout, options_.MostIdle,
+                                                     options_.KeptBytes, regional_)};
   }
   return file.Databases;
 }

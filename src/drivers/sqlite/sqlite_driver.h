@@ -19,8 +19,9 @@ class Pool;
 }
 
 struct SqliteOptions {
-  std::chrono::milliseconds BusyTimeout{5000};  ///< how long a statement waits for another writer
-  std::size_t MostIdle = 32;                    ///< databases kept open for each file
+  std::chrono::milliseconds BusyTimeout{5000};     ///< how long a statement waits for another writer
+  std::size_t MostIdle = 32;                       ///< databases kept open for each file
+  std::size_t KeptBytes = std::size_t{64} << 20U;  ///< results kept for each file
 };
 
 /// Keeps calendars in SQLite files. What was committed survives the end of the process and loss of power.
