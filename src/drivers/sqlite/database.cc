@@ -95,6 +95,7 @@ void Database::BeginTransaction() {
   fileState_.reset();
   written_ = 0;
   try {
+    RequireSameFile();
     RefreshTables();
     header_ = walIndex_.Read();
     versionBefore_ = DataVersion();
@@ -207,6 +208,13 @@ bool Database::RefreshTables() {
   hasTriggers_ = HasTriggers(handle_.get());
   knownVersion_ = version;
   return true;
+}
+
+/// What is written to a file without a name is lost.
+void Database::RequireSameFile() {
+  int hasMoved = 0;
+  sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+  if (hasMoved != 0) throw DatabaseError("the database file was moved or replaced; repeat the request");
 }
 
 std::int64_t Database::DataVersion() {

@@ -32,7 +32,8 @@ class Database {
   void EnsureReading();
   void EndReading();
 
-  /// Starts a transaction as the only writer of the file; only while idle. Throws DatabaseError.
+  /// Starts a transaction as the only writer of the file; only while idle. Throws DatabaseError, as when
+  /// another file has taken the file's name.
   void BeginTransaction();
   bool IsInTransaction() const { return state_ == State::kTransaction; }
   /// Throws DatabaseError, with the transaction rolled back.
@@ -64,6 +65,7 @@ class Database {
   bool BeginReading();
   bool RefreshTables();
   void ForgetTables();
+  void RequireSameFile();
   std::int64_t DataVersion();
   void NoteCommit() noexcept;
   bool KnowsState() const { return state_ == State::kReading && fileState_; }
