@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include <sqlite3.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,8 +1,7 @@
 #include "drivers/sqlite/kept_results.h"
 
-#include <fstream>
 #include <functional>
-#include <optional>
+#include <utility>
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -160,18 +159,85 @@ TEST_F(KeptResults, AreOfTheStateThatARequestReads) {
   EXPECT_EQ(Show(*early).Names, "ann bob cleo ");
 }
 
-TEST_F(KeptResults, AreTheRowsOfTheVeryStatement) {
-  const testing::Spliced number("SELECT Name FROM Calendars WHERE CalendarID = {}", {"1"});
-  const StatementText fixed{StatementText(number).Text, {}};
-  AddCalendar(*Open(), "' OR Name = 'ann");
-  const testing::Spliced quoted("SELECT Name FROM Calendars WHERE Name = '{}'", {"' OR Name = 'ann"});
-  const StatementText unquoted{StatementText(quoted).Text, {}};
-  for (int round = 0; round < 2; ++round) {
-    EXPECT_EQ(Column(*Open(), number, "Name"), Texts{"ann"});
-    EXPECT_EQ(Column(*Open(), fixed, "Name"), Texts{"ann"});
-    EXPECT_EQ(Column(*Open(), quoted, "Name"), Texts{"' OR Name = 'ann"});
-    EXPECT_EQ(Column(*Open(), unquoted, "Name"), Texts{"ann"});
+/// Runs an action when a database that was opened meanwhile begins or ends a statement.
+class Interruption {
+ public:
+  Interruption(unsigned event, std::string_view statement) : event_(event), statement_(statement) {
+    current = this;
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(Watch));
   }
+  ~Interruption() {
+    sqlite3_reset_auto_extension();
+    EXPECT_FALSE(action_);
+  }
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+
+  /// Runs `action` at the next such statement.
+  void Arm(std::function<void()> action) { action_ = std::move(action); }
+
+ private:
+  static int Watch(sqlite3* database, char** /*error*/, const sqlite3_api_routines* /*routines*/) {
+    return sqlite3_trace_v2(database, current->event_, Notice, nullptr);
+  }
+  static int Notice(unsigned /*event*/, void* /*context*/, void* statement, void* /*detail*/) {
+    if (current->action_ && sqlite3_sql(static_cast<sqlite3_stmt*>(statement)) == current->statement_)
+      std::exchange(current->action_, nullptr)();
+    return 0;
+  }
+
+  static inline Interruption* current = nullptr;
+  const unsigned event_;
+  const std::string_view statement_;
+  std::function<void()> action_;
+};
+
+TEST_F(KeptResults, WithstandACommitAtAnyMoment) {
+  const auto addBob = [&] { RunRaw(file_, "INSERT INTO Calendars (Name) VALUES ('bob')"); };
+  const Statement numbers("SELECT CalendarID FROM Calendars");
+  struct Moment {
+    const char* Name;
+    unsigned Event;
+    const char* Statement;
+    const char* Written;
+  };
+  for (const Moment& moment : std::vector<Moment>{
+           {"before a state is read", SQLITE_TRACE_STMT, "PRAGMA schema_version", ""},
+           {"after a state is read", SQLITE_TRACE_PROFILE, "PRAGMA schema_version", ""},
+           {"after a save", SQLITE_TRACE_PROFILE, "COMMIT", "INSERT INTO Messages (Subject) VALUES ('a')"},
+           {"after a save that changes nothing", SQLITE_TRACE_PROFILE, "COMMIT",
+            "UPDATE Messages SET Subject = 'a' WHERE Subject = 'z'"},
+       }) {
+    RunRaw(file_, "DELETE FROM Calendars WHERE Name = 'bob'");
+    SqliteDriver driver(regional_);
+    const auto early = driver.Open(file_);
+    Interruption interruption(moment.Event, moment.Statement);
+    auto connection = driver.Open(file_);
+    EXPECT_EQ(Show(*connection).Names, "ann ");
+    if (*moment.Written == '\0') {
+      connection.reset();
+      interruption.Arm(addBob);
+      Column(*driver.Open(file_), numbers, "CalendarID");
+    } else {
+      connection->Begin();
+      connection->Execute({moment.Written, {}});
+      interruption.Arm(addBob);
+      connection->Commit();
+    }
+    EXPECT_EQ(Show(*driver.Open(file_)).Names, "ann bob ") << moment.Name;
+    EXPECT_EQ(Show(*early).Names, "ann ") << moment.Name;
+    EXPECT_EQ(Column(*early, numbers, "CalendarID").size(), 1U) << moment.Name;
+    EXPECT_EQ(Column(*driver.Open(file_), numbers, "CalendarID").size(), 2U) << moment.Name;
+  }
+}
+
+TEST_F(KeptResults, AreTheRowsOfTheVeryStatement) {
+  AddCalendar(*Open(), "' OR Name = 'ann");
+  const testing::Spliced odd("SELECT Name FROM Calendars WHERE Name = '{}'", {"' OR Name = 'ann"});
+  const testing::Spliced plain("SELECT Name FROM Calendars WHERE Name = '' OR Name = '{}'", {"ann"});
+  ASSERT_EQ(StatementText(odd).Text, StatementText(plain).Text);
+  EXPECT_EQ(Column(*Open(), odd, "Name"), Texts{"' OR Name = 'ann"});
+  EXPECT_EQ(Column(*Open(), plain, "Name"), Texts{"ann"});
 }
 
 TEST_F(KeptResults, LeaveALargeResultToBeReadWhileItRuns) {
