@@ -128,8 +128,11 @@ void WriteAsAnotherProgram(Board& board, const std::string& path, std::size_t wr
                                       .c_str());
       ++board.Together[writer];
       if (random() % 10 == 0) {
+        // It waits for a moment without readers, and lets nobody else write meanwhile.
+        sqlite3_busy_timeout(database.get(), 100);
         sqlite::Run(database.get(),
                     random() % 2 == 0 ? "PRAGMA wal_checkpoint(TRUNCATE)" : "PRAGMA wal_checkpoint(RESTART)");
+        sqlite3_busy_timeout(database.get(), static_cast<int>(kPatience.count()));
       }
       Pause(random, 10000);
     }
