@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -76,12 +77,12 @@ void MakeFile(const std::string& folder) {
   CreateBaseDatabase(PathOf(folder), [](const std::filesystem::path& file) {
     const auto database = sqlite::OpenExisting(file, kPatience);
     for (std::size_t i = 0; i < kWriters; ++i) {
-      const std::string writer = std::to_string(i);
-      sqlite::Run(database.get(),
-                  ("INSERT INTO Calendars (Name, FriendlyName) VALUES ('" + writer +
-                   "', '0'); INSERT INTO Messages (Recipient, Subject) VALUES ('" + writer +
-                   "', '0'); INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('" + writer + "', '0')")
-                      .c_str());
+      const std::string rows = fmt::format(
+          "INSERT INTO Calendars (Name, FriendlyName) VALUES ('{0}', '0');"
+          "INSERT INTO Messages (Recipient, Subject) VALUES ('{0}', '0');"
+          "INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('{0}', '0')",
+          i);
+      sqlite::Run(database.get(), rows.c_str());
     }
   });
 }
@@ -120,12 +121,12 @@ void WriteAsAnotherProgram(Board& board, const std::string& path, std::size_t wr
     // Closing it merges the log now and then.
     const auto database = sqlite::OpenExisting(path, kPatience);
     for (int i = 0; i < 50; ++i) {
-      const std::string next = std::to_string(board.Together[writer] + 1);
-      const std::string name = std::to_string(writer);
-      sqlite::Run(database.get(), ("BEGIN IMMEDIATE; UPDATE Calendars SET FriendlyName = '" + next +
-                                   "' WHERE Name = '" + name + "'; UPDATE Messages SET Subject = '" + next +
-                                   "' WHERE Recipient = '" + name + "'; COMMIT")
-                                      .c_str());
+      const std::string save = fmt::format(
+          "BEGIN IMMEDIATE;"
+          "UPDATE Calendars SET FriendlyName = '{1}' WHERE Name = '{0}';"
+          "UPDATE Messages SET Subject = '{1}' WHERE Recipient = '{0}'; COMMIT",
+          writer, board.Together[writer] + 1);
+      sqlite::Run(database.get(), save.c_str());
       ++board.Together[writer];
       if (random() % 10 == 0) {
         // It waits for a moment without readers, and lets nobody else write meanwhile.
