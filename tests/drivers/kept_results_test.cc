@@ -274,7 +274,7 @@ TEST_F(KeptResults, TakeNoMoreMemoryThanAllowed) {
 
   results.Keep("large", 1, *state, MakeRows(database.get(), 1, 20'000));
   EXPECT_EQ(results.Find("large", *state), nullptr);
-  const auto used = mallinfo2().uordblks;
+  [[maybe_unused]] const auto used = mallinfo2().uordblks;
   for (int i = 0; i < 3000; ++i) {
     results.Keep(key(i), 1, *state, MakeRows(database.get(), i % 10, 100));
     EXPECT_NE(results.Find(key(0), *state), nullptr);
