@@ -1,5 +1,6 @@
 #include "drivers/sqlite/database.h"
 
+#include <exception>
 #include <utility>
 
 #include <sqlite3.h>
@@ -125,7 +126,7 @@ void Database::NoteCommit() noexcept {
     const auto header = walIndex_.Read();
     const bool isOwnCommit = DataVersion() == versionBefore_ && header == walIndex_.Read();
     if (header && isOwnCommit) cache_.History.AddCommit(*header_, *header, written_);
-  } catch (const DatabaseError&) {
+  } catch (const std::exception&) {
     // Committed it is; the next reader meets a state of unknown origin.
   }
 }

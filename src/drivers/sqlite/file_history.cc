@@ -39,8 +39,9 @@ std::shared_ptr<const FileState> FileHistory::StateOf(const WalHeader& header) {
 
 void FileHistory::AddCommit(const WalHeader& before, const WalHeader& after, TableSet written) {
   const std::lock_guard lock(mutex_);
-  const auto origin = Find(before);
-  if (origin && !Find(after)) Add(after, *origin, written);
+  auto origin = Find(before);
+  if (!origin) origin = Add(before, {}, kAllTables);
+  if (!Find(after)) Add(after, *origin, written);
 }
 
 TableSet FileHistory::SetOf(std::span<const std::string> tables) {

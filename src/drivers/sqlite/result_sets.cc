@@ -10,10 +10,7 @@ bool ReadRows::Next() {
 
 RunningRows::RunningRows(std::shared_ptr<Lease> lease, RunningStatement running,
                          std::shared_ptr<const RowBlock> first)
-    : lease_(std::move(lease)),
-      origin_(running.Origin()),
-      running_(std::move(running)),
-      first_(std::move(first)) {}
+    : lease_(std::move(lease)), running_(std::move(running)), first_(std::move(first)) {}
 
 bool RunningRows::Next() {
   if (!running_) return false;
@@ -28,7 +25,7 @@ Value RunningRows::Get(int column) const {
   if (!running_) return {};
   if (next_ <= first_->RowCount()) return first_->Field(next_ - 1, column);
   return ReadField(running_->Handle(), column,
-                   origin_->Translation.Columns[static_cast<std::size_t>(column)].Type);
+                   running_->Origin()->Translation.Columns[static_cast<std::size_t>(column)].Type);
 }
 
 }  // namespace orlune::sqlite

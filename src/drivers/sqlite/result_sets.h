@@ -39,7 +39,6 @@ class RunningRows : public ResultSet {
 
  private:
   std::shared_ptr<Lease> lease_;
-  std::shared_ptr<const CachedStatement> origin_;
   std::optional<RunningStatement> running_;
   std::shared_ptr<const RowBlock> first_;
   std::size_t next_ = 0;
