@@ -28,7 +28,8 @@ BareStatements::BareStatements(const std::filesystem::path& file, const Regional
     : database_(sqlite::OpenExisting(file, kBusyTimeout)),
       begin_(sqlite::Prepare(database_.get(), "BEGIN DEFERRED")),
       commit_(sqlite::Prepare(database_.get(), "COMMIT")) {
-  sqlite::Database translator(file, kBusyTimeout, regional);
+  sqlite::FileCache unused(0);
+  sqlite::Database translator(file, kBusyTimeout, regional, unused);
   translator.EnsureReading();
   std::string scratch;
   for (const RecordedStatement& statement : statements) {

@@ -1,4 +1,4 @@
-// The month page compared with its bare statements, in calendars of several sizes.
+// The pages of the three views compared with their bare statements, the month in calendars of several sizes.
 
 #include <benchmark/benchmark.h>
 
@@ -45,38 +45,42 @@ void Measure(benchmark::State& state, Action action) {
   for ([[maybe_unused]] auto iteration : state) action();
 }
 
-void RenderMonthPage(benchmark::State& state) {
+void RenderPage(benchmark::State& state, const PageRequest& page) {
   Setting setting(state);
-  Measure(state, [&] { benchmark::DoNotOptimize(setting.User.Ask({}).Body.data()); });
-  state.counters["bytes"] = static_cast<double>(setting.User.Ask({}).Body.size());
+  Measure(state, [&] { benchmark::DoNotOptimize(setting.User.Ask(page).Body.data()); });
+  state.counters["bytes"] = static_cast<double>(setting.User.Ask(page).Body.size());
 }
 
-void RunBareStatements(benchmark::State& state) {
+void RunBareStatements(benchmark::State& state, const PageRequest& page) {
   Setting setting(state);
-  const auto queries = setting.User.Statements({});
+  const auto queries = setting.User.Statements(page);
   BareStatements statements(setting.File, setting.Regional, queries);
   Measure(state, [&] { benchmark::DoNotOptimize(statements.Run()); });
   state.counters["queries"] = static_cast<double>(queries.size());
   state.counters["rows"] = static_cast<double>(statements.Run());
 }
 
+void Register(const std::string& name, void (*run)(benchmark::State&, const PageRequest&),
+              const PageRequest& page, const std::vector<std::int64_t>& sizes) {
+  auto* added = benchmark::RegisterBenchmark(name.c_str(), run, page);
+  for (const std::int64_t size : sizes) added->Arg(size);
+  added->Unit(benchmark::kMicrosecond)->Repetitions(25)->MinTime(0.1)->ReportAggregatesOnly();
+}
+
 void RegisterAll() {
-  const auto configure = [](benchmark::internal::Benchmark* added) {
-    added->Arg(1'000)
-        ->Arg(20'000)
-        ->Arg(1'000'000)
-        ->Unit(benchmark::kMicrosecond)
-        ->Repetitions(25)
-        ->MinTime(0.1);
-    added->ReportAggregatesOnly();
-  };
-  configure(benchmark::RegisterBenchmark("MonthPage", RenderMonthPage));
-  configure(benchmark::RegisterBenchmark("BareStatements", RunBareStatements));
+  Register("MonthPage", RenderPage, {}, {1'000, 20'000, 1'000'000});
+  Register("BareStatements", RunBareStatements, {}, {1'000, 20'000, 1'000'000});
+  for (const std::string view : {"week", "day"}) {
+    Register(view + "_page", RenderPage, {{{"dm", view}}, {}}, {20'000});
+    Register(view + "_statements", RunBareStatements, {{{"dm", view}}, {}}, {20'000});
+  }
 }
 
 void PrintRatios(RatioReporter& reporter) {
   for (const char* const size : {"/1000", "/20000", "/1000000"})
     reporter.PrintRatio(std::string("MonthPage") + size, std::string("BareStatements") + size);
+  reporter.PrintRatio("week_page/20000", "week_statements/20000");
+  reporter.PrintRatio("day_page/20000", "day_statements/20000");
   reporter.PrintRatio("MonthPage/1000000", "MonthPage/1000");
   reporter.PrintRatio("BareStatements/1000000", "BareStatements/1000");
 }

@@ -100,7 +100,9 @@ TEST_F(SqliteFile, IsReopenedWhenTheFileWasReplaced) {
   CreateBaseDatabase(folder_ / "other.db");
   AddCalendar(*driver_->Open(folder_ / "other.db"), "new");
   sqlite::Run(sqlite::OpenExisting(folder_ / "other.db", {}).get(), "PRAGMA wal_checkpoint(TRUNCATE)");
+  const auto open = Open();
   std::filesystem::rename(folder_ / "other.db", file_);
+  EXPECT_THROW(AddCalendar(*open, "lost"), DatabaseError);
   EXPECT_EQ(Names(*Open()), Texts{"new"});
   std::filesystem::remove(file_);
   EXPECT_THROW(Open(), DatabaseError);

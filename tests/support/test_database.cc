@@ -105,7 +105,8 @@ bool DatabasePlace::IsEmpty() const {
 std::unique_ptr<DatabaseDriver> DatabasePlace::MakeDriver(const RegionalSettings& regional,
                                                           std::chrono::milliseconds patience) const {
   if (engine_ == Engine::kSqlite)
-    return std::make_unique<SqliteDriver>(regional, SqliteOptions{.BusyTimeout = patience, .MostIdle = 2});
+    return std::make_unique<SqliteDriver>(
+        regional, SqliteOptions{.BusyTimeout = patience, .MostIdle = 2, .IdentityCheck = {}});
   return std::make_unique<PostgresqlDriver>(
       regional, PostgresqlOptions{.MostConnections = 6, .PoolWait = patience, .LockTimeout = patience});
 }

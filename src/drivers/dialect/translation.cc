@@ -60,6 +60,7 @@ class Translator {
   void Write(const Membership& membership, const Scope& scope);
   void Write(const NullTest& test, const Scope& scope);
   void Write(const Junction& junction, const Scope& scope);
+  void NameTables(const Scope& scope);
   std::string CounterOf(const Table& table) const;
   std::string Comparable(const FoundColumn& column) const;
   std::string LiteralSql(const Literal& literal, const Column& column, LiteralUse use);
@@ -88,6 +89,7 @@ class Translator {
 Translation Translator::operator()(const Select& select) {
   Scope scope(catalogue_, select.From);
   if (select.Join) scope.Join(select.Join->Table);
+  NameTables(scope);
   Sql() = "SELECT ";
   WriteSelectedColumns(select, scope);
   Sql() += " FROM " + Quoted(scope.First().Name);
@@ -99,6 +101,10 @@ Translation Translator::operator()(const Select& select) {
   WriteOrder(select, scope);
   if (select.Top) Sql() += " LIMIT " + std::to_string(*select.Top);
   return std::move(result_);
+}
+
+void Translator::NameTables(const Scope& scope) {
+  for (const Table* table : scope.Tables()) result_.Tables.push_back(table->Name);
 }
 
 std::string Translator::CounterOf(const Table& table) const {
@@ -241,6 +247,7 @@ void Translator::WriteAssigned(const Literal& literal, const Column& column) {
 
 Translation Translator::operator()(const Insert& insert) {
   const Scope scope(catalogue_, insert.Into);
+  NameTables(scope);
   std::vector<const Column*> columns;
   for (const std::string& name : insert.Columns) columns.push_back(scope.Find({{}, name}).Definition);
   Sql() = "INSERT INTO " + Quoted(scope.First().Name) + " (";
@@ -257,6 +264,7 @@ Translation Translator::operator()(const Insert& insert) {
 
 Translation Translator::operator()(const Update& update) {
   const Scope scope(catalogue_, update.Changed);
+  NameTables(scope);
   Sql() = "UPDATE " + Quoted(scope.First().Name) + " SET ";
   WriteList(update.Assignments, [&](const Assignment& assignment) {
     const Column& column = *scope.Find({{}, assignment.Target}).Definition;
@@ -269,6 +277,7 @@ Translation Translator::operator()(const Update& update) {
 
 Translation Translator::operator()(const Delete& statement) {
   const Scope scope(catalogue_, statement.From);
+  NameTables(scope);
   Sql() = "DELETE FROM " + Quoted(scope.First().Name);
   WriteWhere(statement.Where, scope);
   return std::move(result_);
@@ -318,9 +327,9 @@ Translation Translate(const Statement& statement, const Catalogue& catalogue, co
   return std::visit(Translator(catalogue, engine, regional), statement);
 }
 
-int FindColumn(const Translation& translation, std::string_view name) {
-  for (std::size_t i = 0; i < translation.Columns.size(); ++i) {
-    if (SameName(translation.Columns[i].Name, name)) return static_cast<int>(i);
+int FindColumn(std::span<const ResultColumn> columns, std::string_view name) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (SameName(columns[i].Name, name)) return static_cast<int>(i);
   }
   throw DatabaseError("no result column " + std::string(name));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,7 @@ struct Translation {
   std::string Sql;
   std::vector<Parameter> Parameters;  ///< in their order
   std::vector<ResultColumn> Columns;  ///< of a query's rows
+  std::vector<std::string> Tables;    ///< that it reads or writes; none when it changes the schema
   bool ChangesSchema = false;
   std::string
       Refusal;  ///< why the statement can only fail, such as that the column exists; there is no SQL then
@@ -39,6 +41,6 @@ Translation Translate(const Statement& statement, const Catalogue& catalogue, co
                       const RegionalSettings& regional);
 
 /// The position of a result's column, whatever the case of its name. Throws DatabaseError when there is none.
-int FindColumn(const Translation& translation, std::string_view name);
+int FindColumn(std::span<const ResultColumn> columns, std::string_view name);
 
 }  // namespace orlune::dialect

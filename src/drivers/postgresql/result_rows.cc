@@ -37,7 +37,7 @@ bool ResultRows::Next() {
 }
 
 int ResultRows::Column(std::string_view name) const {
-  return dialect::FindColumn(*translation_, name);
+  return dialect::FindColumn(translation_->Columns, name);
 }
 
 Value ResultRows::Get(int column) const {

@@ -1,5 +1,6 @@
 #include "drivers/sqlite/connection.h"
 
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -9,15 +10,15 @@
 namespace orlune::sqlite {
 namespace {
 
+constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+
 /// Runs a statement without rows, or returns why it can only fail.
 std::string RunAsWriter(Database& writer, const StatementText& statement) {
   writer.EnsureReading();
   const auto translated = writer.Translated(statement);
   if (!translated->Translation.Columns.empty()) throw DatabaseError("a query, not a statement without rows");
   if (!translated->Translation.Refusal.empty()) return translated->Translation.Refusal;
-  const RunningStatement running = writer.Start(translated, statement);
-  if (translated->Translation.ChangesSchema) writer.ForgetTables();
-  Run(running.Handle());
+  writer.Execute(translated, statement);
   return {};
 }
 
@@ -30,11 +31,16 @@ std::unique_ptr<ResultSet> SqliteConnection::Query(const StatementText& statemen
   return dialect::Naming(statement, [&]() -> std::unique_ptr<ResultSet> {
     Database& database = transaction_ ? transaction_->Current() : lease_->Leased();
     database.EnsureReading();
+    if (auto kept = database.FindKept(statement)) return std::make_unique<ReadRows>(std::move(kept));
     const auto translated = database.Translated(statement);
     if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
     RunningStatement running = database.Start(translated, statement);
-    if (transaction_) return std::make_unique<ReadRows>(std::move(running));
-    return std::make_unique<RunningRows>(lease_, std::move(running));
+    auto rows =
+        std::make_shared<const RowBlock>(running, transaction_ ? kUnlimited : database.MostKeptBytes());
+    if (!rows->IsComplete())
+      return std::make_unique<RunningRows>(lease_, std::move(running), std::move(rows));
+    database.Keep(statement, *translated, rows);
+    return std::make_unique<ReadRows>(std::move(rows));
   });
 }
 

@@ -1,5 +1,6 @@
 #include "drivers/sqlite/database.h"
 
+#include <exception>
 #include <utility>
 
 #include <sqlite3.h>
@@ -28,27 +29,61 @@ void Bind(sqlite3_stmt* statement, int position, const dialect::StoredValue& val
   Check(sqlite3_db_handle(statement), result);
 }
 
+std::int64_t ReadNumber(sqlite3_stmt* query) {
+  Step(query);
+  const std::int64_t number = sqlite3_column_int64(query, 0);
+  sqlite3_reset(query);
+  return number;
+}
+
+/// Equal for two queries exactly when they have the same text and values at the same places.
+void WriteResultKey(const StatementText& query, std::string& key) {
+  key.assign(query.Text);
+  const std::size_t count = query.Values.size();
+  key.append(reinterpret_cast<const char*>(query.Values.data()), query.Values.size_bytes());
+  key.append(reinterpret_cast<const char*>(&count), sizeof(count));
+}
+
 }  // namespace
 
 Database::Database(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,
-                   const RegionalSettings& regional)
+                   const RegionalSettings& regional, FileCache& cache)
     : regional_(regional),
+      cache_(cache),
       handle_(OpenExisting(file, busyTimeout)),
       beginReading_(Prepare(handle_.get(), "BEGIN DEFERRED")),
       beginTransaction_(Prepare(handle_.get(), "BEGIN IMMEDIATE")),
       commit_(Prepare(handle_.get(), "COMMIT")),
       setSavepoint_(Prepare(handle_.get(), "SAVEPOINT part")),
       releaseSavepoint_(Prepare(handle_.get(), "RELEASE part")),
-      schemaVersion_(Prepare(handle_.get(), "PRAGMA schema_version")) {}
+      schemaVersion_(Prepare(handle_.get(), "PRAGMA schema_version")),
+      dataVersion_(Prepare(handle_.get(), "PRAGMA data_version")),
+      walIndex_(handle_.get()) {
+  cache_.History.KeepOpen(file, busyTimeout);
+}
 
 void Database::EnsureReading() {
   if (state_ != State::kIdle) {
     if (!knownVersion_) RefreshTables();
     return;
   }
+  if (BeginReading() && !HasAllIndexes(handle_.get(), catalogue_)) CreateMissingIndexes();
+}
+
+/// Returns whether the tables changed. The state is known when the header is the same before and after the
+/// first read, which is that of the tables.
+bool Database::BeginReading() {
+  const auto header = walIndex_.Read();
   Run(beginReading_.get());
   state_ = State::kReading;
-  if (RefreshTables() && !HasAllIndexes(handle_.get(), catalogue_)) CreateMissingIndexes();
+  const bool haveTablesChanged = RefreshTables();
+  if (!header || header != walIndex_.Read()) {
+    fileState_.reset();
+  } else if (!fileState_ || header_ != header) {
+    fileState_ = cache_.History.StateOf(*header);
+    header_ = header;
+  }
+  return haveTablesChanged;
 }
 
 void Database::EndReading() {
@@ -61,7 +96,17 @@ void Database::BeginTransaction(std::chrono::milliseconds patience) {
   sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count()));
   Run(beginTransaction_.get());
   state_ = State::kTransaction;
-  RefreshTables();
+  fileState_.reset();
+  written_ = 0;
+  try {
+    RequireSameFile();
+    RefreshTables();
+    header_ = walIndex_.Read();
+    versionBefore_ = DataVersion();
+  } catch (const DatabaseError&) {
+    Rollback();
+    throw;
+  }
 }
 
 bool Database::IsTransactionOpen() const {
@@ -82,12 +127,27 @@ void Database::RollbackToSavepoint() noexcept {
 }
 
 void Database::Commit() {
+  const FileHistory::Committing committing(cache_.History);
   try {
     Run(commit_.get());
     state_ = State::kIdle;
   } catch (const DatabaseError&) {
     Rollback();
     throw;
+  }
+  NoteCommit();
+}
+
+/// The first header was read as the only writer. The data version is still the same when nobody but this
+/// database has committed since, so the second header, the same before and after that, is of its own commit.
+void Database::NoteCommit() noexcept {
+  if (!header_ || written_ == 0) return;
+  try {
+    const auto header = walIndex_.Read();
+    const bool isOwnCommit = DataVersion() == versionBefore_ && header == walIndex_.Read();
+    if (header && isOwnCommit) cache_.History.AddCommit(*header_, *header, written_);
+  } catch (const std::exception&) {
+    // Committed it is; the next reader meets a state of unknown origin.
   }
 }
 
@@ -107,10 +167,13 @@ bool Database::Reset() noexcept {
 
 std::shared_ptr<CachedStatement> Database::Translated(const StatementText& statement) {
   dialect::WriteShapeKey(statement, key_);
-  if (auto known = cache_.Find(key_)) return known;
+  if (auto known = statements_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
   translated->Translation = dialect::Translate(dialect::Parse(statement), catalogue_, SqliteSql(), regional_);
-  cache_.Add(key_, translated);
+  const bool isQuery = !translated->Translation.Columns.empty();
+  if (isQuery || !hasTriggers_) translated->Tables = cache_.History.SetOf(translated->Translation.Tables);
+  if (translated->Translation.ChangesSchema) translated->Tables = kAllTables;
+  statements_.Add(key_, translated);
   return translated;
 }
 
@@ -134,21 +197,51 @@ RunningStatement Database::Start(const std::shared_ptr<CachedStatement>& transla
   return running;
 }
 
+void Database::Execute(const std::shared_ptr<CachedStatement>& translated, const StatementText& statement) {
+  const RunningStatement running = Start(translated, statement);
+  written_ |= translated->Tables;
+  if (translated->Translation.ChangesSchema) ForgetTables();
+  Run(running.Handle());
+}
+
+std::shared_ptr<const RowBlock> Database::FindKept(const StatementText& query) {
+  if (!KnowsState()) return nullptr;
+  WriteResultKey(query, key_);
+  return cache_.Results.Find(key_, *fileState_);
+}
+
+void Database::Keep(const StatementText& query, const CachedStatement& translated,
+                    std::shared_ptr<const RowBlock> rows) {
+  if (!KnowsState()) return;
+  WriteResultKey(query, key_);
+  cache_.Results.Keep(key_, translated.Tables, *fileState_, std::move(rows));
+}
+
 void Database::ForgetTables() {
   knownVersion_.reset();
-  cache_.Clear();
+  statements_.Clear();
 }
 
 /// Reads the tables again when they changed, and returns whether they did.
 bool Database::RefreshTables() {
-  Step(schemaVersion_.get());
-  const std::int64_t version = sqlite3_column_int64(schemaVersion_.get(), 0);
-  sqlite3_reset(schemaVersion_.get());
+  const std::int64_t version = ReadNumber(schemaVersion_.get());
   if (knownVersion_ == version) return false;
   ForgetTables();
   catalogue_ = ReadCatalogue(handle_.get());
+  hasTriggers_ = HasTriggers(handle_.get());
   knownVersion_ = version;
   return true;
+}
+
+/// What is written to a file without a name is lost.
+void Database::RequireSameFile() {
+  int hasMoved = 0;
+  sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+  if (hasMoved != 0) throw DatabaseError("the database file was moved or replaced; repeat the request");
+}
+
+std::int64_t Database::DataVersion() {
+  return ReadNumber(dataVersion_.get());
 }
 
 /// A read-only file is read without them.
@@ -159,9 +252,7 @@ void Database::CreateMissingIndexes() {
   } catch (const DatabaseError&) {
     ForgetTables();
   }
-  Run(beginReading_.get());
-  state_ = State::kReading;
-  RefreshTables();
+  BeginReading();
 }
 
 }  // namespace orlune::sqlite

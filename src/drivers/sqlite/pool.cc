@@ -3,18 +3,19 @@
 namespace orlune::sqlite {
 
 Pool::Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, std::size_t mostIdle,
-           const RegionalSettings& regional)
+           std::size_t keptBytes, const RegionalSettings& regional)
     : file_(std::move(file)),
       busyTimeout_(busyTimeout),
       mostIdle_(mostIdle),
       regional_(regional),
-      writer_(std::make_shared<sqlite::Writer>(file_, busyTimeout, regional)) {
+      cache_(keptBytes),
+      writer_(file_, busyTimeout, regional, cache_) {
   idle_.reserve(mostIdle);
 }
 
 std::unique_ptr<Database> Pool::Take() {
   std::unique_ptr<Database> database = TakeIdle();
-  if (!database) database = std::make_unique<Database>(file_, busyTimeout_, regional_);
+  if (!database) database = std::make_unique<Database>(file_, busyTimeout_, regional_, cache_);
   database->EnsureReading();
   return database;
 }

@@ -17,15 +17,15 @@ namespace orlune::sqlite {
 /// The databases of one file: idle ones to read from, and the one to write to. Shared by threads.
 class Pool {
  public:
-  /// Keeps up to `mostIdle` databases open. `regional` has to outlive the pool.
+  /// Keeps up to `mostIdle` databases open, and up to `keptBytes` of results. `regional` has to outlive the
+  /// pool.
   Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, std::size_t mostIdle,
-       const RegionalSettings& regional);
+       std::size_t keptBytes, const RegionalSettings& regional);
 
   /// A database that has begun to read. Throws DatabaseError.
   std::unique_ptr<Database> Take();
   void GiveBack(std::unique_ptr<Database> database) noexcept;
-  /// The writer of the file, which outlives the pool for who holds it.
-  const std::shared_ptr<sqlite::Writer>& Writer() const { return writer_; }
+  sqlite::Writer& Writer() { return writer_; }
 
  private:
   std::unique_ptr<Database> TakeIdle();
@@ -34,7 +34,8 @@ class Pool {
   const std::chrono::milliseconds busyTimeout_;
   const std::size_t mostIdle_;
   const RegionalSettings& regional_;
-  const std::shared_ptr<sqlite::Writer> writer_;
+  FileCache cache_;
+  sqlite::Writer writer_;
 
   std::mutex mutex_;
   std::vector<std::unique_ptr<Database>> idle_;

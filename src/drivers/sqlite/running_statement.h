@@ -6,6 +6,7 @@
 
 #include "drivers/dialect/statement_cache.h"
 #include "drivers/dialect/translation.h"
+#include "drivers/sqlite/file_history.h"
 #include "drivers/sqlite/handles.h"
 
 namespace orlune::sqlite {
@@ -13,6 +14,7 @@ namespace orlune::sqlite {
 /// A translated statement with those prepared for it that are not running.
 struct CachedStatement {
   dialect::Translation Translation;
+  TableSet Tables = kAllTables;  ///< that it reads or changes
   std::vector<StatementHandle> Idle;
 };
 

@@ -33,14 +33,27 @@ SqliteDriver::FileIdentity SqliteDriver::Identify(const std::string& path) {
 }
 
 std::shared_ptr<sqlite::Pool> SqliteDriver::PoolOf(const std::string& path) {
+  const auto now = std::chrono::steady_clock::now();
+  if (auto recent = FindRecent(path, now)) return recent;
   const FileIdentity identity = Identify(path);
   const std::lock_guard lock(mutex_);
   OpenFile& file = files_[path];
   if (!file.Databases || file.Identity != identity) {
-    file = {identity,
-            std::make_shared<sqlite::Pool>(path, options_.BusyTimeout, options_.MostIdle, regional_)};
+    file.Identity = identity;
+    file.Databases = std::make_shared<sqlite::Pool>(path, options_.BusyTimeout, options_.MostIdle,
+                                                    options_.KeptBytes, regional_);
   }
+  file.IdentifiedAt = now;
   return file.Databases;
+}
+
+/// The databases of a file that was identified a moment ago, or null.
+std::shared_ptr<sqlite::Pool> SqliteDriver::FindRecent(const std::string& path,
+                                                       std::chrono::steady_clock::time_point now) {
+  const std::lock_guard lock(mutex_);
+  const auto found = files_.find(path);
+  const bool isRecent = found != files_.end() && now - found->second.IdentifiedAt < options_.IdentityCheck;
+  return isRecent ? found->second.Databases : nullptr;
 }
 
 }  // namespace orlune

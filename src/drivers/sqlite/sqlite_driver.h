@@ -19,8 +19,10 @@ class Pool;
 }
 
 struct SqliteOptions {
-  std::chrono::milliseconds BusyTimeout{10'000};  ///< how long a transaction waits for other writers
-  std::size_t MostIdle = 32;                      ///< databases kept open for each file
+  std::chrono::milliseconds BusyTimeout{10'000};   ///< how long a transaction waits for other writers
+  std::size_t MostIdle = 32;                       ///< databases kept open for each file
+  std::size_t KeptBytes = std::size_t{64} << 20U;  ///< results kept for each file
+  std::chrono::milliseconds IdentityCheck{100};    ///< how long a file that replaced another may go unnoticed
 };
 
 /// Keeps calendars in SQLite files. What was committed survives the end of the process and loss of power.
@@ -47,10 +49,13 @@ class SqliteDriver : public DatabaseDriver {
   struct OpenFile {
     FileIdentity Identity;
     std::shared_ptr<sqlite::Pool> Databases;
+    std::chrono::steady_clock::time_point IdentifiedAt;
   };
 
   static FileIdentity Identify(const std::string& path);
   std::shared_ptr<sqlite::Pool> PoolOf(const std::string& path);
+  std::shared_ptr<sqlite::Pool> FindRecent(const std::string& path,
+                                           std::chrono::steady_clock::time_point now);
 
   const RegionalSettings& regional_;
   const SqliteOptions options_;

@@ -13,8 +13,8 @@ constexpr std::chrono::milliseconds kLongestBatch{10};
 }  // namespace
 
 Writer::Writer(std::filesystem::path file, std::chrono::milliseconds patience,
-               const RegionalSettings& regional)
-    : file_(std::move(file)), patience_(patience), regional_(regional) {}
+               const RegionalSettings& regional, FileCache& cache)
+    : file_(std::move(file)), patience_(patience), regional_(regional), cache_(cache) {}
 
 void Writer::Begin() {
   const auto deadline = Clock::now() + patience_;
@@ -57,7 +57,7 @@ void Writer::AwaitTurn(Clock::time_point deadline) {
 }
 
 void Writer::BeginTurn(Clock::time_point deadline) {
-  if (!database_) database_ = std::make_unique<Database>(file_, patience_, regional_);
+  if (!database_) database_ = std::make_unique<Database>(file_, patience_, regional_, cache_);
   if (!batch_) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     database_->BeginTransaction(std::max(left, std::chrono::milliseconds(1)));

@@ -20,9 +20,10 @@ namespace orlune::sqlite {
 /// transactions a second does not depend on how long the disk takes for a commit. Shared by threads.
 class Writer {
  public:
-  /// `patience` is how long a transaction waits for others, those of other processes included. `regional` has
-  /// to outlive the writer.
-  Writer(std::filesystem::path file, std::chrono::milliseconds patience, const RegionalSettings& regional);
+  /// `patience` is how long a transaction waits for others, those of other processes included. `regional`
+  /// and `cache`, which belongs to the file, have to outlive the writer.
+  Writer(std::filesystem::path file, std::chrono::milliseconds patience, const RegionalSettings& regional,
+         FileCache& cache);
 
   /// Begins a transaction: the calling thread may use `Current` until it ends. Throws DatabaseUnavailable
   /// when the others do not end in time.
@@ -59,6 +60,7 @@ class Writer {
   const std::filesystem::path file_;
   const std::chrono::milliseconds patience_;
   const RegionalSettings& regional_;
+  FileCache& cache_;
 
   std::mutex mutex_;
   std::deque<Waiting*> waiting_;  // in order of arrival
@@ -72,22 +74,22 @@ class Writer {
 class WriteTurn {
  public:
   /// Throws as `Writer::Begin`.
-  explicit WriteTurn(std::shared_ptr<Writer> writer) : writer_(std::move(writer)) { writer_->Begin(); }
+  explicit WriteTurn(Writer& writer) : writer_(writer) { writer_.Begin(); }
   ~WriteTurn() {
-    if (!hasEnded_) writer_->Rollback();
+    if (!hasEnded_) writer_.Rollback();
   }
   WriteTurn(const WriteTurn&) = delete;
   WriteTurn& operator=(const WriteTurn&) = delete;
 
-  Database& Current() { return writer_->Current(); }
+  Database& Current() { return writer_.Current(); }
   /// Throws as `Writer::Commit`.
   void Commit() {
     hasEnded_ = true;
-    writer_->Commit();
+    writer_.Commit();
   }
 
  private:
-  const std::shared_ptr<Writer> writer_;
+  Writer& writer_;
   bool hasEnded_ = false;
 };
 
