@@ -307,6 +307,7 @@ TEST(FileHistory, TellsWhatACommitOfThisProcessChangedAndNothingOfOthers) {
   history.AddCommit({3}, {4}, kWritten);  // somebody else wrote the state 3
   const auto fourth = history.StateOf({4});
   EXPECT_NE(fourth->LastChange(kOther), second->LastChange(kOther));
+  EXPECT_EQ(fourth->LastChange(kOther), history.StateOf({3})->LastChange(kOther));
 
   // What descends from the second state still holds its other tables, whatever came in between.
   history.AddCommit({2}, {5}, kWritten);

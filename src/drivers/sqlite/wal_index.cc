@@ -39,12 +39,12 @@ WalIndex::WalIndex(sqlite3* database) {
   copies_ = static_cast<std::uint64_t*>(const_cast<void*>(region));
 }
 
-/// A commit writes the second copy, then the first one. Equal copies are therefore complete.
+/// A commit writes the second copy, then the first one; they are read the other way round. So equal copies
+/// are complete.
 std::optional<WalHeader> WalIndex::Read() const {
   if (copies_ == nullptr) return std::nullopt;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
     const WalHeader first = ReadCopy(0);
-    std::atomic_thread_fence(std::memory_order_acquire);
     if (first == ReadCopy(1)) return IsInitialised(first) ? std::optional(first) : std::nullopt;
   }
   return std::nullopt;
@@ -53,7 +53,7 @@ std::optional<WalHeader> WalIndex::Read() const {
 WalHeader WalIndex::ReadCopy(std::size_t number) const {
   WalHeader header;
   std::uint64_t* word = copies_ + number * header.size();
-  for (std::uint64_t& read : header) read = std::atomic_ref(*word++).load(std::memory_order_relaxed);
+  for (std::uint64_t& read : header) read = std::atomic_ref(*word++).load(std::memory_order_acquire);
   return header;
 }
 
