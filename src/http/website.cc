@@ -18,13 +18,13 @@ constexpr const char* kSessionCookie = "orlune_session";
 
 class PageServer : public Server {
  public:
-  PageServer(const StaticFiles& files, std::string_view pagePath) : files_(files), pagePath_(pagePath) {}
-  std::filesystem::path MapPath(std::string_view virtualPath) const override {
-    return files_.FindLinked(pagePath_, virtualPath);
+  PageServer(KnownLinks& links, std::string_view pagePath) : links_(links), pagePath_(pagePath) {}
+  bool Serves(std::string_view link) const override {
+    return links_.IsServed(pagePath_, link, std::chrono::steady_clock::now());
   }
 
  private:
-  const StaticFiles& files_;
+  KnownLinks& links_;
   std::string_view pagePath_;
 };
 
@@ -103,7 +103,7 @@ ReplyMessage Website::AnswerPage(const HostedPage& page, const RequestMessage& m
   const bool lacksSameSiteCookie = isKnown && !HasSameSiteCookie(message);
   if (couldChange && lacksSameSiteCookie) return Refusal(403);
   HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
-  PageServer server(parts_.Files, page.Path);
+  PageServer server(links_, page.Path);
   const auto failure = RunPage(page, {&request, &response, &session, &server}, session);
   ReplyMessage reply = failure ? Refusal(*failure) : response.Finish();
   const BrowserCookie cookie{kSessionCookie, "1", page.Path, {}, sender.IsOverHttps, CrossSite::kLinks};

@@ -1,7 +1,6 @@
 #include "request/visitor_loading.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "base/dates.h"
 #include "base/lists.h"
@@ -56,9 +55,7 @@ void TakeDisplaySettings(std::optional<DisplaySettings> settings, Visitor& visit
 }
 
 void FallBackToDefaultSheet(const Server& server, const std::string& cssDir, Visitor& visitor) {
-  const auto file = server.MapPath(cssDir + visitor.SheetFile);
-  std::error_code ignored;
-  if (file.empty() || !std::filesystem::exists(file, ignored)) visitor.SheetFile = "default.css";
+  if (!server.Serves(cssDir + visitor.SheetFile)) visitor.SheetFile = "default.css";
 }
 
 void AppendNew(std::vector<std::string>& list, std::string_view item) {
