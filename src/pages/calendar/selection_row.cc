@@ -6,7 +6,6 @@
 #include "base/dates.h"
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
-#include "html/option_label.h"
 #include "request/texts.h"
 
 namespace orlune {

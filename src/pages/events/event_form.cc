@@ -7,7 +7,6 @@
 #include "base/text.h"
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
-#include "html/option_label.h"
 #include "html/page_frame.h"
 #include "pages/events/form_page.h"
 #include "pages/events/repetition_kinds.h"

@@ -11,7 +11,6 @@
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
 #include "html/links.h"
-#include "html/option_label.h"
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_list.h"
 #include "request/texts.h"
