@@ -1,6 +1,6 @@
 #include "request/visitor_loading.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 #include "base/dates.h"
 #include "base/lists.h"
@@ -58,14 +58,15 @@ void FallBackToDefaultSheet(const Server& server, const std::string& cssDir, Vis
   if (!server.Serves(cssDir + visitor.SheetFile)) visitor.SheetFile = "default.css";
 }
 
-void AppendNew(std::vector<std::string>& list, std::string_view item) {
-  if (!item.empty() && std::find(list.begin(), list.end(), item) == list.end()) list.emplace_back(item);
-}
-
+/// The groups of text lists, without repetitions and empty items, in their order.
 std::vector<std::string> DistinctGroups(std::span<const std::string> lists) {
   std::vector<std::string> groups;
-  for (const std::string& list : lists)
-    ForEachItem(list, [&](std::string_view group) { AppendNew(groups, group); });
+  std::unordered_set<std::string_view> known{""};
+  for (const std::string& list : lists) {
+    ForEachItem(list, [&](std::string_view group) {
+      if (known.insert(group).second) groups.emplace_back(group);
+    });
+  }
   return groups;
 }
 
@@ -112,8 +113,8 @@ class VisitorQueries {
       visitor_.MemberOfGroups = visitor_.AdminOfGroups;
       return;
     }
+    memberLists_.emplace_back("default");
     visitor_.MemberOfGroups = DistinctGroups(memberLists_);
-    AppendNew(visitor_.MemberOfGroups, "default");
   }
 
   std::optional<DisplaySettings> Settings{};
