@@ -14,7 +14,7 @@ EventEntryWriter::EventEntryWriter(const PageContext& context, const GroupViewMe
     : context_(&context),
       iconOpen_("<IMG SRC=\"{}", Attribute(context.Hosting.ImageDir)),
       editLinkOpen_("<A HREF=\"{}?p=e&id=", Attribute(context.Hosting.ScriptName)),
-      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(context, Text::kEditEvent)),
+      editLinkAttributes_("\" TITLE=\"{}\" {}>", Attribute(LoadText(context, Text::kEditEvent)),
                           StatusHandler(LoadText(context, Text::kEditEvent))) {
   const std::size_t memberCount = group.Calendars.size();
   colours_.reserve(memberCount + 1);
@@ -52,7 +52,7 @@ void EventEntryWriter::AddIcon(Html& page, const OL_Event& event) const {
 
 bool EventEntryWriter::AddEditLinkOpen(Html& page, const OL_Event& event) const {
   if (!context_->Visitor.MayChangeEventsOf(event.Owner)) return false;
-  page.Add("{}{}\" {}>", editLinkOpen_, event.EventID, editLinkAttributes_);
+  page.Add("{}{}{}", editLinkOpen_, event.EventID, editLinkAttributes_);
   return true;
 }
 

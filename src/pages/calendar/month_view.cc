@@ -92,7 +92,7 @@ void AddMonthView(Html& page, const PageContext& context, const ViewContent& con
   page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(context));
   grid.AddHeaderRow(page);
   grid.AddWeekRows(page);
-  page.Add(SelectionRow(context, content, 8));
+  AddSelectionRow(page, context, content, 8);
   page.Add(ViewClose(context));
 }
 

@@ -67,7 +67,7 @@ void AddWeekView(Html& page, const PageContext& context, const ViewContent& cont
   page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(context));
   AddHeaderRow(page, context, weekStart);
   AddDayRow(page, context, content, week, weekStart);
-  page.Add(SelectionRow(context, content, 7));
+  AddSelectionRow(page, context, content, 7);
   page.Add(ViewClose(context));
 }
 
