@@ -13,6 +13,6 @@ for pages in month_page working_pages; do
   "build/bench/${pages}_benchmark" --benchmark_enable_random_interleaving=true "$@"
 done
 bench/load.sh
-for figures in far_database processor_time; do
+for figures in far_database processor_time growth; do
   scripts/with_postgresql.sh "build/bench/$figures"
 done
