@@ -2,8 +2,6 @@
 // and with many calendars to choose from. Run it with scripts/with_postgresql.sh; its arguments select the
 // sections growth, work and choice_lists, all by default.
 
-#include <algorithm>
-#include <chrono>
 #include <exception>
 #include <iomanip>
 #include <iostream>
@@ -12,61 +10,21 @@
 #include <string_view>
 #include <vector>
 
-#include <sys/resource.h>
-
 #include "calendar_file.h"
 #include "drivers/icu/icu_regional_settings.h"
 #include "drivers/postgresql/postgresql_driver.h"
 #include "drivers/sqlite/sqlite_driver.h"
 #include "measured_pages.h"
+#include "page_cost.h"
 #include "postgresql_server.h"
 
 namespace orlune::bench {
 namespace {
 
-using Microseconds = std::chrono::duration<double, std::micro>;
-
 constexpr int kMessages = 10'000;
 constexpr int kVisibleUsers = 10'000;
 constexpr int kRounds = 7;
 constexpr int kWarmUps = 8;
-constexpr std::chrono::milliseconds kRoundTime{400};
-
-std::chrono::nanoseconds OwnTime() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return std::chrono::seconds(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-         std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
-}
-
-/// The processor time of one page.
-struct Cost {
-  Microseconds Node;
-  Microseconds Database;
-
-  Microseconds Sum() const { return Node + Database; }
-};
-
-Cost MedianOf(std::vector<Cost> costs) {
-  const auto middle = costs.begin() + static_cast<std::ptrdiff_t>(costs.size() / 2);
-  std::nth_element(costs.begin(), middle, costs.end(),
-                   [](const Cost& a, const Cost& b) { return a.Sum() < b.Sum(); });
-  return *middle;
-}
-
-Cost MeasureRound(Visitor& visitor, const MeasuredPage& page, const PostgresqlServer& server) {
-  using Clock = std::chrono::steady_clock;
-  const auto nodeBefore = OwnTime();
-  const auto databaseBefore = server.ProcessorTime();
-  const auto end = Clock::now() + kRoundTime;
-  int requests = 0;
-  do {
-    visitor.Ask(page.Request);
-    ++requests;
-  } while (Clock::now() < end);
-  return {Microseconds(OwnTime() - nodeBefore) / requests,
-          Microseconds(server.ProcessorTime() - databaseBefore) / requests};
-}
 
 /// The same rows in both engines, and a visitor of each.
 class Calendar {
@@ -88,8 +46,8 @@ class Calendar {
       Try(atServer_, page);
     }
     for (int round = 0; round < kRounds; ++round) {
-      file.push_back(MeasureRound(atFile_, page, server_));
-      server.push_back(MeasureRound(atServer_, page, server_));
+      file.push_back(MeasureRound(atFile_, page.Request, server_));
+      server.push_back(MeasureRound(atServer_, page.Request, server_));
     }
     const Cost onFile = MedianOf(file);
     const Cost onServer = MedianOf(server);

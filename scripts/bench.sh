@@ -15,6 +15,6 @@ done
 bench/load.sh
 bench/savers.sh
 bench/crowd.sh
-for figures in far_database processor_time; do
+for figures in far_database processor_time growth; do
   scripts/with_postgresql.sh "build/bench/$figures"
 done

@@ -47,38 +47,33 @@ class CharacterSet {
   std::array<bool, 256> isMember_{};
 };
 
-/// Appends `text`. Where a character of `special` begins `rest`, calls `replace(rest)` instead, which appends
-/// a replacement and returns how many characters it replaced.
-template <class Replace>
-void AppendReplacing(std::string& html, std::string_view text, const CharacterSet& special, Replace replace) {
-  for (;;) {
-    const std::size_t at = special.FindIn(text);
-    html += text.substr(0, at);
-    if (at == std::string_view::npos) return;
-    text.remove_prefix(at);
-    text.remove_prefix(replace(text));
+/// Appends `text`. Where `special` stands at the beginning of `rest`, appends `replacement(rest)` instead.
+template <class Replacement>
+void AppendReplacing(std::string& html, std::string_view text, char special, Replacement replacement) {
+  for (std::size_t at = text.find(special); at != std::string_view::npos; at = text.find(special)) {
+    html.append(text.substr(0, at)).append(replacement(text.substr(at)));
+    text.remove_prefix(at + 1);
   }
+  html += text;
 }
 
 void AppendContent(std::string& html, std::string_view text) {
-  static constexpr CharacterSet kSpecial("<");
-  AppendReplacing(html, text, kSpecial, [&](std::string_view rest) {
-    html += BeginsHarmlessTag(rest) ? "<" : "&lt;";
-    return std::size_t{1};
-  });
+  AppendReplacing(html, text, '<',
+                  [](std::string_view rest) { return BeginsHarmlessTag(rest) ? "<" : "&lt;"; });
+}
+
+void AppendLabel(std::string& html, std::string_view text) {
+  AppendReplacing(html, text, '<', [](std::string_view) { return "&lt;"; });
 }
 
 void AppendAttribute(std::string& html, std::string_view text) {
-  static constexpr CharacterSet kSpecial("\"");
-  AppendReplacing(html, text, kSpecial, [&](std::string_view) {
-    html += "&quot;";
-    return std::size_t{1};
-  });
+  AppendReplacing(html, text, '"', [](std::string_view) { return "&quot;"; });
 }
 
 /// U+2028 and U+2029, which end a line in scripts, share the first two of their three bytes.
 constexpr std::string_view kLineSeparatorStart = "\xE2\x80";
 
+/// Returns how many characters of `rest` it replaced.
 std::size_t AppendScriptCharacter(std::string& html, std::string_view rest) {
   if (rest.starts_with("\\n")) {
     html += "\\n";
@@ -120,8 +115,12 @@ constexpr CharacterSet kScriptSpecial("\\'<\r\n\xE2");
 constexpr CharacterSet kScriptAttributeSpecial("\\'<\r\n\xE2\"&");
 
 void AppendScript(std::string& html, std::string_view text, const CharacterSet& special) {
-  AppendReplacing(html, text, special,
-                  [&](std::string_view rest) { return AppendScriptCharacter(html, rest); });
+  for (std::size_t at = special.FindIn(text); at != std::string_view::npos; at = special.FindIn(text)) {
+    html += text.substr(0, at);
+    text.remove_prefix(at);
+    text.remove_prefix(AppendScriptCharacter(html, text));
+  }
+  html += text;
 }
 
 void AppendNumber(std::string& html, std::int64_t number) {
@@ -144,6 +143,9 @@ void HtmlPart::AppendTo(std::string& html) const {
     case Kind::kContent:
       AppendContent(html, text_);
       break;
+    case Kind::kLabel:
+      AppendLabel(html, text_);
+      break;
     case Kind::kAttribute:
       AppendAttribute(html, text_);
       break;
@@ -159,6 +161,9 @@ void HtmlPart::AppendTo(std::string& html) const {
 HtmlPart Content(std::string_view text) {
   return {HtmlPart::Kind::kContent, text};
 }
+HtmlPart OptionLabel(std::string_view text) {
+  return {HtmlPart::Kind::kLabel, text};
+}
 HtmlPart Attribute(std::string_view text) {
   return {HtmlPart::Kind::kAttribute, text};
 }
@@ -172,14 +177,21 @@ HtmlPart ConfiguredHtml(std::string_view text) {
   return {HtmlPart::Kind::kMarkup, text};
 }
 
-void Html::AddFormatted(std::string_view format, std::span<const HtmlPart> parts) {
-  for (const HtmlPart& part : parts) {
-    const std::size_t place = format.find("{}");
-    text_ += format.substr(0, place);
-    part.AppendTo(text_);
-    format.remove_prefix(place + 2);
+void Html::AddFormatted(std::span<const std::string_view> pieces, std::span<const HtmlPart> parts) {
+  if (text_.empty()) ReserveFor(pieces, parts);
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    text_ += pieces[i];
+    parts[i].AppendTo(text_);
   }
-  text_ += format;
+  text_ += pieces.back();
+}
+
+/// Most fragments are made in one go and then fit; a page grows.
+void Html::ReserveFor(std::span<const std::string_view> pieces, std::span<const HtmlPart> parts) {
+  std::size_t size = 0;
+  for (const std::string_view piece : pieces) size += piece.size();
+  for (const HtmlPart& part : parts) size += part.SizeUnescaped();
+  text_.reserve(size);
 }
 
 bool IsColour(std::string_view text) {

@@ -35,13 +35,15 @@ class HtmlPart {
       : kind_(Kind::kNumber), number_(static_cast<std::int64_t>(number)) {}
 
   void AppendTo(std::string& html) const;
+  std::size_t SizeUnescaped() const { return text_.size(); }
 
  private:
-  enum class Kind { kMarkup, kNumber, kContent, kAttribute, kScript, kScriptAttribute };
+  enum class Kind { kMarkup, kNumber, kContent, kLabel, kAttribute, kScript, kScriptAttribute };
 
   HtmlPart(Kind kind, std::string_view text) : kind_(kind), text_(text) {}
 
   friend HtmlPart Content(std::string_view text);
+  friend HtmlPart OptionLabel(std::string_view text);
   friend HtmlPart Attribute(std::string_view text);
   friend HtmlPart Script(std::string_view text);
   friend HtmlPart ScriptAttribute(std::string_view text);
@@ -55,6 +57,9 @@ class HtmlPart {
 /// Text between tags: "<" becomes "&lt;" unless it begins one of a few harmless tags without attributes. "&"
 /// is kept: stored texts contain character references.
 HtmlPart Content(std::string_view text);
+/// The label of an OPTION, in which an unclosed tag would hide the options that follow: every "<" becomes
+/// "&lt;".
+HtmlPart OptionLabel(std::string_view text);
 /// Text within an attribute value in double quotes.
 HtmlPart Attribute(std::string_view text);
 /// Text within a string literal in apostrophes in a SCRIPT element. "\n" as two characters is kept: a line
@@ -72,14 +77,14 @@ class Html {
  public:
   Html() = default;
   template <class... Parts>
-  explicit Html(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
+  explicit Html(const FormatLiteral<sizeof...(Parts)>& format, const Parts&... parts) {
     Add(format, parts...);
   }
 
   template <class... Parts>
-  Html& Add(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
+  Html& Add(const FormatLiteral<sizeof...(Parts)>& format, const Parts&... parts) {
     const std::array<HtmlPart, sizeof...(Parts)> filling{HtmlPart(parts)...};
-    AddFormatted(format.Text(), filling);
+    AddFormatted(format.Pieces(), filling);
     return *this;
   }
   Html& Add(const Html& piece) {
@@ -93,7 +98,10 @@ class Html {
   std::string Text() && { return std::move(text_); }
 
  private:
-  void AddFormatted(std::string_view format, std::span<const HtmlPart> parts);
+  /// There is one piece more than parts.
+  void AddFormatted(std::span<const std::string_view> pieces, std::span<const HtmlPart> parts);
+
+  void ReserveFor(std::span<const std::string_view> pieces, std::span<const HtmlPart> parts);
 
   std::string text_;
 };

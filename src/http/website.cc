@@ -17,13 +17,13 @@ constexpr const char* kSessionCookie = "orlune_session";
 
 class PageServer : public Server {
  public:
-  PageServer(const StaticFiles& files, std::string_view pagePath) : files_(files), pagePath_(pagePath) {}
-  std::filesystem::path MapPath(std::string_view virtualPath) const override {
-    return files_.FindLinked(pagePath_, virtualPath);
+  PageServer(KnownLinks& links, std::string_view pagePath) : links_(links), pagePath_(pagePath) {}
+  bool Serves(std::string_view link) const override {
+    return links_.IsServed(pagePath_, link, std::chrono::steady_clock::now());
   }
 
  private:
-  const StaticFiles& files_;
+  KnownLinks& links_;
   std::string_view pagePath_;
 };
 
@@ -112,7 +112,7 @@ ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const Re
   const bool lacksSameSiteCookie = isKnown && !HasSameSiteCookie(message);
   if (couldChange && lacksSameSiteCookie) return Refusal(403);
   HttpResponse response(request, page.Path, parts_.Sealer, now, sender.IsOverHttps);
-  PageServer server(parts_.Files, page.Path);
+  PageServer server(links_, page.Path);
   auto failure = RunPage(page.Path, answering.Answer, {&request, &response, &session, &server}, session);
   ReplyMessage reply = failure ? *std::move(failure) : response.Finish();
   const BrowserCookie cookie{kSessionCookie, "1", page.Path, {}, sender.IsOverHttps, CrossSite::kLinks};

@@ -10,6 +10,7 @@
 #include <spdlog/logger.h>
 
 #include "http/http_message.h"
+#include "http/known_links.h"
 #include "http/static_files.h"
 #include "http/trusted_proxies.h"
 #include "platform/clock.h"
@@ -74,6 +75,7 @@ class Website {
   ReplyMessage AnswerOther(const RequestMessage& request) const;
 
   WebsiteParts parts_;
+  KnownLinks links_{parts_.Files};
 };
 
 }  // namespace orlune

@@ -1,6 +1,5 @@
 #include "model/group_view.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "base/text.h"
@@ -26,13 +25,6 @@ std::string_view GroupViewMembers::ForeGroundAt(std::size_t place) const {
   return ItemAt(ForeGround, place);
 }
 
-std::size_t GroupViewMembers::PlaceOf(std::string_view calendar) const {
-  const auto member = std::find_if(Calendars.begin(), Calendars.end(), [&](const std::string& name) {
-    return EqualIgnoringCase(name, calendar);
-  });
-  return member == Calendars.end() ? std::string::npos : static_cast<std::size_t>(member - Calendars.begin());
-}
-
 bool GroupViewMembers::Remove(std::string_view calendar) {
   const std::size_t before = Calendars.size();
   for (std::size_t place = before; place-- > 0;) {
@@ -42,6 +34,17 @@ bool GroupViewMembers::Remove(std::string_view calendar) {
     EraseAt(ForeGround, place);
   }
   return Calendars.size() != before;
+}
+
+MemberPlaces::MemberPlaces(const GroupViewMembers& members) {
+  for (std::size_t place = 0; place < members.Calendars.size(); ++place)
+    places_.emplace(ToLower(members.Calendars[place]), place);
+}
+
+std::size_t MemberPlaces::PlaceOf(std::string_view calendar) const {
+  if (places_.empty()) return std::string::npos;
+  const auto member = places_.find(ToLower(calendar));
+  return member == places_.end() ? std::string::npos : member->second;
 }
 
 }  // namespace orlune

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orlune {
@@ -17,12 +18,22 @@ struct GroupViewMembers {
   std::string_view BackGroundAt(std::size_t place) const;
   std::string_view ForeGroundAt(std::size_t place) const;
 
-  /// The first place of `calendar` among the members, ignoring case; `std::string::npos` when it is not a
-  /// member. (Not the number of members: there may be more colours than members.)
-  std::size_t PlaceOf(std::string_view calendar) const;
-
   /// Removes `calendar` with its colours; false when it is not a member.
   bool Remove(std::string_view calendar);
+};
+
+/// Finds the places of calendars among the members of a group view, each in the same time whatever the number
+/// of members.
+class MemberPlaces {
+ public:
+  explicit MemberPlaces(const GroupViewMembers& members);
+
+  /// The first place of `calendar`, ignoring case; `std::string::npos` when it is not a member. (Not the
+  /// number of members: there may be more colours than members.)
+  std::size_t PlaceOf(std::string_view calendar) const;
+
+ private:
+  std::unordered_map<std::string, std::size_t> places_;  ///< by the name in lower case
 };
 
 /// A group view as selection lists show it.

@@ -15,7 +15,8 @@ void OL_Events::GetEventsForPeriod(std::vector<OL_Event> events, const GroupView
   first_ = first;
   days_.clear();
   days_.resize(static_cast<std::size_t>((last - first).count() + 1));
-  for (const OL_Event& event : events_) AddOccurrences(event, group.PlaceOf(event.Owner), week, last);
+  const MemberPlaces members(group);
+  for (const OL_Event& event : events_) AddOccurrences(event, members.PlaceOf(event.Owner), week, last);
 }
 
 void OL_Events::AddOccurrences(const OL_Event& event, std::size_t member, const Week& week, Date last) {

@@ -10,24 +10,12 @@
 namespace orlune {
 
 using std::chrono::days;
-using std::chrono::months;
 using std::chrono::year_month_day;
 
 namespace {
 
-/// Day `dayNumber` of the month of `inMonth`, or its last day when it has no such day.
-Date DayOfItsMonth(Date inMonth, int dayNumber) {
-  const Date day = inMonth + days{dayNumber - DayOfMonth(inMonth)};
-  const Date lastDay = LastDayOfMonth(inMonth);
-  return dayNumber < 1 || day > lastDay ? lastDay : day;
-}
-
-/// `AddMonths` without clamping: the months next to the first and the last supported date are needed.
-Date NeighbourMonth(Date date, int offset) {
-  const year_month_day parts{date};
-  const auto month = parts.year() / parts.month() + months{offset};
-  return LastDayOfMonth(Date{month / 1});
-}
+/// Where every day belongs to the weekend.
+constexpr int kMostMoves = 7;
 
 }  // namespace
 
@@ -59,7 +47,6 @@ void RepetitionRule::ReadWeekdayRule(const OL_Event& event) {
 }
 
 bool RepetitionRule::OccursOn(Date date) const {
-  const auto matchesMonthDay = [&](int dayNumber) { return MonthDayMatches(dayNumber, date); };
   switch (kind_) {
     case Kind::kNever:
       return false;
@@ -71,7 +58,7 @@ bool RepetitionRule::OccursOn(Date date) const {
       if (year_month_day{date}.month() != year_month_day{begin_}.month()) return false;
       [[fallthrough]];
     case Kind::kMonthly:
-      return std::any_of(monthDays_.begin(), monthDays_.end(), matchesMonthDay);
+      return MonthDayMatches(date);
   }
   return false;
 }
@@ -86,19 +73,34 @@ bool RepetitionRule::WeekOfMonthMatches(Date date) const {
   return (DayOfMonth(date) - 1) / 7 + 1 == number_;
 }
 
-bool RepetitionRule::MonthDayMatches(int dayNumber, Date date) const {
-  if (weekends_ == WeekendRule::kSkip && week_->IsWeekend(date)) return false;
-  for (const int offset : {-1, 0, 1}) {
-    const Date nominal = DayOfItsMonth(NeighbourMonth(date, offset), dayNumber);
-    if (MovedOffWeekend(nominal) == date) return true;
+bool RepetitionRule::MonthDayMatches(Date date) const {
+  if (weekends_ == WeekendRule::kKeep) return IsMonthDay(date);
+  if (weekends_ == WeekendRule::kSkip) return !week_->IsWeekend(date) && IsMonthDay(date);
+  // Only the days of the weekend next to `date`, and itself, can have moved to it.
+  const days step = Step();
+  Date nominal = date;
+  for (int moves = 0; moves <= kMostMoves; ++moves, nominal -= step) {
+    if (moves > 0 && !week_->IsWeekend(nominal)) return false;
+    if (IsMonthDay(nominal) && MovedOffWeekend(nominal) == date) return true;
   }
   return false;
 }
 
+bool RepetitionRule::IsMonthDay(Date date) const {
+  const int day = DayOfMonth(date);
+  const bool isLast = DayOfMonth(date + days{1}) == 1;
+  return std::any_of(monthDays_.begin(), monthDays_.end(), [&](int dayNumber) {
+    return dayNumber == day || (isLast && (dayNumber < 1 || dayNumber > day));
+  });
+}
+
+days RepetitionRule::Step() const {
+  return days{weekends_ == WeekendRule::kMoveForward ? 1 : -1};
+}
+
 Date RepetitionRule::MovedOffWeekend(Date date) const {
-  if (weekends_ != WeekendRule::kMoveForward && weekends_ != WeekendRule::kMoveBack) return date;
-  const days step{weekends_ == WeekendRule::kMoveForward ? 1 : -1};
-  for (int moves = 0; moves < 7 && week_->IsWeekend(date); ++moves) date += step;
+  const days step = Step();
+  for (int moves = 0; moves < kMostMoves && week_->IsWeekend(date); ++moves) date += step;
   return date;
 }
 

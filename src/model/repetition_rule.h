@@ -24,7 +24,10 @@ class RepetitionRule {
   void ReadWeekdayRule(const OL_Event& event);
   bool WeekFrequencyMatches(Date date) const;
   bool WeekOfMonthMatches(Date date) const;
-  bool MonthDayMatches(int dayNumber, Date date) const;
+  bool MonthDayMatches(Date date) const;
+  /// Whether `date` is one of the days of the month; the last one stands for those that its month lacks.
+  bool IsMonthDay(Date date) const;
+  std::chrono::days Step() const;
   Date MovedOffWeekend(Date date) const;
 
   const Week* week_;

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -70,9 +69,8 @@ class Session {
 class Server {
  public:
   virtual ~Server() = default;
-  /// The file that the server would serve for `virtualPath`, read as a link of the hosting page; an empty
-  /// path when it would serve none.
-  virtual std::filesystem::path MapPath(std::string_view virtualPath) const = 0;
+  /// Whether the server serves a file for `link` on the hosting page; may miss a change of the last second.
+  virtual bool Serves(std::string_view link) const = 0;
 };
 
 /// The four objects of one request. They must outlive its handling.

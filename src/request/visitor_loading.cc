@@ -1,7 +1,6 @@
 #include "request/visitor_loading.h"
 
-#include <algorithm>
-#include <filesystem>
+#include <unordered_set>
 
 #include "base/dates.h"
 #include "base/lists.h"
@@ -56,19 +55,18 @@ void TakeDisplaySettings(std::optional<DisplaySettings> settings, Visitor& visit
 }
 
 void FallBackToDefaultSheet(const Server& server, const std::string& cssDir, Visitor& visitor) {
-  const auto file = server.MapPath(cssDir + visitor.SheetFile);
-  std::error_code ignored;
-  if (file.empty() || !std::filesystem::exists(file, ignored)) visitor.SheetFile = "default.css";
+  if (!server.Serves(cssDir + visitor.SheetFile)) visitor.SheetFile = "default.css";
 }
 
-void AppendNew(std::vector<std::string>& list, std::string_view item) {
-  if (!item.empty() && std::find(list.begin(), list.end(), item) == list.end()) list.emplace_back(item);
-}
-
+/// The groups of text lists, without repetitions and empty items, in their order.
 std::vector<std::string> DistinctGroups(std::span<const std::string> lists) {
   std::vector<std::string> groups;
-  for (const std::string& list : lists)
-    ForEachItem(list, [&](std::string_view group) { AppendNew(groups, group); });
+  std::unordered_set<std::string_view> known{""};
+  for (const std::string& list : lists) {
+    ForEachItem(list, [&](std::string_view group) {
+      if (known.insert(group).second) groups.emplace_back(group);
+    });
+  }
   return groups;
 }
 
@@ -115,8 +113,8 @@ class VisitorQueries {
       visitor_.MemberOfGroups = visitor_.AdminOfGroups;
       return;
     }
+    memberLists_.emplace_back("default");
     visitor_.MemberOfGroups = DistinctGroups(memberLists_);
-    AppendNew(visitor_.MemberOfGroups, "default");
   }
 
   std::optional<DisplaySettings> Settings{};

@@ -148,9 +148,12 @@ Statement OwnerFilter(std::string_view view, std::span<const std::string> owners
   return Statement("(Owner In ({})) ", QuotedList(owners));
 }
 
+constexpr std::size_t kUsualEvents = 64;
+
 std::vector<OL_Event> ReadEvents(ResultSet& rows) {
   const EventReader reader(rows);
   std::vector<OL_Event> events;
+  events.reserve(kUsualEvents);
   while (rows.Next()) events.push_back(reader.Read(rows));
   return events;
 }

@@ -12,14 +12,12 @@ void Statement::Part::AppendTo(Statement& statement) const {
   for (const ValueSpan& value : values_) statement.values_.push_back({begin + value.Begin, value.Length});
 }
 
-void Statement::AddFormatted(std::string_view format, std::span<const Part> parts) {
-  for (const Part& part : parts) {
-    const std::size_t place = format.find("{}");
-    text_ += format.substr(0, place);
-    part.AppendTo(*this);
-    format.remove_prefix(place + 2);
+void Statement::AddFormatted(std::span<const std::string_view> pieces, std::span<const Part> parts) {
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    text_ += pieces[i];
+    parts[i].AppendTo(*this);
   }
-  text_ += format;
+  text_ += pieces.back();
 }
 
 }  // namespace orlune

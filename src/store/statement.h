@@ -31,14 +31,14 @@ class Statement {
   /// `format` with its placeholders replaced in order. A text or a number becomes a value; a `SqlLiteral` is
   /// SQL; a `Statement` keeps its SQL and its values.
   template <class... Parts>
-  explicit Statement(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
+  explicit Statement(const FormatLiteral<sizeof...(Parts)>& format, const Parts&... parts) {
     Add(format, parts...);
   }
 
   template <class... Parts>
-  Statement& Add(FormatLiteral<sizeof...(Parts)> format, const Parts&... parts) {
+  Statement& Add(const FormatLiteral<sizeof...(Parts)>& format, const Parts&... parts) {
     const std::array<Part, sizeof...(Parts)> filling{Part(parts)...};
-    AddFormatted(format.Text(), filling);
+    AddFormatted(format.Pieces(), filling);
     return *this;
   }
 
@@ -71,7 +71,8 @@ class Statement {
     bool isValue_ = false;
   };
 
-  void AddFormatted(std::string_view format, std::span<const Part> parts);
+  /// There is one piece more than parts.
+  void AddFormatted(std::span<const std::string_view> pieces, std::span<const Part> parts);
 
   std::string text_;
   std::vector<ValueSpan> values_;

@@ -41,6 +41,7 @@ TEST(HtmlPart, EscapesMarkupAndScriptOnly) {
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Written(Content(c.Text)), c.Content);
+    EXPECT_EQ(Written(OptionLabel(c.Text)), ReplaceAll(c.Text, "<", "&lt;"));
     EXPECT_EQ(Written(Attribute(c.Text)), c.Attribute);
     EXPECT_EQ(Written(Script(c.Text)), c.Script);
     EXPECT_EQ(Written(ScriptAttribute(c.Text)), c.ScriptAttribute);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/configuration_error.h"
+#include "http/known_links.h"
 #include "support/temporary_folder.h"
 #include "support/write_file.h"
 
@@ -10,6 +11,7 @@ namespace orlune::testing {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 class SiteFolder : public ::testing::Test {
  protected:
@@ -119,6 +121,24 @@ TEST_F(SiteFolder, FindsTheLinksOfAPage) {
         Link("/a.asp", "http://site.example/css/default.css"), Link("/a.asp", ""),
         Link("/a.asp", "//site.example/css/default.css")})
     EXPECT_EQ(files.FindLinked(page, link), fs::path()) << page << " " << link;
+}
+
+TEST_F(SiteFolder, NoticesAStyleSheetThatComesOrGoesWithinASecond) {
+  const StaticFiles files(site_);
+  KnownLinks links(files);
+  const std::chrono::steady_clock::time_point start;
+  const auto isServed = [&](std::chrono::milliseconds since) {
+    return links.IsServed("/a.asp", "css/new.css", start + since);
+  };
+  EXPECT_FALSE(isServed(0ms));
+  WriteFile(site_ / "css/new.css", "text");
+  EXPECT_FALSE(isServed(999ms)) << "asks the file system once a second only";
+  EXPECT_TRUE(isServed(1000ms));
+  fs::remove(site_ / "css/new.css");
+  EXPECT_TRUE(isServed(1999ms));
+  EXPECT_FALSE(isServed(2000ms));
+  EXPECT_TRUE(links.IsServed("/a.asp", "css/default.css", start)) << "each link has an answer of its own";
+  EXPECT_FALSE(links.IsServed("/team/a.asp", "css/default.css", start)) << "and so has each page";
 }
 
 }  // namespace

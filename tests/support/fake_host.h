@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -54,9 +55,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
 
   std::string Get(std::string_view key) const override { return std::string(Find(SessionValues, key)); }
   void Set(std::string_view key, std::string_view value) override { SessionValues[std::string(key)] = value; }
-  std::filesystem::path MapPath(std::string_view virtualPath) const override {
-    return SiteFolder / virtualPath;
-  }
+  bool Serves(std::string_view link) const override { return std::filesystem::exists(SiteFolder / link); }
 
  private:
   static std::string_view Find(const Fields& fields, std::string_view name);

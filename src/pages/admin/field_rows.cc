@@ -4,7 +4,6 @@
 
 #include "base/name_set.h"
 #include "html/form_parts.h"
-#include "html/option_label.h"
 #include "request/texts.h"
 
 namespace orlune {

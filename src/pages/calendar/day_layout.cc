@@ -39,13 +39,9 @@ std::optional<int> SpanInRow(const OL_Event& event, int hour, int firstHour) {
 }
 
 void ColumnTable::Allocate(int span) {
-  const int rows = std::max(0, span);
-  const auto free = std::find(remainingRows_.begin(), remainingRows_.end(), 0);
-  if (free != remainingRows_.end()) {
-    *free = rows;
-  } else {
-    remainingRows_.push_back(rows);
-  }
+  while (firstFree_ < remainingRows_.size() && remainingRows_[firstFree_] > 0) ++firstFree_;
+  if (firstFree_ == remainingRows_.size()) remainingRows_.push_back(0);
+  remainingRows_[firstFree_] = std::max(0, span);
 }
 
 std::vector<int> ColumnTable::FreeRuns() const {
@@ -62,6 +58,7 @@ std::vector<int> ColumnTable::FreeRuns() const {
 
 void ColumnTable::EndRow() {
   for (int& remaining : remainingRows_) remaining = std::max(0, remaining - 1);
+  firstFree_ = 0;
 }
 
 }  // namespace orlune

@@ -40,6 +40,7 @@ class ColumnTable {
 
  private:
   std::vector<int> remainingRows_;
+  std::size_t firstFree_ = 0;  ///< columns before it are occupied in this row
 };
 
 }  // namespace orlune

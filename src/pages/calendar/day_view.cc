@@ -86,7 +86,7 @@ void AddDayView(Html& page, const PageContext& context, const ViewContent& conte
   page.Add("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}</TD></TR>\r\n", timetable.TotalColumns(),
            Content(WeekdayName(context.Regional.Names, context.Visitor.CurrentDate)));
   timetable.AddHourRows(page);
-  page.Add(SelectionRow(context, content, timetable.TotalColumns()));
+  AddSelectionRow(page, context, content, timetable.TotalColumns());
   page.Add(ViewClose(context));
 }
 

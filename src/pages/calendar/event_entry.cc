@@ -12,7 +12,9 @@ namespace orlune {
 
 EventEntryWriter::EventEntryWriter(const PageContext& context, const GroupViewMembers& group)
     : context_(&context),
-      editLinkAttributes_("TITLE=\"{}\" {}", Attribute(LoadText(context, Text::kEditEvent)),
+      iconOpen_("<IMG SRC=\"{}", Attribute(context.Hosting.ImageDir)),
+      editLinkOpen_("<A HREF=\"{}?p=e&id=", Attribute(context.Hosting.ScriptName)),
+      editLinkAttributes_("\" TITLE=\"{}\" {}>", Attribute(LoadText(context, Text::kEditEvent)),
                           StatusHandler(LoadText(context, Text::kEditEvent))) {
   const std::size_t memberCount = group.Calendars.size();
   colours_.reserve(memberCount + 1);
@@ -35,23 +37,22 @@ void EventEntryWriter::AddDayEntry(Html& page, const Occurrence& occurrence) con
   const OL_Event& event = *occurrence.Event;
   const bool hasLink = AddEditLinkOpen(page, event);
   const Html& colours = ColoursOf(occurrence);
-  page.Add("{}<P>{}<B>{}</B>", colours,
-           TimeSpanLabel(context_->Visitor.TimeFormat, event.BeginTime, event.EndTime),
-           Content(event.EventName));
+  page.Add("{}<P>", colours);
+  AddTimeSpan(page, context_->Visitor.TimeFormat, event.BeginTime, event.EndTime);
+  page.Add("<B>{}</B>", Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   if (hasLink) page.Add("</A>");
   if (!event.Comments.empty()) page.Add("<BR>{}", Content(ReplaceAll(event.Comments, "\r\n", "<BR>")));
 }
 
 void EventEntryWriter::AddIcon(Html& page, const OL_Event& event) const {
-  page.Add("<IMG SRC=\"{}{}\" ALT=\"{}\">", Attribute(context_->Hosting.ImageDir),
-           Attribute(EventTypeIcon(*context_, event.EventType)), Attribute(event.Comments));
+  page.Add("{}{}\" ALT=\"{}\">", iconOpen_, Attribute(EventTypeIcon(*context_, event.EventType)),
+           Attribute(event.Comments));
 }
 
 bool EventEntryWriter::AddEditLinkOpen(Html& page, const OL_Event& event) const {
   if (!context_->Visitor.MayChangeEventsOf(event.Owner)) return false;
-  page.Add("<A HREF=\"{}?p=e&id={}\" {}>", Attribute(context_->Hosting.ScriptName), event.EventID,
-           editLinkAttributes_);
+  page.Add("{}{}{}", editLinkOpen_, event.EventID, editLinkAttributes_);
   return true;
 }
 
@@ -60,8 +61,9 @@ bool EventEntryWriter::AddIconAndTitle(Html& page, const Occurrence& occurrence)
   AddIcon(page, event);
   const bool hasLink = AddEditLinkOpen(page, event);
   const Html& colours = ColoursOf(occurrence);
-  page.Add("{}{}{}", colours, TimeSpanLabel(context_->Visitor.TimeFormat, event.BeginTime, event.EndTime),
-           Content(event.EventName));
+  page.Add(colours);
+  AddTimeSpan(page, context_->Visitor.TimeFormat, event.BeginTime, event.EndTime);
+  page.Add("{}", Content(event.EventName));
   if (!colours.IsEmpty()) page.Add("</FONT>");
   return hasLink;
 }

@@ -29,7 +29,9 @@ class EventEntryWriter {
   const Html& ColoursOf(const Occurrence& occurrence) const;
 
   const PageContext* context_;
-  Html editLinkAttributes_;
+  Html iconOpen_;              ///< up to the file
+  Html editLinkOpen_;          ///< up to the number of the event
+  Html editLinkAttributes_;    ///< behind the number
   std::vector<Html> colours_;  ///< the FONT tag of each member, then an empty one for other calendars
 };
 

@@ -22,6 +22,7 @@ class MonthGrid {
       : context_(context),
         events_(content.Events),
         week_(context.Visitor.FirstDayOfWeek, context.Visitor.Weekend),
+        dayNumbers_(context),
         entries_(context, content.Group),
         firstDay_(context.Visitor.CurrentDate - days{DayOfMonth(context.Visitor.CurrentDate) - 1}),
         lastDay_(LastDayOfMonth(context.Visitor.CurrentDate)) {}
@@ -60,8 +61,9 @@ class MonthGrid {
     if (date < firstDay_ || date > lastDay_) {
       page.Add("<TD VALIGN=TOP CLASS=\"off\"><FONT CLASS=\"daynumdim\">{}</FONT>", DayOfMonth(date));
     } else {
-      page.Add("<TD VALIGN=TOP{}>{}\r\n<BR>\r\n", DayCellClass(context_, week_, date),
-               DayNumberLink(context_, date));
+      page.Add("<TD VALIGN=TOP{}>", DayCellClass(context_, week_, date));
+      dayNumbers_.Add(page, date);
+      page.Add("\r\n<BR>\r\n");
       for (const Occurrence& occurrence : events_.GetEventsForDay(date))
         entries_.AddMonthEntry(page, occurrence);
     }
@@ -71,6 +73,7 @@ class MonthGrid {
   const PageContext& context_;
   const OL_Events& events_;
   Week week_;
+  DayNumberLinks dayNumbers_;
   EventEntryWriter entries_;
   Date firstDay_;
   Date lastDay_;
@@ -89,7 +92,7 @@ void AddMonthView(Html& page, const PageContext& context, const ViewContent& con
   page.Add("<TABLE WIDTH=100% ALIGN=CENTER CELLSPACING={}>", CellSpacing(context));
   grid.AddHeaderRow(page);
   grid.AddWeekRows(page);
-  page.Add(SelectionRow(context, content, 8));
+  AddSelectionRow(page, context, content, 8);
   page.Add(ViewClose(context));
 }
 

@@ -6,7 +6,6 @@
 #include "base/dates.h"
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
-#include "html/option_label.h"
 #include "request/texts.h"
 
 namespace orlune {
@@ -49,15 +48,14 @@ Html OkButton(const PageContext& context) {
 
 }  // namespace
 
-Html SelectionRow(const PageContext& context, const ViewContent& content, int columnCount) {
-  Html row("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(context));
-  row.Add("{}&nbsp;<SELECT NAME=\"cn\">", Content(LoadText(context, Text::kViewedCalendar)));
-  AddGroupViewOptions(row, context, content.GroupViews);
-  AddCalendarOptions(row, content.Calendars,
+void AddSelectionRow(Html& page, const PageContext& context, const ViewContent& content, int columnCount) {
+  page.Add("<TR><TD ALIGN=CENTER COLSPAN={} CLASS=\"captions\">{}", columnCount, DateInput(context));
+  page.Add("{}&nbsp;<SELECT NAME=\"cn\">", Content(LoadText(context, Text::kViewedCalendar)));
+  AddGroupViewOptions(page, context, content.GroupViews);
+  AddCalendarOptions(page, content.Calendars,
                      [&](std::string_view name) { return name == context.Visitor.CalName; });
-  row.Add("</SELECT>&nbsp;&nbsp;&nbsp;{}&nbsp;&nbsp;&nbsp;{}</TD></TR>", ViewList(context),
-          OkButton(context));
-  return row;
+  page.Add("</SELECT>&nbsp;&nbsp;&nbsp;{}&nbsp;&nbsp;&nbsp;{}</TD></TR>", ViewList(context),
+           OkButton(context));
 }
 
 }  // namespace orlune

@@ -6,7 +6,7 @@
 
 namespace orlune {
 
-/// The last row of every view, for selecting date, calendar and view. It spans `columnCount` columns.
-Html SelectionRow(const PageContext& context, const ViewContent& content, int columnCount);
+/// Adds the last row of every view, for selecting date, calendar and view. It spans `columnCount` columns.
+void AddSelectionRow(Html& page, const PageContext& context, const ViewContent& content, int columnCount);
 
 }  // namespace orlune

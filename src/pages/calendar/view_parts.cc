@@ -30,13 +30,16 @@ Markup DayCellClass(const PageContext& context, const Week& week, Date date) {
   return "";
 }
 
-Html DayNumberLink(const PageContext& context, Date date) {
-  const std::string_view hint = LoadText(context, Text::kShowDay);
-  return Html(
-      "<FONT CLASS=\"daynumber\"><A HREF=\"{}?p=c&cd={}&dm=day\" CLASS=\"daynumber\" TITLE=\"{}\" "
-      "{}>{}</A></FONT>",
-      Attribute(context.Hosting.ScriptName), Attribute(FormatShortDate(context.Regional, date)),
-      Attribute(hint), StatusHandler(hint), DayOfMonth(date));
+DayNumberLinks::DayNumberLinks(const PageContext& context)
+    : regional_(&context.Regional),
+      linkOpen_("<FONT CLASS=\"daynumber\"><A HREF=\"{}?p=c&cd=", Attribute(context.Hosting.ScriptName)),
+      attributes_("&dm=day\" CLASS=\"daynumber\" TITLE=\"{}\" {}",
+                  Attribute(LoadText(context, Text::kShowDay)),
+                  StatusHandler(LoadText(context, Text::kShowDay))) {}
+
+void DayNumberLinks::Add(Html& page, Date date) const {
+  page.Add("{}{}{}>{}</A></FONT>", linkOpen_, Attribute(FormatShortDate(*regional_, date)), attributes_,
+           DayOfMonth(date));
 }
 
 Html ColourStyleOpen(std::string_view background, std::string_view foreground) {
@@ -46,12 +49,13 @@ Html ColourStyleOpen(std::string_view background, std::string_view foreground) {
   return style.IsEmpty() ? style : Html("<FONT STYLE=\"{}\">", style);
 }
 
-Html TimeSpanLabel(std::string_view timeFormat, std::optional<TimeOfDay> begin,
-                   std::optional<TimeOfDay> end) {
-  std::string span;
-  if (begin) span = FormatTime(timeFormat, *begin);
-  if (end) span += "-" + FormatTime(timeFormat, *end);
-  return span.empty() ? Html() : Html("<B>{}</B> ", Content(span));
+void AddTimeSpan(Html& page, std::string_view timeFormat, std::optional<TimeOfDay> begin,
+                 std::optional<TimeOfDay> end) {
+  if (!begin && !end) return;
+  page.Add("<B>");
+  if (begin) page.Add("{}", Content(FormatTime(timeFormat, *begin)));
+  if (end) page.Add("-{}", Content(FormatTime(timeFormat, *end)));
+  page.Add("</B> ");
 }
 
 }  // namespace orlune

@@ -19,13 +19,24 @@ Html ViewClose(const PageContext& context);
 
 /// The class attribute of a day's cell: "today" takes precedence over "weekend"; empty for other days.
 Markup DayCellClass(const PageContext& context, const Week& week, Date date);
-/// The number of a day as a link to its day view.
-Html DayNumberLink(const PageContext& context, Date date);
+/// Writes the numbers of days as links to their day views. `context` must outlive it.
+class DayNumberLinks {
+ public:
+  explicit DayNumberLinks(const PageContext& context);
+
+  void Add(Html& page, Date date) const;
+
+ private:
+  const RegionalSettings* regional_;
+  Html linkOpen_;    ///< up to the date
+  Html attributes_;  ///< behind the date
+};
 
 /// A FONT tag with these colours, which the caller closes; empty when neither is a valid colour. An invalid
 /// one is omitted.
 Html ColourStyleOpen(std::string_view background, std::string_view foreground);
-/// The times of an event in the user's time format, in bold, followed by a space; empty without times.
-Html TimeSpanLabel(std::string_view timeFormat, std::optional<TimeOfDay> begin, std::optional<TimeOfDay> end);
+/// Adds the times of an event in the user's time format, in bold, followed by a space; nothing without times.
+void AddTimeSpan(Html& page, std::string_view timeFormat, std::optional<TimeOfDay> begin,
+                 std::optional<TimeOfDay> end);
 
 }  // namespace orlune

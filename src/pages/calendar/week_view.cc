@@ -43,12 +43,14 @@ void AddHeaderRow(Html& page, const PageContext& context, Date weekStart) {
 
 void AddDayRow(Html& page, const PageContext& context, const ViewContent& content, const Week& week,
                Date weekStart) {
+  const DayNumberLinks dayNumbers(context);
   const EventEntryWriter entries(context, content.Group);
   page.Add("<TR>");
   for (int column = 0; column < 7; ++column) {
     const Date date = AddDays(weekStart, column);
-    page.Add("<TD VALIGN=TOP HEIGHT=200{}>{}\r\n<BR><BR>\r\n", DayCellClass(context, week, date),
-             DayNumberLink(context, date));
+    page.Add("<TD VALIGN=TOP HEIGHT=200{}>", DayCellClass(context, week, date));
+    dayNumbers.Add(page, date);
+    page.Add("\r\n<BR><BR>\r\n");
     for (const Occurrence& occurrence : content.Events.GetEventsForDay(date))
       entries.AddWeekEntry(page, occurrence);
     page.Add("</TD>");
@@ -65,7 +67,7 @@ void AddWeekView(Html& page, const PageContext& context, const ViewContent& cont
   page.Add("<TABLE ALIGN=CENTER WIDTH=100% CELLSPACING={}>\r\n", CellSpacing(context));
   AddHeaderRow(page, context, weekStart);
   AddDayRow(page, context, content, week, weekStart);
-  page.Add(SelectionRow(context, content, 7));
+  AddSelectionRow(page, context, content, 7);
   page.Add(ViewClose(context));
 }
 

@@ -1,13 +1,13 @@
 #include "pages/events/event_form.h"
 
 #include <span>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "base/dates.h"
 #include "base/text.h"
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
-#include "html/option_label.h"
 #include "html/page_frame.h"
 #include "pages/events/form_page.h"
 #include "pages/events/repetition_kinds.h"
@@ -32,17 +32,19 @@ EventFormContent LoadEventForm(Connection& database, const Visitor& visitor, con
                                const std::vector<std::string>* chosenRecipients) {
   const int id = draft.Event.EventID;
   const std::vector<std::string> offered = visitor.ChangeableCalendars();
-  std::vector<Query<std::optional<std::string>>> nameQueries;
-  nameQueries.reserve(offered.size());
-  for (const std::string& calendar : offered) nameQueries.push_back(FriendlyNameOf(calendar));
-  auto [recipients, answers, names] =
+  auto [recipients, answers, named] =
       Ask(database, chosenRecipients ? CalendarsExcept(visitor.LoginName) : Query<std::vector<Calendar>>(),
           id != 0 ? AnswersTo(id) : Query<std::vector<SuggestionAnswer>>(),
-          Queries<std::optional<std::string>>(nameQueries));
+          offered.empty() ? Query<std::vector<Calendar>>() : CalendarsNamed(offered));
+  std::unordered_map<std::string, std::string> friendlyNames;
+  for (Calendar& calendar : named)
+    friendlyNames.emplace(ToLower(calendar.Name), std::move(calendar.FriendlyName));
   EventFormContent content{draft, chosenRecipients, std::move(recipients), std::move(answers), {}};
   content.Calendars.reserve(offered.size());
-  for (std::size_t i = 0; i < offered.size(); ++i)
-    content.Calendars.push_back({offered[i], names[i].value_or(offered[i])});
+  for (const std::string& calendar : offered) {
+    const auto known = friendlyNames.find(ToLower(calendar));
+    content.Calendars.push_back({calendar, known == friendlyNames.end() ? calendar : known->second});
+  }
   return content;
 }
 

@@ -11,7 +11,6 @@
 #include "html/calendar_options.h"
 #include "html/form_parts.h"
 #include "html/links.h"
-#include "html/option_label.h"
 #include "html/page_frame.h"
 #include "pages/groupviews/colour_list.h"
 #include "request/texts.h"
@@ -83,8 +82,9 @@ void AddColourStep(Html& page, const PageContext& context, const GroupViewFormCo
            Content(LoadText(context, Text::kGroupViewCalendars)),
            Content(LoadText(context, Text::kBackgroundColour)),
            Content(LoadText(context, Text::kForegroundColour)));
+  const MemberPlaces places(members);
   for (const Calendar& member : content.Calendars) {
-    const std::size_t place = members.PlaceOf(member.Name);
+    const std::size_t place = places.PlaceOf(member.Name);
     page.Add("<TR><TD ID=\"{}\">{}{}</TD><TD>{}</TD><TD>{}</TD></TR>", Attribute(member.Name),
              Content(member.FriendlyName), HiddenField("cals", member.Name),
              ColourList(context, member.Name, ColourKind::kBackground, members.BackGroundAt(place)),

@@ -2,7 +2,6 @@
 
 #include "html/form_parts.h"
 #include "html/links.h"
-#include "html/option_label.h"
 #include "html/page_frame.h"
 #include "request/texts.h"
 
