@@ -163,7 +163,7 @@ TEST_F(KeptResults, AreOfTheStateThatARequestReads) {
 class Interruption {
  public:
   Interruption(unsigned event, std::string_view statement) : event_(event), statement_(statement) {
-    current = this;
+    current_ = this;
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(Watch));
   }
   ~Interruption() {
@@ -178,15 +178,15 @@ class Interruption {
 
  private:
   static int Watch(sqlite3* database, char** /*error*/, const sqlite3_api_routines* /*routines*/) {
-    return sqlite3_trace_v2(database, current->event_, Notice, nullptr);
+    return sqlite3_trace_v2(database, current_->event_, Notice, nullptr);
   }
   static int Notice(unsigned /*event*/, void* /*context*/, void* statement, void* /*detail*/) {
-    if (current->action_ && sqlite3_sql(static_cast<sqlite3_stmt*>(statement)) == current->statement_)
-      std::exchange(current->action_, nullptr)();
+    if (current_->action_ && sqlite3_sql(static_cast<sqlite3_stmt*>(statement)) == current_->statement_)
+      std::exchange(current_->action_, nullptr)();
     return 0;
   }
 
-  static inline Interruption* current = nullptr;
+  static inline Interruption* current_ = nullptr;
   const unsigned event_;
   const std::string_view statement_;
   std::function<void()> action_;
