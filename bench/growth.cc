@@ -6,7 +6,7 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -172,22 +172,32 @@ struct Measured {
   std::vector<Cost> AtServer;
 };
 
-Microseconds TimeOfEntry(const std::vector<Cost>& costs, int entries) {
-  return MedianOf(costs).Sum() / entries;
+std::string Joined(const std::vector<double>& numbers) {
+  std::ostringstream text;
+  for (const double& number : numbers)
+    text << (&number == numbers.data() ? "" : " / ") << std::setprecision(number < 100 ? 2 : 3) << number;
+  return text.str();
+}
+
+/// The times of the sizes, and the time for each entry as a multiple of that of the size before.
+void PrintEngine(const std::vector<Measured>& sizes, std::vector<Cost> Measured::*costs) {
+  std::vector<double> milliseconds;
+  std::vector<double> growths;
+  for (const Measured& size : sizes) {
+    const double time = MedianOf(size.*costs).Sum().count() / 1000;
+    if (!milliseconds.empty())
+      growths.push_back(time / size.Size / (milliseconds.back() / sizes[growths.size()].Size));
+    milliseconds.push_back(time);
+  }
+  std::cout << " | " << Joined(milliseconds) << " ms | " << Joined(growths);
 }
 
 void Print(const std::string& name, const std::vector<Measured>& sizes) {
-  const Measured* tenth = nullptr;
-  for (const Measured& size : sizes) {
-    std::cout << std::fixed << std::setprecision(2) << "| " << name << " | " << size.Size;
-    for (const auto costs : {&Measured::AtFile, &Measured::AtServer}) {
-      const Microseconds time = TimeOfEntry(size.*costs, size.Size);
-      std::cout << " | " << time.count() * size.Size / 1000 << " ms | ";
-      if (tenth != nullptr) std::cout << time / TimeOfEntry(tenth->*costs, tenth->Size);
-    }
-    std::cout << " |" << std::endl;
-    tenth = &size;
-  }
+  std::cout << "| " << name << " | ";
+  for (const Measured& size : sizes) std::cout << (&size == sizes.data() ? "" : " / ") << size.Size;
+  PrintEngine(sizes, &Measured::AtFile);
+  PrintEngine(sizes, &Measured::AtServer);
+  std::cout << " |" << std::endl;
 }
 
 void Measure(const Growth& growth, const PostgresqlServer& server, const RegionalSettings& regional) {
@@ -210,10 +220,11 @@ void Measure(const Growth& growth, const PostgresqlServer& server, const Regiona
 void Run(std::string_view only) {
   const RegionalSettings regional = LoadRegionalSettings("en_US");
   const PostgresqlServer server;
-  std::cout << "Processor time of one page, of the node and the database together; \"growth\" is the time "
-               "for each\n"
-               "entry as a multiple of that at a tenth of the size.\n\n"
-               "| page | size | SQLite | growth | PostgreSQL | growth |\n|---|--:|--:|--:|--:|--:|\n";
+  std::cout
+      << "Processor time of one page, of the node and the database together; \"growth\" is the time "
+         "for each\n"
+         "entry as a multiple of that at a tenth of the size.\n\n"
+         "| page, what grows | sizes | SQLite | growth | PostgreSQL | growth |\n|---|--:|--:|--:|--:|--:|\n";
   for (const Growth& growth : Growths()) {
     if (growth.Name.starts_with(only)) Measure(growth, server, regional);
   }
