@@ -82,9 +82,9 @@ class InterruptedEngine : public DatabaseEngine {
   void Create(const DatabaseAddress& address, const std::function<void(Connection&)>& fill) override {
     inner_.Create(address, fill);
   }
-  std::unique_ptr<Connection> Connect(const DatabaseAddress& address) override {
+  std::unique_ptr<Connection> Connect(const DatabaseAddress& address, Access access) override {
     std::unique_ptr<Connection> connection;
-    interruption_.Write([&] { connection = inner_.Connect(address); });
+    interruption_.Write([&] { connection = inner_.Connect(address, access); });
     return connection;
   }
 
