@@ -18,8 +18,8 @@
 #include "app/database_health.h"
 #include "app/file_limit.h"
 #include "app/memory.h"
+#include "app/non_blocking_sink.h"
 #include "app/page_runner.h"
-#include "app/patient_log.h"
 #include "app/regions.h"
 #include "app/secret_key_file.h"
 #include "app/session_stores.h"
@@ -118,7 +118,8 @@ void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
-  const auto log = std::make_shared<spdlog::logger>("orlune", std::make_shared<PatientLog>(STDERR_FILENO));
+  const auto log =
+      std::make_shared<spdlog::logger>("orlune", std::make_shared<NonBlockingSink>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
   Regions regions(configuration, threads + kWaitingThreads, *log);
   LangPackFactory localisers(configuration.Site / "lang",

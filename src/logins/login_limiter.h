@@ -15,7 +15,7 @@
 namespace orlune {
 
 struct LoginLimits {
-  int TriesOfName = 5;      ///< wrong passwords of one account before the first pause
+  int TriesOfName = 5;      ///< failed logins to one account before the first pause
   int TriesOfAddress = 50;  ///< the same from one address, behind which a whole company may be
   std::chrono::seconds FirstPause{1};
   std::chrono::seconds LongestPause{15 * 60};
@@ -25,9 +25,9 @@ struct LoginLimits {
 };
 
 /// Limits failed logins by account and by address: past a number of failures each further one doubles the
-/// pause. Who logged in to an account from an address before is limited there by their own failures alone, so
-/// that nobody who guesses locks them out. Everything is kept in memory, the least recently used entries are
-/// evicted.
+/// pause (exponential back-off). An address from which somebody logged in to the account before is limited by
+/// its own failures alone, so that an attack does not lock the owner out. Entries are in memory; the least
+/// recently used are evicted.
 class LoginLimiter : public LoginGuard {
  public:
   using Clock = std::chrono::steady_clock;

@@ -5,21 +5,22 @@
 
 namespace orlune {
 
-/// Somebody at `Address` tries a password of the account `Name`. Names are compared ignoring case.
+/// An attempt to log in to the account `Name` from the IP address `Address`. Names are compared ignoring
+/// case.
 struct LoginAttempt {
   std::string_view Database;
   std::string_view Name;
   std::string_view Address;
 };
 
-/// Slows down whoever guesses passwords. Asked around every check of a password. May be used by several
-/// threads at once.
+/// Rate limiting of failed logins, against guessed passwords (brute force). Called before and after every
+/// check of a password. Thread-safe.
 class LoginGuard {
  public:
   virtual ~LoginGuard() = default;
 
   /// Zero when the password may be checked; the attempt then counts as failed until `Succeeded`. Otherwise
-  /// how long the visitor has to wait, and nothing is counted.
+  /// the time until the next attempt is admitted, and this one is not counted.
   virtual std::chrono::seconds Admit(const LoginAttempt& attempt) = 0;
   /// The password of an admitted attempt was wrong, or there is no such account.
   virtual void Failed(const LoginAttempt& attempt) = 0;

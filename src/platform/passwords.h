@@ -5,22 +5,21 @@
 
 namespace orlune {
 
-/// Passwords as they are stored: in plain, or as a hash that is expensive to compute. May be used by several
-/// threads at once.
+/// Passwords as they are stored: in plain text, or as a hash that is slow to compute on purpose. Thread-safe.
 class Passwords {
  public:
   virtual ~Passwords() = default;
 
-  /// A hash to store in place of the password.
+  /// A salted hash to store in place of the password.
   virtual std::string Hash(std::string_view password) = 0;
-  /// Whether a stored text is a hash and not a password in plain.
+  /// Whether a stored text is a hash rather than a password in plain text.
   virtual bool IsHash(std::string_view stored) const = 0;
-  /// Whether `stored`, a hash or a password in plain, is that of `password`.
+  /// Whether `stored`, a hash or plain text, matches `password`.
   virtual bool AreEqual(std::string_view stored, std::string_view password) = 0;
 
-  /// A short text that tells whether a stored password has changed, and nothing else of it.
+  /// A short fingerprint of a stored password, which changes with it and reveals nothing of it.
   virtual std::string Stamp(std::string_view stored) const = 0;
-  /// A password that nobody can guess, easy to type.
+  /// A new random password, easy to type.
   virtual std::string MakeRandom() = 0;
 };
 

@@ -11,17 +11,17 @@
 
 namespace orlune {
 
-/// A log on a file descriptor that nobody ever waits for. While its reader is slow, lines are kept up to a
+/// A log sink on a file descriptor that never blocks. While its reader is slow, lines are buffered up to a
 /// limit and written later; those beyond it are dropped, and the next line that is written is preceded by
-/// their number. May be used by several threads at once.
-class PatientLog : public spdlog::sinks::base_sink<std::mutex> {
+/// their number. Thread-safe.
+class NonBlockingSink : public spdlog::sinks::base_sink<std::mutex> {
  public:
-  /// Writes to `descriptor`, which the caller closes after the log, and keeps `maxBacklog` bytes.
-  explicit PatientLog(int descriptor, std::size_t maxBacklog = std::size_t{1} << 20U);
-  PatientLog(const PatientLog&) = delete;
-  PatientLog& operator=(const PatientLog&) = delete;
+  /// Writes to `descriptor`, which the caller closes after the log, and buffers `maxBacklog` bytes.
+  explicit NonBlockingSink(int descriptor, std::size_t maxBacklog = std::size_t{1} << 20U);
+  NonBlockingSink(const NonBlockingSink&) = delete;
+  NonBlockingSink& operator=(const NonBlockingSink&) = delete;
   /// Writes what the reader takes at once.
-  ~PatientLog() override;
+  ~NonBlockingSink() override;
 
  protected:
   void sink_it_(const spdlog::details::log_msg& message) override;

@@ -1,4 +1,4 @@
-#include "app/patient_log.h"
+#include "app/non_blocking_sink.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -24,10 +24,10 @@ bool IsReady(int descriptor) {
 
 }  // namespace
 
-PatientLog::PatientLog(int descriptor, std::size_t maxBacklog)
+NonBlockingSink::NonBlockingSink(int descriptor, std::size_t maxBacklog)
     : descriptor_(descriptor), maxBacklog_(maxBacklog), writer_([this] { WriteLater(); }) {}
 
-PatientLog::~PatientLog() {
+NonBlockingSink::~NonBlockingSink() {
   {
     const std::lock_guard lock(mutex_);
     isStopping_ = true;
@@ -37,7 +37,7 @@ PatientLog::~PatientLog() {
   WriteReady();
 }
 
-void PatientLog::sink_it_(const spdlog::details::log_msg& message) {
+void NonBlockingSink::sink_it_(const spdlog::details::log_msg& message) {
   spdlog::memory_buf_t line;
   formatter_->format(message, line);
   Keep({line.data(), line.size()});
@@ -45,7 +45,7 @@ void PatientLog::sink_it_(const spdlog::details::log_msg& message) {
   if (!backlog_.empty()) filled_.notify_one();
 }
 
-void PatientLog::Keep(std::string_view line) {
+void NonBlockingSink::Keep(std::string_view line) {
   if (backlog_.size() + line.size() > maxBacklog_) {
     ++dropped_;
     return;
@@ -56,7 +56,7 @@ void PatientLog::Keep(std::string_view line) {
   backlog_ += line;
 }
 
-void PatientLog::WriteReady() {
+void NonBlockingSink::WriteReady() {
   std::size_t written = 0;
   while (written < backlog_.size() && IsReady(descriptor_)) {
     const std::size_t piece = std::min<std::size_t>(backlog_.size() - written, PIPE_BUF);
@@ -70,7 +70,7 @@ void PatientLog::WriteReady() {
   backlog_.erase(0, written);
 }
 
-void PatientLog::WriteLater() {
+void NonBlockingSink::WriteLater() {
   std::unique_lock lock(mutex_);
   while (true) {
     filled_.wait(lock, [this] { return isStopping_ || !backlog_.empty(); });

@@ -1,4 +1,4 @@
-#include "app/patient_log.h"
+#include "app/non_blocking_sink.h"
 
 #include <algorithm>
 #include <array>
@@ -20,10 +20,10 @@ std::string ReadSome(int descriptor) {
   return {piece.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
 }
 
-TEST(PatientLog, TellsHowManyLinesNobodyRead) {
+TEST(NonBlockingSink, TellsHowManyLinesNobodyRead) {
   std::array<int, 2> ends{};
   ASSERT_EQ(pipe(ends.data()), 0);
-  auto log = std::make_unique<spdlog::logger>("test", std::make_shared<PatientLog>(ends[1], 10'000));
+  auto log = std::make_unique<spdlog::logger>("test", std::make_shared<NonBlockingSink>(ends[1], 10'000));
   log->set_pattern("%v");
   constexpr std::size_t kLines = 20'000;
   for (std::size_t i = 0; i < kLines; ++i) log->info("line");
