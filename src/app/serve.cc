@@ -47,9 +47,14 @@ Configuration ReadConfiguration(const ServeOptions& options) {
   return configuration;
 }
 
-/// Requests that may wait, for other writers, for the disk or for passwords, have threads of their own. As
-/// many saves share a commit.
-constexpr unsigned kWaitingThreads = 16;
+/// Requests that may wait, for other writers, for the disk or for passwords, have threads of their own. On a
+/// database server each of them takes a connection.
+unsigned WaitingThreadCount(const Configuration& configuration) {
+  const bool haveOnlyFiles = std::ranges::all_of(configuration.Pages, [&](const PageConfiguration& page) {
+    return AddressOf(configuration, page).IsFile();
+  });
+  return haveOnlyFiles ? 64 : 16;
+}
 
 // Reading may wait as well, for the disk or a database server, so there are more threads than processors.
 unsigned ThreadCount(const Configuration& configuration) {
@@ -118,10 +123,11 @@ void Serve(const ServeOptions& options) {
   const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
+  const unsigned waitingThreads = WaitingThreadCount(configuration);
   const auto log =
       std::make_shared<spdlog::logger>("orlune", std::make_shared<NonBlockingSink>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
-  Regions regions(configuration, threads + kWaitingThreads, *log);
+  Regions regions(configuration, threads + waitingThreads, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   SessionStores sessions(configuration, regions, *log);
@@ -165,7 +171,7 @@ void Serve(const ServeOptions& options) {
          .Log = *log,
          .Answer = [&website](const RequestMessage& request) { return website.Answer(request); },
          .AnswerAtOnce = [&website](const RequestMessage& request) { return website.AnswerAtOnce(request); },
-         .WaitingThreads = kWaitingThreads,
+         .WaitingThreads = waitingThreads,
          .Certificate = certificate,
          .HstsLifetime = std::chrono::seconds(configuration.HstsSeconds),
          .CommonHeaders = SecurityHeaders(configuration.ContentSecurityPolicy)});

@@ -26,8 +26,8 @@ struct HostLimits {
   /// Above 32 kB libmicrohttpd maps the memory of a connection, which so goes back to the system at its end.
   std::size_t HeaderBytes = std::size_t{36} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
-  std::size_t WaitingAnswers = 2'000;             ///< requests that wait for a thread that may wait
-  std::chrono::milliseconds WaitingTime{10'000};  ///< after which they are refused
+  std::size_t WaitingAnswers = 2'000;            ///< requests that wait for a thread that may wait
+  std::chrono::milliseconds WaitingTime{5'000};  ///< after which they are refused
 
   /// How many descriptors the connections need.
   std::size_t MostSockets() const;
@@ -43,7 +43,7 @@ struct HostParts {
   /// Called first, on the thread that serves the connection among many others: nothing when `Answer` has to
   /// be called, which then runs on another thread. Without it, `Answer` runs on the connection's thread.
   std::function<std::optional<ReplyMessage>(const RequestMessage&)> AnswerAtOnce = nullptr;
-  std::size_t WaitingThreads = 16;                              ///< for `Answer`
+  std::size_t WaitingThreads = 8;                               ///< for `Answer`
   std::shared_ptr<const TlsCertificate> Certificate = nullptr;  ///< serves HTTPS when there is one
   std::chrono::seconds HstsLifetime{0};  ///< for which browsers remember to use HTTPS only; 0: not told
   std::vector<Header> CommonHeaders = SecurityHeaders();  ///< of every reply

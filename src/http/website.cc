@@ -105,7 +105,8 @@ ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const Re
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);
-  if (couldChange && access == Access::kRead) throw WriteRefused();
+  // What is posted may have effects before it writes, such as a failed login that is counted.
+  if (message.Method == "POST" && access == Access::kRead) throw WriteRefused();
   const PageWithSessions& answering = access == Access::kRead ? page.Reading : page.Writing;
   PageSession session(answering.Sessions, CookieValues(message.Headers.Find("Cookie"), kSessionCookie));
   const bool isKnown = session.IsKnown() || request.CookieSubKeys(kLoginCookie).size() > 0;

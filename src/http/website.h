@@ -58,8 +58,8 @@ class Website {
 
   /// Does not throw what a page throws: logs it and answers 500, or 503 when the database is unavailable.
   ReplyMessage Answer(const RequestMessage& request) { return AnswerWith(Access::kReadAndWrite, request); }
-  /// The same without ever waiting for a writer of the database: nothing, without any effect, for a request
-  /// that has to write or may well have to.
+  /// The same without ever waiting for a writer of the database: nothing, without any effect, for what is
+  /// posted and for any other request that turns out to write.
   std::optional<ReplyMessage> AnswerAtOnce(const RequestMessage& request);
 
  private:
