@@ -19,9 +19,11 @@ SessionStores::SessionStores(const Configuration& configuration, Regions& region
       const PagePlace& place = regions.OfPage(i);
       const std::string address = place.Database.Address().Displayed();
       databases.push_back({&place.Database, address});
-      stores_.push_back(std::make_unique<DatabaseSessionStore>(databases.back(), page.Path, lifetime));
+      SessionProlonger& prolonger = prolongers_.try_emplace(&place.Database, databases.back()).first->second;
+      stores_.push_back(
+          std::make_unique<DatabaseSessionStore>(databases.back(), prolonger, page.Path, lifetime));
       storesToRead_.push_back(std::make_unique<DatabaseSessionStore>(
-          SessionDatabase{&place.DatabaseToRead, address}, page.Path, lifetime));
+          SessionDatabase{&place.DatabaseToRead, address}, prolonger, page.Path, lifetime));
     } else {
       stores_.push_back(
           std::make_unique<MemorySessionStore>(lifetime, kMaxSessionsInMemory / configuration.Pages.size()));

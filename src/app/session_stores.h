@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "app/configuration.h"
 #include "app/regions.h"
 #include "sessions/session_cleaner.h"
+#include "sessions/session_prolonger.h"
 #include "sessions/session_store.h"
 
 namespace orlune {
@@ -27,6 +29,7 @@ class SessionStores {
  private:
   std::vector<std::unique_ptr<SessionStore>> stores_;
   std::vector<std::unique_ptr<SessionStore>> storesToRead_;  // the same sessions; none when in memory
+  std::map<PageDatabase*, SessionProlonger> prolongers_;
   std::unique_ptr<SessionCleaner> cleaner_;
 };
 

@@ -111,6 +111,7 @@ HttpHost::Daemon::~Daemon() {
   acceptor_->Stop();
   connections_.AwaitReplies();
   waitingAnswers_.Close();
+  connections_.AwaitReplies();
   threads_.clear();
 }
 

@@ -127,7 +127,7 @@ std::optional<ReplyMessage> Website::RunPage(const std::string& path, const Page
                                              const ScriptingContext& context, PageSession& session) const {
   try {
     page(context);
-    session.Save();
+    SaveSession(path, session);
     return std::nullopt;
   } catch (const WriteRefused&) {
     throw;
@@ -140,6 +140,17 @@ std::optional<ReplyMessage> Website::RunPage(const std::string& path, const Page
     parts_.Log.error("{}: unknown error", path);
   }
   return Refusal(500);
+}
+
+/// What the page has stored stays stored, so a view that is not remembered is no reason to tell the visitor
+/// to try again; a login is.
+void Website::SaveSession(const std::string& path, PageSession& session) const {
+  try {
+    session.Save();
+  } catch (const DatabaseError& error) {
+    if (session.ChangesLogin()) throw;
+    parts_.Log.error("{}: a session was not saved: {}", path, OneLine(error.what()));
+  }
 }
 
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {

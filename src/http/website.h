@@ -69,6 +69,7 @@ class Website {
   const HostedPage* FindPage(std::string_view path) const;
   ReplyMessage AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                           const Sender& sender);
+  void SaveSession(const std::string& path, PageSession& session) const;
   /// Runs the page and saves its session. Nothing on success, else the reply.
   std::optional<ReplyMessage> RunPage(const std::string& path, const Page& page,
                                       const ScriptingContext& context, PageSession& session) const;

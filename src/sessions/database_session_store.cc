@@ -24,9 +24,11 @@ std::int64_t NewVersion() {
 
 }  // namespace
 
-DatabaseSessionStore::DatabaseSessionStore(SessionDatabase database, std::string pagePath,
-                                           std::chrono::seconds lifetime, TimeSource now)
+DatabaseSessionStore::DatabaseSessionStore(SessionDatabase database, SessionProlonger& prolonger,
+                                           std::string pagePath, std::chrono::seconds lifetime,
+                                           TimeSource now)
     : database_(std::move(database)),
+      prolonger_(prolonger),
       pagePath_(std::move(pagePath)),
       lifetime_(lifetime),
       now_(std::move(now)) {}
@@ -39,10 +41,7 @@ std::optional<KeptSession> DatabaseSessionStore::Find(std::span<const std::strin
   std::optional<SessionRow> row = table.FindRunning(keys, now);
   if (!row) return std::nullopt;
   const std::int64_t fullLifetime = now + lifetime_.count();
-  if (fullLifetime - row->ExpiresAt > lifetime_.count() / 10) {
-    row->ExpiresAt = fullLifetime;
-    table.TryProlong(*row);
-  }
+  if (fullLifetime - row->ExpiresAt > lifetime_.count() / 10) prolonger_.Prolong(row->Key, fullLifetime);
   const auto position = std::find(keys.begin(), keys.end(), row->Key) - keys.begin();
   return KeptSession{std::string(candidates[static_cast<std::size_t>(position)]), DecodeQuery(row->Values),
                      row->Version};

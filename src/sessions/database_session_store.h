@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "sessions/session_prolonger.h"
 #include "sessions/session_store.h"
 #include "sessions/session_table.h"
 
@@ -18,10 +19,10 @@ class DatabaseSessionStore : public SessionStore {
  public:
   using TimeSource = std::function<std::chrono::system_clock::time_point()>;
 
-  /// The database's driver outlives the store. Pages may share a database; their sessions stay apart by
-  /// `pagePath`.
-  DatabaseSessionStore(SessionDatabase database, std::string pagePath, std::chrono::seconds lifetime,
-                       TimeSource now = std::chrono::system_clock::now);
+  /// The database's driver outlives the store, and so does `prolonger`, which restarts the lifetimes. Pages
+  /// may share a database; their sessions stay apart by `pagePath`.
+  DatabaseSessionStore(SessionDatabase database, SessionProlonger& prolonger, std::string pagePath,
+                       std::chrono::seconds lifetime, TimeSource now = std::chrono::system_clock::now);
 
   std::optional<KeptSession> Find(std::span<const std::string_view> candidates) override;
   std::string Start(const NamedTexts& values, std::string_view endedId) override;
@@ -33,6 +34,7 @@ class DatabaseSessionStore : public SessionStore {
   std::int64_t Now() const;
 
   SessionDatabase database_;
+  SessionProlonger& prolonger_;
   std::string pagePath_;
   std::chrono::seconds lifetime_;
   TimeSource now_;

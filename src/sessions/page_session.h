@@ -29,6 +29,8 @@ class PageSession : public Session {
 
   /// Writes what has changed to the store. Throws DatabaseError.
   void Save();
+  /// Whether what has changed tells who is logged in, or whether anybody is.
+  bool ChangesLogin() const { return hasLoginChanged_; }
   /// The identifier to send to the browser after `Save`, "" when the session has ended; nothing when the
   /// browser's own is still valid.
   const std::optional<std::string>& NewIdentifier() const { return newIdentifier_; }

@@ -97,9 +97,12 @@ void SessionTable::UpdateValues(const SessionRow& row, std::int64_t replaced) {
                 row.Values, row.Version, row.Key, replaced));
 }
 
-void SessionTable::TryProlong(const SessionRow& row) {
-  connection_->TryExecute(
-      Statement("UPDATE Sessions SET Expires = {} WHERE SessionKey = '{}'", row.ExpiresAt, row.Key));
+void SessionTable::Prolong(const std::unordered_map<std::string, std::int64_t>& expiries) {
+  Transaction transaction(*connection_);
+  for (const auto& [key, expiresAt] : expiries)
+    connection_->Execute(
+        Statement("UPDATE Sessions SET Expires = {} WHERE SessionKey = '{}'", expiresAt, key));
+  transaction.Commit();
 }
 
 void SessionTable::Remove(const std::string& key) {

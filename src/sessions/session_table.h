@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <unordered_map>
 
 #include "platform/database.h"
 
@@ -43,8 +44,8 @@ class SessionTable {
   void Replace(const std::string& endedKey, const SessionRow& row);
   /// Updates values and version of the row if it still has the version `replaced`.
   void UpdateValues(const SessionRow& row, std::int64_t replaced);
-  /// Sets the moment of expiry. A failure is no error: the session only expires earlier.
-  void TryProlong(const SessionRow& row);
+  /// Sets the moments of expiry, by key, in one transaction.
+  void Prolong(const std::unordered_map<std::string, std::int64_t>& expiries);
   void Remove(const std::string& key);
 
   /// Removes the least recently used sessions of the login of `row`, which is not inserted yet, so that it

@@ -38,7 +38,11 @@ class TestedMemory : public TestedStore {
 
 class TestedDatabase : public TestedStore {
  public:
-  SessionStore& Store() override { return store_; }
+  /// Lifetimes that were restarted are written.
+  SessionStore& Store() override {
+    prolonger_.emplace(database_.OpenedBy(*driver_));
+    return store_;
+  }
   std::int64_t Count() override {
     SessionTable table(database_.OpenedBy(*driver_));
     return table.Count(SessionKind::kUsers) + table.Count(SessionKind::kAnonymous);
@@ -47,7 +51,8 @@ class TestedDatabase : public TestedStore {
  private:
   SessionTestDatabase database_;
   std::unique_ptr<BreakableDriver> driver_ = database_.NewDriver();
-  DatabaseSessionStore store_{database_.OpenedBy(*driver_), "/a.asp", kLifetime,
+  std::optional<SessionProlonger> prolonger_{database_.OpenedBy(*driver_)};
+  DatabaseSessionStore store_{database_.OpenedBy(*driver_), *prolonger_, "/a.asp", kLifetime,
                               [this] { return std::chrono::system_clock::time_point(Elapsed); }};
 };
 
