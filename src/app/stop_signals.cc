@@ -10,6 +10,7 @@ StopSignals::StopSignals() {
   sigaddset(&all_, SIGHUP);
   pthread_sigmask(SIG_BLOCK, &all_, nullptr);
   std::signal(SIGPIPE, SIG_IGN);  // a closed connection is an error of its write
+  std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that must not grow
 }
 
 void StopSignals::Wait(const std::function<void()>& reload) const {

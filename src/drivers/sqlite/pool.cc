@@ -1,11 +1,20 @@
 #include "drivers/sqlite/pool.h"
 
+#include <algorithm>
+
 namespace orlune::sqlite {
+namespace {
+
+/// Nobody has to wait to read from a log, except while a file is recovered, locked exclusively or lacks an
+/// index; threads that serve others must not do so for long.
+constexpr std::chrono::milliseconds kReadPatience{500};
+
+}  // namespace
 
 Pool::Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, std::size_t mostIdle,
            std::size_t keptBytes, const RegionalSettings& regional)
     : file_(std::move(file)),
-      busyTimeout_(busyTimeout),
+      readPatience_(std::min(busyTimeout, kReadPatience)),
       mostIdle_(mostIdle),
       regional_(regional),
       cache_(keptBytes),
@@ -15,7 +24,7 @@ Pool::Pool(std::filesystem::path file, std::chrono::milliseconds busyTimeout, st
 
 std::unique_ptr<Database> Pool::Take() {
   std::unique_ptr<Database> database = TakeIdle();
-  if (!database) database = std::make_unique<Database>(file_, busyTimeout_, regional_, cache_);
+  if (!database) database = std::make_unique<Database>(file_, readPatience_, regional_, cache_);
   database->EnsureReading();
   return database;
 }

@@ -31,7 +31,7 @@ class Pool {
   std::unique_ptr<Database> TakeIdle();
 
   const std::filesystem::path file_;
-  const std::chrono::milliseconds busyTimeout_;
+  const std::chrono::milliseconds readPatience_;
   const std::size_t mostIdle_;
   const RegionalSettings& regional_;
   FileCache cache_;
