@@ -30,6 +30,7 @@
 #include "http/health_check.h"
 #include "http/http_host.h"
 #include "http/https_redirect.h"
+#include "http/request_guard.h"
 #include "http/website.h"
 #include "logins/login_limiter.h"
 
@@ -127,7 +128,7 @@ void Serve(const ServeOptions& options) {
   const auto log =
       std::make_shared<spdlog::logger>("orlune", std::make_shared<NonBlockingSink>(STDERR_FILENO));
   const std::unique_ptr<Clock> clock = MakeClock(options);
-  Regions regions(configuration, threads + waitingThreads, *log);
+  Regions regions(configuration, threads + waitingThreads + waitingThreads / 4, *log);
   LangPackFactory localisers(configuration.Site / "lang",
                              [&log](const std::string& problem) { log->error("{}", OneLine(problem)); });
   SessionStores sessions(configuration, regions, *log);
@@ -171,6 +172,7 @@ void Serve(const ServeOptions& options) {
          .Log = *log,
          .Answer = [&website](const RequestMessage& request) { return website.Answer(request); },
          .AnswerAtOnce = [&website](const RequestMessage& request) { return website.AnswerAtOnce(request); },
+         .IsLogin = &IsLogin,
          .WaitingThreads = waitingThreads,
          .Certificate = certificate,
          .HstsLifetime = std::chrono::seconds(configuration.HstsSeconds),

@@ -86,7 +86,9 @@ class HttpHost::Daemon {
   OpenConnections connections_;
   std::atomic<bool> isLastReply_ = false;
   std::vector<DaemonThread> threads_;
+  const std::function<bool(const RequestMessage&)> isLogin_;
   TaskQueue waitingAnswers_;
+  TaskQueue waitingLogins_;  // a crowd of them holds up no save
   std::unique_ptr<ConnectionAcceptor> acceptor_;
 };
 
@@ -100,7 +102,9 @@ HttpHost::Daemon::Daemon(HostParts parts)
       hsts_(parts.HstsLifetime.count() == 0 ? "" : fmt::format("max-age={}", parts.HstsLifetime.count())),
       admission_(limits_.Connections, proxies_, parts.Log),
       connections_(limits_.Times, parts.Threads),
-      waitingAnswers_(answerAtOnce_ ? parts.WaitingThreads : 0, limits_.WaitingAnswers) {
+      isLogin_(std::move(parts.IsLogin)),
+      waitingAnswers_(answerAtOnce_ ? parts.WaitingThreads : 0, limits_.WaitingAnswers),
+      waitingLogins_(isLogin_ ? parts.WaitingThreads / 4 : 0, limits_.WaitingAnswers) {
   for (unsigned i = 0; i < parts.Threads; ++i) threads_.push_back(StartThread());
   acceptor_ = std::make_unique<ConnectionAcceptor>(
       std::move(parts.Socket), parts.Log, [this](const AcceptedConnection& accepted) { Receive(accepted); });
@@ -111,6 +115,7 @@ HttpHost::Daemon::~Daemon() {
   acceptor_->Stop();
   connections_.AwaitReplies();
   waitingAnswers_.Close();
+  waitingLogins_.Close();
   connections_.AwaitReplies();
   threads_.clear();
 }
@@ -232,7 +237,8 @@ MHD_Result HttpHost::Daemon::AnswerLater(MHD_Connection* connection) {
                                : answer_(client.Request().Message()));
     MHD_resume_connection(connection);
   };
-  if (!waitingAnswers_.Add(answer)) answer(true);
+  TaskQueue& queue = isLogin_ && isLogin_(client.Request().Message()) ? waitingLogins_ : waitingAnswers_;
+  if (!queue.Add(answer)) answer(true);
   return MHD_YES;
 }
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/ascii.h"
+#include "base/url_encoding.h"
 
 namespace orlune {
 namespace {
@@ -25,6 +26,10 @@ std::string_view OriginOf(std::string_view url) {
 
 bool CouldChangeSomething(const RequestMessage& request, const NamedTexts& query) {
   return request.Method == "POST" || !query.Find("act").empty() || query.Find("p") == "l";
+}
+
+bool IsLogin(const RequestMessage& request) {
+  return request.Method == "POST" && DecodeQuery(request.Query).Find("p") == "l";
 }
 
 bool ComesFromAnotherSite(const RequestMessage& request, bool isOverHttps) {

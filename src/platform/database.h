@@ -88,7 +88,8 @@ class Connection {
   /// transaction a later statement or `Commit` may throw it instead; the transaction can then only be rolled
   /// back.
   virtual void Execute(const StatementText& statement) = 0;
-  /// Like `Execute`, but returns false when the statement failed, and has then changed nothing.
+  /// Like `Execute`, but returns false when the statement failed, and has then changed nothing. Still throws
+  /// DatabaseUnavailable.
   virtual bool TryExecute(const StatementText& statement) = 0;
   /// Executes the statements in one transaction of its own, durable on return. When one fails, those before
   /// it stay and those after it are not executed. Throws DatabaseError.

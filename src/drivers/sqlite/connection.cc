@@ -54,6 +54,8 @@ void SqliteConnection::Execute(const StatementText& statement) {
 bool SqliteConnection::TryExecute(const StatementText& statement) {
   try {
     return Write(statement).empty();
+  } catch (const DatabaseUnavailable&) {
+    throw;
   } catch (const DatabaseError&) {
     return false;
   }
