@@ -22,7 +22,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& stat
 void PostgresqlConnection::Prefetch(const StatementText& query) {
   if (Current().IsInTransaction() || prefetched_.size() >= kMaxPrefetched) return;
   try {
-    prefetched_.push_back(Send(query));
+    prefetched_.push_back(FindOrSend(query));
   } catch (const DatabaseError&) {
     // `Query` fails in the same way.
   }
@@ -81,46 +81,77 @@ void PostgresqlConnection::Rollback() noexcept {
   if (Current().IsInTransaction()) Current().Rollback();
 }
 
-PostgresqlConnection::Prefetched PostgresqlConnection::Send(const StatementText& query) {
+PostgresqlConnection::Asked PostgresqlConnection::FindOrSend(const StatementText& query) {
+  KeptReplyPtr kept = Current().FindKept(query);
+  if (!kept) return Send(query);
+  Current().EnsureReading();
+  return {std::string(query.Text), {query.Values.begin(), query.Values.end()}, nullptr, nullptr, kept};
+}
+
+PostgresqlConnection::Asked PostgresqlConnection::Send(const StatementText& query) {
   auto translated = Current().Translated(query);
   if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
   Current().EnsureReading();
   ReplyPtr reply = Current().Start(*translated, query);
-  return {std::string(query.Text), std::move(translated), std::move(reply)};
+  return {std::string(query.Text), {}, std::move(translated), std::move(reply), nullptr};
 }
 
-/// Removes the query from the prefetched ones; its `Reply` is null when it is not among them.
-PostgresqlConnection::Prefetched PostgresqlConnection::TakePrefetched(const StatementText& query) {
-  const auto found =
-      std::find_if(prefetched_.begin(), prefetched_.end(), [&query](const Prefetched& prefetched) {
-        return prefetched.Text == query.Text && prefetched.Reply->Now != Reply::State::kFailed;
-      });
+/// Sends the prefetched queries whose kept rows are of another state than the one that is read.
+void PostgresqlConnection::SendHeldBack() {
+  std::vector<Asked> heldBack;
+  std::swap(heldBack, prefetched_);
+  for (Asked& asked : heldBack) {
+    if (asked.Kept && !Current().Reads(*asked.Kept)) {
+      Prefetch({asked.Text, asked.Values});
+    } else {
+      prefetched_.push_back(std::move(asked));
+    }
+  }
+}
+
+/// Removes the query from the prefetched ones; empty when it is not among them.
+PostgresqlConnection::Asked PostgresqlConnection::TakePrefetched(const StatementText& query) {
+  const auto found = std::find_if(prefetched_.begin(), prefetched_.end(), [&query](const Asked& asked) {
+    return asked.Text == query.Text && (asked.Kept || asked.Reply->Now != Reply::State::kFailed);
+  });
   if (found == prefetched_.end()) return {};
-  Prefetched taken = std::move(*found);
+  Asked taken = std::move(*found);
   prefetched_.erase(found);
   return taken;
 }
 
+/// Makes sure that the rows of the query have come. Throws DatabaseError.
+void PostgresqlConnection::Receive(Asked& asked) {
+  if (asked.Kept) {
+    if (Current().Reads(*asked.Kept)) return;
+    asked = Send({asked.Text, asked.Values});
+    SendHeldBack();
+  }
+  Current().Require(*asked.Reply);
+}
+
 std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query) {
-  Prefetched sent = TakePrefetched(query);
-  const bool wasPrefetched = sent.Reply != nullptr;
-  if (!wasPrefetched) sent = Send(query);
+  Asked asked = TakePrefetched(query);
+  const bool wasPrefetched = !asked.Text.empty();
+  if (!wasPrefetched) asked = FindOrSend(query);
   try {
-    Current().Require(*sent.Reply);
+    Receive(asked);
   } catch (const DatabaseError&) {
     prefetched_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
     if (wasLostBefore) lease_.Reconnect();
     // Otherwise it may have failed with another one of its batch.
     if (!wasLostBefore && !wasPrefetched) throw;
-    sent = Send(query);
-    Current().Require(*sent.Reply);
+    asked = Send(query);
+    Receive(asked);
   }
   isUnused_ = false;
-  const auto* translation = &sent.Statement->Translation;
+  if (asked.Kept) return std::make_unique<ResultRows>(asked.Kept->Translation, asked.Kept->Rows);
+  Current().Keep(query, asked.Statement, asked.Reply);
+  const auto* translation = &asked.Statement->Translation;
   return std::make_unique<ResultRows>(
-      std::shared_ptr<const dialect::Translation>(std::move(sent.Statement), translation),
-      std::move(sent.Reply));
+      std::shared_ptr<const dialect::Translation>(std::move(asked.Statement), translation),
+      std::move(asked.Reply));
 }
 
 void PostgresqlConnection::Run(const StatementText& statement, Failure failure) {

@@ -28,16 +28,22 @@ class PostgresqlConnection : public Connection {
   void Rollback() noexcept override;
 
  private:
-  /// A query that was sent before its rows are needed.
-  struct Prefetched {
+  /// A query, perhaps before its rows are needed. Either it was sent, or its rows have been kept and it is
+  /// sent only if they turn out to be those of another state.
+  struct Asked {
     std::string Text;
+    std::vector<ValueSpan> Values;
     std::shared_ptr<CachedStatement> Statement;
     ReplyPtr Reply;
+    KeptReplyPtr Kept;
   };
 
   Database& Current() { return lease_.Leased(); }
-  Prefetched Send(const StatementText& query);
-  Prefetched TakePrefetched(const StatementText& query);
+  Asked FindOrSend(const StatementText& query);
+  Asked Send(const StatementText& query);
+  void SendHeldBack();
+  Asked TakePrefetched(const StatementText& query);
+  void Receive(Asked& asked);
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
   /// Whether the failure of a statement is awaited and leaves the transaction as it was.
   enum class Failure { kEndsTransaction, kIsAwaited };
@@ -47,7 +53,7 @@ class PostgresqlConnection : public Connection {
 
   const Access access_;
   Lease lease_;
-  std::vector<Prefetched> prefetched_;
+  std::vector<Asked> prefetched_;
   bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced
 };
 
