@@ -61,6 +61,9 @@ Database::Database(const std::string& address, const PostgresqlOptions& options,
     : regional_(regional), kept_(kept), link_(address, options) {
   kept_.AddConnection();
   Configure(link_, options);
+  // A batch of queries is a transaction without the cost of BEGIN and COMMIT.
+  link_.Run("SET default_transaction_isolation = 'repeatable read'");
+  link_.Mark();
   ReadTables();
 }
 
@@ -79,14 +82,13 @@ bool Database::Renew() {
 
 void Database::EnsureReading() {
   if (state_ != State::kIdle) return;
-  link_.Run("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+  link_.BeginLongBatch();
   AskForSnapshot();
   state_ = State::kReading;
 }
 
 void Database::EndReading() {
   if (state_ != State::kReading) return;
-  link_.Run("COMMIT");
   link_.Mark();
   state_ = State::kIdle;
 }
