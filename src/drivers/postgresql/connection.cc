@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "drivers/dialect/naming.h"
+#include "drivers/dialect/shape.h"
 #include "drivers/postgresql/result_rows.h"
 
 namespace orlune::postgresql {
@@ -29,13 +30,12 @@ void PostgresqlConnection::Prefetch(const StatementText& query) {
 }
 
 void PostgresqlConnection::Execute(const StatementText& statement) {
-  Run(statement, Failure::kEndsTransaction);
+  RunAll({&statement, 1}, Failure::kEndsTransaction);
 }
 
 bool PostgresqlConnection::TryExecute(const StatementText& statement) {
   try {
-    Run(statement, Failure::kIsAwaited);
-    return true;
+    return Run(statement, Failure::kIsAwaited).empty();
   } catch (const DatabaseError&) {
     return false;
   }
@@ -154,16 +154,19 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
       std::move(asked.Reply));
 }
 
-void PostgresqlConnection::Run(const StatementText& statement, Failure failure) {
-  dialect::Naming(statement, [&] {
+std::string PostgresqlConnection::Run(const StatementText& statement, Failure failure) {
+  return dialect::Naming(statement, [&] {
     const auto translated = Current().Translated(statement);
-    if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
-    Write(*translated, statement, failure);
+    if (translated->Translation.Refusal.empty()) Write(*translated, statement, failure);
+    return translated->Translation.Refusal;
   });
 }
 
 void PostgresqlConnection::RunAll(std::span<const StatementText> statements, Failure failure) {
-  for (const StatementText& statement : statements) Run(statement, failure);
+  for (const StatementText& statement : statements) {
+    const std::string refusal = Run(statement, failure);
+    if (!refusal.empty()) throw DatabaseError(refusal + " in: " + dialect::MaskedText(statement));
+  }
 }
 
 void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement,

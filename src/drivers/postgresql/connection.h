@@ -47,7 +47,9 @@ class PostgresqlConnection : public Connection {
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
   /// Whether the failure of a statement is awaited and leaves the transaction as it was.
   enum class Failure { kEndsTransaction, kIsAwaited };
-  void Run(const StatementText& statement, Failure failure);
+  /// Returns why the statement was not even sent, or "". An exception would be expensive: every page tries to
+  /// create tables that exist.
+  std::string Run(const StatementText& statement, Failure failure);
   void RunAll(std::span<const StatementText> statements, Failure failure);
   void Write(CachedStatement& translated, const StatementText& statement, Failure failure);
 
