@@ -23,7 +23,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& stat
 void PostgresqlConnection::Prefetch(const StatementText& query) {
   if (Current().IsInTransaction() || prefetched_.size() >= kMaxPrefetched) return;
   try {
-    prefetched_.push_back(FindOrSend(query));
+    prefetched_.emplace(query.Text, FindOrSend(query));
   } catch (const DatabaseError&) {
     // `Query` fails in the same way.
   }
@@ -85,7 +85,7 @@ PostgresqlConnection::Asked PostgresqlConnection::FindOrSend(const StatementText
   KeptReplyPtr kept = Current().FindKept(query);
   if (!kept) return Send(query);
   Current().EnsureReading();
-  return {std::string(query.Text), {query.Values.begin(), query.Values.end()}, nullptr, nullptr, kept};
+  return {{query.Values.begin(), query.Values.end()}, nullptr, nullptr, std::move(kept)};
 }
 
 PostgresqlConnection::Asked PostgresqlConnection::Send(const StatementText& query) {
@@ -93,38 +93,34 @@ PostgresqlConnection::Asked PostgresqlConnection::Send(const StatementText& quer
   if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
   Current().EnsureReading();
   ReplyPtr reply = Current().Start(*translated, query);
-  return {std::string(query.Text), {}, std::move(translated), std::move(reply), nullptr};
+  return {{}, std::move(translated), std::move(reply), nullptr};
 }
 
 /// Sends the prefetched queries whose kept rows are of another state than the one that is read.
 void PostgresqlConnection::SendHeldBack() {
-  std::vector<Asked> heldBack;
-  std::swap(heldBack, prefetched_);
-  for (Asked& asked : heldBack) {
-    if (asked.Kept && !Current().Reads(*asked.Kept)) {
-      Prefetch({asked.Text, asked.Values});
-    } else {
-      prefetched_.push_back(std::move(asked));
-    }
+  for (auto next = prefetched_.begin(); next != prefetched_.end();) {
+    const auto prefetched = next++;
+    if (!prefetched->second.Kept || Current().Reads(*prefetched->second.Kept)) continue;
+    const auto stale = prefetched_.extract(prefetched);
+    Prefetch({stale.key(), stale.mapped().Values});
   }
 }
 
 /// Removes the query from the prefetched ones; empty when it is not among them.
 PostgresqlConnection::Asked PostgresqlConnection::TakePrefetched(const StatementText& query) {
-  const auto found = std::find_if(prefetched_.begin(), prefetched_.end(), [&query](const Asked& asked) {
-    return asked.Text == query.Text && (asked.Kept || asked.Reply->Now != Reply::State::kFailed);
+  const auto [begin, end] = prefetched_.equal_range(query.Text);
+  const auto found = std::find_if(begin, end, [](const auto& prefetched) {
+    return prefetched.second.Kept || prefetched.second.Reply->Now != Reply::State::kFailed;
   });
-  if (found == prefetched_.end()) return {};
-  Asked taken = std::move(*found);
-  prefetched_.erase(found);
-  return taken;
+  if (found == end) return {};
+  return std::move(prefetched_.extract(found).mapped());
 }
 
 /// Makes sure that the rows of the query have come. Throws DatabaseError.
-void PostgresqlConnection::Receive(Asked& asked) {
+void PostgresqlConnection::Receive(Asked& asked, const StatementText& query) {
   if (asked.Kept) {
     if (Current().Reads(*asked.Kept)) return;
-    asked = Send({asked.Text, asked.Values});
+    asked = Send(query);
     SendHeldBack();
   }
   Current().Require(*asked.Reply);
@@ -132,10 +128,10 @@ void PostgresqlConnection::Receive(Asked& asked) {
 
 std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query) {
   Asked asked = TakePrefetched(query);
-  const bool wasPrefetched = !asked.Text.empty();
+  const bool wasPrefetched = asked.Kept || asked.Reply;
   if (!wasPrefetched) asked = FindOrSend(query);
   try {
-    Receive(asked);
+    Receive(asked, query);
   } catch (const DatabaseError&) {
     prefetched_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
@@ -143,7 +139,7 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query)
     // Otherwise it may have failed with another one of its batch.
     if (!wasLostBefore && !wasPrefetched) throw;
     asked = Send(query);
-    Receive(asked);
+    Receive(asked, query);
   }
   isUnused_ = false;
   if (asked.Kept) return std::make_unique<ResultRows>(asked.Kept->Translation, asked.Kept->Rows);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -31,7 +33,6 @@ class PostgresqlConnection : public Connection {
   /// A query, perhaps before its rows are needed. Either it was sent, or its rows have been kept and it is
   /// sent only if they turn out to be those of another state.
   struct Asked {
-    std::string Text;
     std::vector<ValueSpan> Values;
     std::shared_ptr<CachedStatement> Statement;
     ReplyPtr Reply;
@@ -43,7 +44,7 @@ class PostgresqlConnection : public Connection {
   Asked Send(const StatementText& query);
   void SendHeldBack();
   Asked TakePrefetched(const StatementText& query);
-  void Receive(Asked& asked);
+  void Receive(Asked& asked, const StatementText& query);
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
   /// Whether the failure of a statement is awaited and leaves the transaction as it was.
   enum class Failure { kEndsTransaction, kIsAwaited };
@@ -55,7 +56,7 @@ class PostgresqlConnection : public Connection {
 
   const Access access_;
   Lease lease_;
-  std::vector<Asked> prefetched_;
+  std::multimap<std::string, Asked, std::less<>> prefetched_;  // by the text of the query
   bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced
 };
 
