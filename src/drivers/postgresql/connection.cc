@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "drivers/dialect/naming.h"
+#include "drivers/dialect/shape.h"
 #include "drivers/postgresql/result_rows.h"
 
 namespace orlune::postgresql {
@@ -22,20 +23,19 @@ std::unique_ptr<ResultSet> PostgresqlConnection::Query(const StatementText& stat
 void PostgresqlConnection::Prefetch(const StatementText& query) {
   if (Current().IsInTransaction() || prefetched_.size() >= kMaxPrefetched) return;
   try {
-    prefetched_.push_back(Send(query));
+    prefetched_.emplace(query.Text, FindOrSend(query));
   } catch (const DatabaseError&) {
     // `Query` fails in the same way.
   }
 }
 
 void PostgresqlConnection::Execute(const StatementText& statement) {
-  Run(statement, Failure::kEndsTransaction);
+  RunAll({&statement, 1}, Failure::kEndsTransaction);
 }
 
 bool PostgresqlConnection::TryExecute(const StatementText& statement) {
   try {
-    Run(statement, Failure::kIsAwaited);
-    return true;
+    return Run(statement, Failure::kIsAwaited).empty();
   } catch (const DatabaseError&) {
     return false;
   }
@@ -81,58 +81,88 @@ void PostgresqlConnection::Rollback() noexcept {
   if (Current().IsInTransaction()) Current().Rollback();
 }
 
-PostgresqlConnection::Prefetched PostgresqlConnection::Send(const StatementText& query) {
+PostgresqlConnection::Asked PostgresqlConnection::FindOrSend(const StatementText& query) {
+  KeptReplyPtr kept = Current().FindKept(query);
+  if (!kept) return Send(query);
+  Current().EnsureReading();
+  return {{query.Values.begin(), query.Values.end()}, nullptr, nullptr, std::move(kept)};
+}
+
+PostgresqlConnection::Asked PostgresqlConnection::Send(const StatementText& query) {
   auto translated = Current().Translated(query);
   if (translated->Translation.Columns.empty()) throw DatabaseError("not a query");
   Current().EnsureReading();
   ReplyPtr reply = Current().Start(*translated, query);
-  return {std::string(query.Text), std::move(translated), std::move(reply)};
+  return {{}, std::move(translated), std::move(reply), nullptr};
 }
 
-/// Removes the query from the prefetched ones; its `Reply` is null when it is not among them.
-PostgresqlConnection::Prefetched PostgresqlConnection::TakePrefetched(const StatementText& query) {
-  const auto found =
-      std::find_if(prefetched_.begin(), prefetched_.end(), [&query](const Prefetched& prefetched) {
-        return prefetched.Text == query.Text && prefetched.Reply->Now != Reply::State::kFailed;
-      });
-  if (found == prefetched_.end()) return {};
-  Prefetched taken = std::move(*found);
-  prefetched_.erase(found);
-  return taken;
+/// Sends the prefetched queries whose kept rows are of another state than the one that is read.
+void PostgresqlConnection::SendHeldBack() {
+  for (auto next = prefetched_.begin(); next != prefetched_.end();) {
+    const auto prefetched = next++;
+    if (!prefetched->second.Kept || Current().Reads(*prefetched->second.Kept)) continue;
+    const auto stale = prefetched_.extract(prefetched);
+    Prefetch({stale.key(), stale.mapped().Values});
+  }
+}
+
+/// Removes the query from the prefetched ones; empty when it is not among them.
+PostgresqlConnection::Asked PostgresqlConnection::TakePrefetched(const StatementText& query) {
+  const auto [begin, end] = prefetched_.equal_range(query.Text);
+  const auto found = std::find_if(begin, end, [](const auto& prefetched) {
+    return prefetched.second.Kept || prefetched.second.Reply->Now != Reply::State::kFailed;
+  });
+  if (found == end) return {};
+  return std::move(prefetched_.extract(found).mapped());
+}
+
+/// Makes sure that the rows of the query have come. Throws DatabaseError.
+void PostgresqlConnection::Receive(Asked& asked, const StatementText& query) {
+  if (asked.Kept) {
+    if (Current().Reads(*asked.Kept)) return;
+    asked = Send(query);
+    SendHeldBack();
+  }
+  Current().Require(*asked.Reply);
 }
 
 std::unique_ptr<ResultSet> PostgresqlConnection::Ask(const StatementText& query) {
-  Prefetched sent = TakePrefetched(query);
-  const bool wasPrefetched = sent.Reply != nullptr;
-  if (!wasPrefetched) sent = Send(query);
+  Asked asked = TakePrefetched(query);
+  const bool wasPrefetched = asked.Kept || asked.Reply;
+  if (!wasPrefetched) asked = FindOrSend(query);
   try {
-    Current().Require(*sent.Reply);
+    Receive(asked, query);
   } catch (const DatabaseError&) {
     prefetched_.clear();
     const bool wasLostBefore = isUnused_ && !Current().IsAlive();
     if (wasLostBefore) lease_.Reconnect();
     // Otherwise it may have failed with another one of its batch.
     if (!wasLostBefore && !wasPrefetched) throw;
-    sent = Send(query);
-    Current().Require(*sent.Reply);
+    asked = Send(query);
+    Receive(asked, query);
   }
   isUnused_ = false;
-  const auto* translation = &sent.Statement->Translation;
+  if (asked.Kept) return std::make_unique<ResultRows>(asked.Kept->Translation, asked.Kept->Rows);
+  Current().Keep(query, asked.Statement, asked.Reply);
+  const auto* translation = &asked.Statement->Translation;
   return std::make_unique<ResultRows>(
-      std::shared_ptr<const dialect::Translation>(std::move(sent.Statement), translation),
-      std::move(sent.Reply));
+      std::shared_ptr<const dialect::Translation>(std::move(asked.Statement), translation),
+      std::move(asked.Reply));
 }
 
-void PostgresqlConnection::Run(const StatementText& statement, Failure failure) {
-  dialect::Naming(statement, [&] {
+std::string PostgresqlConnection::Run(const StatementText& statement, Failure failure) {
+  return dialect::Naming(statement, [&] {
     const auto translated = Current().Translated(statement);
-    if (!translated->Translation.Refusal.empty()) throw DatabaseError(translated->Translation.Refusal);
-    Write(*translated, statement, failure);
+    if (translated->Translation.Refusal.empty()) Write(*translated, statement, failure);
+    return translated->Translation.Refusal;
   });
 }
 
 void PostgresqlConnection::RunAll(std::span<const StatementText> statements, Failure failure) {
-  for (const StatementText& statement : statements) Run(statement, failure);
+  for (const StatementText& statement : statements) {
+    const std::string refusal = Run(statement, failure);
+    if (!refusal.empty()) throw DatabaseError(refusal + " in: " + dialect::MaskedText(statement));
+  }
 }
 
 void PostgresqlConnection::Write(CachedStatement& translated, const StatementText& statement,

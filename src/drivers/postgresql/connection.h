@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,26 +30,33 @@ class PostgresqlConnection : public Connection {
   void Rollback() noexcept override;
 
  private:
-  /// A query that was sent before its rows are needed.
-  struct Prefetched {
-    std::string Text;
+  /// A query, perhaps before its rows are needed. Either it was sent, or its rows have been kept and it is
+  /// sent only if they turn out to be those of another state.
+  struct Asked {
+    std::vector<ValueSpan> Values;
     std::shared_ptr<CachedStatement> Statement;
     ReplyPtr Reply;
+    KeptReplyPtr Kept;
   };
 
   Database& Current() { return lease_.Leased(); }
-  Prefetched Send(const StatementText& query);
-  Prefetched TakePrefetched(const StatementText& query);
+  Asked FindOrSend(const StatementText& query);
+  Asked Send(const StatementText& query);
+  void SendHeldBack();
+  Asked TakePrefetched(const StatementText& query);
+  void Receive(Asked& asked, const StatementText& query);
   std::unique_ptr<ResultSet> Ask(const StatementText& query);
   /// Whether the failure of a statement is awaited and leaves the transaction as it was.
   enum class Failure { kEndsTransaction, kIsAwaited };
-  void Run(const StatementText& statement, Failure failure);
+  /// Returns why the statement was not even sent, or "". An exception would be expensive: every page tries to
+  /// create tables that exist.
+  std::string Run(const StatementText& statement, Failure failure);
   void RunAll(std::span<const StatementText> statements, Failure failure);
   void Write(CachedStatement& translated, const StatementText& statement, Failure failure);
 
   const Access access_;
   Lease lease_;
-  std::vector<Prefetched> prefetched_;
+  std::multimap<std::string, Asked, std::less<>> prefetched_;  // by the text of the query
   bool isUnused_ = true;  // nothing was read or written yet: a lost connection can be replaced
 };
 

@@ -12,6 +12,7 @@
 #include "drivers/dialect/shape.h"
 #include "drivers/postgresql/parameter_texts.h"
 #include "drivers/postgresql/postgresql_sql.h"
+#include "drivers/postgresql/result_rows.h"
 #include "drivers/postgresql/schema_reader.h"
 #include "drivers/postgresql/schema_setup.h"
 
@@ -20,6 +21,14 @@ namespace orlune::postgresql {
 namespace {
 
 constexpr std::size_t kMostUnconfirmed = 256;
+
+/// Equal for two queries exactly when they have the same text and values at the same places.
+void WriteReplyKey(const StatementText& query, std::string& key) {
+  key.assign(query.Text);
+  const std::size_t count = query.Values.size();
+  key.append(reinterpret_cast<const char*>(query.Values.data()), query.Values.size_bytes());
+  key.append(reinterpret_cast<const char*>(&count), sizeof(count));
+}
 
 bool HasFailed(const ReplyPtr& reply) {
   return reply && reply->Now == Reply::State::kFailed;
@@ -48,9 +57,13 @@ std::vector<unsigned> TypesOf(const dialect::Translation& translation) {
 }  // namespace
 
 Database::Database(const std::string& address, const PostgresqlOptions& options,
-                   const RegionalSettings& regional)
-    : regional_(regional), link_(address, options) {
+                   const RegionalSettings& regional, KeptReplies& kept)
+    : regional_(regional), kept_(kept), link_(address, options) {
+  kept_.AddConnection();
   Configure(link_, options);
+  // A batch of queries is a transaction without the cost of BEGIN and COMMIT.
+  link_.Run("SET default_transaction_isolation = 'repeatable read'");
+  link_.Mark();
   ReadTables();
 }
 
@@ -69,15 +82,63 @@ bool Database::Renew() {
 
 void Database::EnsureReading() {
   if (state_ != State::kIdle) return;
-  link_.Run("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+  link_.BeginLongBatch();
+  AskForSnapshot();
   state_ = State::kReading;
 }
 
 void Database::EndReading() {
   if (state_ != State::kReading) return;
-  link_.Run("COMMIT");
   link_.Mark();
   state_ = State::kIdle;
+}
+
+/// As the first query of reading: it takes the snapshot that it returns.
+void Database::AskForSnapshot() {
+  reading_ = {.Snapshot = nullptr, .State = {}, .Source = source_, .Connections = kept_.Connections()};
+  if (!source_) return;
+  if (!preparedSnapshot_ || HasFailed(preparedSnapshot_)) {
+    snapshotName_ = NewName();
+    preparedSnapshot_ = link_.Prepare(snapshotName_, "SELECT pg_current_snapshot()", {});
+  }
+  reading_.Snapshot = link_.RunPrepared(snapshotName_, {});
+}
+
+/// The number of the state that is read; 0 when its replies must not be kept.
+std::uint64_t Database::ReadState() {
+  if (reading_.State) return *reading_.State;
+  reading_.State = 0;
+  if (reading_.Snapshot) {
+    Require(*reading_.Snapshot);
+    reading_.State =
+        kept_.StateOf({reading_.Source, reading_.Connections, FieldText(reading_.Snapshot->Result, 0, 0)});
+  }
+  return *reading_.State;
+}
+
+KeptReplyPtr Database::FindKept(const StatementText& query) {
+  if (IsInTransaction() || !knowsTables_) return nullptr;
+  WriteReplyKey(query, key_);
+  KeptReplyPtr kept = kept_.Find(key_);
+  const bool isOfOther =
+      kept && state_ == State::kReading && reading_.State && *reading_.State != kept->State;
+  return isOfOther ? nullptr : kept;
+}
+
+bool Database::Reads(const KeptReply& kept) {
+  EnsureReading();
+  return ReadState() == kept.State;
+}
+
+void Database::Keep(const StatementText& query, std::shared_ptr<const CachedStatement> translated,
+                    ReplyPtr reply) {
+  if (state_ != State::kReading) return;
+  const std::uint64_t state = ReadState();
+  if (state == 0) return;
+  const auto* translation = &translated->Translation;
+  WriteReplyKey(query, key_);
+  kept_.Keep(key_, std::make_shared<const KeptReply>(
+                       KeptReply{state, {std::move(translated), translation}, std::move(reply)}));
 }
 
 void Database::BeginTransaction() {
@@ -95,6 +156,7 @@ void Database::Commit() {
     RequireUnconfirmed();
     RequireCommitted(*commit);
     state_ = State::kIdle;
+    kept_.Forget();
   } catch (const DatabaseError&) {
     Rollback();
     throw;
@@ -123,7 +185,7 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
   if (auto known = cache_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
   translated->Translation = Translate(dialect::Parse(statement));
-  translated->Name = "s" + std::to_string(++preparedCount_);
+  translated->Name = NewName();
   const auto displaced = cache_.Add(key_, translated);
   if (displaced && displaced->Prepared) Deallocate(displaced->Name);
   return translated;
@@ -180,6 +242,7 @@ void Database::RunAlone(CachedStatement& translated, const StatementText& statem
   }
   link_.Require(*reply);
   RequireCommitted(*commit);
+  kept_.Forget();
 }
 
 void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
@@ -212,12 +275,21 @@ void Database::TellSchemaChange() {
 void Database::ForgetTables() {
   knowsTables_ = false;
   cache_.Clear();
+  preparedSnapshot_ = nullptr;
   if (state_ == State::kIdle) Deallocate("ALL");
 }
 
 void Database::ReadTables() {
-  tables_ = state_ == State::kIdle ? SetUpSchema(link_) : ReadSchema(link_).Tables;
+  Schema schema = state_ == State::kIdle ? SetUpSchema(link_) : ReadSchema(link_);
+  tables_ = std::move(schema.Tables);
+  source_ = std::move(schema.Source);
+  reading_.State = 0;
   knowsTables_ = hasReadTables_ = true;
+}
+
+/// For a statement to be prepared under.
+std::string Database::NewName() {
+  return "s" + std::to_string(++preparedCount_);
 }
 
 void Database::Deallocate(const std::string& name) {

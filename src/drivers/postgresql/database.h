@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/regional_settings.h"
 #include "drivers/dialect/catalogue.h"
 #include "drivers/postgresql/cached_statement.h"
+#include "drivers/postgresql/kept_replies.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/options.h"
 #include "drivers/postgresql/parameter_texts.h"
@@ -20,9 +22,10 @@ namespace orlune::postgresql {
 /// by one thread at a time.
 class Database {
  public:
-  /// Connects, and makes indexes that are missing. `regional` has to outlive the database. Throws
+  /// Connects, and makes indexes that are missing. `regional` and `kept` have to outlive the database. Throws
   /// DatabaseError.
-  Database(const std::string& address, const PostgresqlOptions& options, const RegionalSettings& regional);
+  Database(const std::string& address, const PostgresqlOptions& options, const RegionalSettings& regional,
+           KeptReplies& kept);
 
   /// Ready for another request: forgets the tables when another node changed them. False when the connection
   /// is lost. Asks the server only to read the tables again.
@@ -34,6 +37,13 @@ class Database {
   /// Begins to read from one state of the database, unless reading or in a transaction.
   void EnsureReading();
   void EndReading();
+  /// The reply to the query in the newest state that is known, or null; always null in a transaction.
+  KeptReplyPtr FindKept(const StatementText& query);
+  /// Whether the state that is read is the one of `kept`. Asks the server at the first call. Throws
+  /// DatabaseError.
+  bool Reads(const KeptReply& kept);
+  /// Keeps a reply of the state that is read.
+  void Keep(const StatementText& query, std::shared_ptr<const CachedStatement> translated, ReplyPtr reply);
   /// Begins a transaction, as the only one that writes.
   void BeginTransaction();
   bool IsInTransaction() const { return state_ == State::kTransaction; }
@@ -63,16 +73,31 @@ class Database {
 
   dialect::Translation Translate(const dialect::Statement& statement);
   ReplyPtr Send(CachedStatement& translated);
+  void AskForSnapshot();
+  std::uint64_t ReadState();
   void TellSchemaChange();
   void ForgetTables();
   void ReadTables();
+  std::string NewName();
   void Deallocate(const std::string& name);
   void RequireUnconfirmed();
 
   const RegionalSettings& regional_;
+  KeptReplies& kept_;
   Link link_;
   State state_ = State::kIdle;
+  /// Which state of the database is read.
+  struct Reading {
+    ReplyPtr Snapshot;                   // null when nothing is to be kept
+    std::optional<std::uint64_t> State;  // its number, once the reply was looked at
+    std::shared_ptr<const std::string> Source;
+    std::uint64_t Connections = 0;
+  };
+  Reading reading_;
+  std::string snapshotName_;   // of the prepared query for it
+  ReplyPtr preparedSnapshot_;  // the reply to its preparation; null before
   dialect::Catalogue tables_;
+  std::shared_ptr<const std::string> source_;
   bool knowsTables_ = false;
   bool hasReadTables_ = false;  // for the current request
   StatementCache cache_;

@@ -134,13 +134,19 @@ ReplyPtr Link::Run(const char* sql) {
 }
 
 void Link::Mark() {
+  isLongBatch_ = false;
   if (!hasOpenBatch_) return;
-  hasOpenBatch_ = false;
+  hasOpenBatch_ = hasUnrequested_ = false;
   if (PQpipelineSync(connection_.get()) == 1) {
     awaited_.push_back({nullptr});
   } else {
     Lose(MessageText(PQerrorMessage(connection_.get())));
   }
+}
+
+void Link::BeginLongBatch() {
+  Mark();
+  isLongBatch_ = true;
 }
 
 void Link::Flush() {
@@ -149,7 +155,7 @@ void Link::Flush() {
 
 void Link::Await(const Reply& reply) {
   if (reply.Now != Reply::State::kAwaited) return;
-  Mark();
+  RequestReplies();
   while (reply.Now == Reply::State::kAwaited) ReadNext();
 }
 
@@ -191,9 +197,18 @@ std::string Link::ServerEncoding() const {
 ReplyPtr Link::Queue(bool isSent) {
   auto reply = std::make_shared<Reply>();
   awaited_.push_back({reply});
-  hasOpenBatch_ = true;
+  hasOpenBatch_ = hasUnrequested_ = true;
   if (!isSent) Lose(MessageText(PQerrorMessage(connection_.get())));
   return reply;
+}
+
+/// Of all commands so far.
+void Link::RequestReplies() {
+  if (!isLongBatch_) return Mark();
+  if (!hasUnrequested_) return;
+  hasUnrequested_ = false;
+  if (PQsendFlushRequest(connection_.get()) != 1 || PQflush(connection_.get()) != 0)
+    Lose(MessageText(PQerrorMessage(connection_.get())));
 }
 
 void Link::ReadNext() {
@@ -267,7 +282,7 @@ void Link::Lose(const std::string& cause) {
     lost.Command->Error = cause.empty() ? "the connection to the server was lost" : cause;
   }
   awaited_.clear();
-  hasOpenBatch_ = false;
+  hasOpenBatch_ = isLongBatch_ = hasUnrequested_ = false;
   connection_.reset();
 }
 

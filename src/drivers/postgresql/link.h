@@ -39,7 +39,8 @@ using ReplyPtr = std::shared_ptr<Reply>;
 using Parameters = std::span<const char* const>;
 
 /// One connection to a server, on which commands are sent ahead of their replies. The commands up to a `Mark`
-/// are a batch: when one fails, those after it are not run. Used by one thread at a time.
+/// are a batch: when one fails, those after it are not run. Outside of BEGIN and COMMIT it is one
+/// transaction. Used by one thread at a time.
 class Link {
  public:
   /// Connects. Throws DatabaseError, whose text does not show the password.
@@ -50,10 +51,12 @@ class Link {
   ReplyPtr Run(const char* sql);
   /// Ends the batch. Nothing is waited for.
   void Mark();
+  /// Begins a batch that waiting does not end, only `Mark`.
+  void BeginLongBatch();
   /// Sends what is buffered. Nothing is waited for.
   void Flush();
 
-  /// Waits for `reply` and all before it. At most one round trip.
+  /// Waits for `reply` and all before it. At most one round trip. Ends the batch, unless that is a long one.
   void Await(const Reply& reply);
   /// Like `Await`, and throws DatabaseError when the command failed.
   const ResultHandle& Require(const Reply& reply);
@@ -71,6 +74,7 @@ class Link {
   };
 
   ReplyPtr Queue(bool isSent);
+  void RequestReplies();
   void ReadNext();
   void ReadReply(Reply& reply);
   ResultHandle WaitForResult();
@@ -81,6 +85,8 @@ class Link {
   std::chrono::milliseconds replyTimeout_;
   std::deque<Awaited> awaited_;
   bool hasOpenBatch_ = false;
+  bool isLongBatch_ = false;
+  bool hasUnrequested_ = false;  // commands whose replies the server may hold back until the end of the batch
   std::string batchError_;
   std::string batchSqlState_;
 };

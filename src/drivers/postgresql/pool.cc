@@ -14,7 +14,7 @@ constexpr std::chrono::milliseconds kRetryInterval{500};
 }  // namespace
 
 Pool::Pool(std::string address, const PostgresqlOptions& options, const RegionalSettings& regional)
-    : address_(std::move(address)), options_(options), regional_(regional) {
+    : address_(std::move(address)), options_(options), regional_(regional), kept_(options.KeptBytes) {
   idle_.reserve(options.MostConnections);
 }
 
@@ -76,7 +76,7 @@ std::unique_ptr<Database> Pool::Connect() {
   }
   std::string failure;
   try {
-    return std::make_unique<Database>(address_, options_, regional_);
+    return std::make_unique<Database>(address_, options_, regional_, kept_);
   } catch (const DatabaseError& error) {
     failure = error.what();
   }

@@ -11,6 +11,7 @@
 
 #include "base/regional_settings.h"
 #include "drivers/postgresql/database.h"
+#include "drivers/postgresql/kept_replies.h"
 #include "drivers/postgresql/options.h"
 
 namespace orlune::postgresql {
@@ -37,6 +38,7 @@ class Pool {
   const PostgresqlOptions options_;
   const RegionalSettings& regional_;
 
+  KeptReplies kept_;
   std::mutex mutex_;
   std::condition_variable isFree_;
   std::vector<std::unique_ptr<Database>> idle_;  // the one used last at the back

@@ -27,7 +27,8 @@ std::string_view FieldText(const ResultHandle& result, int row, int column) {
           static_cast<std::size_t>(PQgetlength(result.get(), row, column))};
 }
 
-ResultRows::ResultRows(std::shared_ptr<const dialect::Translation> translation, ReplyPtr reply)
+ResultRows::ResultRows(std::shared_ptr<const dialect::Translation> translation,
+                       std::shared_ptr<const Reply> reply)
     : translation_(std::move(translation)), reply_(std::move(reply)) {}
 
 bool ResultRows::Next() {

@@ -12,7 +12,7 @@ namespace orlune::postgresql {
 /// The rows of a query, all of which have come.
 class ResultRows : public ResultSet {
  public:
-  ResultRows(std::shared_ptr<const dialect::Translation> translation, ReplyPtr reply);
+  ResultRows(std::shared_ptr<const dialect::Translation> translation, std::shared_ptr<const Reply> reply);
 
   bool Next() override;
   int Column(std::string_view name) const override;
@@ -20,7 +20,7 @@ class ResultRows : public ResultSet {
 
  private:
   std::shared_ptr<const dialect::Translation> translation_;
-  ReplyPtr reply_;
+  std::shared_ptr<const Reply> reply_;
   int row_ = -1;
 };
 

@@ -1,6 +1,7 @@
 #include "drivers/postgresql/schema_reader.h"
 
 #include <charconv>
+#include <utility>
 
 #include <libpq-fe.h>
 
@@ -21,7 +22,11 @@ constexpr const char* kIndexes =
     "WHERE c.relnamespace = to_regnamespace(quote_ident(current_schema())) AND i.indisvalid";
 constexpr const char* kState =
     "SELECT coalesce(current_schema(), ''), to_regprocedure('orlune_fold(text)') IS NOT NULL, "
-    "current_setting('transaction_read_only') = 'off'";
+    "current_setting('transaction_read_only') = 'off', "
+    // The time as a number, which is the same in every time zone.
+    "CASE WHEN NOT pg_is_in_recovery() THEN concat_ws(' ', extract(epoch FROM pg_postmaster_start_time()), "
+    "(SELECT oid FROM pg_database WHERE datname = current_database()), current_user, current_schemas(true)) "
+    "END";
 
 bool IsTrue(const ResultHandle& result, int row, int column) {
   return FieldText(result, row, column) == "t";
@@ -46,6 +51,17 @@ dialect::Catalogue TablesOf(const ResultHandle& columns) {
   return catalogue;
 }
 
+std::shared_ptr<const std::string> SourceOf(const ResultHandle& state, const ResultHandle& columns) {
+  constexpr int kServer = 3;
+  if (PQgetisnull(state.get(), 0, kServer) == 1) return nullptr;
+  std::string source(FieldText(state, 0, kServer));
+  for (int row = 0; row < PQntuples(columns.get()); ++row) {
+    for (int column = 0; column < PQnfields(columns.get()); ++column)
+      source.append(1, '\0').append(FieldText(columns, row, column));
+  }
+  return std::make_shared<const std::string>(std::move(source));
+}
+
 }  // namespace
 
 Schema ReadSchema(Link& link) {
@@ -61,6 +77,7 @@ Schema ReadSchema(Link& link) {
   schema.Name = FieldText(state->Result, 0, 0);
   schema.CanCompareTexts = IsTrue(state->Result, 0, 1);
   schema.IsWritable = IsTrue(state->Result, 0, 2);
+  schema.Source = SourceOf(state->Result, columns->Result);
   return schema;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ struct Schema {
   dialect::Catalogue Tables;
   std::vector<std::string> Indexes;
   std::string Name;
+  /// Equal for two connections exactly when they go to the same database of the same running server, as the
+  /// same user, and know the same tables; null on a standby server.
+  std::shared_ptr<const std::string> Source;
   bool CanCompareTexts = false;  ///< whether the case folding function exists
   bool IsWritable = false;       ///< false on a standby server
 };

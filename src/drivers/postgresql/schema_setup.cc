@@ -62,20 +62,20 @@ void Configure(Link& link, const PostgresqlOptions& options) {
   link.Mark();
 }
 
-dialect::Catalogue SetUpSchema(Link& link) {
+Schema SetUpSchema(Link& link) {
   Schema schema = ReadSchema(link);
   if (schema.Tables.Find("Calendars") == nullptr) {
     throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" creates it");
   }
   RequireCompleteCopy(schema.Tables);
   const std::vector<std::string> missing = MissingParts(schema);
-  if (missing.empty() || !schema.IsWritable) return std::move(schema.Tables);
+  if (missing.empty() || !schema.IsWritable) return schema;
   try {
     RunAsOnlyWriter(link, missing);
   } catch (const DatabaseError&) {
     if (!schema.CanCompareTexts) throw;  // without an index it is only slow
   }
-  return std::move(schema.Tables);
+  return schema;
 }
 
 void RunAsOnlyWriter(Link& link, std::span<const std::string> statements) {

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "drivers/dialect/catalogue.h"
 #include "drivers/postgresql/link.h"
 #include "drivers/postgresql/options.h"
 #include "drivers/postgresql/schema_reader.h"
@@ -30,7 +29,7 @@ std::vector<std::string> MissingParts(const Schema& schema);
 
 /// Reads the tables of a calendar, and creates missing indexes unless the database is read-only. Throws
 /// DatabaseError when it is not a calendar's.
-dialect::Catalogue SetUpSchema(Link& link);
+Schema SetUpSchema(Link& link);
 
 /// Runs `statements` in one transaction as the only writer; all or none. Throws DatabaseError.
 void RunAsOnlyWriter(Link& link, std::span<const std::string> statements);
