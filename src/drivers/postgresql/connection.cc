@@ -36,6 +36,8 @@ void PostgresqlConnection::Execute(const StatementText& statement) {
 bool PostgresqlConnection::TryExecute(const StatementText& statement) {
   try {
     return Run(statement, Failure::kIsAwaited).empty();
+  } catch (const DatabaseUnavailable&) {
+    throw;
   } catch (const DatabaseError&) {
     return false;
   }

@@ -38,18 +38,15 @@ struct SeenSnapshot {
 /// between them, by whichever program, and every row that can be read is the same. In particular:
 /// - The list has no subtransactions, but these are seen only when the transaction around them has ended.
 /// - A prepared transaction is running, and listed, until it is committed.
-/// - A transaction that was running when rows were read is listed, or not below xmax. Its commit changes
-/// that.
+/// - One that was running when rows were read is listed, or not below xmax. Its commit changes that.
 /// - One that rolls back changes the text as well: a lost entry, not a wrong one. So does a write to another
 ///   database of the server. VACUUM is not listed, but changes no rows.
 /// - Sequences are outside of transactions; no query reads one, nor anything else that is not a row: the
 ///   dialect has no clock, no random number and no function with side effects.
 /// - TRUNCATE and an ALTER TABLE that copies the table also affect readers whose snapshot is older. These may
 ///   be given the rows from before: those of their snapshot. Later ones have another snapshot.
-/// - Tables or columns that were added, dropped or changed: the change is a transaction, too. But a
-/// connection
-///   may still translate for the tables before, so its tables are part of `Source`, and two connections share
-///   replies only when they know the same tables.
+/// - A change of tables or columns is a transaction, too. But a connection may still translate for the tables
+///   before. So its tables are part of `Source`: two share replies only when they know the same tables.
 ///
 /// **But only on the same running server.** After a crash numbers are given again, of transactions that were
 /// rolled back or, with synchronous_commit off, lost; unlogged tables are empty. The server may even keep its
