@@ -69,7 +69,7 @@ Database::Database(const std::string& address, const PostgresqlOptions& options,
 
 bool Database::Renew() {
   if (!link_.IsAlive()) return false;
-  hasReadTables_ = false;
+  hasReadTables_ = hasWritten_ = false;
   if (link_.TakeNotification()) ForgetTables();
   try {
     if (!knowsTables_) ReadTables();
@@ -96,7 +96,7 @@ void Database::EndReading() {
 /// As the first query of reading: it takes the snapshot that it returns.
 void Database::AskForSnapshot() {
   reading_ = {.Snapshot = nullptr, .State = {}, .Source = source_, .Connections = kept_.Connections()};
-  if (!source_) return;
+  if (!source_ || hasWritten_) return;
   if (!preparedSnapshot_ || HasFailed(preparedSnapshot_)) {
     snapshotName_ = NewName();
     preparedSnapshot_ = link_.Prepare(snapshotName_, "SELECT pg_current_snapshot()", {});
@@ -117,7 +117,7 @@ std::uint64_t Database::ReadState() {
 }
 
 KeptReplyPtr Database::FindKept(const StatementText& query) {
-  if (IsInTransaction() || !knowsTables_) return nullptr;
+  if (hasWritten_ || !knowsTables_) return nullptr;
   WriteReplyKey(query, key_);
   KeptReplyPtr kept = kept_.Find(key_);
   const bool isOfOther =
@@ -143,6 +143,7 @@ void Database::Keep(const StatementText& query, std::shared_ptr<const CachedStat
 
 void Database::BeginTransaction() {
   EndReading();
+  hasWritten_ = true;
   unconfirmed_.clear();
   for (const char* command : {kBeginWriting, kBecomeOnlyWriter})
     unconfirmed_.push_back({link_.Run(command), ""});
@@ -228,6 +229,7 @@ void Database::Require(const Reply& reply) {
 void Database::RunAlone(CachedStatement& translated, const StatementText& statement) {
   parameters_.Evaluate(translated.Translation.Parameters, statement, regional_);
   EndReading();
+  hasWritten_ = true;
   const bool changesSchema = translated.Translation.ChangesSchema;
   link_.Run(kBeginWriting);
   link_.Run(changesSchema ? kBecomeOnlyWriter : kBecomeWriter);

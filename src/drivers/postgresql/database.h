@@ -37,7 +37,8 @@ class Database {
   /// Begins to read from one state of the database, unless reading or in a transaction.
   void EnsureReading();
   void EndReading();
-  /// The reply to the query in the newest state that is known, or null; always null in a transaction.
+  /// The reply to the query in the newest state that is known, or null; always null once
+  /// something was written in the request.
   KeptReplyPtr FindKept(const StatementText& query);
   /// Whether the state that is read is the one of `kept`. Asks the server at the first call. Throws
   /// DatabaseError.
@@ -100,6 +101,7 @@ class Database {
   std::shared_ptr<const std::string> source_;
   bool knowsTables_ = false;
   bool hasReadTables_ = false;  // for the current request
+  bool hasWritten_ = false;     // in the current request: what it reads is soon replaced, and not kept
   StatementCache cache_;
   /// A command of the transaction whose reply has not been looked at.
   struct Unconfirmed {
