@@ -229,16 +229,18 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
 // The connection's thread serves others until the reply is made; then it comes back to `OnRequest`.
 MHD_Result HttpHost::Daemon::AnswerLater(MHD_Connection* connection) {
   ClientConnection& client = ClientOf(connection);
+  const bool isLogin = isLogin_ && isLogin_(client.Request().Message());
+  const auto deadline =
+      std::chrono::steady_clock::now() + (isLogin ? limits_.LoginWaitingTime : limits_.WaitingTime);
   MHD_suspend_connection(connection);
   client.WaitForReply();
-  const auto answer = [this, connection, &client, since = std::chrono::steady_clock::now()](bool isClosing) {
-    const bool isTooLate = isClosing || std::chrono::steady_clock::now() - since > limits_.WaitingTime;
+  const auto answer = [this, connection, &client, deadline](bool isClosing) {
+    const bool isTooLate = isClosing || std::chrono::steady_clock::now() > deadline;
     client.GiveReply(isTooLate ? BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE)
                                : answer_(client.Request().Message()));
     MHD_resume_connection(connection);
   };
-  TaskQueue& queue = isLogin_ && isLogin_(client.Request().Message()) ? waitingLogins_ : waitingAnswers_;
-  if (!queue.Add(answer)) answer(true);
+  if (!(isLogin ? waitingLogins_ : waitingAnswers_).Add(answer)) answer(true);
   return MHD_YES;
 }
 

@@ -26,8 +26,9 @@ struct HostLimits {
   /// Above 32 kB libmicrohttpd maps the memory of a connection, which so goes back to the system at its end.
   std::size_t HeaderBytes = std::size_t{36} << 10U;
   std::size_t BodyBytes = std::size_t{1} << 20U;
-  std::size_t WaitingAnswers = 2'000;            ///< requests that wait for a thread that may wait
-  std::chrono::milliseconds WaitingTime{5'000};  ///< after which they are refused
+  std::size_t WaitingAnswers = 2'000;                  ///< requests that wait for a thread that may wait
+  std::chrono::milliseconds WaitingTime{5'000};        ///< after which they are refused
+  std::chrono::milliseconds LoginWaitingTime{15'000};  ///< the same for logins, many of which come at once
 
   /// How many descriptors the connections need.
   std::size_t MostSockets() const;
