@@ -71,6 +71,7 @@ class HttpHost::Daemon {
   MHD_Result ReadBody(MHD_Connection* connection, std::string_view piece);
   MHD_Result Reply(MHD_Connection* connection);
   MHD_Result AnswerLater(MHD_Connection* connection);
+  ReplyMessage AnswerOrRefuse(const RequestMessage& request) const;
   MHD_Result RefuseAsBusy(MHD_Connection* connection, unsigned status);
   MHD_Result Queue(MHD_Connection* connection, ReplyMessage reply, bool isLast);
 
@@ -237,11 +238,19 @@ MHD_Result HttpHost::Daemon::AnswerLater(MHD_Connection* connection) {
   const auto answer = [this, connection, &client, deadline](bool isClosing) {
     const bool isTooLate = isClosing || std::chrono::steady_clock::now() > deadline;
     client.GiveReply(isTooLate ? BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE)
-                               : answer_(client.Request().Message()));
+                               : AnswerOrRefuse(client.Request().Message()));
     MHD_resume_connection(connection);
   };
   if (!(isLogin ? waitingLogins_ : waitingAnswers_).Add(answer)) answer(true);
   return MHD_YES;
+}
+
+ReplyMessage HttpHost::Daemon::AnswerOrRefuse(const RequestMessage& request) const {
+  try {
+    return answer_(request);
+  } catch (...) {
+    return BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE);  // out of memory
+  }
 }
 
 // The rest of the request is not read.
