@@ -102,7 +102,7 @@ class KeptRows : public testing::DatabaseFixture {
     const char* Place = nullptr;
   };
   static Shown Show(Connection& connection) {
-    Shown shown{{}, connection.Query(names_)};
+    Shown shown{{}, connection.Query(kNames)};
     while (shown.Rows->Next()) {
       const Value name = shown.Rows->Get(0);
       if (shown.Place == nullptr) shown.Place = std::get<std::string_view>(name).data();
@@ -125,7 +125,7 @@ class KeptRows : public testing::DatabaseFixture {
     place_.RunNative("INSERT INTO \"Calendars\" (\"Name\") VALUES ('" + std::string(name) + "')");
   }
 
-  static inline const Statement names_{"SELECT Name FROM Calendars ORDER BY Name"};
+  static inline const Statement kNames{"SELECT Name FROM Calendars ORDER BY Name"};
 };
 
 TEST_F(KeptRows, ServeUntilACommit) {
@@ -184,7 +184,7 @@ TEST_F(KeptRows, AreReadAgainWhenAPrefetchFindsThemStale) {
   const Shown kept = Keep();
   AddAsOtherProgram("bob");
   const auto connection = Open();
-  for (const Statement& query : {names_, friendly, names_}) connection->Prefetch(query);
+  for (const Statement& query : {kNames, friendly, kNames}) connection->Prefetch(query);
   EXPECT_EQ(Show(*connection).Names, (Texts{"ann", "bob"}));
   EXPECT_EQ(Column(*connection, friendly, "FriendlyName").size(), 2U);
   AddAsOtherProgram("cleo");

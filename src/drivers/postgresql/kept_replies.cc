@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <compare>
 #include <utility>
 
 #include <libpq-fe.h>
@@ -18,20 +17,15 @@ constexpr std::size_t kOverhead = 250;
 /// What an entry keeps alive of the statement that was translated for it, beyond its SQL.
 constexpr std::size_t kStatementOverhead = 1000;
 
-struct Progress {
-  std::uint64_t End = 0;     // xmax
-  std::ptrdiff_t Ended = 0;  // minus the transactions below it that are running
-
-  friend auto operator<=>(const Progress&, const Progress&) = default;
-};
+/// A snapshot's xmax, and minus the number of transactions below it that are running. Rises.
+using Progress = std::pair<std::uint64_t, std::ptrdiff_t>;
 
 Progress ProgressOf(std::string_view snapshot) {
-  Progress progress;
+  std::uint64_t end = 0;
   snapshot.remove_prefix(std::min(snapshot.size(), snapshot.find(':') + 1));
-  const auto end = std::from_chars(snapshot.data(), snapshot.data() + snapshot.size(), progress.End);
-  const std::string_view running(end.ptr, snapshot.data() + snapshot.size());
-  if (running.size() > 1) progress.Ended = -1 - std::count(running.begin(), running.end(), ',');
-  return progress;
+  const auto parsed = std::from_chars(snapshot.data(), snapshot.data() + snapshot.size(), end);
+  const std::string_view running(parsed.ptr, snapshot.data() + snapshot.size());
+  return {end, running.size() > 1 ? -1 - std::count(running.begin(), running.end(), ',') : 0};
 }
 
 }  // namespace
