@@ -71,6 +71,23 @@ TEST(HttpHost, ServesOthersWhileARequestWaitsForAWriter) {
   EXPECT_EQ(waiting.get().Body, "2");
 }
 
+TEST(HttpHost, AnswersWhatWasStoredAlthoughItsViewIsNotRemembered) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    for (const char* key : {"Login", "DisplayMode"}) {
+      if (const auto value = context.Request->QueryParameter(key); !value.empty())
+        context.Session->Set(key, value);
+    }
+    context.Response->Write("stored");
+  };
+  const std::string cookie = Fetch(host.Address(), "GET /a.asp?Login=ann").CookieLine();
+  host.Sessions().IsAway = true;
+  EXPECT_EQ(Post(host.Address(), "/a.asp?DisplayMode=week", "x=1", cookie).Body, "stored");
+  const HttpAnswer login = Post(host.Address(), "/a.asp?Login=bob", "x=1", cookie);
+  EXPECT_EQ(login.Status, 503);
+  EXPECT_NE(login.Header("Retry-After"), "");
+}
+
 TEST(HttpHost, TellsBrowsersWhatNotToDoWithEveryAnswer) {
   StartedHost host;
   const std::string named = " HTTP/1.1\r\nHost: h\r\nConnection: close\r\n";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <sstream>
@@ -10,10 +11,33 @@
 #include "app/clocks.h"
 #include "http/http_host.h"
 #include "http/website.h"
+#include "platform/database.h"
 #include "sessions/memory_session_store.h"
 #include "support/temporary_folder.h"
 
 namespace orlune::testing {
+
+/// Sessions that cannot be written while they are away.
+class BreakableSessions : public MemorySessionStore {
+ public:
+  using MemorySessionStore::MemorySessionStore;
+
+  std::string Start(const NamedTexts& values, std::string_view endedId) override {
+    RequireStore();
+    return MemorySessionStore::Start(values, endedId);
+  }
+  void Change(const KeptSession& found, const NamedTexts& changes) override {
+    RequireStore();
+    MemorySessionStore::Change(found, changes);
+  }
+
+  std::atomic<bool> IsAway = false;
+
+ private:
+  void RequireStore() const {
+    if (IsAway) throw DatabaseUnavailable("away");
+  }
+};
 
 /// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
@@ -44,6 +68,8 @@ class StartedHost {
   /// What it logged until it was stopped.
   std::string LogText() const { return logText_.str(); }
 
+  BreakableSessions& Sessions() { return sessions_; }
+
   Page Answer = [](const ScriptingContext&) {};
   bool IsHealthy = true;
 
@@ -52,7 +78,7 @@ class StartedHost {
     return {[this](const ScriptingContext& context) { Answer(context); }, sessions};
   }
 
-  MemorySessionStore sessions_{std::chrono::minutes(60), 1000};
+  BreakableSessions sessions_{std::chrono::minutes(60), 1000};
   MemorySessionStore otherSessions_{std::chrono::minutes(60), 1000};
   TemporaryFolder folder_;
   std::ostringstream logText_;

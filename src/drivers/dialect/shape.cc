@@ -95,6 +95,13 @@ void WriteShapeKey(const StatementText& statement, std::string& key) {
   appendFixed(statement.Text.size());
 }
 
+void WriteResultKey(const StatementText& query, std::string& key) {
+  key.assign(query.Text);
+  const std::size_t count = query.Values.size();
+  key.append(reinterpret_cast<const char*>(query.Values.data()), query.Values.size_bytes());
+  key.append(reinterpret_cast<const char*>(&count), sizeof(count));
+}
+
 std::string MaskedText(const StatementText& statement) {
   std::string text;
   std::size_t position = 0;

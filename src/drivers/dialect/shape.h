@@ -29,6 +29,10 @@ std::int64_t IntegerAt(std::string_view value, std::size_t item);
 /// DialectError for a value that cannot stand where it does.
 void WriteShapeKey(const StatementText& statement, std::string& key);
 
+/// Replaces `key` by what identifies a query with its values: equal for two queries exactly when they have
+/// the same text and values at the same places, so that they give the same rows.
+void WriteResultKey(const StatementText& query, std::string& key);
+
 /// The statement with "{}" in place of each value: what may be logged.
 std::string MaskedText(const StatementText& statement);
 

@@ -22,14 +22,6 @@ namespace {
 
 constexpr std::size_t kMostUnconfirmed = 256;
 
-/// Equal for two queries exactly when they have the same text and values at the same places.
-void WriteReplyKey(const StatementText& query, std::string& key) {
-  key.assign(query.Text);
-  const std::size_t count = query.Values.size();
-  key.append(reinterpret_cast<const char*>(query.Values.data()), query.Values.size_bytes());
-  key.append(reinterpret_cast<const char*>(&count), sizeof(count));
-}
-
 bool HasFailed(const ReplyPtr& reply) {
   return reply && reply->Now == Reply::State::kFailed;
 }
@@ -118,7 +110,7 @@ std::uint64_t Database::ReadState() {
 
 KeptReplyPtr Database::FindKept(const StatementText& query) {
   if (hasWritten_ || !knowsTables_) return nullptr;
-  WriteReplyKey(query, key_);
+  dialect::WriteResultKey(query, key_);
   KeptReplyPtr kept = kept_.Find(key_);
   const bool isOfOther =
       kept && state_ == State::kReading && reading_.State && *reading_.State != kept->State;
@@ -136,7 +128,7 @@ void Database::Keep(const StatementText& query, std::shared_ptr<const CachedStat
   const std::uint64_t state = ReadState();
   if (state == 0) return;
   const auto* translation = &translated->Translation;
-  WriteReplyKey(query, key_);
+  dialect::WriteResultKey(query, key_);
   kept_.Keep(key_, std::make_shared<const KeptReply>(
                        KeptReply{state, {std::move(translated), translation}, std::move(reply)}));
 }

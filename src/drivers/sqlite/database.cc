@@ -36,14 +36,6 @@ std::int64_t ReadNumber(sqlite3_stmt* query) {
   return number;
 }
 
-/// Equal for two queries exactly when they have the same text and values at the same places.
-void WriteResultKey(const StatementText& query, std::string& key) {
-  key.assign(query.Text);
-  const std::size_t count = query.Values.size();
-  key.append(reinterpret_cast<const char*>(query.Values.data()), query.Values.size_bytes());
-  key.append(reinterpret_cast<const char*>(&count), sizeof(count));
-}
-
 }  // namespace
 
 Database::Database(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,
@@ -206,14 +198,14 @@ void Database::Execute(const std::shared_ptr<CachedStatement>& translated, const
 
 std::shared_ptr<const RowBlock> Database::FindKept(const StatementText& query) {
   if (!KnowsState()) return nullptr;
-  WriteResultKey(query, key_);
+  dialect::WriteResultKey(query, key_);
   return cache_.Results.Find(key_, *fileState_);
 }
 
 void Database::Keep(const StatementText& query, const CachedStatement& translated,
                     std::shared_ptr<const RowBlock> rows) {
   if (!KnowsState()) return;
-  WriteResultKey(query, key_);
+  dialect::WriteResultKey(query, key_);
   cache_.Results.Keep(key_, translated.Tables, *fileState_, std::move(rows));
 }
 
