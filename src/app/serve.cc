@@ -139,8 +139,9 @@ void Serve(const ServeOptions& options) {
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PagePlace& place = regions.OfPage(i);
     const auto resources = [&](PageDatabase& database, Access access) {
-      return PageResources{{*clock, database, place.Regional, localisers, passwords, logins},
-                           sessions.OfPage(i, access)};
+      return PageResources{
+          {*clock, database, place.Region.Settings(), place.Region, localisers, passwords, logins},
+          sessions.OfPage(i, access)};
     };
     pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
                              resources(place.Database, Access::kReadAndWrite),

@@ -267,6 +267,8 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kNameTooLong, "%s is too long (at most %t characters).\\n"},
     {Text::kTextTooLong, "%s is too long (at most %t kB).\\n"},
     {Text::kSendingTooLarge, "This is too long to be sent to %s recipients.\\n"},
+    // What the script says
+    {Text::kLanguageTag, "en"},
 });
 // clang-format on
 

@@ -258,6 +258,8 @@ enum class Text : int {
   kNameTooLong = 910,
   kTextTooLong = 911,
   kSendingTooLarge = 912,
+  // What the script says; 2000 is the language's tag
+  kLanguageTag = 2000,
 };
 
 }  // namespace orlune
