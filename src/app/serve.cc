@@ -121,6 +121,7 @@ void Serve(const ServeOptions& options) {
   ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
   const Configuration configuration = ReadConfiguration(options);
+  StaticFiles files(configuration.Site, {configuration.Compresses, configuration.JoinsStyleSheets});
   const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
@@ -149,11 +150,10 @@ void Serve(const ServeOptions& options) {
   }
   HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
-  Website website({std::move(pages), StaticFiles(configuration.Site),
-                   CookieSealer(LoadSecretKey(configuration.SecretFile)),
+  Website website({std::move(pages), std::move(files), CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log,
-                   configuration.AllowedHosts});
+                   configuration.AllowedHosts, configuration.Compresses});
 
   if (!health.IsHealthy())
     log->warn(

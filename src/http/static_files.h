@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "http/file_forms.h"
 #include "http/http_message.h"
 
 namespace orlune {
@@ -16,7 +18,7 @@ bool NamesTag(std::string_view ifNoneMatch, std::string_view tag);
 class StaticFiles {
  public:
   /// Throws ConfigurationError when `folder` is missing.
-  explicit StaticFiles(const std::filesystem::path& folder);
+  explicit StaticFiles(const std::filesystem::path& folder, SiteOptions options = {});
 
   /// Answers GET and HEAD for a file, and 404 when `Find` finds none.
   ReplyMessage Answer(const RequestMessage& request) const;
@@ -27,6 +29,8 @@ class StaticFiles {
 
  private:
   std::filesystem::path folder_;
+  SiteOptions options_;
+  std::unique_ptr<KeptForms> forms_;
 };
 
 }  // namespace orlune

@@ -41,6 +41,8 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
 [server]
 listen = "[::1]:81"
 site = "web"
+compress = true
+join_style_sheets = true
 region = "fi_FI"
 session_minutes = 5
 session_store = "database"
@@ -72,6 +74,7 @@ DBPath = "/b.db"
 )");
   EXPECT_EQ(configuration.Listen, "[::1]:81");
   EXPECT_EQ(configuration.Site, folder_.Path() / "web");
+  EXPECT_TRUE(configuration.Compresses && configuration.JoinsStyleSheets);
   EXPECT_EQ(configuration.Region, "fi_FI");
   EXPECT_EQ(configuration.SessionMinutes, 5);
   EXPECT_TRUE(configuration.StoresSessions);
@@ -110,7 +113,7 @@ TEST_F(ConfigurationFile, NeedsOnlyAPage) {
   const Configuration configuration = Load(kPage);
   EXPECT_EQ(configuration.Site, folder_.Path() / "site");
   EXPECT_EQ(configuration.SecretFile, folder_.Path() / "var/secret.key");
-  EXPECT_FALSE(configuration.StoresSessions);
+  EXPECT_FALSE(configuration.StoresSessions || configuration.Compresses || configuration.JoinsStyleSheets);
   EXPECT_FALSE(Load("[server]\nsession_store = \"memory\"\n" + kPage).StoresSessions);
 }
 
@@ -147,6 +150,7 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {server("trusted_proxies = [1]"), "2: trusted_proxies: expected a text"},
       {server("trusted_proxies = [\"::1\",\n\"10.0.0.1/8\"]"),
        "3: trusted_proxies: expected an address or network"},
+      {server("compress = \"true\""), "2: compress: expected true or false"},
       {page("ShowTitle = 1"), "4: ShowTitle: expected true or false"},
       {page("CalName = true"), "4: CalName: expected a text"},
       {page("DBPath = 1"), "4: "},
