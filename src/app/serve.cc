@@ -23,6 +23,7 @@
 #include "app/regions.h"
 #include "app/secret_key_file.h"
 #include "app/session_stores.h"
+#include "app/site_version_names.h"
 #include "app/stop_signals.h"
 #include "base/log_text.h"
 #include "drivers/langpack/langpack_factory.h"
@@ -120,8 +121,9 @@ std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, cons
 void Serve(const ServeOptions& options) {
   ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
-  const Configuration configuration = ReadConfiguration(options);
+  Configuration configuration = ReadConfiguration(options);
   StaticFiles files(configuration.Site, {configuration.Compresses, configuration.JoinsStyleSheets});
+  NameSiteVersion(configuration.Pages, files);
   const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);

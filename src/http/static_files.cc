@@ -140,6 +140,10 @@ StaticFiles::StaticFiles(const fs::path& folder, SiteOptions options)
     throw ConfigurationError(fmt::format("site folder {} is missing", folder.string()));
 }
 
+const std::string& StaticFiles::ReadVersion() {
+  return version_.emplace(folder_).Name();
+}
+
 ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   const fs::path path = Find(request.Path);
   std::optional<OpenFile> file = path.empty() ? std::nullopt : OpenFile::Open(path);
@@ -151,8 +155,9 @@ ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   const std::string tag = EntityTag(*forms, isGzipped);
   const std::string modifiedAt = LastModified(*forms);
   const std::optional<std::string> knownTag = KnownTag(request, *forms, tag, modifiedAt);
-  std::vector<Header> headers{
-      {"ETag", knownTag.value_or(tag)}, {"Last-Modified", modifiedAt}, {"Cache-Control", "max-age=300"}};
+  std::vector<Header> headers{{"ETag", knownTag.value_or(tag)},
+                              {"Last-Modified", modifiedAt},
+                              {"Cache-Control", CacheControl(request, path, *forms)}};
   if (type.IsText && options_.Compresses) headers.emplace_back("Vary", "Accept-Encoding");
   if (knownTag) return {304, std::move(headers), std::string()};
   headers.emplace_back("Content-Type", type.ContentType);
@@ -160,8 +165,17 @@ ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   return {200, std::move(headers), BodyOf(*forms, isGzipped, *std::move(file))};
 }
 
+/// A browser asks never again for what has been the same since its version was read.
+std::string StaticFiles::CacheControl(const RequestMessage& request, const fs::path& path,
+                                      const FileForms& forms) const {
+  const auto [version, rest] = SplitVersion(request.Path);
+  const bool isLasting = version_ && version == version_->Name() && version_->Holds(path, forms.State) &&
+                         (!forms.ImportState || version_->Holds(forms.Import, *forms.ImportState));
+  return isLasting ? "public, max-age=31536000, immutable" : "max-age=300";
+}
+
 fs::path StaticFiles::Find(std::string_view urlPath) const {
-  const std::optional<std::string> decoded = DecodePath(urlPath);
+  const std::optional<std::string> decoded = DecodePath(SplitVersion(urlPath).Path);
   if (!decoded || !decoded->starts_with('/') || !IsServedPath(decoded->substr(1))) return {};
   std::error_code error;
   fs::path file = fs::canonical(folder_ / decoded->substr(1), error);

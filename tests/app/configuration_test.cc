@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/configuration_reader.h"
+#include "app/site_version_names.h"
 #include "support/temporary_folder.h"
 #include "support/write_file.h"
 
@@ -125,6 +126,25 @@ TEST_F(ConfigurationFile, AcceptsEveryProperty) {
     text.append(property.Name).append(isSwitch ? " = true\n" : " = \"x\"\n");
   }
   EXPECT_EQ(Load(text).Pages[0].Properties.size(), 18U);
+}
+
+TEST_F(ConfigurationFile, NamesTheVersionOfTheSiteFolderInLinks) {
+  std::vector<PageConfiguration> pages =
+      Load(kPage +
+           "CssDir = \"{version}/css\"\nLanguage = \"{version}\"\n"
+           "HeadData = \"{version} {version} {}\"\nImageDir = \"images\"\n")
+          .Pages;
+  StaticFiles files(folder_.Path() / "site");
+  NameSiteVersion(pages, files);
+  const std::string version = files.ReadVersion();
+  std::string texts;
+  for (const PropertyValue& property : pages[0].Properties)
+    texts.append(property.Property->Name)
+        .append("=")
+        .append(std::get<std::string>(property.Value))
+        .append(";");
+  EXPECT_EQ(texts, "CssDir=" + version + "/css;HeadData=" + version + " " + version +
+                       " {};ImageDir=images;Language={version};");
 }
 
 TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {

@@ -175,6 +175,40 @@ TEST_F(SiteFolder, SendsAStyleSheetWithTheOneThatItImports) {
   }
 }
 
+TEST_F(SiteFolder, IsKeptForAYearAtTheAddressesOfItsVersion) {
+  WriteFile(site_ / "css/dark.css", "@import url(\"default.css\");\n");
+  StaticFiles files(site_, {.JoinsStyleSheets = true});
+  const std::string version = "/" + files.ReadVersion();
+  const auto lasts = [&](const std::string& path) {
+    return HeaderOf(Ask(files, path), "Cache-Control") == "public, max-age=31536000, immutable";
+  };
+  for (const char* path : {"/css/default.css", "/css/dark.css", "/page.html", "/images/a%20b%C3%A4.GIF"}) {
+    EXPECT_TRUE(lasts(version + path)) << path;
+    EXPECT_EQ(HeaderOf(Ask(files, path), "Cache-Control"), "max-age=300") << path;
+    EXPECT_FALSE(lasts("/v-0123456789" + std::string(path))) << "as another server names it meanwhile";
+  }
+  for (const char* path :
+       {"/v-0123456789", "/v-0123456789/", "/v-0123456789/.hidden", "/v-0123456789/../outside.txt",
+        "/v-0123456789/v-0123456789/page.html", "/v-012345678/page.html", "/v-01234567890/page.html",
+        "/v-012345678G/page.html", "/css/v-0123456789/default.css"})
+    EXPECT_EQ(Ask(files, path).Status, 404U) << path;
+  EXPECT_EQ(files.FindLinked("/a.asp", version.substr(1) + "/page.html"), files.Find("/page.html"));
+
+  const fs::path copy = folder_.Path() / "copy";
+  fs::copy(site_, copy, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  EXPECT_EQ("/" + StaticFiles(copy).ReadVersion(), version) << "of another server with the same files";
+  WriteFile(site_ / ".hidden", "new");
+  EXPECT_EQ("/" + StaticFiles(site_).ReadVersion(), version);
+  WriteFile(site_ / "css/default.css", "next");
+  EXPECT_NE("/" + StaticFiles(site_).ReadVersion(), version);
+  fs::rename(copy / "css/default.css", copy / "css/other.css");
+  EXPECT_NE("/" + StaticFiles(copy).ReadVersion(), version);
+
+  WriteFile(site_ / "new.html", "new");
+  for (const char* path : {"/css/default.css", "/css/dark.css", "/new.html"})
+    EXPECT_FALSE(lasts(version + path)) << "changed since: " << path;
+}
+
 TEST_F(SiteFolder, FindsTheLinksOfAPage) {
   const StaticFiles files(site_);
   const fs::path css = fs::canonical(site_) / "css" / "default.css";
