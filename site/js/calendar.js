@@ -32,18 +32,34 @@ export async function tellWeekdays() {
   if (known) tell([known.language, 'en']);
 }
 
-/** The date, and in the day view the hour, of an empty place; nothing elsewhere. */
+/** The date, and in the day view the hour, of a cell; nothing when it is no day or hour, or one that is taken. */
 function placeOf(cell) {
-  if (!cell || cell.closest('td.background') !== content) return null;
   if (cell.matches(':has(> .daynumber)')) return { date: queryOf(cell.querySelector('a').href).get('cd') };
-  const hour = cell.parentElement.cells[0];
-  if (form.elements.dm.value !== 'day' || !hour?.matches('.captions[nowrap]') || cell.matches('.captions')) return null;
+  const row = cell.parentElement;
+  const isHour = form.elements.dm.value === 'day' && row.cells[0].matches('.captions[nowrap]');
+  if (!isHour || cell.matches('.captions')) return null;
   const date = form.elements.cd.defaultValue;
-  if (!cell.matches('.event')) return { date, time: hour.textContent, after: nextHour(cell) };
-  return cell.textContent.trim() === '' ? { date } : null;
+  if (cell === untimedCell()) return { date };
+  const next = row.nextElementSibling?.cells[0].textContent;
+  return cell.matches('.event') ? null : { date, time: row.cells[0].textContent, after: next };
 }
 
-const nextHour = (cell) => cell.parentElement.nextElementSibling?.cells[0]?.textContent;
+/** In the day view, the last cell of the first hour holds the events without a time. */
+const untimedCell = () => content.querySelector('tr:has(> .captions[nowrap])').lastElementChild;
+
+/** Entries that the visitor may not change are texts without a link. */
+function isOnText(cell, { clientX, clientY }) {
+  const range = document.createRange();
+  const walker = document.createTreeWalker(cell, NodeFilter.SHOW_TEXT);
+  while (walker.nextNode()) {
+    if (walker.currentNode.data.trim() === '') continue;
+    range.selectNodeContents(walker.currentNode);
+    const isIn = ({ left, right, top, bottom }) =>
+      clientX >= left && clientX <= right && clientY >= top && clientY <= bottom;
+    if ([...range.getClientRects()].some(isIn)) return true;
+  }
+  return false;
+}
 
 function fillInNewEvent({ date, time, after, calendar }) {
   if (!form?.elements.date1 || form.elements.id?.value !== '' || location.search !== '?p=e') return;
@@ -59,16 +75,17 @@ function fillInNewEvent({ date, time, after, calendar }) {
 
 /** A click beside the entries of a day, or on an empty hour, opens the form of a new event. */
 export function listenForClicks() {
-  const place = take('new event');
-  if (place) fillInNewEvent(place);
+  const asked = take('new event');
+  if (asked) fillInNewEvent(asked);
   const link = isView && linkTo('e');
   if (!link) return;
-  content.addEventListener('click', ({ target }) => {
+  content.addEventListener('click', (event) => {
+    const { target } = event;
     const cell = target.closest('td');
-    const isBeside = !target.closest('a, input, select, label, b, img') && getSelection().isCollapsed;
-    const clicked = isBeside && placeOf(cell);
-    if (!clicked) return;
-    remember('new event', { ...clicked, calendar: form.elements.cn.value });
+    const isBeside = !target.closest('a, input, select, label, b, font, img') && getSelection().isCollapsed;
+    const place = isBeside && cell !== content && !isOnText(cell, event) && placeOf(cell);
+    if (!place) return;
+    remember('new event', { ...place, calendar: form.elements.cn.value });
     location.assign(link.href);
   });
 }

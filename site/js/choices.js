@@ -9,51 +9,42 @@ const isSending = (field) => field.nodeName === 'SELECT' && /submit\(\)/.test(fi
 
 const chosen = (list) => [...list.options].map((option) => option.selected);
 
+const isMoving = ({ key, altKey, ctrlKey, metaKey }) =>
+  !altKey && !ctrlKey && !metaKey && /^(Arrow.+|Page.+|Home|End|[^ ])$/u.test(key);
+
 function makeWait(list) {
   const initial = chosen(list);
-  let isMoved = false; // by a key while the list was closed, and not sent yet
-  let isKeyed = false; // the last input was a key that moves
-  let isOpen = false;
+  let isMoved = false; // by a key, and not sent yet
+  let isKeyed = false; // a key that moves is being handled; an opened list keeps its keys to itself
 
-  const hasChanged = () => chosen(list).some((isSelected, i) => isSelected !== initial[i]);
   const send = () => {
-    isKeyed = isMoved = false;
-    if (hasChanged()) list.dispatchEvent(new Event('change', { bubbles: true }));
+    isMoved = false;
+    if (chosen(list).some((isSelected, i) => isSelected !== initial[i]))
+      list.dispatchEvent(new Event('change', { bubbles: true }));
+  };
+  const goBack = () => {
+    isMoved = false;
+    for (const [i, option] of [...list.options].entries()) option.selected = initial[i];
   };
 
-  list.addEventListener('pointerdown', () => {
-    isKeyed = false;
-    isOpen = list.size < 2;
-  });
   list.addEventListener('keydown', (event) => {
-    const isOpening = (event.altKey && event.key.startsWith('Arrow')) || event.key === ' ' || event.key === 'F4';
-    if (isOpening && list.size < 2) isOpen = true;
-    isKeyed = event.key !== 'Enter' && event.key !== ' ';
-    if (event.key === 'Escape' && isMoved && !isOpen) {
-      for (const [i, option] of [...list.options].entries()) option.selected = initial[i];
-      isMoved = false;
-    }
-    if (event.key === 'Escape') isOpen = false;
-    if (event.key !== 'Enter' || !isMoved) return;
+    isKeyed = isMoving(event);
+    setTimeout(() => {
+      isKeyed = false;
+    });
+    if (!isMoved || !['Enter', 'Escape'].includes(event.key)) return;
     event.preventDefault();
-    send();
+    if (event.key === 'Enter') send();
+    else goBack();
   });
   // Before the inline code of the page, which sends.
-  list.addEventListener(
-    'change',
-    (event) => {
-      const waits = isKeyed && !isOpen;
-      isMoved = waits;
-      isOpen = false;
-      if (waits) event.stopImmediatePropagation();
-      else remember('focus', list.name);
-    },
-    { capture: true },
-  );
-  list.addEventListener('blur', () => {
-    isOpen = false;
-    if (isMoved) send();
-  });
+  const hold = (event) => {
+    isMoved = isKeyed;
+    if (isKeyed) event.stopImmediatePropagation();
+    else remember('focus', list.name);
+  };
+  list.addEventListener('change', hold, { capture: true });
+  list.addEventListener('blur', () => isMoved && send());
 }
 
 export async function makeListsWait() {

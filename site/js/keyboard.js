@@ -16,10 +16,11 @@ export function handleEnter() {
   });
 }
 
-/** Not where it would open the keyboard of the screen, and not on views, which are read first. */
+/** Not where it would open the keyboard of the screen, and not on views and lists, which are read first. */
 export function placeCursor() {
   const isFree = document.activeElement === null || document.activeElement === document.body;
-  if (!form || isLogin || isView || !isFree || matchMedia('(pointer: coarse)').matches) return;
+  const isList = form?.querySelector('[type=checkbox]:is([name=id], [name=msg])') != null;
+  if (!form || isLogin || isView || isList || !isFree || matchMedia('(pointer: coarse)').matches) return;
   const field = [...form.elements].find((candidate) => candidate.matches(`${kLines}, select, textarea`));
   field?.focus({ preventScroll: true });
 }

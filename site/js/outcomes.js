@@ -8,7 +8,10 @@ import { texts } from './texts.js';
 
 const kMilliseconds = 8000;
 
-function successOf(act) {
+function successOf(query) {
+  const act = query.get('act') ?? '';
+  const isList = form && ((act === 'del' && !query.has('msg')) || query.get('ret') === 'results');
+  if (isList && !form.querySelector('[type=checkbox]:checked')) return null;
   if (/^(save|lsave|gsave|.._save)$/.test(act)) return 'saved';
   if (/^(send|notify)$/.test(act)) return 'sent';
   return /^(delete|del|gdelete|.._delete)$/.test(act) ? 'deleted' : null;
@@ -44,7 +47,7 @@ function noteSending(address) {
   remember('sent', {
     user,
     query: query.toString(),
-    success: successOf(query.get('act') ?? ''),
+    success: successOf(query),
     draft: shownBy && { user, query: shownBy, fields: typedFields() },
   });
 }

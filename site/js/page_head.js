@@ -25,7 +25,6 @@ function windowTitle(language) {
 function addSkipLink(known) {
   const link = make('a', { class: 'orlune-skip', href: '#orlune-content' }, known.skipToContent);
   content.id = 'orlune-content';
-  content.tabIndex = -1;
   document.body.prepend(link);
 }
 
