@@ -51,6 +51,7 @@ struct WebsiteParts {
   std::function<bool()> IsHealthy;  ///< decides the answer of "/healthz"
   spdlog::logger& Log;
   std::vector<std::string> AllowedHosts{};  ///< names to answer under, without ports; none: under any
+  bool CompressesPages = false;             ///< for browsers that take it
 };
 
 /// Everything that is served: the hosting pages, "/healthz", and the files beside them. May be used by
