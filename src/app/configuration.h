@@ -30,6 +30,8 @@ struct PageConfiguration {
 struct Configuration {
   std::string Listen = "127.0.0.1:8080";
   std::filesystem::path Site = "site";
+  bool Compresses = false;        ///< pages and files, for browsers that take it
+  bool JoinsStyleSheets = false;  ///< with those that they import
   std::string Region = "en_US";
   long long SessionMinutes = 60;
   bool StoresSessions = false;        ///< in the databases of their pages, not in memory

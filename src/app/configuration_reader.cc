@@ -151,6 +151,7 @@ struct ServerValue {
   void operator()(ServerSetting::Text text) const { Target.*text = Values.Line(Key, Node); }
   void operator()(ServerSetting::Path path) const { Target.*path = Values.Path(Key, Node); }
   void operator()(ServerSetting::Hosts hosts) const { Target.*hosts = Values.Hosts(Key, Node); }
+  void operator()(ServerSetting::Switch isOn) const { Target.*isOn = Values.Switch(Key, Node); }
   void operator()(ServerSetting::Networks networks) const { Target.*networks = Values.Networks(Key, Node); }
   void operator()(const NumberSetting& number) const {
     Target.*number.Member = Values.Number(Key, Node, number);

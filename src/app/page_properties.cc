@@ -17,8 +17,9 @@ constexpr PageProperty kProperties[] = {
      "who is logged in; \"?\": the login form asks, \"\": nobody"},
     {"CalName", kName<&Orlune::CalName>, "\"\"",
      "the calendar shown at first; \"!\" before it keeps it after a login"},
-    {"ImageDir", kText<&Orlune::ImageDir>, "\"images/\"", "where the images are, as a link of the page"},
-    {"CssDir", kText<&Orlune::CssDir>, "\"css/\"", "where the style sheets are, as a link of the page"},
+    {"ImageDir", kText<&Orlune::ImageDir>, "\"images/\"", "where the images are, as a link of the page",
+     true},
+    {"CssDir", kText<&Orlune::CssDir>, "\"css/\"", "where the style sheets are, as a link of the page", true},
     {"DBPath", kText<&Orlune::DBPath>, "none", "the database file"},
     {"UseCookie", kSwitch<&Orlune::UseCookie>, "false",
      "keep the login in a sealed cookie, not on the server"},
@@ -33,9 +34,9 @@ constexpr PageProperty kProperties[] = {
     {"AllowNoPassword", kSwitch<&Orlune::AllowNoPassword>, "true",
      "accounts without a password accept any password"},
     {"Language", kName<&Orlune::Language>, "English", "the language pack"},
-    {"HTMLHeader", kText<&Orlune::HTMLHeader>, "\"\"", "HTML before the page's body"},
-    {"HTMLFooter", kText<&Orlune::HTMLFooter>, "\"\"", "HTML after the page's body"},
-    {"HeadData", kText<&Orlune::HeadData>, "\"\"", "HTML for the page's head"},
+    {"HTMLHeader", kText<&Orlune::HTMLHeader>, "\"\"", "HTML before the page's body", true},
+    {"HTMLFooter", kText<&Orlune::HTMLFooter>, "\"\"", "HTML after the page's body", true},
+    {"HeadData", kText<&Orlune::HeadData>, "\"\"", "HTML for the page's head", true},
 };
 
 }  // namespace

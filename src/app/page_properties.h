@@ -18,6 +18,7 @@ struct PageProperty {
   std::variant<TextSetter, SwitchSetter> Set;
   std::string_view Default;  ///< for `--help`
   std::string_view Help;
+  bool LinksFiles = false;  ///< of the site folder: a text in which "{version}" is the folder's version
 };
 
 /// All of them, in the order of the component's functions.

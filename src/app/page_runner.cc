@@ -31,7 +31,7 @@ PageWithSessions MakePage(const PageConfiguration& configuration, const std::str
 HostedPage MakePage(const PageConfiguration& configuration, const std::string& database,
                     const PageResources& writing, const PageResources& reading) {
   return {configuration.Path, MakePage(configuration, database, writing),
-          MakePage(configuration, database, reading)};
+          MakePage(configuration, database, reading), Orlune::Companions()};
 }
 
 }  // namespace orlune

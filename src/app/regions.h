@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,28 +13,32 @@
 #include "app/page_database.h"
 #include "base/regional_settings.h"
 #include "drivers/engines/database_engines.h"
+#include "platform/date_languages.h"
 
 namespace orlune {
 
 /// The databases as the pages of one region use them, whose statements hold dates in the region's form.
-class Region {
+class Region : public DateLanguages {
  public:
   /// Throws ConfigurationError when there is no such region.
   Region(const std::string& name, std::size_t mostConnections);
 
   const RegionalSettings& Settings() const { return settings_; }
+  const RegionalSettings& In(std::string_view tag) override;
   /// The same one for each page with that address.
   PageDatabase& Database(const DatabaseAddress& address, Access access, spdlog::logger& log);
 
  private:
   const RegionalSettings settings_;
+  std::mutex mutex_;
+  std::map<std::string, RegionalSettings, std::less<>> inLanguages_;
   DatabaseEngines engines_;
   std::map<std::pair<std::string, Access>, PageDatabase> databases_;
 };
 
 /// The region of a hosting page, and its database there.
 struct PagePlace {
-  const RegionalSettings& Regional;
+  orlune::Region& Region;
   PageDatabase& Database;
   PageDatabase& DatabaseToRead;
 };

@@ -23,6 +23,7 @@
 #include "app/regions.h"
 #include "app/secret_key_file.h"
 #include "app/session_stores.h"
+#include "app/site_version_names.h"
 #include "app/stop_signals.h"
 #include "base/log_text.h"
 #include "drivers/langpack/langpack_factory.h"
@@ -120,7 +121,9 @@ std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, cons
 void Serve(const ServeOptions& options) {
   ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
-  const Configuration configuration = ReadConfiguration(options);
+  Configuration configuration = ReadConfiguration(options);
+  StaticFiles files(configuration.Site, {configuration.Compresses, configuration.JoinsStyleSheets});
+  NameSiteVersion(configuration.Pages, files);
   const StopSignals stopSignals;
   const std::shared_ptr<TlsCertificate> certificate = LoadCertificate(configuration);
   const unsigned threads = ThreadCount(configuration);
@@ -139,8 +142,9 @@ void Serve(const ServeOptions& options) {
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PagePlace& place = regions.OfPage(i);
     const auto resources = [&](PageDatabase& database, Access access) {
-      return PageResources{{*clock, database, place.Regional, localisers, passwords, logins},
-                           sessions.OfPage(i, access)};
+      return PageResources{
+          {*clock, database, place.Region.Settings(), place.Region, localisers, passwords, logins},
+          sessions.OfPage(i, access)};
     };
     pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
                              resources(place.Database, Access::kReadAndWrite),
@@ -148,11 +152,10 @@ void Serve(const ServeOptions& options) {
   }
   HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
-  Website website({std::move(pages), StaticFiles(configuration.Site),
-                   CookieSealer(LoadSecretKey(configuration.SecretFile)),
+  Website website({std::move(pages), std::move(files), CookieSealer(LoadSecretKey(configuration.SecretFile)),
                    TrustedProxies(configuration.TrustedProxies), *clock,
                    [&isStopping, &health] { return !isStopping && health.IsHealthy(); }, *log,
-                   configuration.AllowedHosts});
+                   configuration.AllowedHosts, configuration.Compresses});
 
   if (!health.IsHealthy())
     log->warn(

@@ -12,6 +12,9 @@ namespace {
 constexpr ServerSetting kServerSettings[] = {
     {"listen", &Configuration::Listen, "numeric address and port"},
     {"site", &Configuration::Site, "folder served beside the pages"},
+    {"compress", &Configuration::Compresses, "send pages and files compressed to browsers that take it"},
+    {"join_style_sheets", &Configuration::JoinsStyleSheets,
+     "send a style sheet with the one that it imports"},
     {"region", &Configuration::Region, "how dates are written"},
     {"session_minutes", NumberSetting{&Configuration::SessionMinutes, 1, 525'600},
      "idle minutes until logout"},
@@ -47,6 +50,7 @@ constexpr PageSetting kPageSettings[] = {
 
 struct TypeName {
   std::string_view operator()(NumberSetting) const { return "number"; }
+  std::string_view operator()(ServerSetting::Switch) const { return "true or false"; }
   std::string_view operator()(ServerSetting::Networks) const { return "list of texts"; }
   std::string_view operator()(ServerSetting::Hosts) const { return "list of texts"; }
   template <class Other>
@@ -63,6 +67,7 @@ struct DefaultText {
   std::string operator()(ServerSetting::Path path) const {
     return fmt::format("\"{}\"", (Defaults.*path).string());
   }
+  std::string operator()(ServerSetting::Switch isOn) const { return Defaults.*isOn ? "true" : "false"; }
   std::string operator()(ServerSetting::Networks) const { return "[]"; }
   std::string operator()(ServerSetting::Hosts) const { return "[]"; }
   std::string operator()(const NumberSetting& number) const {

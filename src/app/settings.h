@@ -31,9 +31,10 @@ struct ServerSetting {
   using Path = std::filesystem::path Configuration::*;
   using Networks = std::vector<IpNetwork> Configuration::*;
   using Hosts = std::vector<std::string> Configuration::*;
+  using Switch = bool Configuration::*;
 
   std::string_view Name;
-  std::variant<Text, Path, Networks, Hosts, NumberSetting, WordSetting> Target;
+  std::variant<Text, Path, Networks, Hosts, Switch, NumberSetting, WordSetting> Target;
   std::string_view Help;
 };
 

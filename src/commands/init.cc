@@ -19,8 +19,9 @@ struct NamedFile {
   std::string_view File;
 };
 
-constexpr std::array<NamedFile, 4> kColourSchemes{{
-    {"Default", "default.css"},
+constexpr std::array<NamedFile, 5> kColourSchemes{{
+    {"Automatic", "default.css"},
+    {"Light", "light.css"},
     {"Dark", "dark.css"},
     {"High Contrast", "contrast.css"},
     {"Nineties", "nineties.css"},

@@ -1,14 +1,18 @@
 #include "component/orlune.h"
 
+#include <array>
+
 #include "base/dates.h"
 #include "pages/admin/admin_page.h"
 #include "pages/calendar/calendar_page.h"
 #include "pages/calendar/date_picker.h"
+#include "pages/calendar/hidden_hours.h"
 #include "pages/events/event_page.h"
 #include "pages/groupviews/group_view_page.h"
 #include "pages/login/login.h"
 #include "pages/messages/messages_page.h"
 #include "pages/preferences/preferences_page.h"
+#include "pages/script/script_texts.h"
 #include "request/texts.h"
 #include "request/visitor_loading.h"
 #include "store/schema_upgrade.h"
@@ -16,6 +20,12 @@
 
 namespace orlune {
 namespace {
+
+constexpr std::string_view kTexts = "/texts";
+constexpr std::string_view kHours = "/hours";
+constexpr std::array kCompanions{kTexts, kHours};
+
+constexpr std::chrono::hours kTextsLifetime{1};
 
 std::string WithTrailingSlash(std::string directory) {
   if (!directory.ends_with('/')) directory += '/';
@@ -42,7 +52,7 @@ void ShowPage(std::string_view page, Visit& visit) {
 }  // namespace
 
 Orlune::Orlune(const Surroundings& surroundings)
-    : surroundings_(surroundings), today_(surroundings.Clock.Now().Day) {
+    : surroundings_(surroundings), today_(surroundings.Clock.Now().Day), regional_(&surroundings.Regional) {
   hosting_.ExpireCookie = today_ + std::chrono::days{1};
 }
 
@@ -106,7 +116,9 @@ void Orlune::AllowNoPassword(bool allow) {
 }
 
 void Orlune::Language(std::string_view name) {
-  hosting_.Localiser = surroundings_.Localisers.Create("OLOR_" + std::string(name) + ".Localise");
+  usesBrowserLanguage_ = name == "auto";
+  if (!usesBrowserLanguage_)
+    hosting_.Localiser = surroundings_.Localisers.Create("OLOR_" + std::string(name) + ".Localise");
 }
 
 void Orlune::HTMLHeader(std::string html) {
@@ -123,12 +135,33 @@ std::string Orlune::GetSessionData(std::string_view strKey) const {
   return Session().Get(strKey);
 }
 
+std::span<const std::string_view> Orlune::Companions() {
+  return kCompanions;
+}
+
 void Orlune::OnStartPage(const ScriptingContext& passedScriptingContext) {
   context_ = passedScriptingContext;
   hosting_.ScriptName = context_.Request->ServerVariable("SCRIPT_NAME");
+  ChooseLanguage();
+}
+
+void Orlune::ChooseLanguage() {
+  if (usesBrowserLanguage_) {
+    hosting_.Localiser =
+        surroundings_.Localisers.CreatePreferred(context_.Request->ServerVariable("HTTP_ACCEPT_LANGUAGE"));
+  }
+  const auto tag = hosting_.Localiser ? hosting_.Localiser->Loadstring(kLanguageTagText) : std::nullopt;
+  if (usesBrowserLanguage_) regional_ = &surroundings_.DateLanguages.In(tag.value_or("en"));
+  if (tag || usesBrowserLanguage_) context_.Response->SetLanguage(tag.value_or("en"));
 }
 
 void Orlune::Execute() {
+  const std::string_view companion = context_.Request->ServerVariable("PATH_INFO");
+  if (companion == kTexts) {
+    context_.Response->SetExpires(kTextsLifetime);
+    context_.Response->SetContentType("application/json");
+    return context_.Response->Write(ScriptTexts(hosting_.Localiser.get()));
+  }
   context_.Response->SetExpires(std::chrono::minutes{0});
   std::unique_ptr<Connection> database;
   try {
@@ -140,7 +173,8 @@ void Orlune::Execute() {
   }
   UpgradeSchema(*database);
   SessionValues session = Session();
-  Answer(*database, session);
+  if (companion.empty()) return Answer(*database, session);
+  AnswerHiddenHours(*database, session);
 }
 
 void Orlune::Answer(Connection& database, SessionValues& session) {
@@ -152,8 +186,29 @@ void Orlune::Answer(Connection& database, SessionValues& session) {
   }
 }
 
+void Orlune::AnswerHiddenHours(Connection& database, SessionValues& session) {
+  const bool isLoggedIn = hosting_.LoginName.empty() || !session.Get("Login").empty();
+  if (!isLoggedIn) return context_.Response->SetStatus(403);
+  const Request& request = *context_.Request;
+  View view{std::string(request.QueryParameter("calendar")), today_};
+  if (const auto date = request.QueryParameter("date"); !date.empty()) {
+    const auto day = ParseDate(surroundings_.Regional, date);
+    if (!day) return context_.Response->SetStatus(400);
+    view.Day = *day;
+  }
+  const LoadedVisitor loaded =
+      LoadVisitor(hosting_, context_, surroundings_, session, database, std::move(view));
+  if (!loaded.HasAccount) return context_.Response->SetStatus(403);
+  const PageContext context = ContextFor(loaded.Visitor);
+  Visit visit = VisitFor(context, database, session);
+  TellHiddenHours(visit);
+}
+
 void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
-  const LoadedVisitor loaded = LoadVisitor(hosting_, context_, surroundings_, session, database);
+  View view = Navigate(hosting_, *context_.Request, surroundings_, session);
+  const std::string invalidDate = view.InvalidDate;
+  const LoadedVisitor loaded =
+      LoadVisitor(hosting_, context_, surroundings_, session, database, std::move(view));
   if (!loaded.HasAccount) {
     // Changes of a user whose account was deleted or renamed would belong to no calendar.
     session.Logout();
@@ -162,7 +217,7 @@ void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
   }
   const PageContext context = ContextFor(loaded.Visitor);
   Visit visit = VisitFor(context, database, session);
-  if (!loaded.InvalidDate.empty()) AddAlert(visit, Text::kInvalidDate, {loaded.InvalidDate});
+  if (!invalidDate.empty()) AddAlert(visit, Text::kInvalidDate, {invalidDate});
   const std::string_view page = context_.Request->QueryParameter("p");
   ShowPage(page.empty() ? "c" : page, visit);
 }
@@ -209,7 +264,7 @@ void Orlune::EndSealedLogin(Connection& database, const SessionValues& session) 
 PageContext Orlune::ContextFor(const Visitor& visitor) const {
   const bool isCompatible =
       context_.Request->ServerVariable("HTTP_USER_AGENT").find("compatible") != std::string_view::npos;
-  return {hosting_, visitor, surroundings_.Regional, today_, isCompatible};
+  return {hosting_, visitor, *regional_, today_, isCompatible};
 }
 
 }  // namespace orlune

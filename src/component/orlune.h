@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ namespace orlune {
 class Orlune {
  public:
   explicit Orlune(const Surroundings& surroundings);
+
+  /// What may follow the hosting page's address, such as "/texts": there it answers its script, in JSON and
+  /// without changing the session.
+  static std::span<const std::string_view> Companions();
 
   /// Sets the request to answer. Must be called before `Execute`.
   void OnStartPage(const ScriptingContext& passedScriptingContext);
@@ -47,7 +52,8 @@ class Orlune {
   void Strict(bool strict);
   /// Without it an account that has no password cannot log in.
   void AllowNoPassword(bool allow);
-  /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none.
+  /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none. "auto"
+  /// chooses for each request what its browser prefers, for the names of months and weekdays, too.
   void Language(std::string_view name);
   /// HTML written before and after the page's body, and into its head. Stands as it is given.
   void HTMLHeader(std::string html);
@@ -56,16 +62,20 @@ class Orlune {
 
  private:
   void Answer(Connection& database, SessionValues& session);
+  void AnswerHiddenHours(Connection& database, SessionValues& session);
   void AnswerLoggedIn(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
   void EndSealedLogin(Connection& database, const SessionValues& session) const;
   Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;
   PageContext ContextFor(const Visitor& visitor) const;
+  void ChooseLanguage();
   SessionValues Session() const { return {hosting_, context_, today_}; }
 
   const Surroundings& surroundings_;
   Date today_;
   HostingPage hosting_;
+  const RegionalSettings* regional_;
+  bool usesBrowserLanguage_ = false;
   ScriptingContext context_{};
 };
 

@@ -44,8 +44,9 @@ ReplyMessage RefusalPage(unsigned status, const Reason& reason) {
 }  // namespace
 
 std::size_t ReplyMessage::BodySize() const {
+  if (const auto* shared = std::get_if<SharedText>(&Body)) return (*shared)->size();
   const auto* text = std::get_if<std::string>(&Body);
-  return text != nullptr ? text->size() : std::get<OpenFile>(Body).size();
+  return text != nullptr ? text->size() : std::get<OpenFile>(Body).State().Size;
 }
 
 std::size_t ReplyMessage::MemoryBytes() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,8 +26,8 @@ struct RequestMessage {
 
 /// The headers that the server reads.
 inline constexpr const char* kReadHeaders[] = {
-    "Host",       "Origin",         "Referer",      "Sec-Fetch-Site", "Cookie",
-    "User-Agent", "Content-Length", "Content-Type", "If-None-Match",  "If-Modified-Since",
+    "Host",           "Origin",       "Referer",       "Sec-Fetch-Site",    "Cookie",          "User-Agent",
+    "Content-Length", "Content-Type", "If-None-Match", "If-Modified-Since", "Accept-Encoding",
 };
 
 /// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.
@@ -38,14 +39,17 @@ inline constexpr const char* kForwardingHeaders[] = {
 
 using Header = std::pair<std::string, std::string>;
 
+/// A text that several replies send at once.
+using SharedText = std::shared_ptr<const std::string>;
+
 /// A reply. The host adds the length of the body.
 struct ReplyMessage {
   unsigned Status = 200;
   std::vector<Header> Headers;
-  std::variant<std::string, OpenFile> Body;
+  std::variant<std::string, SharedText, OpenFile> Body;  ///< never a null text
 
   std::size_t BodySize() const;
-  /// What the body takes of the memory.
+  /// What the body takes of the memory, for this reply alone.
   std::size_t MemoryBytes() const;
 };
 

@@ -15,6 +15,7 @@ HttpRequest::HttpRequest(const RequestMessage& message, std::string_view pagePat
       senderAddress_(std::move(senderAddress)),
       queryString_(RepairUtf8(message.Query)),
       userAgent_(RepairUtf8(std::string(message.Headers.Find("User-Agent")))),
+      acceptLanguage_(RepairUtf8(std::string(message.Headers.Find("Accept-Language")))),
       query_(DecodeQuery(message.Query)) {}
 
 std::string_view HttpRequest::CookieValue(std::string_view cookie, std::string_view key) const {
@@ -23,7 +24,9 @@ std::string_view HttpRequest::CookieValue(std::string_view cookie, std::string_v
 
 std::string_view HttpRequest::ServerVariable(std::string_view name) const {
   if (name == "HTTP_USER_AGENT") return userAgent_;
+  if (name == "HTTP_ACCEPT_LANGUAGE") return acceptLanguage_;
   if (name == "SCRIPT_NAME") return pagePath_;
+  if (name == "PATH_INFO") return std::string_view(message_.Path).substr(pagePath_.size());
   if (name == "REMOTE_ADDR") return senderAddress_;
   return {};
 }

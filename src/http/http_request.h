@@ -38,6 +38,7 @@ class HttpRequest : public Request {
   std::string senderAddress_;
   std::string queryString_;
   std::string userAgent_;
+  std::string acceptLanguage_;
   NamedTexts query_;
   mutable std::map<std::string, NamedTexts, std::less<>> openedCookies_;
 };

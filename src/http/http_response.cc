@@ -4,22 +4,6 @@
 #include "http/http_date.h"
 
 namespace orlune {
-namespace {
-
-ReplyMessage PageReply(unsigned status, std::string page, std::chrono::minutes lifetime) {
-  ReplyMessage reply{status, {{"Content-Type", "text/html; charset=utf-8"}}, std::move(page)};
-  if (lifetime > std::chrono::minutes(0)) {
-    reply.Headers.emplace_back("Cache-Control",
-                               "private, max-age=" + std::to_string(std::chrono::seconds(lifetime).count()));
-  } else {
-    reply.Headers.emplace_back("Cache-Control", "no-store");
-    reply.Headers.emplace_back("Expires", FormatHttpDate({}));
-  }
-  return reply;
-}
-
-}  // namespace
-
 HttpResponse::HttpResponse(const HttpRequest& request, std::string_view pagePath, const CookieSealer& sealer,
                            DateTime now, bool isSecure)
     : request_(request), pagePath_(pagePath), sealer_(sealer), now_(now), isSecure_(isSecure) {}
@@ -51,9 +35,23 @@ void HttpResponse::SetCookieExpires(std::string_view cookie, Date day) {
 }
 
 ReplyMessage HttpResponse::Finish() {
-  ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply(status_, std::move(page_), lifetime_);
+  ReplyMessage reply = redirect_ ? RedirectTo(*redirect_) : PageReply();
   if (retryAfter_.count() > 0) reply.Headers.emplace_back("Retry-After", std::to_string(retryAfter_.count()));
   AddCookies(reply);
+  return reply;
+}
+
+ReplyMessage HttpResponse::PageReply() {
+  ReplyMessage reply{status_, {{"Content-Type", contentType_}}, std::move(page_)};
+  if (!language_.empty()) reply.Headers.emplace_back("Content-Language", language_);
+  if (lifetime_ > std::chrono::minutes(0)) {
+    reply.Headers.emplace_back("Cache-Control",
+                               "private, max-age=" + std::to_string(std::chrono::seconds(lifetime_).count()));
+    if (!language_.empty()) reply.Headers.emplace_back("Vary", "Accept-Language");
+  } else {
+    reply.Headers.emplace_back("Cache-Control", "no-store");
+    reply.Headers.emplace_back("Expires", FormatHttpDate({}));
+  }
   return reply;
 }
 

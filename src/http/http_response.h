@@ -23,6 +23,8 @@ class HttpResponse : public Response {
 
   void SetStatus(unsigned status) override { status_ = status; }
   void SetRetryAfter(std::chrono::seconds delay) override { retryAfter_ = delay; }
+  void SetContentType(std::string_view type) override { contentType_ = type; }
+  void SetLanguage(std::string_view tag) override { language_ = tag; }
   void SetExpires(std::chrono::minutes lifetime) override { lifetime_ = lifetime; }
   void Write(std::string text) override;
   void Redirect(std::string_view url) override { redirect_ = url; }
@@ -41,6 +43,7 @@ class HttpResponse : public Response {
     bool IsCleared = false;
   };
 
+  ReplyMessage PageReply();
   Draft& DraftOf(std::string_view cookie);
   void AddCookies(ReplyMessage& reply) const;
   BrowserCookie Sealed(const std::string& name, const Draft& draft) const;
@@ -52,6 +55,8 @@ class HttpResponse : public Response {
   bool isSecure_;
   unsigned status_ = 200;
   std::chrono::seconds retryAfter_{0};
+  std::string contentType_ = "text/html; charset=utf-8";
+  std::string language_;
   std::chrono::minutes lifetime_{0};
   std::string page_;
   std::optional<std::string> redirect_;

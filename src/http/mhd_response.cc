@@ -11,21 +11,33 @@
 namespace orlune {
 namespace {
 
-ResponseHandle MakeResponse(std::string body) {
-  auto kept = std::make_unique<std::string>(std::move(body));
-  std::string* text = kept.get();
+/// `owner` outlives the response, which sends `text`, a part of it.
+template <class Owner>
+ResponseHandle MakeResponse(std::unique_ptr<Owner> owner, const std::string& text) {
+  // libmicrohttpd only reads it.
   ResponseHandle response(
       MHD_create_response_from_buffer_with_free_callback_cls(
-          text->size(), text->data(),
-          [](void* owned) { std::unique_ptr<std::string>(static_cast<std::string*>(owned)); }, text),
+          text.size(), const_cast<char*>(text.data()),
+          [](void* owned) { std::unique_ptr<Owner>(static_cast<Owner*>(owned)); }, owner.get()),
       &MHD_destroy_response);
-  if (response != nullptr) static_cast<void>(kept.release());
+  if (response != nullptr) static_cast<void>(owner.release());
   return response;
 }
 
+ResponseHandle MakeResponse(std::string body) {
+  auto owner = std::make_unique<std::string>(std::move(body));
+  const std::string& text = *owner;
+  return MakeResponse(std::move(owner), text);
+}
+
+ResponseHandle MakeResponse(SharedText body) {
+  const std::string& text = *body;
+  return MakeResponse(std::make_unique<SharedText>(std::move(body)), text);
+}
+
 ResponseHandle MakeResponse(OpenFile file) {
-  ResponseHandle response(MHD_create_response_from_fd(file.size(), file.Release()), &MHD_destroy_response);
-  return response;
+  const std::size_t size = file.State().Size;
+  return {MHD_create_response_from_fd(size, file.Release()), &MHD_destroy_response};
 }
 
 void AddHeader(const ResponseHandle& response, const char* name, const char* value) {

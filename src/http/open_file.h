@@ -1,13 +1,24 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "base/civil_time.h"
 
 namespace orlune {
+
+/// Tells a file from what it was before a change.
+struct FileState {
+  std::uint64_t Inode = 0;
+  std::size_t Size = 0;
+  std::chrono::sys_time<std::chrono::nanoseconds> ModifiedAt;
+
+  bool operator==(const FileState&) const = default;
+};
 
 /// A regular file open for reading; closed with the object.
 class OpenFile {
@@ -21,8 +32,10 @@ class OpenFile {
   OpenFile& operator=(const OpenFile&) = delete;
   ~OpenFile();
 
-  std::size_t size() const { return size_; }
-  std::chrono::sys_time<std::chrono::nanoseconds> ModifiedAt() const { return modifiedAt_; }
+  /// When it was opened.
+  const FileState& State() const { return state_; }
+  /// Its bytes; nothing when it has changed since it was opened, or cannot be read.
+  std::optional<std::string> Read() const;
   /// Hands the descriptor over; the caller closes it.
   int Release() { return std::exchange(descriptor_, -1); }
 
@@ -30,8 +43,7 @@ class OpenFile {
   explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
 
   int descriptor_;
-  std::size_t size_ = 0;
-  std::chrono::sys_time<std::chrono::nanoseconds> modifiedAt_;
+  FileState state_;
 };
 
 }  // namespace orlune

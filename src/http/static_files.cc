@@ -9,6 +9,7 @@
 #include "base/ascii.h"
 #include "base/configuration_error.h"
 #include "base/url_encoding.h"
+#include "http/gzip.h"
 #include "http/http_date.h"
 
 namespace orlune {
@@ -19,28 +20,29 @@ namespace fs = std::filesystem;
 struct FileType {
   std::string_view Extension;
   std::string_view ContentType;
+  bool IsText = false;  ///< so that it becomes smaller when it is compressed
 };
 
 constexpr FileType kFileTypes[] = {
-    {".css", "text/css; charset=utf-8"},
+    {".css", "text/css; charset=utf-8", true},
     {".gif", "image/gif"},
-    {".html", "text/html; charset=utf-8"},
+    {".html", "text/html; charset=utf-8", true},
     {".ico", "image/x-icon"},
     {".jpeg", "image/jpeg"},
     {".jpg", "image/jpeg"},
-    {".js", "text/javascript"},
+    {".js", "text/javascript", true},
     {".png", "image/png"},
-    {".svg", "image/svg+xml"},
-    {".txt", "text/plain; charset=utf-8"},
+    {".svg", "image/svg+xml", true},
+    {".txt", "text/plain; charset=utf-8", true},
     {".webp", "image/webp"},
 };
 
-std::string_view ContentTypeOf(const fs::path& file) {
+FileType TypeOf(const fs::path& file) {
   const std::string extension = file.extension().string();
   for (const FileType& type : kFileTypes) {
-    if (EqualsIgnoringAsciiCase(extension, type.Extension)) return type.ContentType;
+    if (EqualsIgnoringAsciiCase(extension, type.Extension)) return type;
   }
-  return "application/octet-stream";
+  return {"", "application/octet-stream"};
 }
 
 std::vector<std::string_view> SplitPath(std::string_view path) {
@@ -64,14 +66,38 @@ bool IsServedPath(std::string_view relativePath) {
   return std::all_of(names.begin(), names.end(), IsServedName);
 }
 
-std::string EntityTag(const OpenFile& file) {
-  return fmt::format("\"{:x}-{:x}\"", file.size(), file.ModifiedAt().time_since_epoch().count());
+std::string StateText(const FileState& state) {
+  return fmt::format("{:x}-{:x}", state.Size, state.ModifiedAt.time_since_epoch().count());
 }
 
-bool IsUnchanged(const RequestMessage& request, std::string_view tag, std::string_view modifiedAt) {
-  const std::string_view knownTags = request.Headers.Find("If-None-Match");
-  if (!knownTags.empty()) return NamesTag(knownTags, tag);
-  return request.Headers.Find("If-Modified-Since") == modifiedAt;
+/// The entity tag of one of the forms of a file.
+std::string EntityTag(const FileForms& forms, bool isGzipped) {
+  return fmt::format("\"{}{}{}{}\"", StateText(forms.State), forms.ImportState ? "-" : "",
+                     forms.ImportState ? StateText(*forms.ImportState) : "", isGzipped ? "-gzip" : "");
+}
+
+std::string LastModified(const FileForms& forms) {
+  auto last = forms.State.ModifiedAt;
+  if (forms.ImportState) last = std::max(last, forms.ImportState->ModifiedAt);
+  return FormatHttpDate(std::chrono::floor<std::chrono::seconds>(last));
+}
+
+/// The tag of the form that the browser has, `tag` when it tells only a date; nothing when it has none.
+std::optional<std::string> KnownTag(const RequestMessage& request, const FileForms& forms,
+                                    const std::string& tag, std::string_view modifiedAt) {
+  const std::string_view known = request.Headers.Find("If-None-Match");
+  if (known.empty() && request.Headers.Find("If-Modified-Since") == modifiedAt) return tag;
+  for (const std::string& formTag : {tag, EntityTag(forms, false), EntityTag(forms, true)}) {
+    if (NamesTag(known, formTag)) return formTag;
+  }
+  return std::nullopt;
+}
+
+std::variant<std::string, SharedText, OpenFile> BodyOf(const FileForms& forms, bool isGzipped,
+                                                       OpenFile file) {
+  if (isGzipped) return forms.Gzipped;
+  if (forms.Text != nullptr) return forms.Text;
+  return file;
 }
 
 // Resolves "." and ".." of an absolute path as a browser does.
@@ -106,27 +132,50 @@ bool NamesTag(std::string_view ifNoneMatch, std::string_view tag) {
   return false;
 }
 
-StaticFiles::StaticFiles(const fs::path& folder) {
+StaticFiles::StaticFiles(const fs::path& folder, SiteOptions options)
+    : options_(options), forms_(std::make_unique<KeptForms>(options)) {
   std::error_code error;
   folder_ = fs::canonical(folder, error);
   if (error || !fs::is_directory(folder_, error))
     throw ConfigurationError(fmt::format("site folder {} is missing", folder.string()));
 }
 
+const std::string& StaticFiles::ReadVersion() {
+  return version_.emplace(folder_).Name();
+}
+
 ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   const fs::path path = Find(request.Path);
   std::optional<OpenFile> file = path.empty() ? std::nullopt : OpenFile::Open(path);
   if (!file) return Refusal(404);
-  const std::string tag = EntityTag(*file);
-  const std::string modifiedAt = FormatHttpDate(std::chrono::floor<std::chrono::seconds>(file->ModifiedAt()));
-  std::vector<Header> headers{{"ETag", tag}, {"Last-Modified", modifiedAt}, {"Cache-Control", "max-age=300"}};
-  if (IsUnchanged(request, tag, modifiedAt)) return {304, std::move(headers), std::string()};
-  headers.emplace_back("Content-Type", ContentTypeOf(path));
-  return {200, std::move(headers), std::move(*file)};
+  const FileType type = TypeOf(path);
+  const std::shared_ptr<const FileForms> forms =
+      type.IsText ? forms_->Find(path, *file) : std::make_shared<const FileForms>(FileForms{file->State()});
+  const bool isGzipped = forms->Gzipped != nullptr && AcceptsGzip(request.Headers.Find("Accept-Encoding"));
+  const std::string tag = EntityTag(*forms, isGzipped);
+  const std::string modifiedAt = LastModified(*forms);
+  const std::optional<std::string> knownTag = KnownTag(request, *forms, tag, modifiedAt);
+  std::vector<Header> headers{{"ETag", knownTag.value_or(tag)},
+                              {"Last-Modified", modifiedAt},
+                              {"Cache-Control", CacheControl(request, path, *forms)}};
+  if (type.IsText && options_.Compresses) headers.emplace_back("Vary", "Accept-Encoding");
+  if (knownTag) return {304, std::move(headers), std::string()};
+  headers.emplace_back("Content-Type", type.ContentType);
+  if (isGzipped) headers.emplace_back("Content-Encoding", "gzip");
+  return {200, std::move(headers), BodyOf(*forms, isGzipped, *std::move(file))};
+}
+
+/// A browser asks never again for what has been the same since its version was read.
+std::string StaticFiles::CacheControl(const RequestMessage& request, const fs::path& path,
+                                      const FileForms& forms) const {
+  const auto [version, rest] = SplitVersion(request.Path);
+  const bool isLasting = version_ && version == version_->Name() && version_->Holds(path, forms.State) &&
+                         (!forms.ImportState || version_->Holds(forms.Import, *forms.ImportState));
+  return isLasting ? "public, max-age=31536000, immutable" : "max-age=300";
 }
 
 fs::path StaticFiles::Find(std::string_view urlPath) const {
-  const std::optional<std::string> decoded = DecodePath(urlPath);
+  const std::optional<std::string> decoded = DecodePath(SplitVersion(urlPath).Path);
   if (!decoded || !decoded->starts_with('/') || !IsServedPath(decoded->substr(1))) return {};
   std::error_code error;
   fs::path file = fs::canonical(folder_ / decoded->substr(1), error);

@@ -8,6 +8,7 @@
 #include "http/host_name.h"
 #include "http/http_request.h"
 #include "http/http_response.h"
+#include "http/page_compression.h"
 #include "http/request_guard.h"
 
 namespace orlune {
@@ -54,6 +55,12 @@ ReplyMessage MethodNotAllowed(const char* allowed) {
   return reply;
 }
 
+bool IsAddressOf(const HostedPage& page, std::string_view path) {
+  if (!path.starts_with(page.Path)) return false;
+  path.remove_prefix(page.Path.size());
+  return path.empty() || std::ranges::find(page.Companions, path) != page.Companions.end();
+}
+
 bool IsReading(const RequestMessage& request) {
   return request.Method == "GET" || request.Method == "HEAD";
 }
@@ -85,20 +92,22 @@ ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
   ReplyMessage reply = AnswerPage(access, *page, request, sender);
+  if (parts_.CompressesPages) CompressPage(request, sender.IsOverHttps, reply);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
-                  page->Path, reply.Status, reply.BodySize(), spent.count());
+                  request.Path, reply.Status, reply.BodySize(), spent.count());
   return reply;
 }
 
 const HostedPage* Website::FindPage(std::string_view path) const {
   const auto found = std::find_if(parts_.Pages.begin(), parts_.Pages.end(),
-                                  [path](const HostedPage& page) { return page.Path == path; });
+                                  [path](const HostedPage& page) { return IsAddressOf(page, path); });
   return found == parts_.Pages.end() ? nullptr : &*found;
 }
 
 ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                                  const Sender& sender) {
+  if (message.Path != page.Path && !IsReading(message)) return MethodNotAllowed("GET, HEAD");
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
   HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender.Address.Text());

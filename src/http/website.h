@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,8 @@ struct HostedPage {
   PageWithSessions Writing;
   /// Throws WriteRefused when the database would have to be written to.
   PageWithSessions Reading;
+  /// What else may follow the path, such as "/texts"; for reading only.
+  std::span<const std::string_view> Companions{};
 };
 
 struct WebsiteParts {
@@ -48,6 +51,7 @@ struct WebsiteParts {
   std::function<bool()> IsHealthy;  ///< decides the answer of "/healthz"
   spdlog::logger& Log;
   std::vector<std::string> AllowedHosts{};  ///< names to answer under, without ports; none: under any
+  bool CompressesPages = false;             ///< for browsers that take it
 };
 
 /// Everything that is served: the hosting pages, "/healthz", and the files beside them. May be used by

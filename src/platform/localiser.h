@@ -6,6 +6,9 @@
 
 namespace orlune {
 
+/// The number of the text that is a pack's language tag, such as "de" (BCP 47).
+inline constexpr int kLanguageTagText = 2000;
+
 /// The texts of one language pack. Thread-safe.
 class Localiser {
  public:
@@ -20,6 +23,9 @@ class LocaliserFactory {
   virtual ~LocaliserFactory() = default;
   /// The pack of that name, or null when it cannot be created.
   virtual std::shared_ptr<const Localiser> Create(std::string_view programmaticName) = 0;
+  /// The pack in the language that a browser's header "Accept-Language" prefers; null for English, and when
+  /// there is no pack in any of its languages.
+  virtual std::shared_ptr<const Localiser> CreatePreferred(std::string_view acceptLanguage) = 0;
 };
 
 }  // namespace orlune

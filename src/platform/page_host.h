@@ -23,7 +23,8 @@ class Request {
   virtual std::size_t FormFieldCount() const = 0;
   /// The sub-key `key` of the cookie `cookie`.
   virtual std::string_view CookieValue(std::string_view cookie, std::string_view key) const = 0;
-  /// "HTTP_USER_AGENT", "REMOTE_ADDR", the visitor's address, or "SCRIPT_NAME", the hosting page's own path.
+  /// "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "REMOTE_ADDR", the visitor's address, "SCRIPT_NAME", the
+  /// hosting page's own path, or "PATH_INFO", what follows it in the address: "" or such as "/texts".
   virtual std::string_view ServerVariable(std::string_view name) const = 0;
 };
 
@@ -39,6 +40,10 @@ class Response {
   virtual void SetStatus(unsigned status) = 0;
   /// When another try makes sense, for the statuses 429 and 503.
   virtual void SetRetryAfter(std::chrono::seconds delay) = 0;
+  /// The media type of what is written, which is HTML when it is not set.
+  virtual void SetContentType(std::string_view type) = 0;
+  /// The language of the texts, as a tag such as "de" (BCP 47).
+  virtual void SetLanguage(std::string_view tag) = 0;
   /// How long a cache may keep the page; 0 keeps it out of every cache.
   virtual void SetExpires(std::chrono::minutes lifetime) = 0;
   /// Appends to the page.

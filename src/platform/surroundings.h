@@ -3,6 +3,7 @@
 #include "base/regional_settings.h"
 #include "platform/clock.h"
 #include "platform/database.h"
+#include "platform/date_languages.h"
 #include "platform/localiser.h"
 #include "platform/login_guard.h"
 #include "platform/passwords.h"
@@ -14,6 +15,7 @@ struct Surroundings {
   const orlune::Clock& Clock;
   DatabaseDriver& Databases;
   const RegionalSettings& Regional;
+  orlune::DateLanguages& DateLanguages;
   LocaliserFactory& Localisers;
   orlune::Passwords& Passwords;
   LoginGuard& Logins;

@@ -132,18 +132,27 @@ class VisitorQueries {
 
 }  // namespace
 
+View Navigate(const HostingPage& hosting, const Request& request, const Surroundings& surroundings,
+              SessionValues& session) {
+  std::string invalidDate = StoreNavigation(request, surroundings.Regional, session);
+  session.RefreshCookie();
+  View view{
+      session.Get("Calendar"),
+      ParseDate(surroundings.Regional, session.Get("CurrentDate")).value_or(surroundings.Clock.Now().Day),
+      session.Get("DisplayMode"), std::move(invalidDate)};
+  if (view.Calendar.empty()) view.Calendar = hosting.CalName;
+  return view;
+}
+
 LoadedVisitor LoadVisitor(const HostingPage& hosting, const ScriptingContext& context,
-                          const Surroundings& surroundings, SessionValues& session, Connection& database) {
+                          const Surroundings& surroundings, SessionValues& session, Connection& database,
+                          View view) {
   LoadedVisitor loaded;
   Visitor& visitor = loaded.Visitor;
-  loaded.InvalidDate = StoreNavigation(*context.Request, surroundings.Regional, session);
-  session.RefreshCookie();
   visitor.LoginName = session.Get("Login");
-  visitor.CalName = session.Get("Calendar");
-  if (visitor.CalName.empty()) visitor.CalName = hosting.CalName;
-  visitor.CurrentDate =
-      ParseDate(surroundings.Regional, session.Get("CurrentDate")).value_or(surroundings.Clock.Now().Day);
-  visitor.DisplayMode = session.Get("DisplayMode");
+  visitor.CalName = std::move(view.Calendar);
+  visitor.CurrentDate = view.Day;
+  visitor.DisplayMode = std::move(view.Mode);
 
   VisitorQueries queries(database, visitor, hosting.UseCookie ? session.Get("LoginId") : "");
   if (!queries.Run()) {

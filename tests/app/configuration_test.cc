@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/configuration_reader.h"
+#include "app/site_version_names.h"
 #include "support/temporary_folder.h"
 #include "support/write_file.h"
 
@@ -41,6 +42,8 @@ TEST_F(ConfigurationFile, ReadsEverySetting) {
 [server]
 listen = "[::1]:81"
 site = "web"
+compress = true
+join_style_sheets = true
 region = "fi_FI"
 session_minutes = 5
 session_store = "database"
@@ -72,6 +75,7 @@ DBPath = "/b.db"
 )");
   EXPECT_EQ(configuration.Listen, "[::1]:81");
   EXPECT_EQ(configuration.Site, folder_.Path() / "web");
+  EXPECT_TRUE(configuration.Compresses && configuration.JoinsStyleSheets);
   EXPECT_EQ(configuration.Region, "fi_FI");
   EXPECT_EQ(configuration.SessionMinutes, 5);
   EXPECT_TRUE(configuration.StoresSessions);
@@ -110,7 +114,7 @@ TEST_F(ConfigurationFile, NeedsOnlyAPage) {
   const Configuration configuration = Load(kPage);
   EXPECT_EQ(configuration.Site, folder_.Path() / "site");
   EXPECT_EQ(configuration.SecretFile, folder_.Path() / "var/secret.key");
-  EXPECT_FALSE(configuration.StoresSessions);
+  EXPECT_FALSE(configuration.StoresSessions || configuration.Compresses || configuration.JoinsStyleSheets);
   EXPECT_FALSE(Load("[server]\nsession_store = \"memory\"\n" + kPage).StoresSessions);
 }
 
@@ -122,6 +126,25 @@ TEST_F(ConfigurationFile, AcceptsEveryProperty) {
     text.append(property.Name).append(isSwitch ? " = true\n" : " = \"x\"\n");
   }
   EXPECT_EQ(Load(text).Pages[0].Properties.size(), 18U);
+}
+
+TEST_F(ConfigurationFile, NamesTheVersionOfTheSiteFolderInLinks) {
+  std::vector<PageConfiguration> pages =
+      Load(kPage +
+           "CssDir = \"{version}/css\"\nLanguage = \"{version}\"\n"
+           "HeadData = \"{version} {version} {}\"\nImageDir = \"images\"\n")
+          .Pages;
+  StaticFiles files(folder_.Path() / "site");
+  NameSiteVersion(pages, files);
+  const std::string version = files.ReadVersion();
+  std::string texts;
+  for (const PropertyValue& property : pages[0].Properties)
+    texts.append(property.Property->Name)
+        .append("=")
+        .append(std::get<std::string>(property.Value))
+        .append(";");
+  EXPECT_EQ(texts, "CssDir=" + version + "/css;HeadData=" + version + " " + version +
+                       " {};ImageDir=images;Language={version};");
 }
 
 TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
@@ -147,6 +170,7 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {server("trusted_proxies = [1]"), "2: trusted_proxies: expected a text"},
       {server("trusted_proxies = [\"::1\",\n\"10.0.0.1/8\"]"),
        "3: trusted_proxies: expected an address or network"},
+      {server("compress = \"true\""), "2: compress: expected true or false"},
       {page("ShowTitle = 1"), "4: ShowTitle: expected true or false"},
       {page("CalName = true"), "4: CalName: expected a text"},
       {page("DBPath = 1"), "4: "},

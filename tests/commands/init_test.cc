@@ -67,7 +67,7 @@ TEST_F(InitDatabaseTest, HoldsWhatTheFirstLoginNeeds) {
             Texts{"default.css"});
   EXPECT_EQ(Read("SELECT FriendlyName FROM Calendars WHERE Name = 'default' AND IsGroup = yes"),
             Texts{"Everybody"});
-  EXPECT_EQ(Read("SELECT SheetFile FROM StyleSheets").size(), 4U);
+  EXPECT_EQ(Read("SELECT SheetFile FROM StyleSheets").size(), 5U);
   EXPECT_EQ(Read("SELECT FileName FROM EventTypes WHERE FileName LIKE 'type_%.gif'").size(), 10U);
   EXPECT_EQ(Read("SELECT EventName FROM Events"), Texts{});
 }

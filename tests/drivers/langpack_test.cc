@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <regex>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,39 @@ TEST(LangPackFactory, ReturnsNullForInvalidPacks) {
   }
 }
 
+TEST(LangPackFactory, PrefersWhatTheBrowserPrefers) {
+  const TemporaryFolder folder;
+  WriteFile(folder.Path() / "OLOR_German.Localise.toml", "2000 = 'de'\n100 = 'German'\n");
+  WriteFile(folder.Path() / "OLOR_Norwegian.Localise.toml", "2000 = 'nb'\n100 = 'Norwegian'\n");
+  WriteFile(folder.Path() / "OLOR_Brazilian.Localise.toml", "2000 = 'pt-BR'\n100 = 'Brazilian'\n");
+  WriteFile(folder.Path() / "OLOR_Portuguese.Localise.toml", "2000 = 'pt'\n100 = 'Portuguese'\n");
+  WriteFile(folder.Path() / "OLOR_Untagged.Localise.toml", "100 = 'Untagged'\n");
+  LangPackFactory factory(folder.Path(), [](const std::string& problem) { ADD_FAILURE() << problem; });
+  const std::pair<const char*, const char*> cases[] = {
+      {"de", "German"},
+      {"DE-at,en;q=0.9", "German"},
+      {"en-GB,en;q=0.9,de;q=0.8", "English"},
+      {"de;q=0.8, en;q=0.805", "English"},
+      {"fr, de;q=0.1", "German"},
+      {"nn-NO", "Norwegian"},
+      {"no", "Norwegian"},
+      {"pt", "Portuguese"},
+      {"pt-BR", "Brazilian"},
+      {"pt-AO", "Portuguese"},
+      {"de;q=0", "English"},
+      {"de;q=2, nb;q=0.5", "Norwegian"},
+      {"de;q=0,5", "English"},
+      {"*", "English"},
+      {"", "English"},
+      {";;,,=;q=,\t", "English"},
+      {"d", "English"},
+  };
+  for (const auto& [header, expected] : cases) {
+    const auto pack = factory.CreatePreferred(header);
+    EXPECT_EQ(pack ? pack->Loadstring(100) : "English", expected) << header;
+  }
+}
+
 namespace fs = std::filesystem;
 
 std::shared_ptr<const Localiser> ReadPack(const fs::path& file) {
@@ -74,10 +108,12 @@ void CheckText(const std::string& text, const std::string& english) {
 TEST(LanguagePacks, TranslateEveryTextInTheFormOfTheEnglish) {
   constexpr int kBeyondAllTexts = 10'000;
   ASSERT_FALSE(fs::is_empty(ORLUNE_LANGUAGE_FOLDER));
+  std::set<std::string> tags{"en"};
   for (const fs::path& file : fs::directory_iterator(ORLUNE_LANGUAGE_FOLDER)) {
     SCOPED_TRACE(file.filename());
     const auto pack = ReadPack(file);
     if (!pack) continue;
+    EXPECT_TRUE(tags.emplace(pack->Loadstring(kLanguageTagText).value_or("en")).second);
     for (int id = 0; id < kBeyondAllTexts; ++id) {
       SCOPED_TRACE(id);
       const auto text = pack->Loadstring(id);

@@ -43,16 +43,17 @@ class BreakableSessions : public MemorySessionStore {
 class StartedHost {
  public:
   explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
-                       std::vector<std::string> allowedHosts = {})
+                       std::vector<std::string> allowedHosts = {}, SiteOptions options = {})
       : website_({{{"/a.asp", PageWith(sessions_), PageWith(sessions_)},
                    {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
-                  StaticFiles(folder_.Path()),
+                  StaticFiles(folder_.Path(), options),
                   CookieSealer(SecretKey{1, 2, 3}),
                   TrustedProxies(proxies),
                   clock_,
                   [this] { return IsHealthy; },
                   log_,
-                  std::move(allowedHosts)}) {
+                  std::move(allowedHosts),
+                  options.Compresses}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(

@@ -120,9 +120,9 @@ class RequestState : public CalendarFixture {
     const HostingPage hosting;
     SessionValues session(hosting, host_.Context(), Now().Day);
     const auto database = driver_.Open(databasePath_);
-    const LoadedVisitor loaded = LoadVisitor(hosting, host_.Context(), surroundings_, session, *database);
-    invalidDate_ = loaded.InvalidDate;
-    return loaded.Visitor;
+    View view = Navigate(hosting, host_, surroundings_, session);
+    invalidDate_ = view.InvalidDate;
+    return LoadVisitor(hosting, host_.Context(), surroundings_, session, *database, std::move(view)).Visitor;
   }
   using Names = std::vector<std::string>;
 

@@ -44,7 +44,7 @@ CalendarFixture::CalendarFixture()
     : regional_(LoadRegionalSettings("en_US")),
       ownedDriver_(place_.MakeDriver(regional_)),
       driver_(*ownedDriver_),
-      surroundings_{clock_, driver_, regional_, languagePacks_, passwords_, logins_},
+      surroundings_{clock_, driver_, regional_, languages_, languagePacks_, passwords_, logins_},
       databasePath_(place_.Path()) {
   host_.SiteFolder = folder_.Path();
   std::filesystem::create_directory(folder_.Path() / "css");

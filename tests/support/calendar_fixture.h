@@ -28,6 +28,18 @@ class FixedClock : public Clock {
 class NoLanguagePacks : public LocaliserFactory {
  public:
   std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
+  std::shared_ptr<const Localiser> CreatePreferred(std::string_view /*acceptLanguage*/) override {
+    return nullptr;
+  }
+};
+
+class OneLanguage : public DateLanguages {
+ public:
+  explicit OneLanguage(const RegionalSettings& regional) : regional_(regional) {}
+  const RegionalSettings& In(std::string_view /*tag*/) override { return regional_; }
+
+ private:
+  const RegionalSettings& regional_;
 };
 
 /// The component with a new database in the region en_US. The database has the users 'admin',
@@ -57,6 +69,7 @@ class CalendarFixture : public ::testing::Test {
   std::unique_ptr<DatabaseDriver> ownedDriver_;
   DatabaseDriver& driver_;
   FixedClock clock_;
+  OneLanguage languages_{regional_};
   NoLanguagePacks languagePacks_;
   /// As cheap as the algorithm can be.
   Argon2Passwords passwords_{4, {.MemoryBytes = 8192, .Passes = 1}};

@@ -13,6 +13,8 @@ namespace orlune::testing {
 struct Answer {
   std::string Body;
   std::string RedirectedTo;
+  std::string ContentType;
+  std::string Language;
   unsigned Status = 200;
   std::chrono::seconds RetryAfter{0};
   bool IsUncached = false;
@@ -34,6 +36,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   bool IsCookieDropped = false;
   std::string CookiePath;
   std::string UserAgent = "Test";
+  std::string PathInfo;
   std::filesystem::path SiteFolder;
 
   std::string_view QueryParameter(std::string_view name) const override { return Find(query_, name); }
@@ -45,6 +48,8 @@ class FakeHost : public Request, public Response, public Session, public Server 
 
   void SetStatus(unsigned status) override { answer_.Status = status; }
   void SetRetryAfter(std::chrono::seconds delay) override { answer_.RetryAfter = delay; }
+  void SetContentType(std::string_view type) override { answer_.ContentType = type; }
+  void SetLanguage(std::string_view tag) override { answer_.Language = tag; }
   void SetExpires(std::chrono::minutes lifetime) override { answer_.IsUncached = lifetime.count() == 0; }
   void Write(std::string text) override { answer_.Body += text; }
   void Redirect(std::string_view url) override { answer_.RedirectedTo = url; }
