@@ -28,6 +28,7 @@ listen = "127.0.0.1:0"
 site = "site"
 secret_file = "secret.key"
 connections = 12000
+compress = true
 
 [[page]]
 path = "/month"
