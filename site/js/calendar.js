@@ -44,7 +44,7 @@ function hourAt(clientY) {
   return i < 0 ? null : { time: hours[i].textContent, after: hours[i + 1]?.textContent };
 }
 
-/** The date, and in the day view the hour, of a click; nothing when it is on no day or hour, or on one that is taken. */
+/** The date, and in the day view the hour, of a click; nothing when it is on none, or on one that is taken. */
 function placeOf({ target, clientY }) {
   const day = target.closest('td:has(> .daynumber)');
   if (day) return { date: queryOf(day.querySelector('a').href).get('cd') };

@@ -1,6 +1,10 @@
 // Enhances the pages, which work without it. The shipped configuration links it in HeadData and, for the date picker,
 // in HTMLFooter. The parts are independent of each other: the failure of one leaves the others alone.
 
+// All parts are named here, so that the browser asks for them at once.
+import './memory.js';
+import './page.js';
+import './texts.js';
 import { listenForClicks, tellWeekdays } from './calendar.js';
 import { makeListsWait } from './choices.js';
 import { paintGroupViews } from './group_views.js';

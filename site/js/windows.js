@@ -1,5 +1,5 @@
-// The small windows, the date picker and the colours of a group view: fit their content and the screen, close by Escape;
-// the picker's days tell their month, and the focus stays on the arrows from month to month.
+// The small windows, the date picker and the colours of a group view: fit their content and the screen, close by
+// Escape; the picker's days tell their month, and the focus stays on the arrows from month to month.
 
 import { remember, take } from './memory.js';
 import { content, make } from './page.js';

@@ -36,7 +36,8 @@ visit('every page says what it shows, and every field what is wanted', { user: '
   }
   await visitor.open('?p=m');
   await page.waitForSelector('[aria-label="Select “Thank you”"]');
-  assert.deepEqual(new Set(await page.$$eval('.background img', (all) => all.map(({ alt }) => alt))), new Set(['Read', 'New']));
+  const states = await page.$$eval('.background img', (all) => all.map(({ alt }) => alt));
+  assert.deepEqual(new Set(states), new Set(['Read', 'New']));
 });
 
 visit('a click on a free day or hour begins an event there, and Enter saves it', { user: 'asa' }, async (visitor) => {
@@ -97,10 +98,10 @@ visit('"Repeat" waits for the choice of the keyboard, and has the focus again', 
 visit('deleting is asked about, and a no stops it', { user: 'admin' }, async (visitor) => {
   const { page } = visitor;
   const cases = [
-    ['?p=a&act=um_list', { id: 'Zoë Fairweather (zoe)' }, 'Delete the user “Zoë Fairweather” and all events of the calendar?'],
-    ['?p=a&act=gm_list', { id: 'Sales (sales)' }, 'Delete the group “Sales” and all events of its calendar?'],
-    ['?p=a&act=tm_list', { id: 'Party (type_party.gif)' }, 'Delete the event type “Party”?'],
-    ['?p=a&act=cm_list', { id: 'Dark (dark.css)' }, 'Delete the colour scheme “Dark”?'],
+    ['um', 'Zoë Fairweather (zoe)', 'user “Zoë Fairweather” and all events of the calendar'],
+    ['gm', 'Sales (sales)', 'group “Sales” and all events of its calendar'],
+    ['tm', 'Party (type_party.gif)', 'event type “Party”'],
+    ['cm', 'Dark (dark.css)', 'colour scheme “Dark”'],
   ];
   const refuse = () =>
     page.evaluate(() => {
@@ -110,13 +111,13 @@ visit('deleting is asked about, and a no stops it', { user: 'admin' }, async (vi
       };
     });
   const asked = () => page.$eval(':root', ({ dataset }) => dataset.asked);
-  for (const [query, fields, question] of cases) {
-    await visitor.open(query);
-    await visitor.fillIn(fields);
+  for (const [manager, id, what] of cases) {
+    await visitor.open(`?p=a&act=${manager}_list`);
+    await visitor.fillIn({ id });
     await page.waitForSelector('.orlune-skip');
     await refuse();
     await page.click('[value=Delete]');
-    assert.equal(await asked(), question);
+    assert.equal(await asked(), `Delete the ${what}?`);
   }
   await visitor.open('?p=e');
   await visitor.fillIn({ title: 'Backup', reptype: 'Daily' });
