@@ -1,7 +1,7 @@
 // The views of a calendar: tells each day's weekday, and makes an empty day or hour begin a new event there.
 
 import { remember, take } from './memory.js';
-import { content, form, isView, linkTo, queryOf } from './page.js';
+import { content, form, isView, linkTo, queryOf, shownCalendar } from './page.js';
 import { texts } from './texts.js';
 
 /** The short name of a weekday in the first language that has this name for one; the name itself in others. */
@@ -85,7 +85,7 @@ export function listenForClicks() {
     const isBeside = !target.closest('a, input, select, label, b, font, img') && getSelection().isCollapsed;
     const place = isBeside && cell !== content && !isOnText(cell, event) && placeOf(cell);
     if (!place) return;
-    remember('new event', { ...place, calendar: form.elements.cn.value });
+    remember('new event', { ...place, calendar: shownCalendar() });
     location.assign(link.href);
   });
 }
