@@ -8,7 +8,6 @@
 #include "http/host_name.h"
 #include "http/http_request.h"
 #include "http/http_response.h"
-#include "http/page_compression.h"
 #include "http/request_guard.h"
 
 namespace orlune {
@@ -92,7 +91,7 @@ ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
   ReplyMessage reply = AnswerPage(access, *page, request, sender);
-  if (parts_.CompressesPages) CompressPage(request, sender.IsOverHttps, reply);
+  if (parts_.CompressesPages) compression_.Apply(request, sender.IsOverHttps, reply);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
                   request.Path, reply.Status, reply.BodySize(), spent.count());

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "http/gzip.h"
 #include "http/started_host.h"
 #include "support/gunzip.h"
 #include "support/http_client.h"
@@ -28,6 +27,7 @@ TEST(PageCompression, IsForLargePagesOfTheBrowsersOwnWish) {
     const char* Site;
     bool IsCompressed;
   };
+  PageCompression compression;
   for (const Case& c :
        {Case{"any browser", 1024, "gzip, br", "", true}, Case{"small", 1023, "gzip", "", false},
         Case{"not accepted", 5000, "br", "", false}, Case{"own link", 5000, "gzip", "same-origin", true},
@@ -37,7 +37,7 @@ TEST(PageCompression, IsForLargePagesOfTheBrowsersOwnWish) {
     request.Headers.Set("Accept-Encoding", c.Accepted);
     request.Headers.Set("Sec-Fetch-Site", c.Site);
     ReplyMessage reply{200, {}, std::string(c.Size, 'x')};
-    CompressPage(request, true, reply);
+    compression.Apply(request, true, reply);
     EXPECT_EQ(reply.BodySize() < c.Size, c.IsCompressed) << c.Name;
     EXPECT_EQ(reply.Headers.front(), Header("Vary", "Accept-Encoding")) << c.Name;
     EXPECT_EQ(reply.Headers.size(), c.IsCompressed ? 2U : 1U) << c.Name;
