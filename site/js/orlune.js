@@ -1,17 +1,40 @@
-// Enhances the pages, which work without it. The shipped configuration links it in HeadData.
+// Enhances the pages, which work without it. The shipped configuration links it in HeadData and, for the date picker,
+// in HTMLFooter. The parts are independent of each other: the failure of one leaves the others alone.
 
-// Group views: paints the cell of each member in its selected colours, and again at each change.
-(function () {
-  const form = document.forms.acForm;
-  if (!form) return;
-  const properties = { BG: 'backgroundColor', FG: 'color' };
+import { listenForClicks, tellWeekdays } from './calendar.js';
+import { makeListsWait } from './choices.js';
+import { paintGroupViews } from './group_views.js';
+import { tellHiddenHours } from './hours.js';
+import { handleEnter, placeCursor } from './keyboard.js';
+import { linkAddresses } from './links.js';
+import { nameFields, nameImages } from './names.js';
+import { describePage } from './page_head.js';
+import { askBeforeDeleting } from './questions.js';
+import { offerDraft, tellOutcome } from './outcomes.js';
+import { watchForm } from './sending.js';
+import { equipSmallWindow } from './windows.js';
 
-  function paint(list) {
-    const property = list.nodeName === 'SELECT' && properties[list.name.slice(-2)];
-    const cell = property && document.getElementById(list.name.slice(0, -2));
-    if (cell) cell.style[property] = list.value;
-  }
+const kParts = [
+  watchForm,
+  askBeforeDeleting,
+  tellOutcome,
+  offerDraft,
+  nameFields,
+  nameImages,
+  tellWeekdays,
+  makeListsWait,
+  handleEnter,
+  placeCursor,
+  listenForClicks,
+  linkAddresses,
+  paintGroupViews,
+  equipSmallWindow,
+  describePage,
+  tellHiddenHours,
+];
 
-  for (const field of form.elements) paint(field);
-  form.addEventListener('change', (event) => paint(event.target));
-})();
+for (const part of kParts) {
+  Promise.resolve()
+    .then(part)
+    .catch((error) => console.warn(`${part.name}: ${error}`));
+}

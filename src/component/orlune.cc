@@ -7,7 +7,6 @@
 #include "pages/calendar/calendar_page.h"
 #include "pages/calendar/date_picker.h"
 #include "pages/calendar/hidden_hours.h"
-#include "pages/events/event_comments.h"
 #include "pages/events/event_page.h"
 #include "pages/groupviews/group_view_page.h"
 #include "pages/login/login.h"
@@ -24,8 +23,7 @@ namespace {
 
 constexpr std::string_view kTexts = "/texts";
 constexpr std::string_view kHours = "/hours";
-constexpr std::string_view kComments = "/comments";
-constexpr std::array kCompanions{kTexts, kHours, kComments};
+constexpr std::array kCompanions{kTexts, kHours};
 
 constexpr std::chrono::hours kTextsLifetime{1};
 
@@ -176,7 +174,7 @@ void Orlune::Execute() {
   UpgradeSchema(*database);
   SessionValues session = Session();
   if (companion.empty()) return Answer(*database, session);
-  AnswerScript(*database, session, companion);
+  AnswerHiddenHours(*database, session);
 }
 
 void Orlune::Answer(Connection& database, SessionValues& session) {
@@ -188,7 +186,7 @@ void Orlune::Answer(Connection& database, SessionValues& session) {
   }
 }
 
-void Orlune::AnswerScript(Connection& database, SessionValues& session, std::string_view companion) {
+void Orlune::AnswerHiddenHours(Connection& database, SessionValues& session) {
   const bool isLoggedIn = hosting_.LoginName.empty() || !session.Get("Login").empty();
   if (!isLoggedIn) return context_.Response->SetStatus(403);
   const Request& request = *context_.Request;
@@ -203,8 +201,7 @@ void Orlune::AnswerScript(Connection& database, SessionValues& session, std::str
   if (!loaded.HasAccount) return context_.Response->SetStatus(403);
   const PageContext context = ContextFor(loaded.Visitor);
   Visit visit = VisitFor(context, database, session);
-  if (companion == kHours) TellHiddenHours(visit);
-  if (companion == kComments) TellEventComments(visit);
+  TellHiddenHours(visit);
 }
 
 void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {

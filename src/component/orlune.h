@@ -62,7 +62,7 @@ class Orlune {
 
  private:
   void Answer(Connection& database, SessionValues& session);
-  void AnswerScript(Connection& database, SessionValues& session, std::string_view companion);
+  void AnswerHiddenHours(Connection& database, SessionValues& session);
   void AnswerLoggedIn(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
   void EndSealedLogin(Connection& database, const SessionValues& session) const;

@@ -14,11 +14,17 @@ std::size_t CharactersIn(std::string_view text) {
       std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
-/// A label without the colon that stands behind it on a form.
+/// A label without the colon that stands behind it on a form, and the blank that some languages put before
+/// it.
 std::string_view LabelText(const Visit& visit, Text label) {
+  constexpr std::string_view kColonsAndBlanks[] = {":", "\uFF1A", " ", "\u00A0", "\u202F"};
   std::string_view text = LoadText(visit.Context, label);
-  while (text.ends_with(':') || text.ends_with(' ')) text.remove_suffix(1);
-  return text;
+  while (true) {
+    const auto end =
+        std::ranges::find_if(kColonsAndBlanks, [text](auto mark) { return text.ends_with(mark); });
+    if (end == std::end(kColonsAndBlanks)) return text;
+    text.remove_suffix(end->size());
+  }
 }
 
 }  // namespace

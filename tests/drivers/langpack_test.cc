@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <regex>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -107,10 +108,12 @@ void CheckText(const std::string& text, const std::string& english) {
 TEST(LanguagePacks, TranslateEveryTextInTheFormOfTheEnglish) {
   constexpr int kBeyondAllTexts = 10'000;
   ASSERT_FALSE(fs::is_empty(ORLUNE_LANGUAGE_FOLDER));
+  std::set<std::string> tags{"en"};
   for (const fs::path& file : fs::directory_iterator(ORLUNE_LANGUAGE_FOLDER)) {
     SCOPED_TRACE(file.filename());
     const auto pack = ReadPack(file);
     if (!pack) continue;
+    EXPECT_TRUE(tags.emplace(pack->Loadstring(kLanguageTagText).value_or("en")).second);
     for (int id = 0; id < kBeyondAllTexts; ++id) {
       SCOPED_TRACE(id);
       const auto text = pack->Loadstring(id);
