@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "http/css_text.h"
+
 namespace orlune {
 namespace {
 
@@ -83,9 +85,12 @@ FileForms KeptForms::Make(const fs::path& path, const OpenFile& file) {
   FileForms forms{file.State()};
   std::optional<std::string> text = ReadUnlessLarge(file);
   if (!text) return forms;
-  if (options_.JoinsStyleSheets && path.extension() == ".css") Join(path.parent_path(), *text, forms);
+  const bool isStyleSheet = path.extension() == ".css";
+  if (isStyleSheet && options_.JoinsStyleSheets) Join(path.parent_path(), *text, forms);
   if (!options_.Compresses) return forms;
-  if (auto gzipped = gzip_.Compress(forms.Text == nullptr ? *text : *forms.Text))
+  if (forms.Text != nullptr) text = *forms.Text;
+  if (isStyleSheet) text = ShortenCss(*text);
+  if (auto gzipped = gzip_.Compress(*text))
     forms.Gzipped = std::make_shared<const std::string>(*std::move(gzipped));
   return forms;
 }

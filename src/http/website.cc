@@ -77,7 +77,8 @@ std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request)
 ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
   const Sender sender = parts_.Proxies.SenderOf(request);
   ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(access, request, sender) : Refusal(421);
-  if (sender.IsOverHttps) reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
+  if (sender.IsOverHttps && reply.IsDocument)
+    reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
   return reply;
 }
 
