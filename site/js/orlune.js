@@ -37,8 +37,15 @@ const kParts = [
   tellHiddenHours,
 ];
 
-for (const part of kParts) {
-  Promise.resolve()
-    .then(part)
-    .catch((error) => console.warn(`${part.name}: ${error}`));
+function start() {
+  for (const part of kParts) {
+    Promise.resolve()
+      .then(part)
+      .catch((error) => console.warn(`${part.name}: ${error}`));
+  }
 }
+
+// A page may link the script twice, also by different addresses.
+const page = document.documentElement.dataset;
+if (!page.script) start();
+page.script = 'orlune';

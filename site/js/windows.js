@@ -8,7 +8,8 @@ import { content, make } from './page.js';
 const kOpened = 200;
 const kPicker = [280, 290];
 
-const isSmall = () => window.opener !== null || /^\?p=s\b|act=gcols\b/.test(location.search);
+const query = new URLSearchParams(location.search);
+const isSmall = query.get('p') === 's' || query.get('act') === 'gcols';
 
 const arrows = () => [...(content?.querySelectorAll('a.captions[href*="p=s&"]') ?? [])];
 const days = () => [...(content?.querySelectorAll('a[href^="javascript:"]') ?? [])];
@@ -16,7 +17,7 @@ const days = () => [...(content?.querySelectorAll('a[href^="javascript:"]') ?? [
 /** Where the last arrow was followed, there; otherwise on the day that the form names. */
 function placeFocus() {
   const followed = take('arrow');
-  const asked = new URLSearchParams(location.search).get('sd');
+  const asked = query.get('sd');
   const day = days().find((link) => asked && link.href.includes(`'${asked}'`));
   (arrows()[followed] ?? day ?? days()[0])?.focus();
 }
@@ -45,7 +46,7 @@ export function equipSmallWindow() {
   if (!document.querySelector('meta[name=viewport]')) {
     document.head.append(make('meta', { name: 'viewport', content: 'width=device-width, initial-scale=1' }));
   }
-  if (!isSmall()) return;
+  if (!isSmall) return;
   document.addEventListener('keydown', ({ key }) => key === 'Escape' && window.close());
   enlarge();
   if (days().length) equipPicker();

@@ -95,6 +95,21 @@ visit('"Repeat" waits for the choice of the keyboard, and has the focus again', 
   assert.deepEqual(await chosen(), ['reptype', 'day']);
 });
 
+visit('the date picker shows the date of the form, and needs no mouse', { user: 'asa' }, async (visitor) => {
+  const { page } = visitor;
+  await visitor.open('?p=e');
+  await visitor.fillIn({ date1: '12/31/2004' });
+  const popup = await visitor.popupOf('[name=pick1]');
+  const focused = () => popup.evaluate(() => document.activeElement.ariaLabel);
+  assert.equal(await focused(), '31 DECEMBER 2004');
+  await popup.focus('[title="Next Month"]');
+  await visitor.follow(() => popup.keyboard.press('Enter'), popup);
+  assert.equal(await focused(), 'Next Month');
+  const closed = new Promise((resolve) => popup.once('close', resolve));
+  await popup.keyboard.press('Escape').catch(() => {}); // the window may be gone before the key is up
+  await closed;
+});
+
 visit('deleting is asked about, and a no stops it', { user: 'admin' }, async (visitor) => {
   const { page } = visitor;
   const cases = [
