@@ -87,6 +87,14 @@ function describeEvent(icon) {
   if (link?.matches('a[href*="p=e&id="]')) link.title = `${link.title}\n${icon.alt}`;
 }
 
+/** A link around a paragraph is two for browsers, the first of them empty: a stop of the Tab key without a use. */
+export function skipEmptyLinks() {
+  for (const link of content?.querySelectorAll('a:empty') ?? []) {
+    link.tabIndex = -1;
+    link.ariaHidden = 'true';
+  }
+}
+
 export async function nameImages() {
   for (const link of document.querySelectorAll('a:not([title]) > img[alt]')) link.parentElement.title = link.alt;
   if (!content) return;

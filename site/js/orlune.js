@@ -11,7 +11,7 @@ import { paintGroupViews } from './group_views.js';
 import { tellHiddenHours } from './hours.js';
 import { handleEnter, placeCursor } from './keyboard.js';
 import { linkAddresses } from './links.js';
-import { nameFields, nameImages } from './names.js';
+import { nameFields, nameImages, skipEmptyLinks } from './names.js';
 import { describePage } from './page_head.js';
 import { askBeforeDeleting } from './questions.js';
 import { offerDraft, tellOutcome } from './outcomes.js';
@@ -25,6 +25,7 @@ const kParts = [
   offerDraft,
   nameFields,
   nameImages,
+  skipEmptyLinks,
   tellWeekdays,
   makeListsWait,
   handleEnter,
