@@ -36,7 +36,7 @@ function equipPicker() {
 function enlarge() {
   if (!window.opener || window.innerWidth > kOpened) return;
   const { scrollWidth, scrollHeight } = document.scrollingElement;
-  const [width, height] = days().length ? kPicker : [Math.max(scrollWidth, 220), Math.min(scrollHeight, 600)];
+  const [width, height] = days().length ? kPicker : [scrollWidth, Math.min(scrollHeight, 600)];
   const wider = width - window.innerWidth;
   window.resizeBy(wider, Math.max(0, height - window.innerHeight));
   window.moveBy(-wider, 0);
