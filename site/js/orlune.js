@@ -5,8 +5,9 @@
 import './memory.js';
 import './page.js';
 import './texts.js';
-import { listenForClicks, tellWeekdays } from './calendar.js';
+import { listenForClicks, scrollToToday, tellWeekdays } from './calendar.js';
 import { makeListsWait } from './choices.js';
+import { moveEndTime } from './end_time.js';
 import { paintGroupViews } from './group_views.js';
 import { tellHiddenHours } from './hours.js';
 import { handleEnter, placeCursor } from './keyboard.js';
@@ -27,10 +28,12 @@ const kParts = [
   nameImages,
   skipEmptyLinks,
   tellWeekdays,
+  scrollToToday,
   makeListsWait,
   handleEnter,
   placeCursor,
   listenForClicks,
+  moveEndTime,
   linkAddresses,
   paintGroupViews,
   equipSmallWindow,

@@ -117,8 +117,21 @@ function restore(draft) {
   post(draft.query, draft.fields);
 }
 
+function addNote(...content) {
+  const note = make('div', { class: 'orlune-note', role: 'alert' }, ...content);
+  document.body.prepend(note);
+  return note;
+}
+
+/** On the login page, which is shown instead of the form's answer. */
+async function tellKept() {
+  const known = await texts;
+  if (known && recall('draft')) addNote(known.draftKept);
+}
+
 /** Offers what was typed before the session ended; on the page of that form, fills it in. */
 export async function offerDraft() {
+  if (isLogin) await tellKept();
   if (!user) return;
   onLogout(() => forget('draft'));
   const restored = take('restored');
@@ -129,12 +142,11 @@ export async function offerDraft() {
   const { draftKept, draftRestore, draftDiscard } = await texts;
   const button = (label) => make('button', { type: 'button' }, label);
   const [again, never] = [button(draftRestore), button(draftDiscard)];
-  const note = make('div', { class: 'orlune-note', role: 'alert' }, draftKept, ' ', again, ' ', never);
+  const note = addNote(draftKept, ' ', again, ' ', never);
   again.addEventListener('click', () => restore(draft));
   never.addEventListener('click', () => {
     forget('draft');
     note.remove();
   });
   window.addEventListener('pageshow', () => recall('draft') || note.remove());
-  document.body.prepend(note);
 }

@@ -3,6 +3,7 @@
 
 import { remember, take } from './memory.js';
 import { content, make } from './page.js';
+import { texts } from './texts.js';
 
 // As the pages open them, for smaller letters and fingers than the style sheets have.
 const kOpened = 200;
@@ -22,6 +23,20 @@ function placeFocus() {
   (arrows()[followed] ?? day ?? days()[0])?.focus();
 }
 
+const kSteps = { ArrowLeft: -1, ArrowRight: 1, ArrowUp: -7, ArrowDown: 7 };
+
+/** The arrow keys move from day to day, the page keys from month to month. */
+function moveByKeys(event) {
+  const [previous, next] = arrows();
+  const isMirrored = getComputedStyle(document.documentElement).direction === 'rtl';
+  const step = kSteps[event.key] * (isMirrored && Math.abs(kSteps[event.key]) === 1 ? -1 : 1);
+  const day = days()[days().indexOf(document.activeElement) + step];
+  if (day) day.focus();
+  if (event.key === 'PageUp') previous.click();
+  if (event.key === 'PageDown') next.click();
+  if (step || event.key.startsWith('Page')) event.preventDefault();
+}
+
 function equipPicker() {
   const month = content.querySelector('td[colspan]')?.textContent.replace(/\s/g, ' ');
   for (const day of days()) day.setAttribute('aria-label', `${day.textContent} ${month}`);
@@ -29,6 +44,7 @@ function equipPicker() {
     arrow.setAttribute('aria-label', arrow.title);
     arrow.addEventListener('click', () => remember('arrow', i));
   }
+  document.addEventListener('keydown', moveByKeys);
   placeFocus();
 }
 
@@ -42,7 +58,16 @@ function enlarge() {
   window.moveBy(-wider, 0);
 }
 
-export function equipSmallWindow() {
+/** On screens where the window is a tab of its own there is no key to close it. */
+async function addCloseButton() {
+  const known = window.opener && matchMedia('(pointer: coarse)').matches && (await texts);
+  if (!known) return;
+  const button = make('button', { type: 'button', class: 'orlune-close' }, known.close);
+  button.addEventListener('click', () => window.close());
+  document.body.append(button);
+}
+
+export async function equipSmallWindow() {
   if (!document.querySelector('meta[name=viewport]')) {
     document.head.append(make('meta', { name: 'viewport', content: 'width=device-width, initial-scale=1' }));
   }
@@ -50,4 +75,5 @@ export function equipSmallWindow() {
   document.addEventListener('keydown', ({ key }) => key === 'Escape' && window.close());
   enlarge();
   if (days().length) equipPicker();
+  await addCloseButton();
 }

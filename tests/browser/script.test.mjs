@@ -63,6 +63,31 @@ visit('a click on a free day or hour begins an event there, and Enter saves it',
   assert.equal(await page.$('.orlune-status'), null);
 });
 
+visit('a button that is pressed twice saves once, and the end time follows the start', { user: 'asa' }, async (visitor) => {
+  const { page } = visitor;
+  await visitor.open('?p=e');
+  await visitor.fillIn({ title: 'Twice', time1: '09:00' });
+  assert.equal((await visitor.filledIn()).time2, '10:00');
+  await visitor.fillIn({ time2: '11:30' });
+  await visitor.fillIn({ time1: '13:15' });
+  const popup = await visitor.popupOf('[name=pick1]');
+  for (const key of ['ArrowDown', 'ArrowRight']) await popup.keyboard.press(key);
+  await popup.keyboard.press('Enter').catch(() => {}); // closes the window
+  await page.waitForFunction(() => document.acForm.date1.value === '3/23/2004');
+  assert.equal((await visitor.filledIn()).time2, '15:45');
+  await visitor.follow(() =>
+    page.$eval('[value=Save]', (button) => {
+      const channel = new MessageChannel(); // the second time as an event of its own, before the answer
+      channel.port1.onmessage = () => button.click();
+      button.click();
+      channel.port2.postMessage('');
+    }),
+  );
+  assert.deepEqual(await visitor.daysOf('13:15-15:45 Twice'), [23]);
+  await visitor.open('?p=c&dm=day&cd=3/23/2004');
+  assert.equal((await page.$$('::-p-xpath(//b[text()="Twice"])')).length, 1);
+});
+
 visit('events outside the hours of the day view are told and found', { user: 'asa' }, async (visitor) => {
   const { page } = visitor;
   for (const time1 of ['03:00', '22:30', '23:00']) {
@@ -158,6 +183,7 @@ visit('what was typed outlives the session, for its user alone', { user: 'asa' }
     await endSession(visitor);
     await visitor.press(button);
     assert.deepEqual(visitor.takeAlerts(), ['Incorrect username.\n']);
+    await page.waitForSelector('.orlune-note');
   };
   await visitor.open('?p=e');
   await visitor.fillIn(typed);
