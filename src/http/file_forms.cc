@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "http/gzip.h"
+#include "http/css_text.h"
 
 namespace orlune {
 namespace {
@@ -81,13 +81,16 @@ std::shared_ptr<const FileForms> KeptForms::FindKept(const fs::path& path) {
   return found == kept_.end() ? nullptr : found->second;
 }
 
-FileForms KeptForms::Make(const fs::path& path, const OpenFile& file) const {
+FileForms KeptForms::Make(const fs::path& path, const OpenFile& file) {
   FileForms forms{file.State()};
   std::optional<std::string> text = ReadUnlessLarge(file);
   if (!text) return forms;
-  if (options_.JoinsStyleSheets && path.extension() == ".css") Join(path.parent_path(), *text, forms);
+  const bool isStyleSheet = path.extension() == ".css";
+  if (isStyleSheet && options_.JoinsStyleSheets) Join(path.parent_path(), *text, forms);
   if (!options_.Compresses) return forms;
-  if (auto gzipped = Gzip(forms.Text == nullptr ? *text : *forms.Text, GzipEffort::kOnce))
+  if (forms.Text != nullptr) text = *forms.Text;
+  if (isStyleSheet) text = ShortenCss(*text);
+  if (auto gzipped = gzip_.Compress(*text))
     forms.Gzipped = std::make_shared<const std::string>(*std::move(gzipped));
   return forms;
 }

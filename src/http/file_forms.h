@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "http/gzip.h"
 #include "http/http_message.h"
 #include "http/open_file.h"
 
@@ -40,10 +41,11 @@ class KeptForms {
 
  private:
   std::shared_ptr<const FileForms> FindKept(const std::filesystem::path& path);
-  FileForms Make(const std::filesystem::path& path, const OpenFile& file) const;
+  FileForms Make(const std::filesystem::path& path, const OpenFile& file);
   std::shared_ptr<const FileForms> Keep(const std::filesystem::path& path, FileForms forms);
 
   SiteOptions options_;
+  Gzip gzip_{9, 0};
   std::mutex mutex_;
   std::size_t bytes_ = 0;                                                   ///< of all kept texts
   std::unordered_map<std::string, std::shared_ptr<const FileForms>> kept_;  ///< by path

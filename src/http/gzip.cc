@@ -1,8 +1,7 @@
 #include "http/gzip.h"
 
 #include <algorithm>
-#include <memory>
-#include <vector>
+#include <utility>
 
 #include <libdeflate.h>
 
@@ -11,16 +10,29 @@
 
 namespace orlune {
 
-std::optional<std::string> Gzip(std::string_view text, GzipEffort effort) {
-  const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-      libdeflate_alloc_compressor(static_cast<int>(effort)), &libdeflate_free_compressor);
+std::optional<std::string> Gzip::Compress(std::string_view text) {
+  Compressor compressor = Take();
   if (compressor == nullptr || text.empty()) return std::nullopt;
   std::string compressed(text.size() - 1, '\0');
   compressed.resize(libdeflate_gzip_compress(compressor.get(), text.data(), text.size(), compressed.data(),
                                              compressed.size()));
+  Keep(std::move(compressor));
   if (compressed.empty()) return std::nullopt;
   compressed.shrink_to_fit();
   return compressed;
+}
+
+Gzip::Compressor Gzip::Take() {
+  const std::lock_guard lock(mutex_);
+  if (kept_.empty()) return {libdeflate_alloc_compressor(level_), &libdeflate_free_compressor};
+  Compressor compressor = std::move(kept_.back());
+  kept_.pop_back();
+  return compressor;
+}
+
+void Gzip::Keep(Compressor compressor) {
+  const std::lock_guard lock(mutex_);
+  if (kept_.size() < mostKept_) kept_.push_back(std::move(compressor));
 }
 
 bool AcceptsGzip(std::string_view acceptEncoding) {

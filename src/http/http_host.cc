@@ -79,6 +79,7 @@ class HttpHost::Daemon {
   const std::function<ReplyMessage(const RequestMessage&)> answer_;
   const std::function<std::optional<ReplyMessage>(const RequestMessage&)> answerAtOnce_;
   const std::vector<Header> commonHeaders_;
+  const std::vector<Header> partHeaders_ = HeadersOfParts(commonHeaders_);
   const std::string noPlace_ = RawRefusal(BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE), commonHeaders_);
   const TrustedProxies proxies_;
   const std::shared_ptr<const TlsCertificate> certificate_;
@@ -265,8 +266,9 @@ MHD_Result HttpHost::Daemon::Queue(MHD_Connection* connection, ReplyMessage repl
   if (!hsts_.empty() && proxies_.SenderOf(client.Request().Message()).IsOverHttps)
     reply.Headers.emplace_back("Strict-Transport-Security", hsts_);
   const unsigned status = reply.Status;
+  const std::vector<Header>& headers = reply.IsDocument ? commonHeaders_ : partHeaders_;
   return MHD_queue_response(connection, status,
-                            MakeResponse(std::move(reply), commonHeaders_, isLastReply_ || isLast).get());
+                            MakeResponse(std::move(reply), headers, isLastReply_ || isLast).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, void** /*context*/,

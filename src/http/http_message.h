@@ -57,6 +57,7 @@ struct ReplyMessage {
   unsigned Status = 200;
   std::vector<Header> Headers;
   std::variant<std::string, SharedText, OpenFile> Body;  ///< never a null text
+  bool IsDocument = true;  ///< which a browser shows by itself, and so heeds every security header
 
   std::size_t BodySize() const;
   /// What the body takes of the memory, for this reply alone.

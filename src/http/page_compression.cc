@@ -4,7 +4,6 @@
 #include <string>
 #include <utility>
 
-#include "http/gzip.h"
 #include "http/request_guard.h"
 
 namespace orlune {
@@ -15,14 +14,14 @@ constexpr std::size_t kSmallestPage = 1024;
 
 }  // namespace
 
-void CompressPage(const RequestMessage& request, bool isOverHttps, ReplyMessage& reply) {
+void PageCompression::Apply(const RequestMessage& request, bool isOverHttps, ReplyMessage& reply) {
   const auto* page = std::get_if<std::string>(&reply.Body);
   if (page == nullptr || page->empty()) return;
   reply.Headers.emplace_back("Vary", "Accept-Encoding");
   if (page->size() < kSmallestPage || !AcceptsGzip(request.Headers.Find("Accept-Encoding")) ||
       ComesFromAnotherSite(request, isOverHttps))
     return;
-  std::optional<std::string> compressed = Gzip(*page, GzipEffort::kPage);
+  std::optional<std::string> compressed = gzip_.Compress(*page);
   if (!compressed) return;
   reply.Headers.emplace_back("Content-Encoding", "gzip");
   reply.Body = *std::move(compressed);

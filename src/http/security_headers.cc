@@ -1,6 +1,17 @@
 #include "http/security_headers.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orlune {
+
+std::vector<Header> HeadersOfParts(const std::vector<Header>& headers) {
+  std::vector<Header> kept;
+  std::ranges::copy_if(headers, std::back_inserter(kept), [](const Header& header) {
+    return header.first == "X-Content-Type-Options" || header.first == "Referrer-Policy";
+  });
+  return kept;
+}
 
 std::vector<Header> SecurityHeaders(std::string_view contentSecurityPolicy) {
   std::vector<Header> headers{

@@ -20,21 +20,22 @@ namespace fs = std::filesystem;
 struct FileType {
   std::string_view Extension;
   std::string_view ContentType;
-  bool IsText = false;  ///< so that it becomes smaller when it is compressed
+  bool IsText;      ///< or the like: becomes smaller when it is compressed
+  bool IsDocument;  ///< which may be shown by itself and then run scripts
 };
 
 constexpr FileType kFileTypes[] = {
-    {".css", "text/css; charset=utf-8", true},
-    {".gif", "image/gif"},
-    {".html", "text/html; charset=utf-8", true},
-    {".ico", "image/x-icon"},
-    {".jpeg", "image/jpeg"},
-    {".jpg", "image/jpeg"},
-    {".js", "text/javascript", true},
-    {".png", "image/png"},
-    {".svg", "image/svg+xml", true},
-    {".txt", "text/plain; charset=utf-8", true},
-    {".webp", "image/webp"},
+    {".css", "text/css; charset=utf-8", true, false},
+    {".gif", "image/gif", false, false},
+    {".html", "text/html; charset=utf-8", true, true},
+    {".ico", "image/x-icon", true, false},
+    {".jpeg", "image/jpeg", false, false},
+    {".jpg", "image/jpeg", false, false},
+    {".js", "text/javascript", true, false},
+    {".png", "image/png", false, false},
+    {".svg", "image/svg+xml", true, true},
+    {".txt", "text/plain; charset=utf-8", true, true},
+    {".webp", "image/webp", false, false},
 };
 
 FileType TypeOf(const fs::path& file) {
@@ -42,7 +43,7 @@ FileType TypeOf(const fs::path& file) {
   for (const FileType& type : kFileTypes) {
     if (EqualsIgnoringAsciiCase(extension, type.Extension)) return type;
   }
-  return {"", "application/octet-stream"};
+  return {"", "application/octet-stream", false, true};
 }
 
 std::vector<std::string_view> SplitPath(std::string_view path) {
@@ -159,10 +160,11 @@ ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
                               {"Last-Modified", modifiedAt},
                               {"Cache-Control", CacheControl(request, path, *forms)}};
   if (type.IsText && options_.Compresses) headers.emplace_back("Vary", "Accept-Encoding");
-  if (knownTag) return {304, std::move(headers), std::string()};
+  const bool isDocument = type.IsDocument || !options_.Compresses;
+  if (knownTag) return {304, std::move(headers), std::string(), isDocument};
   headers.emplace_back("Content-Type", type.ContentType);
   if (isGzipped) headers.emplace_back("Content-Encoding", "gzip");
-  return {200, std::move(headers), BodyOf(*forms, isGzipped, *std::move(file))};
+  return {200, std::move(headers), BodyOf(*forms, isGzipped, *std::move(file)), isDocument};
 }
 
 /// A browser asks never again for what has been the same since its version was read.

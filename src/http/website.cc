@@ -8,7 +8,6 @@
 #include "http/host_name.h"
 #include "http/http_request.h"
 #include "http/http_response.h"
-#include "http/page_compression.h"
 #include "http/request_guard.h"
 
 namespace orlune {
@@ -78,7 +77,8 @@ std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request)
 ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
   const Sender sender = parts_.Proxies.SenderOf(request);
   ReplyMessage reply = MayAnswer(request) ? AnswerAllowed(access, request, sender) : Refusal(421);
-  if (sender.IsOverHttps) reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
+  if (sender.IsOverHttps && reply.IsDocument)
+    reply.Headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
   return reply;
 }
 
@@ -92,7 +92,7 @@ ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request
   if (page == nullptr) return AnswerOther(request);
   const auto begin = std::chrono::steady_clock::now();
   ReplyMessage reply = AnswerPage(access, *page, request, sender);
-  if (parts_.CompressesPages) CompressPage(request, sender.IsOverHttps, reply);
+  if (parts_.CompressesPages) compression_.Apply(request, sender.IsOverHttps, reply);
   const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
   parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
                   request.Path, reply.Status, reply.BodySize(), spent.count());

@@ -12,6 +12,7 @@
 
 #include "http/http_message.h"
 #include "http/known_links.h"
+#include "http/page_compression.h"
 #include "http/static_files.h"
 #include "http/trusted_proxies.h"
 #include "platform/clock.h"
@@ -81,6 +82,7 @@ class Website {
 
   WebsiteParts parts_;
   KnownLinks links_{parts_.Files};
+  PageCompression compression_;
 };
 
 }  // namespace orlune
