@@ -1,7 +1,7 @@
 // The views of a calendar: tells each day's weekday, and makes an empty day or hour begin a new event there.
 
 import { remember, take } from './memory.js';
-import { content, form, isView, linkTo, queryOf } from './page.js';
+import { content, form, isView, linkTo, queryOf, shownCalendar } from './page.js';
 import { texts } from './texts.js';
 
 /** The short name of a weekday in the first language that has this name for one; the name itself in others. */
@@ -32,25 +32,35 @@ export async function tellWeekdays() {
   if (known) tell([known.language, 'en']);
 }
 
-/** The date, and in the day view the hour, of a cell; nothing when it is no day or hour, or one that is taken. */
-function placeOf(cell) {
-  if (cell.matches(':has(> .daynumber)')) return { date: queryOf(cell.querySelector('a').href).get('cd') };
-  const row = cell.parentElement;
-  const isHour = form.elements.dm.value === 'day' && row.cells[0].matches('.captions[nowrap]');
-  if (!isHour || cell.matches('.captions')) return null;
-  const date = form.elements.cd.defaultValue;
-  if (cell === untimedCell()) return { date };
-  const next = row.nextElementSibling?.cells[0].textContent;
-  return cell.matches('.event') ? null : { date, time: row.cells[0].textContent, after: next };
+const hourCells = () => [...content.querySelectorAll('td.captions[nowrap]')];
+
+/** Free cells of the day view may lie behind an event's, so that its hours are told by the height of the click. */
+function hourAt(clientY) {
+  const hours = hourCells();
+  const i = hours.findIndex((cell) => {
+    const { top, bottom } = cell.getBoundingClientRect();
+    return clientY >= top && clientY < bottom;
+  });
+  return i < 0 ? null : { time: hours[i].textContent, after: hours[i + 1]?.textContent };
 }
 
-/** In the day view, the last cell of the first hour holds the events without a time. */
-const untimedCell = () => content.querySelector('tr:has(> .captions[nowrap])').lastElementChild;
+/** The date, and in the day view the hour, of a click; nothing when it is on no day or hour, or on one that is taken. */
+function placeOf({ target, clientY }) {
+  const day = target.closest('td:has(> .daynumber)');
+  if (day) return { date: queryOf(day.querySelector('a').href).get('cd') };
+  const cell = target.closest('td');
+  if (form.elements.dm.value !== 'day' || cell?.matches('.captions')) return null;
+  const date = form.elements.cd.defaultValue;
+  const isUntimed = cell === hourCells()[0]?.parentElement.lastElementChild;
+  if (cell?.matches('.event')) return isUntimed ? { date } : null;
+  const hour = hourAt(clientY);
+  return hour && { date, ...hour };
+}
 
 /** Entries that the visitor may not change are texts without a link. */
-function isOnText(cell, { clientX, clientY }) {
+function isOnText({ target, clientX, clientY }) {
   const range = document.createRange();
-  const walker = document.createTreeWalker(cell, NodeFilter.SHOW_TEXT);
+  const walker = document.createTreeWalker(target, NodeFilter.SHOW_TEXT);
   while (walker.nextNode()) {
     if (walker.currentNode.data.trim() === '') continue;
     range.selectNodeContents(walker.currentNode);
@@ -81,11 +91,10 @@ export function listenForClicks() {
   if (!link) return;
   content.addEventListener('click', (event) => {
     const { target } = event;
-    const cell = target.closest('td');
-    const isBeside = !target.closest('a, input, select, label, b, font, img') && getSelection().isCollapsed;
-    const place = isBeside && cell !== content && !isOnText(cell, event) && placeOf(cell);
+    if (target.closest('a, input, select, label, img') || !getSelection().isCollapsed || isOnText(event)) return;
+    const place = placeOf(event);
     if (!place) return;
-    remember('new event', { ...place, calendar: form.elements.cn.value });
+    remember('new event', { ...place, calendar: shownCalendar() });
     location.assign(link.href);
   });
 }

@@ -1,17 +1,18 @@
 // Below the day view: how many events take place before or after its hours. They are found by the search.
 
-import { content, form, isView, make, post } from './page.js';
+import { content, form, isView, make, post, shownCalendar } from './page.js';
 import { fill, texts } from './texts.js';
 
 async function askHours(date, calendar) {
-  const answer = await fetch(`${location.pathname}/hours?${new URLSearchParams({ date, calendar })}`);
+  const query = new URLSearchParams(calendar ? { date, calendar } : { date });
+  const answer = await fetch(`${location.pathname}/hours?${query}`);
   return answer.ok ? answer.json() : {};
 }
 
 export async function tellHiddenHours() {
   if (!isView || form.elements.dm.value !== 'day') return;
   const date = form.elements.cd.defaultValue;
-  const calendar = form.elements.cn.value;
+  const calendar = shownCalendar();
   const [{ earlier = 0, later = 0 }, known] = await Promise.all([askHours(date, calendar), texts]);
   if (!known || earlier + later === 0) return;
   const counts = [earlier && fill(known.earlier, earlier), later && fill(known.later, later)].filter((text) => text);

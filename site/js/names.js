@@ -17,8 +17,9 @@ function textAfter(field) {
   return plainText(text);
 }
 
-/** The first line of a cell, which may be followed by a hint. */
+/** The first line of a cell, which may be followed by a hint; empty for a cell with a field. */
 function captionOf(cell) {
+  if (cell?.querySelector('input:not([type=hidden]), select, textarea')) return '';
   const lines = [...(cell?.childNodes ?? [])];
   const end = lines.findIndex((node) => node.nodeName === 'BR');
   return plainText((end < 0 ? lines : lines.slice(0, end)).map((node) => node.textContent).join(''));

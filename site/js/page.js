@@ -9,6 +9,9 @@ export const content = document.querySelector('td.background');
 export const isLogin = document.querySelector('form [name=Passwd]') !== null;
 export const isView = form?.querySelector('[name=dm]') != null;
 
+/** The calendar of a view; empty when the list of calendars does not have it. */
+export const shownCalendar = () => form.querySelector('[name=cn] > option[selected]')?.value ?? '';
+
 const sessionLink = document.querySelector('tr.plain a[href$="?p=l"]');
 
 /** Identifies the logged-in user by the text of the logout link; null on pages of nobody. */

@@ -33,15 +33,20 @@ function questionOf(query) {
   return act.endsWith('_delete') ? [kRecordQuestions[act.slice(0, 2)], name] : [];
 }
 
+let pressed = ''; // the label of the last button
+
+/** Until the texts are known, the button's label is the question. */
 function isAgreed(address) {
-  const texts = knownTexts();
-  const [question, what = ''] = questionOf(queryOf(address));
-  return !texts?.[question] || window.confirm(fill(texts[question], what));
+  const [name, what = ''] = questionOf(queryOf(address));
+  const question = knownTexts()?.[name];
+  return !name || window.confirm(question ? fill(question, what) : `${pressed} ${what}?`);
 }
 
 /** The message that is shown is deleted by a button that follows an address. */
-function askForButtons(event) {
-  const code = event.target.closest?.('input[type=button]')?.getAttribute('onclick') ?? '';
+function watchButtons(event) {
+  const button = event.target.closest?.('input[type=button]');
+  pressed = button?.value ?? '';
+  const code = button?.getAttribute('onclick') ?? '';
   const [, address] = code.match(/window\.location='([^']*[?&]act=del&[^']*)'/) ?? [];
   if (!address || maySend(address)) return;
   event.preventDefault();
@@ -51,5 +56,5 @@ function askForButtons(event) {
 export function askBeforeDeleting() {
   rememberSeries();
   beforeSending(isAgreed);
-  document.addEventListener('click', askForButtons, { capture: true });
+  document.addEventListener('click', watchButtons, { capture: true });
 }

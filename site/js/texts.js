@@ -2,11 +2,20 @@
 
 import { recall, remember } from './memory.js';
 
+function isLanguage(tag) {
+  try {
+    return Intl.getCanonicalLocales(tag).length === 1;
+  } catch {
+    return false;
+  }
+}
+
 async function ask() {
   try {
     const answer = await fetch(`${location.pathname}/texts`);
     if (!answer.ok) return null;
     const texts = await answer.json();
+    if (!isLanguage(texts.language)) texts.language = 'en';
     remember('texts', texts);
     return texts;
   } catch {

@@ -26,8 +26,18 @@ struct RequestMessage {
 
 /// The headers that the server reads.
 inline constexpr const char* kReadHeaders[] = {
-    "Host",           "Origin",       "Referer",       "Sec-Fetch-Site",    "Cookie",          "User-Agent",
-    "Content-Length", "Content-Type", "If-None-Match", "If-Modified-Since", "Accept-Encoding",
+    "Host",
+    "Origin",
+    "Referer",
+    "Sec-Fetch-Site",
+    "Cookie",
+    "User-Agent",
+    "Content-Length",
+    "Content-Type",
+    "If-None-Match",
+    "If-Modified-Since",
+    "Accept-Encoding",
+    "Accept-Language",
 };
 
 /// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.

@@ -37,19 +37,26 @@ TEST(HttpHost, HandsTheRequestToThePage) {
   StartedHost host;
   host.Answer = [](const ScriptingContext& context) {
     std::string text(context.Request->QueryString());
-    for (const char* name : {"SCRIPT_NAME", "HTTP_USER_AGENT", "REMOTE_ADDR"})
+    for (const char* name :
+         {"SCRIPT_NAME", "PATH_INFO", "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "REMOTE_ADDR"})
       text.append("|").append(context.Request->ServerVariable(name));
     context.Response->SetExpires(std::chrono::minutes(0));
+    context.Response->SetLanguage("de");
     context.Response->Write(std::move(text));
   };
-  const HttpAnswer answer =
-      Fetch(host.Address(), "GET /a.asp?p=c&cd=3%2f15", "User-Agent: (compatible; \xFF)\r\n");
+  const HttpAnswer answer = Fetch(host.Address(), "GET /a.asp?p=c&cd=3%2f15",
+                                  "User-Agent: (compatible; \xFF)\r\nAccept-Language: de, en\r\n");
   EXPECT_EQ(answer.Status, 200);
-  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp|(compatible; \xEF\xBF\xBD)|127.0.0.1");
-  const std::pair<const char*, const char*> headers[] = {
-      {"Content-Type", "text/html; charset=utf-8"}, {"Cache-Control", "no-store"}, {"Set-Cookie", ""}};
+  EXPECT_EQ(answer.Body, "p=c&cd=3%2f15|/a.asp||(compatible; \xEF\xBF\xBD)|de, en|127.0.0.1");
+  const std::pair<const char*, const char*> headers[] = {{"Content-Type", "text/html; charset=utf-8"},
+                                                         {"Content-Language", "de"},
+                                                         {"Cache-Control", "no-store"},
+                                                         {"Set-Cookie", ""}};
   for (const auto& [name, value] : headers) EXPECT_EQ(answer.Header(name), value) << name;
-  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||127.0.0.1");
+  EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address() + "/a.asp?x").Body, "x|/a.asp||||127.0.0.1");
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/texts?x").Body, "x|/a.asp|/texts|||127.0.0.1");
+  EXPECT_EQ(Post(host.Address(), "/a.asp/texts", "x=1").Status, 405);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/text").Status, 404);
   EXPECT_EQ(Fetch(host.Address(), "GET http://" + host.Address()).Header("Location"), "/a.asp");
 }
 

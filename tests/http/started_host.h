@@ -39,12 +39,13 @@ class BreakableSessions : public MemorySessionStore {
   }
 };
 
-/// A server on a free port with the pages "/a.asp" and "/a.asp/b.asp", which answer as the test says.
+/// A server on a free port with the pages "/a.asp", with "/a.asp/texts", and "/a.asp/b.asp", which answer as
+/// the test says.
 class StartedHost {
  public:
   explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
                        std::vector<std::string> allowedHosts = {}, SiteOptions options = {})
-      : website_({{{"/a.asp", PageWith(sessions_), PageWith(sessions_)},
+      : website_({{{"/a.asp", PageWith(sessions_), PageWith(sessions_), kCompanions},
                    {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
                   StaticFiles(folder_.Path(), options),
                   CookieSealer(SecretKey{1, 2, 3}),
@@ -78,6 +79,8 @@ class StartedHost {
   PageWithSessions PageWith(SessionStore& sessions) {
     return {[this](const ScriptingContext& context) { Answer(context); }, sessions};
   }
+
+  static constexpr std::string_view kCompanions[] = {"/texts"};
 
   BreakableSessions sessions_{std::chrono::minutes(60), 1000};
   MemorySessionStore otherSessions_{std::chrono::minutes(60), 1000};
