@@ -5,6 +5,7 @@
 namespace orlune {
 namespace {
 
+constexpr std::string_view kSeparators = "{};:,";
 constexpr std::string_view kBlanks = " \t\r\n\f";
 
 bool IsBlank(char c) {
@@ -42,14 +43,14 @@ std::size_t SizeOfPiece(std::string_view css) {
 std::string ShortenCss(std::string_view css) {
   std::string shortened;
   shortened.reserve(css.size());
-  bool isBetween = true;  // between rules or declarations, where neither blanks nor comments mean anything
+  bool isBetween = true;  // where neither blanks nor comments mean anything
   while (!css.empty()) {
     const std::string_view piece = css.substr(0, std::min(SizeOfPiece(css), css.size()));
     css.remove_prefix(piece.size());
     const bool isComment = piece.starts_with("/*");
     if (isBetween && (isComment || IsBlank(piece[0]))) continue;
     shortened.append(isComment ? "/**/" : piece);
-    isBetween = piece == "{" || piece == "}" || piece == ";";
+    isBetween = piece.size() == 1 && kSeparators.find(piece[0]) != std::string_view::npos;
   }
   return shortened;
 }

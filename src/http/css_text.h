@@ -5,7 +5,7 @@
 
 namespace orlune {
 
-/// A style sheet that means the same without comments and blanks between rules and declarations.
+/// A style sheet that means the same without comments and blanks after separators.
 std::string ShortenCss(std::string_view css);
 
 }  // namespace orlune

@@ -45,7 +45,7 @@ class KeptForms {
   std::shared_ptr<const FileForms> Keep(const std::filesystem::path& path, FileForms forms);
 
   SiteOptions options_;
-  Gzip gzip_{9, 0};
+  Gzip gzip_{12, 0};
   std::mutex mutex_;
   std::size_t bytes_ = 0;                                                   ///< of all kept texts
   std::unordered_map<std::string, std::shared_ptr<const FileForms>> kept_;  ///< by path

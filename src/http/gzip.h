@@ -15,7 +15,7 @@ namespace orlune {
 /// Compresses texts for "Content-Encoding: gzip". May be used by several threads at once.
 class Gzip {
  public:
-  /// `level` is 1, the fastest, to 9. The memory of up to `mostKept` compressors is kept from text to text:
+  /// `level` is 1, the fastest, to 12. The memory of up to `mostKept` compressors is kept from text to text:
   /// without it, a page takes twice the time.
   Gzip(int level, std::size_t mostKept) : level_(level), mostKept_(mostKept) {}
 

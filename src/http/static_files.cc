@@ -156,9 +156,13 @@ ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   const std::string tag = EntityTag(*forms, isGzipped);
   const std::string modifiedAt = LastModified(*forms);
   const std::optional<std::string> knownTag = KnownTag(request, *forms, tag, modifiedAt);
-  std::vector<Header> headers{{"ETag", knownTag.value_or(tag)},
-                              {"Last-Modified", modifiedAt},
-                              {"Cache-Control", CacheControl(request, path, *forms)}};
+  std::vector<Header> headers{{"ETag", knownTag.value_or(tag)}};
+  if (IsLasting(request, path, *forms)) {
+    headers.emplace_back("Cache-Control", "public, max-age=31536000, immutable");
+  } else {
+    headers.emplace_back("Last-Modified", modifiedAt);
+    headers.emplace_back("Cache-Control", "max-age=300");
+  }
   if (type.IsText && options_.Compresses) headers.emplace_back("Vary", "Accept-Encoding");
   const bool isDocument = type.IsDocument || !options_.Compresses;
   if (knownTag) return {304, std::move(headers), std::string(), isDocument};
@@ -167,13 +171,11 @@ ReplyMessage StaticFiles::Answer(const RequestMessage& request) const {
   return {200, std::move(headers), BodyOf(*forms, isGzipped, *std::move(file)), isDocument};
 }
 
-/// A browser asks never again for what has been the same since its version was read.
-std::string StaticFiles::CacheControl(const RequestMessage& request, const fs::path& path,
-                                      const FileForms& forms) const {
-  const auto [version, rest] = SplitVersion(request.Path);
-  const bool isLasting = version_ && version == version_->Name() && version_->Holds(path, forms.State) &&
-                         (!forms.ImportState || version_->Holds(forms.Import, *forms.ImportState));
-  return isLasting ? "public, max-age=31536000, immutable" : "max-age=300";
+bool StaticFiles::IsLasting(const RequestMessage& request, const fs::path& path,
+                            const FileForms& forms) const {
+  return version_ && SplitVersion(request.Path).Version == version_->Name() &&
+         version_->Holds(path, forms.State) &&
+         (!forms.ImportState || version_->Holds(forms.Import, *forms.ImportState));
 }
 
 fs::path StaticFiles::Find(std::string_view urlPath) const {

@@ -34,8 +34,9 @@ class StaticFiles {
   std::filesystem::path FindLinked(std::string_view pagePath, std::string_view link) const;
 
  private:
-  std::string CacheControl(const RequestMessage& request, const std::filesystem::path& path,
-                           const FileForms& forms) const;
+  /// Whether it is asked for with the version, and is as it was then.
+  bool IsLasting(const RequestMessage& request, const std::filesystem::path& path,
+                 const FileForms& forms) const;
 
   std::filesystem::path folder_;
   SiteOptions options_;
