@@ -1,6 +1,6 @@
 // The views of a calendar: tells each day's weekday, and makes an empty day or hour begin a new event there.
 
-import { remember, take } from './memory.js';
+import { recall, remember, take } from './memory.js';
 import { content, form, isView, linkTo, queryOf, shownCalendar } from './page.js';
 import { texts } from './texts.js';
 
@@ -44,20 +44,24 @@ function hourAt(clientY) {
   return i < 0 ? null : { time: hours[i].textContent, after: hours[i + 1]?.textContent };
 }
 
-/** On a small screen the month is a long list, in which "Today" leads to the day. */
+// Below this width the style sheets make lists of month and week.
+const kLists = '(max-width: 760px)';
+
+/** In a long list of days, today is shown at once. Not when the visitor comes back, or is told something above. */
 export function scrollToToday() {
   const today = content?.querySelector('td.today');
-  const link = document.querySelector('a[href*="?cd="] > img[src$="cal_today.gif"]')?.parentElement;
-  const isAsked = link && queryOf(link.href).get('cd') === queryOf(location.href).get('cd');
-  if (isAsked && today?.getBoundingClientRect().top > window.innerHeight) today.scrollIntoView({ block: 'center' });
+  const [arrival] = performance.getEntriesByType('navigation');
+  if (arrival?.type !== 'navigate' || location.hash || window.scrollY > 0 || recall('draft')) return;
+  const isBelow = today?.getBoundingClientRect().top > window.innerHeight;
+  if (isBelow && matchMedia(kLists).matches) today.scrollIntoView({ block: 'center' });
 }
 
 /** The date, and in the day view the hour, of a click; nothing when it is on none, or on one that is taken. */
 function placeOf({ target, clientY }) {
   const day = target.closest('td:has(> .daynumber)');
   if (day) return { date: queryOf(day.querySelector('a').href).get('cd') };
+  if (form.elements.dm.value !== 'day') return null;
   const cell = target.closest('td');
-  if (form.elements.dm.value !== 'day' || cell?.matches('.captions')) return null;
   const date = form.elements.cd.defaultValue;
   const isUntimed = cell === hourCells()[0]?.parentElement.lastElementChild;
   if (cell?.matches('.event')) return isUntimed ? { date } : null;
@@ -97,6 +101,7 @@ export function listenForClicks() {
   if (asked) fillInNewEvent(asked);
   const link = isView && linkTo('e');
   if (!link) return;
+  content.classList.add('orlune-new');
   content.addEventListener('click', (event) => {
     const { target } = event;
     if (target.closest('a, input, select, label, img') || !getSelection().isCollapsed || isOnText(event)) return;

@@ -16,11 +16,17 @@ export function handleEnter() {
   });
 }
 
-/** Not where it would open the keyboard of the screen, and not on views and lists, which are read first. */
+/**
+ * Not where it would open the keyboard of the screen, and not on views and lists, which are read first. A filled-in event
+ * that is to be sent only lacks its recipients.
+ */
 export function placeCursor() {
+  const recipients = form?.elements.title?.value ? form.elements.vastaanottaja : null;
+  recipients?.scrollIntoView({ block: 'center' });
   const isFree = document.activeElement === null || document.activeElement === document.body;
   const isList = form?.querySelector('[type=checkbox]:is([name=id], [name=msg])') != null;
   if (!form || isLogin || isView || isList || !isFree || matchMedia('(pointer: coarse)').matches) return;
-  const field = [...form.elements].find((candidate) => candidate.matches(`${kLines}, select, textarea`));
-  field?.focus({ preventScroll: true });
+  const first = [...form.elements].find((candidate) => candidate.matches(`${kLines}, select, textarea`));
+  if (recipients) recipients.focus();
+  else first?.focus({ preventScroll: true });
 }

@@ -2,7 +2,7 @@
 
 import { recall, remember } from './memory.js';
 import { form, queryOf } from './page.js';
-import { beforeSending, maySend } from './sending.js';
+import { beforeSending, begin } from './sending.js';
 import { fill, knownTexts } from './texts.js';
 
 const kRecordQuestions = { um: 'deleteUser', gm: 'deleteGroup', cm: 'deleteScheme', tm: 'deleteType' };
@@ -48,7 +48,7 @@ function watchButtons(event) {
   pressed = button?.value ?? '';
   const code = button?.getAttribute('onclick') ?? '';
   const [, address] = code.match(/window\.location='([^']*[?&]act=del&[^']*)'/) ?? [];
-  if (!address || maySend(address)) return;
+  if (!address || begin(address)) return;
   event.preventDefault();
   event.stopImmediatePropagation();
 }

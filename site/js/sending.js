@@ -1,5 +1,5 @@
-// Tells the other parts when the page's form is sent, by its buttons' inline code or by the browser. While one sending is
-// under way the next is ignored: a button that is pressed twice saves once.
+// Tells the other parts when the page's form is sent, by its buttons' inline code or by the browser. While one sending
+// is under way the next is ignored: a button that is pressed twice saves once.
 
 import { form } from './page.js';
 
@@ -12,11 +12,9 @@ let isUnderWay = false;
 /** `listener` gets the address; false stops the sending. */
 export const beforeSending = (listener) => listeners.push(listener);
 
-/** Whether all listeners agree. */
-export const maySend = (address) => listeners.every((listener) => listener(address) !== false);
-
-function begin(address) {
-  if (isUnderWay || !maySend(address)) return false;
+/** Whether the form, or what follows `address`, may be sent now: all listeners agree. */
+export function begin(address) {
+  if (isUnderWay || !listeners.every((listener) => listener(address) !== false)) return false;
   isUnderWay = true;
   setTimeout(letGo, kMilliseconds);
   return true;
@@ -27,6 +25,7 @@ function letGo() {
 }
 
 export function watchForm() {
+  window.addEventListener('pageshow', letGo);
   if (!form) return;
   const action = form.getAttribute('action');
   // The buttons of the page set the action and call submit().
@@ -37,5 +36,4 @@ export function watchForm() {
   form.addEventListener('submit', (event) => {
     if (!begin(form.action)) event.preventDefault();
   });
-  window.addEventListener('pageshow', letGo);
 }

@@ -63,7 +63,7 @@ visit('a click on a free day or hour begins an event there, and Enter saves it',
   assert.equal(await page.$('.orlune-status'), null);
 });
 
-visit('a button that is pressed twice saves once, and the end time follows the start', { user: 'asa' }, async (visitor) => {
+visit('a button pressed twice saves once, and the end time follows the start', { user: 'asa' }, async (visitor) => {
   const { page } = visitor;
   await visitor.open('?p=e');
   await visitor.fillIn({ title: 'Twice', time1: '09:00' });
