@@ -17,8 +17,8 @@ export function handleEnter() {
 }
 
 /**
- * Not where it would open the keyboard of the screen, and not on views and lists, which are read first. A filled-in event
- * that is to be sent only lacks its recipients.
+ * Not where it would open the keyboard of the screen, and not on views and lists, which are read first. A filled-in
+ * event that is to be sent only lacks its recipients.
  */
 export function placeCursor() {
   const recipients = form?.elements.title?.value ? form.elements.vastaanottaja : null;

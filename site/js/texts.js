@@ -1,7 +1,12 @@
-// The script's own texts in the language of the page, asked from the server once per window.
+// The script's own texts in the language of the page, asked from the server once per hour and window.
 
 import { recall, remember } from './memory.js';
 import { companion } from './page.js';
+
+const kMilliseconds = 3_600_000;
+
+// Another version of the script may have other texts.
+const kName = `texts of ${import.meta.url}`;
 
 function isLanguage(tag) {
   try {
@@ -17,23 +22,22 @@ async function ask() {
     if (!answer.ok) return null;
     const texts = await answer.json();
     if (!isLanguage(texts.language)) texts.language = 'en';
-    remember('texts', texts);
+    remember(kName, { texts, when: Date.now() });
     return texts;
   } catch {
     return null;
   }
 }
 
-// The kept texts are shown at once; the answer, which may be in another language by now, is for the next page.
-const kept = recall('texts');
-const asked = ask();
+const kept = recall(kName);
+let known = kept && Math.abs(Date.now() - kept.when) < kMilliseconds ? kept.texts : null;
 
 /** Resolves to the texts by name; null when the server has none. */
-export const texts = kept ? Promise.resolve(kept) : asked;
+export const texts = known ? Promise.resolve(known) : ask();
+
+texts.then((answer) => (known = answer));
 
 /** The texts if they are known already; null otherwise. */
-let known = kept;
-texts.then((answer) => (known = answer));
 export const knownTexts = () => known;
 
 /** The text with its placeholder replaced. */
