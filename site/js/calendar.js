@@ -44,7 +44,15 @@ function hourAt(clientY) {
   return i < 0 ? null : { time: hours[i].textContent, after: hours[i + 1]?.textContent };
 }
 
-/** The date, and in the day view the hour, of a click; nothing when it is on no day or hour, or on one that is taken. */
+/** On a small screen the month is a long list, in which "Today" leads to the day. */
+export function scrollToToday() {
+  const today = content?.querySelector('td.today');
+  const link = document.querySelector('a[href*="?cd="] > img[src$="cal_today.gif"]')?.parentElement;
+  const isAsked = link && queryOf(link.href).get('cd') === queryOf(location.href).get('cd');
+  if (isAsked && today?.getBoundingClientRect().top > window.innerHeight) today.scrollIntoView({ block: 'center' });
+}
+
+/** The date, and in the day view the hour, of a click; nothing when it is on none, or on one that is taken. */
 function placeOf({ target, clientY }) {
   const day = target.closest('td:has(> .daynumber)');
   if (day) return { date: queryOf(day.querySelector('a').href).get('cd') };

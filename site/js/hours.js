@@ -1,11 +1,11 @@
 // Below the day view: how many events take place before or after its hours. They are found by the search.
 
-import { content, form, isView, make, post, shownCalendar } from './page.js';
+import { companion, content, form, isView, make, post, shownCalendar } from './page.js';
 import { fill, texts } from './texts.js';
 
 async function askHours(date, calendar) {
   const query = new URLSearchParams(calendar ? { date, calendar } : { date });
-  const answer = await fetch(`${location.pathname}/hours?${query}`);
+  const answer = await fetch(`${companion('hours')}?${query}`);
   return answer.ok ? answer.json() : {};
 }
 

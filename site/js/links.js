@@ -13,7 +13,8 @@ export function trimAddress(found) {
   let address = found;
   for (;;) {
     const last = address.at(-1);
-    const isStray = last in kOpen ? count(address, last) > count(address, kOpen[last]) : /[.,;:!?'*\u2019\u2026]/.test(last);
+    const isStray =
+      last in kOpen ? count(address, last) > count(address, kOpen[last]) : /[.,;:!?'*\u2019\u2026]/.test(last);
     if (!isStray) return address;
     address = address.slice(0, -1);
   }

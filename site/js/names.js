@@ -81,15 +81,25 @@ export async function nameFields() {
 }
 
 /** The icon before an event carries its comments. */
-function describeEvent(link) {
-  const comments = link.previousElementSibling?.matches('img') && link.previousElementSibling.alt;
-  if (comments) link.title = `${link.title}\n${comments}`;
+function describeEvent(icon) {
+  icon.title = icon.alt;
+  const link = icon.nextElementSibling;
+  if (link?.matches('a[href*="p=e&id="]')) link.title = `${link.title}\n${icon.alt}`;
+}
+
+/** A link around a paragraph is two for browsers, the first of them empty: a stop of the Tab key without a use. */
+export function skipEmptyLinks() {
+  for (const link of content?.querySelectorAll('a:empty') ?? []) {
+    link.tabIndex = -1;
+    link.ariaHidden = 'true';
+  }
 }
 
 export async function nameImages() {
   for (const link of document.querySelectorAll('a:not([title]) > img[alt]')) link.parentElement.title = link.alt;
-  for (const link of content?.querySelectorAll('img + a[href*="p=e&id="]') ?? []) describeEvent(link);
-  const icons = content?.querySelectorAll('img:not([alt])') ?? [];
+  if (!content) return;
+  for (const icon of content.querySelectorAll('td > img[alt]:not([alt=""])')) describeEvent(icon);
+  const icons = content.querySelectorAll('img:not([alt])');
   for (const icon of icons) icon.alt = '';
   const known = await texts;
   for (const icon of known ? icons : []) {

@@ -1,13 +1,18 @@
 // Enhances the pages, which work without it. The shipped configuration links it in HeadData and, for the date picker,
 // in HTMLFooter. The parts are independent of each other: the failure of one leaves the others alone.
 
-import { listenForClicks, tellWeekdays } from './calendar.js';
+// All parts are named here, so that the browser asks for them at once.
+import './memory.js';
+import './page.js';
+import './texts.js';
+import { listenForClicks, scrollToToday, tellWeekdays } from './calendar.js';
 import { makeListsWait } from './choices.js';
+import { moveEndTime } from './end_time.js';
 import { paintGroupViews } from './group_views.js';
 import { tellHiddenHours } from './hours.js';
 import { handleEnter, placeCursor } from './keyboard.js';
 import { linkAddresses } from './links.js';
-import { nameFields, nameImages } from './names.js';
+import { nameFields, nameImages, skipEmptyLinks } from './names.js';
 import { describePage } from './page_head.js';
 import { askBeforeDeleting } from './questions.js';
 import { offerDraft, tellOutcome } from './outcomes.js';
@@ -21,11 +26,14 @@ const kParts = [
   offerDraft,
   nameFields,
   nameImages,
+  skipEmptyLinks,
   tellWeekdays,
+  scrollToToday,
   makeListsWait,
   handleEnter,
   placeCursor,
   listenForClicks,
+  moveEndTime,
   linkAddresses,
   paintGroupViews,
   equipSmallWindow,
@@ -33,8 +41,15 @@ const kParts = [
   tellHiddenHours,
 ];
 
-for (const part of kParts) {
-  Promise.resolve()
-    .then(part)
-    .catch((error) => console.warn(`${part.name}: ${error}`));
+function start() {
+  for (const part of kParts) {
+    Promise.resolve()
+      .then(part)
+      .catch((error) => console.warn(`${part.name}: ${error}`));
+  }
 }
+
+// A page may link the script twice, also by different addresses.
+const page = document.documentElement.dataset;
+if (!page.script) start();
+page.script = 'orlune';

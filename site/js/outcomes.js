@@ -6,7 +6,9 @@ import { content, form, isLogin, make, onLogout, post, queryOf, user } from './p
 import { beforeSending } from './sending.js';
 import { texts } from './texts.js';
 
-const kMilliseconds = 8000;
+// Milliseconds. Screen readers tell what changes in a status that they know already.
+const kUntilKnown = 100;
+const kUntilSilent = 8000;
 
 function successOf(query) {
   const act = query.get('act') ?? '';
@@ -64,13 +66,16 @@ async function say(name) {
   document.body.append(status);
   const told = (await texts)?.[name];
   if (!told) return;
+  await new Promise((resolve) => {
+    setTimeout(resolve, kUntilKnown);
+  });
   const silence = () => status.replaceChildren();
   const close = make('button', { type: 'button', 'aria-label': (await texts).close }, '\u00d7');
   close.addEventListener('click', silence);
   // A page that is shown again by the back button has told it already.
   window.addEventListener('pagehide', silence);
   status.append(told, ' ', close);
-  setTimeout(silence, kMilliseconds);
+  setTimeout(silence, kUntilSilent);
 }
 
 /** Pages of nobody: the session has ended. An error page may also refuse one who is still logged in. */
@@ -112,8 +117,21 @@ function restore(draft) {
   post(draft.query, draft.fields);
 }
 
+function addNote(...content) {
+  const note = make('div', { class: 'orlune-note', role: 'alert' }, ...content);
+  document.body.prepend(note);
+  return note;
+}
+
+/** On the login page, which is shown instead of the form's answer. */
+async function tellKept() {
+  const known = await texts;
+  if (known && recall('draft')) addNote(known.draftKept);
+}
+
 /** Offers what was typed before the session ended; on the page of that form, fills it in. */
 export async function offerDraft() {
+  if (isLogin) await tellKept();
   if (!user) return;
   onLogout(() => forget('draft'));
   const restored = take('restored');
@@ -124,12 +142,11 @@ export async function offerDraft() {
   const { draftKept, draftRestore, draftDiscard } = await texts;
   const button = (label) => make('button', { type: 'button' }, label);
   const [again, never] = [button(draftRestore), button(draftDiscard)];
-  const note = make('div', { class: 'orlune-note', role: 'status' }, draftKept, ' ', again, ' ', never);
+  const note = addNote(draftKept, ' ', again, ' ', never);
   again.addEventListener('click', () => restore(draft));
   never.addEventListener('click', () => {
     forget('draft');
     note.remove();
   });
   window.addEventListener('pageshow', () => recall('draft') || note.remove());
-  document.body.prepend(note);
 }

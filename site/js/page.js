@@ -23,6 +23,9 @@ export const onLogout = (listener) => user && sessionLink.addEventListener('clic
 /** The query of an address of this page. */
 export const queryOf = (address) => new URL(address, location.href).searchParams;
 
+/** The address below this page where the server answers the script. */
+export const companion = (name) => `${location.pathname.replace(/\/$/, '')}/${name}`;
+
 /** The link of the toolbar to `p`, without an action. */
 export const linkTo = (p) =>
   [...document.querySelectorAll('a[href]:has(> img)')].find(

@@ -17,7 +17,7 @@ export function inMixedCase(caption, language) {
 
 function windowTitle(language) {
   const text = (selector) => plainText(document.querySelector(selector)?.textContent ?? '');
-  const caption = inMixedCase(text('.caltitle'), language);
+  const caption = inMixedCase(text('.caltitle, center > h1'), language);
   const shown = isView ? '' : (form?.elements.title?.defaultValue ?? '');
   return [shown, caption, text('.calname'), document.title].filter((part) => part).join(' - ');
 }
@@ -44,8 +44,8 @@ export async function describePage() {
   if (!known) return;
   document.documentElement.lang = known.language;
   document.documentElement.dir = known.direction;
-  if (!content || !document.querySelector('.caltitle')) return;
   document.title = windowTitle(known.language);
+  if (!content || !document.querySelector('.caltitle')) return;
   addSkipLink(known);
   addLandmarks(known);
 }

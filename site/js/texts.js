@@ -1,6 +1,7 @@
 // The script's own texts in the language of the page, asked from the server once per window.
 
 import { recall, remember } from './memory.js';
+import { companion } from './page.js';
 
 function isLanguage(tag) {
   try {
@@ -12,7 +13,7 @@ function isLanguage(tag) {
 
 async function ask() {
   try {
-    const answer = await fetch(`${location.pathname}/texts`);
+    const answer = await fetch(companion('texts'));
     if (!answer.ok) return null;
     const texts = await answer.json();
     if (!isLanguage(texts.language)) texts.language = 'en';

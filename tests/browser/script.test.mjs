@@ -36,7 +36,8 @@ visit('every page says what it shows, and every field what is wanted', { user: '
   }
   await visitor.open('?p=m');
   await page.waitForSelector('[aria-label="Select “Thank you”"]');
-  assert.deepEqual(new Set(await page.$$eval('.background img', (all) => all.map(({ alt }) => alt))), new Set(['Read', 'New']));
+  const states = await page.$$eval('.background img', (all) => all.map(({ alt }) => alt));
+  assert.deepEqual(new Set(states), new Set(['Read', 'New']));
 });
 
 visit('a click on a free day or hour begins an event there, and Enter saves it', { user: 'asa' }, async (visitor) => {
@@ -60,6 +61,31 @@ visit('a click on a free day or hour begins an event there, and Enter saves it',
   await visitor.press('Save');
   assert.equal(visitor.takeAlerts().length, 1);
   assert.equal(await page.$('.orlune-status'), null);
+});
+
+visit('a button that is pressed twice saves once, and the end time follows the start', { user: 'asa' }, async (visitor) => {
+  const { page } = visitor;
+  await visitor.open('?p=e');
+  await visitor.fillIn({ title: 'Twice', time1: '09:00' });
+  assert.equal((await visitor.filledIn()).time2, '10:00');
+  await visitor.fillIn({ time2: '11:30' });
+  await visitor.fillIn({ time1: '13:15' });
+  const popup = await visitor.popupOf('[name=pick1]');
+  for (const key of ['ArrowDown', 'ArrowRight']) await popup.keyboard.press(key);
+  await popup.keyboard.press('Enter').catch(() => {}); // closes the window
+  await page.waitForFunction(() => document.acForm.date1.value === '3/23/2004');
+  assert.equal((await visitor.filledIn()).time2, '15:45');
+  await visitor.follow(() =>
+    page.$eval('[value=Save]', (button) => {
+      const channel = new MessageChannel(); // the second time as an event of its own, before the answer
+      channel.port1.onmessage = () => button.click();
+      button.click();
+      channel.port2.postMessage('');
+    }),
+  );
+  assert.deepEqual(await visitor.daysOf('13:15-15:45 Twice'), [23]);
+  await visitor.open('?p=c&dm=day&cd=3/23/2004');
+  assert.equal((await page.$$('::-p-xpath(//b[text()="Twice"])')).length, 1);
 });
 
 visit('events outside the hours of the day view are told and found', { user: 'asa' }, async (visitor) => {
@@ -94,13 +120,28 @@ visit('"Repeat" waits for the choice of the keyboard, and has the focus again', 
   assert.deepEqual(await chosen(), ['reptype', 'day']);
 });
 
+visit('the date picker shows the date of the form, and needs no mouse', { user: 'asa' }, async (visitor) => {
+  const { page } = visitor;
+  await visitor.open('?p=e');
+  await visitor.fillIn({ date1: '12/31/2004' });
+  const popup = await visitor.popupOf('[name=pick1]');
+  const focused = () => popup.evaluate(() => document.activeElement.ariaLabel);
+  assert.equal(await focused(), '31 DECEMBER 2004');
+  await popup.focus('[title="Next Month"]');
+  await visitor.follow(() => popup.keyboard.press('Enter'), popup);
+  assert.equal(await focused(), 'Next Month');
+  const closed = new Promise((resolve) => popup.once('close', resolve));
+  await popup.keyboard.press('Escape').catch(() => {}); // the window may be gone before the key is up
+  await closed;
+});
+
 visit('deleting is asked about, and a no stops it', { user: 'admin' }, async (visitor) => {
   const { page } = visitor;
   const cases = [
-    ['?p=a&act=um_list', { id: 'Zoë Fairweather (zoe)' }, 'Delete the user “Zoë Fairweather” and all events of the calendar?'],
-    ['?p=a&act=gm_list', { id: 'Sales (sales)' }, 'Delete the group “Sales” and all events of its calendar?'],
-    ['?p=a&act=tm_list', { id: 'Party (type_party.gif)' }, 'Delete the event type “Party”?'],
-    ['?p=a&act=cm_list', { id: 'Dark (dark.css)' }, 'Delete the colour scheme “Dark”?'],
+    ['um', 'Zoë Fairweather (zoe)', 'user “Zoë Fairweather” and all events of the calendar'],
+    ['gm', 'Sales (sales)', 'group “Sales” and all events of its calendar'],
+    ['tm', 'Party (type_party.gif)', 'event type “Party”'],
+    ['cm', 'Dark (dark.css)', 'colour scheme “Dark”'],
   ];
   const refuse = () =>
     page.evaluate(() => {
@@ -110,13 +151,13 @@ visit('deleting is asked about, and a no stops it', { user: 'admin' }, async (vi
       };
     });
   const asked = () => page.$eval(':root', ({ dataset }) => dataset.asked);
-  for (const [query, fields, question] of cases) {
-    await visitor.open(query);
-    await visitor.fillIn(fields);
+  for (const [manager, id, what] of cases) {
+    await visitor.open(`?p=a&act=${manager}_list`);
+    await visitor.fillIn({ id });
     await page.waitForSelector('.orlune-skip');
     await refuse();
     await page.click('[value=Delete]');
-    assert.equal(await asked(), question);
+    assert.equal(await asked(), `Delete the ${what}?`);
   }
   await visitor.open('?p=e');
   await visitor.fillIn({ title: 'Backup', reptype: 'Daily' });
@@ -142,6 +183,7 @@ visit('what was typed outlives the session, for its user alone', { user: 'asa' }
     await endSession(visitor);
     await visitor.press(button);
     assert.deepEqual(visitor.takeAlerts(), ['Incorrect username.\n']);
+    await page.waitForSelector('.orlune-note');
   };
   await visitor.open('?p=e');
   await visitor.fillIn(typed);
