@@ -5,11 +5,16 @@
 namespace orlune {
 namespace {
 
-constexpr std::string_view kSeparators = "{};:,";
+constexpr std::string_view kSeparators = "{};:,>";
+constexpr std::string_view kNoBlankBefore = "{};,>";  // before ":" one means a descendant
 constexpr std::string_view kBlanks = " \t\r\n\f";
 
+bool IsIn(std::string_view characters, char c) {
+  return characters.find(c) != std::string_view::npos;
+}
+
 bool IsBlank(char c) {
-  return kBlanks.find(c) != std::string_view::npos;
+  return IsIn(kBlanks, c);
 }
 
 /// Where the text that is quoted by its first character ends.
@@ -43,14 +48,22 @@ std::size_t SizeOfPiece(std::string_view css) {
 std::string ShortenCss(std::string_view css) {
   std::string shortened;
   shortened.reserve(css.size());
-  bool isBetween = true;  // where neither blanks nor comments mean anything
+  char previous = ';';  // the last piece when it is one character
+  bool hasBlanks = false;
   while (!css.empty()) {
     const std::string_view piece = css.substr(0, std::min(SizeOfPiece(css), css.size()));
     css.remove_prefix(piece.size());
     const bool isComment = piece.starts_with("/*");
-    if (isBetween && (isComment || IsBlank(piece[0]))) continue;
+    if (IsBlank(piece[0]) || (isComment && IsIn(kSeparators, previous))) {
+      hasBlanks = true;
+      continue;
+    }
+    const char single = piece.size() == 1 ? piece[0] : '\0';
+    if (hasBlanks && !IsIn(kSeparators, previous) && !IsIn(kNoBlankBefore, single)) shortened += ' ';
+    if (single == '}' && previous == ';' && !shortened.empty()) shortened.pop_back();
     shortened.append(isComment ? "/**/" : piece);
-    isBetween = piece.size() == 1 && kSeparators.find(piece[0]) != std::string_view::npos;
+    previous = single;
+    hasBlanks = false;
   }
   return shortened;
 }

@@ -7,9 +7,8 @@ namespace orlune {
 
 std::vector<Header> HeadersOfParts(const std::vector<Header>& headers) {
   std::vector<Header> kept;
-  std::ranges::copy_if(headers, std::back_inserter(kept), [](const Header& header) {
-    return header.first == "X-Content-Type-Options" || header.first == "Referrer-Policy";
-  });
+  std::ranges::copy_if(headers, std::back_inserter(kept),
+                       [](const Header& header) { return header.first == "X-Content-Type-Options"; });
   return kept;
 }
 

@@ -300,6 +300,7 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kScriptSelect, "Select “%s”"},
     {Text::kScriptOccurrencesOf, "Occurrences of “%s”"},
     {Text::kScriptClose, "Close"},
+    {Text::kScriptInviteHint, "To invite others, press “%s” instead of “%t”."},
 });
 // clang-format on
 

@@ -291,6 +291,7 @@ enum class Text : int {
   kScriptSelect = 2029,
   kScriptOccurrencesOf = 2030,
   kScriptClose = 2031,
+  kScriptInviteHint = 2032,
 };
 
 }  // namespace orlune

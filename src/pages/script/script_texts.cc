@@ -48,6 +48,7 @@ constexpr auto kNamedTexts = std::to_array<NamedText>({
     {"select", Text::kScriptSelect},
     {"occurrencesOf", Text::kScriptOccurrencesOf},
     {"close", Text::kScriptClose},
+    {"inviteHint", Text::kScriptInviteHint},
 });
 
 std::string_view TextIn(const Localiser* localiser, Text id) {
