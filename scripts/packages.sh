@@ -7,7 +7,7 @@ build_packages=(
   libmicrohttpd-dev libgnutls28-dev libdeflate-dev libsqlite3-dev libpq-dev libicu-dev libsodium-dev libtomlplusplus-dev libcli11-dev libspdlog-dev libfmt-dev
 )
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
-browser_packages=(node:nodejs npm:npm chromium:chromium ca-certificates fonts-liberation
+browser_packages=(node:nodejs npm:npm chromium:chromium firefox-esr:firefox-esr ca-certificates fonts-liberation
   faketime:faketime)
 cluster_packages=(node:nodejs nginx-light openssl:openssl)
 

@@ -3,14 +3,15 @@
 import { mkdir, stat } from 'node:fs/promises';
 import { join } from 'node:path';
 
-import { kPhone, launchBrowser, startDemo } from '../tests/browser/suite.mjs';
+import { launchBrowser } from '../tests/browser/browsers.mjs';
+import { kPhone, startDemo } from '../tests/browser/suite.mjs';
 import { Visitor } from '../tests/browser/visitor.mjs';
 
 const kMostBytes = 200 * 1024;
 // Scaled down so that a whole month fits: the pictures have 1280 x 900 pixels.
-const kCalendar = { viewport: { width: 1600, height: 1125 }, deviceScaleFactor: 0.8 };
+const kCalendar = { width: 1600, height: 1125, deviceScaleFactor: 0.8 };
 // The other pages are captured in full height.
-const kForm = { viewport: { width: 1000, height: 200 } };
+const kForm = { width: 1000, height: 200 };
 
 /** The screenshots: `steps` are run on the page `query` before it is captured. */
 const kPictures = [
@@ -60,13 +61,15 @@ async function chooseUser(visitor) {
 }
 
 async function takePicture(browser, address, folder, { file, user, query, window, steps }) {
-  const context = await browser.newContext(window);
-  const visitor = new Visitor(await context.newPage(), address);
+  const context = await browser.createBrowserContext();
+  const page = await context.newPage();
+  await page.setViewport(window);
+  const visitor = new Visitor(page, address);
   await visitor.logIn(user);
   await visitor.open(query);
   await steps?.(visitor);
   const path = join(folder, file);
-  await visitor.page.screenshot({ path, fullPage: window === kForm });
+  await page.screenshot({ path, fullPage: window === kForm });
   await context.close();
   if (visitor.faults.length) throw new Error(`${file}: ${visitor.faults.join('; ')}`);
   const { size } = await stat(path);

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 
-import { calendarSuite, kDesktop } from './suite.mjs';
+import { calendarSuite } from './suite.mjs';
 
 const visit = calendarSuite();
 
@@ -11,6 +11,8 @@ const kColours = {
   niamh: ['rgb(192, 192, 192)', 'rgb(128, 0, 0)'],
 };
 
+const kLab = '::-p-xpath((//font[contains(., "Sensor lab rota")])[last()])';
+
 const computedColours = (element) => {
   const { backgroundColor, color } = getComputedStyle(element);
   return [backgroundColor, color];
@@ -18,18 +20,18 @@ const computedColours = (element) => {
 
 async function assertPainted({ page }) {
   for (const [member, colours] of Object.entries(kColours))
-    assert.deepEqual(await page.locator(`#${member}`).evaluate(computedColours), colours, member);
+    assert.deepEqual(await page.$eval(`#${member}`, computedColours), colours, member);
 }
 
 async function assertShownInColours(visitor) {
   await visitor.open('?p=c&cd=3/17/2004&dm=day');
   await visitor.fillIn({ cn: `-${kName}-` });
   await visitor.press('OK');
-  const lab = visitor.page.locator('font', { hasText: 'Sensor lab rota' }).last();
-  assert.deepEqual(await lab.evaluate(computedColours), kColours.niamh);
+  assert.deepEqual(await visitor.page.$eval(kLab, computedColours), kColours.niamh);
   const popup = await visitor.popupOf('[title="Show Colour Mapping"]');
-  assert.deepEqual(await popup.evaluate(() => [innerWidth, innerHeight]), [180, 250]);
-  assert.deepEqual(await popup.getByText("Niamh O'Brien").evaluate(computedColours), kColours.niamh);
+  const [width, height] = await popup.evaluate(() => [innerWidth, innerHeight]);
+  assert.ok(width === 180 && Math.abs(height - 250) <= 1, `${width} x ${height}`); // Chromium may round it
+  assert.deepEqual(await popup.$eval("::-p-text(Niamh O'Brien)", computedColours), kColours.niamh);
   await popup.close();
 }
 
@@ -37,8 +39,8 @@ for (const [browser, userAgent] of [
   ['an ordinary browser', undefined],
   ['a browser that calls itself compatible', 'Mozilla/4.0 (compatible; MSIE 6.0; Windows NT 5.1)'],
 ]) {
-  const where = { user: 'asa', window: { ...kDesktop, userAgent } };
-  visit(`a group view is painted while it is made, with ${browser}`, where, async (visitor) => {
+  visit(`a group view is painted while it is made, with ${browser}`, { user: 'asa' }, async (visitor) => {
+    if (userAgent) await visitor.page.setUserAgent({ userAgent });
     await visitor.open('?p=p&act=groups');
     await visitor.fillIn({ name: kName, cals: kMembers });
     await visitor.press('Save');
@@ -56,7 +58,8 @@ for (const [browser, userAgent] of [
     await visitor.press('Save');
     await assertPainted(visitor);
     await visitor.press('Delete');
-    assert.equal(await visitor.page.locator('[name=id] option', { hasText: kName }).count(), 0);
+    assert.deepEqual(visitor.takeAlerts(), [`Delete the group view “${kName}”?`]);
+    assert.equal((await visitor.optionsOf('id')).includes(kName), false);
   });
 }
 
@@ -65,7 +68,7 @@ visit('preferences are worn at once', { user: 'asa' }, async (visitor) => {
   await visitor.followLink('Preferences');
   await visitor.fillIn({ ...chosen, daybegin: '10:00', dayend: '23:00' });
   await visitor.press('Save Changes');
-  assert.equal((await visitor.page.locator('body').evaluate(computedColours))[0], 'rgb(17, 21, 26)');
+  assert.equal((await visitor.page.$eval('body', computedColours))[0], 'rgb(17, 21, 26)');
   await visitor.followLink('Preferences');
   assert.deepEqual(await visitor.filledIn(), { ...chosen, daybegin: '10:00 AM', dayend: '11:00 PM' });
 });
@@ -94,11 +97,12 @@ visit('a new user logs in, changes the password, and goes again', { user: 'admin
   await visitor.fillIn({ oldpw: kOlivia.password, newpw1: kNewPassword, newpw2: kNewPassword });
   await visitor.press('Change Password');
   await visitor.logIn('olivia', kNewPassword);
-  assert.equal(await page.textContent('.calname'), kOlivia.name);
+  assert.equal(await visitor.textOf('.calname'), kOlivia.name);
 
   await visitor.logIn('admin');
   await visitor.open('?p=a');
   await visitor.fillIn({ id: kLabel });
   await visitor.press('Delete');
-  assert.equal(await page.locator('[name=id] option', { hasText: 'olivia' }).count(), 0);
+  assert.equal(visitor.takeAlerts().length, 1);
+  assert.equal((await visitor.optionsOf('id')).includes(kLabel), false);
 });

@@ -4,24 +4,16 @@ import { after, before, test } from 'node:test';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 
-import { chromium } from 'playwright-core';
-
 import { run } from '../processes/program.mjs';
 import { kOrlune, kRepository, Server } from '../processes/server.mjs';
+import { launchBrowser } from './browsers.mjs';
 import { Visitor } from './visitor.mjs';
 
-export const kDesktop = { viewport: { width: 1280, height: 900 } };
-export const kPhone = { viewport: { width: 390, height: 844 }, isMobile: true, hasTouch: true };
+export const kDesktop = { width: 1280, height: 900 };
+export const kPhone = { width: 390, height: 844, isMobile: true, hasTouch: true };
 
 /** The time at which the demo company is created, and of the server's stopped clock: a Monday. */
 const kNow = '2004-03-15T10:30:00';
-// No background activity of Chromium.
-const kSwitches = '--no-sandbox --disable-gpu --disable-quic --no-first-run --disable-background-networking';
-
-export function launchBrowser() {
-  const args = [...kSwitches.split(' '), '--disable-component-update', '--disable-sync'];
-  return chromium.launch({ executablePath: '/usr/bin/chromium', args });
-}
 
 /**
  * Creates the demo company in a temporary folder and serves it with the repository's configuration. Resolves to the
@@ -56,18 +48,21 @@ export function calendarSuite() {
   let demo;
   let browser;
   before(async () => {
-    [demo, browser] = await Promise.all([startDemo(), launchBrowser()]);
+    demo = await startDemo();
+    browser = await launchBrowser();
   });
   after(async () => {
     await browser?.close();
     await demo?.stop();
   });
 
-  return (name, { user, window = kDesktop }, steps) =>
-    test(name, async () => {
-      const context = await browser.newContext(window);
+  return (name, { user, window = kDesktop, skip = false }, steps) =>
+    test(name, { skip }, async () => {
+      const context = await browser.createBrowserContext();
       try {
-        const visitor = new Visitor(await context.newPage(), demo.address);
+        const page = await context.newPage();
+        await page.setViewport(window);
+        const visitor = new Visitor(page, demo.address);
         if (user) await visitor.logIn(user);
         await steps(visitor);
         assert.deepEqual(visitor.faults, []);

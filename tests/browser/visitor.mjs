@@ -1,5 +1,8 @@
-// The list of calendars in the form of a group view contains hidden fields.
-const kKnownWarning = 'An <input> tag was parsed within an open <select> tag';
+/** Replaces the text of a field as typing does, but at once. */
+function typeInto(field, text) {
+  field.select();
+  document.execCommand(text ? 'insertText' : 'delete', false, text);
+}
 
 /** A user of one browser window. Records all errors in it. */
 export class Visitor {
@@ -30,44 +33,57 @@ export class Visitor {
   }
 
   /** Runs `action`, which navigates, and waits until the new page has loaded. */
-  async follow(action) {
-    await Promise.all([this.page.waitForEvent('load'), action()]);
+  async follow(action, page = this.page) {
+    await Promise.all([page.waitForNavigation(), action()]);
   }
 
   async logIn(name, password = 'demo1') {
     await this.open('?p=l');
-    await this.page.fill('[name=Name]', name);
-    await this.page.fill('[name=Passwd]', password);
+    await this.fillIn({ Name: name, Passwd: password });
     await this.press('Login');
   }
 
   /** Presses a button and waits for the new page. */
   async press(label) {
-    await this.follow(() => this.page.getByRole('button', { name: label, exact: true }).click());
+    await this.follow(() => this.page.click(`:is([type=button], [type=submit])[value="${label}"]`));
   }
 
-  /** Follows the first link with this text or image text. */
-  async followLink(text) {
-    await this.follow(() => this.page.getByRole('link', { name: text }).first().click());
+  /** Follows the first link whose text or image text contains `text`. */
+  async followLink(text, page = this.page) {
+    const link = await page.evaluateHandle((wanted) => {
+      const nameOf = (link) => link.innerText + [...link.querySelectorAll('img')].map(({ alt }) => alt);
+      return [...document.links].find((link) => nameOf(link).includes(wanted));
+    }, text);
+    await this.follow(() => link.click(), page);
   }
 
   /** Clicks an element that opens a popup; resolves to the popup. */
   async popupOf(selector) {
-    const [popup] = await Promise.all([this.page.waitForEvent('popup'), this.page.click(selector)]);
-    await popup.waitForLoadState();
+    const opened = new Promise((resolve) => this.page.once('popup', resolve));
+    await this.page.click(selector);
+    const popup = await opened;
+    await popup.waitForFunction(() => location.href !== 'about:blank' && document.readyState === 'complete');
     return popup;
   }
 
+  textOf(selector) {
+    return this.page.$eval(selector, ({ innerText }) => innerText);
+  }
+
   async caption() {
-    return (await this.page.textContent('.caltitle')).replaceAll('\u00a0', ' ');
+    return (await this.textOf('.caltitle')).replaceAll('\u00a0', ' ');
   }
 
   /** The days of the month view with an entry that ends in `title`. */
-  async daysOf(title) {
-    return this.page.locator('td:has(> .daynumber)').evaluateAll((days, text) => {
-      const holds = ({ innerText }) => innerText.split('\n').some((line) => line.trim().endsWith(text));
-      return days.filter(holds).map((day) => parseInt(day.querySelector('.daynumber').innerText, 10));
-    }, title);
+  daysOf(title) {
+    return this.page.$$eval(
+      'td:has(> .daynumber)',
+      (days, text) => {
+        const holds = ({ innerText }) => innerText.split('\n').some((line) => line.trim().endsWith(text));
+        return days.filter(holds).map((day) => parseInt(day.querySelector('.daynumber').innerText, 10));
+      },
+      title,
+    );
   }
 
   /**
@@ -76,12 +92,12 @@ export class Visitor {
    */
   async fillIn(values) {
     for (const [name, value] of Object.entries(values)) {
-      const field = this.page.locator(`[name="${name}"]:not([type=hidden])`);
-      const [type, change] = await field.first().evaluate(({ type, onchange }) => [type, String(onchange)]);
-      const choose = () => field.selectOption([value].flat().map((label) => ({ label })));
-      if (type === 'radio') await this.page.check(`[name="${name}"][value="${value}"]`);
-      else if (type === 'checkbox') await field.setChecked(value);
-      else if (!type.startsWith('select')) await field.fill(value);
+      const selector = `[name="${name}"]:not([type=hidden])`;
+      const [type, change] = await this.page.$eval(selector, ({ type, onchange }) => [type, String(onchange)]);
+      const choose = () => this.choose(selector, [value].flat());
+      if (type === 'radio') await this.page.click(`${selector}[value="${value}"]`);
+      else if (type === 'checkbox') await this.#check(selector, value);
+      else if (!type.startsWith('select')) await this.page.$eval(selector, typeInto, value);
       else if (change.includes('submit')) await this.follow(choose);
       else await choose();
     }
@@ -103,17 +119,36 @@ export class Visitor {
     });
   }
 
+  /** The labels of the options of a list. */
+  optionsOf(name) {
+    return this.page.$eval(`[name="${name}"]`, ({ options }) => [...options].map(({ text }) => text));
+  }
+
+  /** Chooses the options with these labels in a list. */
+  async choose(selector, labels) {
+    const options = ({ options }) => [...options].map(({ text, value }) => [text, value]);
+    const values = new Map(await this.page.$eval(selector, options));
+    if (!labels.every((label) => values.has(label))) throw new Error(`not all in ${selector}: ${labels.join(', ')}`);
+    await this.page.select(selector, ...labels.map((label) => values.get(label)));
+  }
+
+  async #check(selector, isWanted) {
+    if ((await this.page.$eval(selector, ({ checked }) => checked)) !== isWanted) await this.page.click(selector);
+  }
+
   #watch(page) {
     const note = (fault) => this.#faults.push(fault);
     page.on('pageerror', (error) => note(`script error: ${error.message}`));
     page.on('console', (entry) => {
-      const isFault = ['error', 'warning'].includes(entry.type());
-      if (isFault && !entry.text().startsWith(kKnownWarning)) note(`console: ${entry.text()}`);
+      if (['error', 'warn'].includes(entry.type())) note(`console: ${entry.text()}`);
     });
     page.on('request', (request) => {
       if (!request.url().startsWith(new URL(this.#address).origin)) note(`foreign request: ${request.url()}`);
     });
-    page.on('requestfailed', (request) => note(`${request.failure().errorText}: ${request.url()}`));
+    page.on('requestfailed', (request) => {
+      const { errorText } = request.failure();
+      if (!errorText.endsWith('ABORTED')) note(`${errorText}: ${request.url()}`); // aborted when the page is left
+    });
     page.on('response', (response) => {
       if (response.status() >= 400) note(`${response.status()}: ${response.url()}`);
     });
