@@ -9,6 +9,7 @@ import { listenForClicks, scrollToToday, tellWeekdays } from './calendar.js';
 import { makeListsWait } from './choices.js';
 import { moveEndTime } from './end_time.js';
 import { paintGroupViews } from './group_views.js';
+import { hintAtInvitation } from './hints.js';
 import { tellHiddenHours } from './hours.js';
 import { handleEnter, placeCursor } from './keyboard.js';
 import { linkAddresses } from './links.js';
@@ -39,6 +40,7 @@ const kParts = [
   equipSmallWindow,
   describePage,
   tellHiddenHours,
+  hintAtInvitation,
 ];
 
 function start() {

@@ -40,5 +40,5 @@ texts.then((answer) => (known = answer));
 /** The texts if they are known already; null otherwise. */
 export const knownTexts = () => known;
 
-/** The text with its placeholder replaced. */
-export const fill = (text, value) => text.replace('%s', () => value);
+/** The text with `first` for %s and `second` for %t. */
+export const fill = (text, first, second) => text.replace(/%[st]/g, (found) => (found === '%s' ? first : second));

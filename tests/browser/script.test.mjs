@@ -34,6 +34,8 @@ visit('every page says what it shows, and every field what is wanted', { user: '
     assert.deepEqual(await names(page), fields, query);
     assert.equal(await page.$eval(':root', ({ lang }) => lang), 'en');
   }
+  await visitor.open('?p=e');
+  await page.waitForSelector('::-p-text(To invite others, press “Send” instead of “Save”.)');
   await visitor.open('?p=m');
   await page.waitForSelector('[aria-label="Select “Thank you”"]');
   const states = await page.$$eval('.background img', (all) => all.map(({ alt }) => alt));
