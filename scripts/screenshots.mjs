@@ -68,6 +68,7 @@ async function takePicture(browser, address, folder, { file, user, query, window
   await visitor.logIn(user);
   await visitor.open(query);
   await steps?.(visitor);
+  await page.evaluate(() => scrollTo(0, 0)); // a phone's month is scrolled to today
   const path = join(folder, file);
   await page.screenshot({ path, fullPage: window === kForm });
   await context.close();

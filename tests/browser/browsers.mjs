@@ -16,3 +16,10 @@ export const kEmulatesMedia = kBrowser === 'chromium';
 export function launchBrowser() {
   return launch({ ...kBrowsers[kBrowser], protocol: 'webDriverBiDi' });
 }
+
+/** Lets the page show the colours of the system only, or its own again. For Chromium. */
+export async function forceColours(page, isForced) {
+  const session = await page.createCDPSession();
+  const features = [{ name: 'forced-colors', value: isForced ? 'active' : 'none' }];
+  await session.send('Emulation.setEmulatedMedia', { features });
+}
