@@ -47,13 +47,22 @@ function hourAt(clientY) {
 // Below this width the style sheets make lists of month and week.
 const kLists = '(max-width: 760px)';
 
-/** In a long list of days, today is shown at once. Not when the visitor comes back, or is told something above. */
-export function scrollToToday() {
-  const today = content?.querySelector('td.today');
+const dateOf = (day) => queryOf(day.querySelector('a').href).get('cd');
+
+/** The day that was chosen among the occurrences of a found event, otherwise today. */
+function wantedDay() {
+  const isFound = document.referrer !== '' && queryOf(document.referrer).get('p') === 'e';
+  const date = isFound ? queryOf(location.href).get('cd') : null;
+  return (date && dayCells().find((day) => dateOf(day) === date)) || content?.querySelector('td.today');
+}
+
+/** In a long list of days, the wanted one is shown at once. Not when the visitor comes back, or is told something above. */
+export function scrollToDay() {
+  const wanted = wantedDay();
   const [arrival] = performance.getEntriesByType('navigation');
   if (arrival?.type !== 'navigate' || location.hash || window.scrollY > 0 || recall('draft')) return;
-  const isBelow = today?.getBoundingClientRect().top > window.innerHeight;
-  if (isBelow && matchMedia(kLists).matches) today.scrollIntoView({ block: 'center' });
+  const isBelow = wanted?.getBoundingClientRect().top > window.innerHeight;
+  if (isBelow && matchMedia(kLists).matches) wanted.scrollIntoView({ block: 'center' });
 }
 
 /** The date, and in the day view the hour, of a click; nothing when it is on none, or on one that is taken. */

@@ -5,7 +5,7 @@
 import './memory.js';
 import './page.js';
 import './texts.js';
-import { listenForClicks, scrollToToday, tellWeekdays } from './calendar.js';
+import { listenForClicks, scrollToDay, tellWeekdays } from './calendar.js';
 import { makeListsWait } from './choices.js';
 import { moveEndTime } from './end_time.js';
 import { paintGroupViews } from './group_views.js';
@@ -29,7 +29,7 @@ const kParts = [
   nameImages,
   skipEmptyLinks,
   tellWeekdays,
-  scrollToToday,
+  scrollToDay,
   makeListsWait,
   handleEnter,
   placeCursor,
