@@ -3,10 +3,15 @@
 import { companion, content, form, isView, make, post, shownCalendar } from './page.js';
 import { fill, texts } from './texts.js';
 
+/** Nothing when the server does not answer, or the visitor has gone on meanwhile. */
 async function askHours(date, calendar) {
   const query = new URLSearchParams(calendar ? { date, calendar } : { date });
-  const answer = await fetch(`${companion('hours')}?${query}`);
-  return answer.ok ? answer.json() : {};
+  try {
+    const answer = await fetch(`${companion('hours')}?${query}`);
+    return answer.ok ? await answer.json() : {};
+  } catch {
+    return {};
+  }
 }
 
 export async function tellHiddenHours() {
