@@ -22,7 +22,8 @@ std::vector<RecordedStatement> Visitor::Statements(const PageRequest& request) {
 }
 
 const testing::Answer& Visitor::Answer(DatabaseDriver& databases, PageRequest request) {
-  const Surroundings surroundings{clock_, databases, regional_, languagePacks_, passwords_, logins_};
+  const Surroundings surroundings{clock_,         databases,  regional_, languages_,
+                                  languagePacks_, passwords_, logins_};
   host_.StartRequest(std::move(request.Query), std::move(request.Form), {});
   Orlune page(surroundings);
   page.DBPath(database_);

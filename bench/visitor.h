@@ -9,15 +9,11 @@
 #include "component/orlune.h"
 #include "drivers/passwords/argon2_passwords.h"
 #include "statement_recorder.h"
+#include "support/english_only.h"
 #include "support/fake_host.h"
 #include "support/fake_login_guard.h"
 
 namespace orlune::bench {
-
-class NoLanguagePacks : public LocaliserFactory {
- public:
-  std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
-};
 
 /// A decoded request.
 struct PageRequest {
@@ -44,7 +40,8 @@ class Visitor {
   const std::string database_;
   const RegionalSettings& regional_;
   const FixedClock clock_;
-  NoLanguagePacks languagePacks_;
+  testing::OneLanguage languages_{regional_};
+  testing::NoLanguagePacks languagePacks_;
   Argon2Passwords passwords_;
   testing::FakeLoginGuard logins_;
   testing::FakeHost host_;

@@ -10,6 +10,7 @@
 #include "component/orlune.h"
 #include "drivers/passwords/argon2_passwords.h"
 #include "store/statement.h"
+#include "support/english_only.h"
 #include "support/fake_host.h"
 #include "support/fake_login_guard.h"
 #include "support/temporary_folder.h"
@@ -23,23 +24,6 @@ class FixedClock : public Clock {
   DateTime Now() const override {
     return {std::chrono::year{2004} / 3 / 15, std::chrono::hours{10} + std::chrono::minutes{30}};
   }
-};
-
-class NoLanguagePacks : public LocaliserFactory {
- public:
-  std::shared_ptr<const Localiser> Create(std::string_view /*programmaticName*/) override { return nullptr; }
-  std::shared_ptr<const Localiser> CreatePreferred(std::string_view /*acceptLanguage*/) override {
-    return nullptr;
-  }
-};
-
-class OneLanguage : public DateLanguages {
- public:
-  explicit OneLanguage(const RegionalSettings& regional) : regional_(regional) {}
-  const RegionalSettings& In(std::string_view /*tag*/) override { return regional_; }
-
- private:
-  const RegionalSettings& regional_;
 };
 
 /// The component with a new database in the region en_US. The database has the users 'admin',
