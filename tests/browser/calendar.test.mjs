@@ -23,6 +23,23 @@ visit('the login says what is wrong, with the cursor where it goes on', {}, asyn
   assert.equal(await visitor.caption(), 'CALENDAR LOGIN');
 });
 
+visit('a page comes in the language that the browser prefers', { user: 'jurgen' }, async ({ page }) => {
+  const kCases = [
+    ['de-AT,de;q=0.9,en;q=0.5', 'de', 'MÄRZ 2004'],
+    ['ar', 'ar', 'مارس'],
+    ['tlh,en;q=0.5', 'en', 'MARCH 2004'],
+  ];
+  for (const [accepted, language, month] of kCases) {
+    const [told, html] = await page.evaluate(async (value) => {
+      const answer = await fetch('?p=c&dm=month', { headers: { 'Accept-Language': value } });
+      return [answer.headers.get('Content-Language'), await answer.text()];
+    }, accepted);
+    assert.equal(told, language);
+    assert.ok(html.replaceAll('&nbsp;', ' ').includes(month), `${accepted}: ${month}`);
+    assert.ok(html.includes('VALUE="3/15/2004"'), 'dates in numbers stay');
+  }
+});
+
 visit('the selection row chooses what is shown, and shows it', { user: 'jurgen' }, async (visitor) => {
   const { page } = visitor;
   for (const [cd, cn, dm, caption] of [

@@ -10,6 +10,8 @@
 namespace orlune {
 namespace {
 
+static_assert(static_cast<int>(Text::kLanguageTag) == kLanguageTagText);
+
 struct NamedText {
   std::string_view Name;
   Text Id;
