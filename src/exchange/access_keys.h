@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/civil_time.h"
+#include "base/regional_settings.h"
 #include "platform/database.h"
 #include "platform/secrets.h"
 
@@ -28,29 +29,41 @@ struct AccessKey {
 std::vector<AccessKey> AppPasswordsOf(Connection& database, std::string_view loginName);
 std::vector<AccessKey> SecretLinksOf(Connection& database, std::string_view loginName);
 
+/// What making a key needs. Owns nothing.
+struct KeyTools {
+  orlune::Secrets& Secrets;
+  const RegionalSettings& Regional;
+  Date Today;
+};
 /// The new secret, which cannot be read again; nothing when the user has `kMostKeysOfUser`.
-std::optional<std::string> MakeAppPassword(Connection& database, Secrets& secrets, std::string_view loginName,
-                                           std::string_view label, Date today);
-std::optional<std::string> MakeSecretLink(Connection& database, Secrets& secrets, std::string_view loginName,
-                                          std::string_view calendar, std::string_view label, Date today);
+std::optional<std::string> MakeAppPassword(Connection& database, const KeyTools& tools,
+                                           std::string_view loginName, std::string_view label);
+std::optional<std::string> MakeSecretLink(Connection& database, const KeyTools& tools,
+                                          std::string_view loginName, std::string_view calendar,
+                                          std::string_view label);
 
 /// Only the user's own; another number changes nothing.
 void RevokeAppPassword(Connection& database, std::string_view loginName, int id);
 void RevokeSecretLink(Connection& database, std::string_view loginName, int id);
 
-/// The number of the app password if it is one of this user's.
-std::optional<int> FindAppPassword(Connection& database, const Secrets& secrets, std::string_view loginName,
-                                   std::string_view password);
+struct FoundPassword {
+  int Id = 0;
+  std::optional<Date> LastUsed;
+};
+/// The app password if it is one of this user's.
+std::optional<FoundPassword> FindAppPassword(Connection& database, const Secrets& secrets,
+                                             std::string_view loginName, std::string_view password);
 struct FeedTarget {
   int LinkId = 0;
   std::string LoginName;
   std::string Calendar;
+  std::optional<Date> LastUsed;
 };
 std::optional<FeedTarget> FindSecretLink(Connection& database, const Secrets& secrets,
                                          std::string_view secret);
 
-/// Writes the day of the last use, once a day.
-void NoteUseOfAppPassword(Connection& database, int id, Date today);
-void NoteUseOfSecretLink(Connection& database, int id, Date today);
+/// Writes the day of the last use, unless it is noted.
+void NoteUseOfAppPassword(Connection& database, const KeyTools& tools, const FoundPassword& password);
+void NoteUseOfSecretLink(Connection& database, const KeyTools& tools, const FeedTarget& link);
 
 }  // namespace orlune

@@ -73,7 +73,8 @@ struct UtcPeriod {
 struct BusyPeriod {
   std::chrono::sys_seconds Begin;
   std::chrono::sys_seconds End;
-  bool IsTentative = false;
+  bool IsTentative = false;    ///< a suggestion that is not answered
+  bool IsTransparent = false;  ///< a declined one, which leaves its owner free
 };
 
 /// A condition on one property of an event (RFC 4791, section 9.7.2).

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "exchange/participant.h"
+#include "exchange/shared_objects.h"
 #include "platform/database.h"
 #include "platform/secrets.h"
 
@@ -18,13 +18,14 @@ struct CalendarChanges {
   std::vector<std::string> Removed;  ///< names of objects that are not there any more
 };
 
-/// The token of the calendar's present state; it stays the same while nothing changes. One small query.
+/// The token of the calendar's present state; it stays the same while nothing changes. Small queries only.
 /// Throws DatabaseError.
-std::string CurrentToken(Connection& database, const SharedCalendar& calendar);
-/// Nothing when the token is of another database, too old, or none at all (valid-sync-token). Throws
-/// DatabaseError.
-std::optional<CalendarChanges> ChangesSince(Connection& database, const Participant& participant,
-                                            const SharedCalendar& calendar, std::string_view token);
+std::string CurrentToken(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar);
+/// Nothing when the token is of another database, too old, or none at all (valid-sync-token), and for a group
+/// view that has changed: its clients then compare the ETags of all its objects. Throws DatabaseError.
+std::optional<CalendarChanges> ChangesSince(Connection& database, const ExchangeTools& tools,
+                                            const Participant& participant, const SharedCalendar& calendar,
+                                            std::string_view token);
 
 /// Makes the tables and triggers of the exchange when they are missing; next to nothing otherwise. Throws
 /// DatabaseError.

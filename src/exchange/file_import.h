@@ -9,9 +9,8 @@
 
 namespace orlune {
 
-/// The largest file, and the most events in it.
+/// The largest file.
 inline constexpr std::size_t kMostFileBytes = std::size_t{10} << 20U;
-inline constexpr std::size_t kMostFileObjects = 50'000;
 
 enum class ImportStep { kAdd, kChange, kNothing };
 
@@ -28,8 +27,8 @@ struct ImportPlan {
 
 /// What importing `text` into the calendar would do: an object whose UID the calendar has is changed, or
 /// nothing when the file says what is stored. Throws InvalidCalendarText and DatabaseError.
-ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
-                      std::string_view text);
+ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
+                      const SharedCalendar& calendar, std::string_view text);
 /// Carries out the plan in one transaction. Throws DatabaseError; nothing is stored then.
 void RunImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
                const SharedCalendar& calendar, const ImportPlan& plan);

@@ -17,7 +17,7 @@
 
 namespace orlune {
 
-/// What the exchange needs of its surroundings. Owns nothing.
+/// What the exchange needs of its surroundings, which outlives it.
 struct ExchangeTools {
   const CalendarText& Texts;
   const orlune::Secrets& Secrets;
@@ -31,8 +31,9 @@ struct ExchangeTools {
 /// time is left.
 struct SharedObject {
   CalendarObject Object;
-  orlune::Week Week;  ///< that its calendar is read with
-  std::string ETag;   ///< without quotes; changes when and only when the text does
+  orlune::Week Week;      ///< that its calendar is read with
+  std::string ETag;       ///< without quotes; changes when and only when the text does
+  bool IsHidden = false;  ///< only its time is told
 };
 
 /// Which objects of a calendar.
@@ -49,10 +50,10 @@ std::vector<SharedObject> LoadObjects(Connection& database, const ExchangeTools&
                                       const Participant& participant, const SharedCalendar& calendar,
                                       const ObjectChoice& choice = {});
 
-/// The spans of time in the period that the object's events take, in ascending order: what a time-range
-/// filter looks for (RFC 4791, section 9.9) and what is busy. At most `kMostDaysOfObject`.
+/// The spans of time that the object's events take and that touch the period: what a time-range filter looks
+/// for (RFC 4791, section 9.9) and what is busy. At most the first `most` of each of its rows.
 std::vector<BusyPeriod> SpansIn(const SharedObject& object, const CalendarText& texts,
-                                const UtcPeriod& period);
+                                const UtcPeriod& period, std::size_t most = kMostDaysOfObject);
 
 /// Whose state a change builds on.
 struct WriteCondition {

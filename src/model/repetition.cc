@@ -5,7 +5,7 @@
 namespace orlune {
 namespace {
 
-constexpr EnumNames<5> kRepetitions{"none", "day", "weekday", "month", "year"};
+constexpr EnumNames<6> kRepetitions{"none", "day", "weekday", "month", "year", "listed"};
 constexpr EnumNames<7> kFrequencies{"vko_1", "vko_2", "vko_3", "kk_1", "kk_2", "kk_3", "kk_4"};
 constexpr EnumNames<4> kWeekendRules{"vkl_ok", "vkl_no", "vkl_ma", "vkl_pe"};
 

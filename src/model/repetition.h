@@ -5,8 +5,8 @@
 
 namespace orlune {
 
-/// How an event repeats.
-enum class Repetition { kNone, kDaily, kByWeekday, kMonthly, kYearly, kUnknown };
+/// How an event repeats. The days of a listed one are in `EventDays`.
+enum class Repetition { kNone, kDaily, kByWeekday, kMonthly, kYearly, kListed, kUnknown };
 
 /// On which of its weekdays an event occurs: every Nth week, or the Nth in each month.
 enum class Frequency {

@@ -47,6 +47,17 @@ Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginNa
           [](ResultSet& rows) { return FirstRow(rows, ReadDisplaySettings); }};
 }
 
+Query<std::vector<CalendarWeekend>> WeekendsOf(std::span<const std::string> calendars) {
+  if (calendars.empty()) return {};
+  return {Statement("SELECT Name, Weekend FROM Calendars WHERE Name IN ({}) ORDER BY Name",
+                    QuotedList(calendars)),
+          [](ResultSet& rows) {
+            std::vector<CalendarWeekend> weekends;
+            while (rows.Next()) weekends.push_back({TextIn(rows, "Name"), OptionalTextIn(rows, "Weekend")});
+            return weekends;
+          }};
+}
+
 Query<bool> CalendarExists(std::string_view name) {
   return {NameQuery("Name", "Calendars", name), [](ResultSet& rows) { return rows.Next(); }};
 }

@@ -27,6 +27,13 @@ struct DisplaySettings {
 /// Nothing when there is no such user, or no such colour scheme.
 Query<std::optional<DisplaySettings>> DisplaySettingsOf(std::string_view loginName);
 
+/// The weekend of a calendar, as weekday numbers joined with ", ".
+struct CalendarWeekend {
+  std::string Calendar;
+  std::optional<std::string> Weekend;
+};
+Query<std::vector<CalendarWeekend>> WeekendsOf(std::span<const std::string> calendars);
+
 Query<bool> CalendarExists(std::string_view name);
 Query<std::vector<std::string>> GroupNames();
 /// The distinct text lists `MemberOfGroups` of the calendars.

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/week.h"
+#include "exchange/calendar_object.h"
+
+namespace orlune {
+
+/// Everything of the rows that their text depends on, in one text of its own: two objects with equal texts of
+/// their rows read the same to a client. `zone` is the name of the server's time zone.
+std::string TextOfRows(std::span<const ObjectEvent> rows, const Week& week, std::string_view zone);
+
+/// The event as its row reads after it was stored: quotes as character references, times without seconds,
+/// what is longer than its column cut.
+OL_Event AsStored(OL_Event event);
+
+}  // namespace orlune
