@@ -115,6 +115,10 @@ void Orlune::AllowNoPassword(bool allow) {
   hosting_.AllowNoPassword = allow;
 }
 
+void Orlune::Sharing(bool share) {
+  hosting_.Sharing = share;
+}
+
 void Orlune::Language(std::string_view name) {
   usesBrowserLanguage_ = name == "auto";
   if (!usesBrowserLanguage_)

@@ -52,6 +52,8 @@ class Orlune {
   void Strict(bool strict);
   /// Without it an account that has no password cannot log in.
   void AllowNoPassword(bool allow);
+  /// Exchanges events with other calendars: devices, subscriptions and files.
+  void Sharing(bool share);
   /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none. "auto"
   /// chooses for each request what its browser prefers, for the names of months and weekdays, too.
   void Language(std::string_view name);
