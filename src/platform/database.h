@@ -108,10 +108,6 @@ class Connection {
   /// The transaction is durable on return. Throws DatabaseError, and the transaction is then rolled back.
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
-
-  /// The moments of the log of changes below it cannot come up any more: every change that has one of them
-  /// has been committed or rolled back in the state that this connection reads. Throws DatabaseError.
-  virtual std::int64_t ChangeHorizon() { return std::numeric_limits<std::int64_t>::max(); }
 };
 
 /// Opens databases. Thread-safe.
