@@ -17,6 +17,7 @@
 #include "request/visitor_loading.h"
 #include "store/schema_upgrade.h"
 #include "store/sessions_table.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {
@@ -176,6 +177,7 @@ void Orlune::Execute() {
     return;
   }
   UpgradeSchema(*database);
+  if (hosting_.Sharing) CreateSharingTables(*database);
   SessionValues session = Session();
   if (companion.empty()) return Answer(*database, session);
   AnswerHiddenHours(*database, session);

@@ -6,6 +6,7 @@
 #include "base/lists.h"
 #include "exchange/row_text.h"
 #include "store/calendar_objects.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 
 namespace orlune {

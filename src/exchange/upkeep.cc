@@ -7,6 +7,7 @@
 #include "exchange/row_text.h"
 #include "store/calendar_changes.h"
 #include "store/calendar_objects.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 #include "store/transaction.h"
 

@@ -302,6 +302,7 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kScriptClose, "Close"},
     {Text::kScriptInviteHint, "To invite others, press “%s” instead of “%t”."},
     // Exchange with other calendars
+    {Text::kRepeatsOnListedDays, "Listed Days"},
     {Text::kSharingTitle, "DEVICES"},
     {Text::kConnectDevice, "Connect a Device"},
     {Text::kConnectIntroduction, "Phones, computers and mail programs that know CalDAV show your calendars and change them. Add a CalDAV account there:"},

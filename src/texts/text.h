@@ -293,6 +293,7 @@ enum class Text : int {
   kScriptClose = 2031,
   kScriptInviteHint = 2032,
   // Exchange with other calendars
+  kRepeatsOnListedDays = 2100,
   kSharingTitle = 2101,
   kConnectDevice = 2102,
   kConnectIntroduction = 2103,

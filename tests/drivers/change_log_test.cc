@@ -2,7 +2,7 @@
 #include <set>
 
 #include "drivers/database_fixture.h"
-#include "drivers/sharing_tables.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {
@@ -12,7 +12,7 @@ class ChangeLog : public testing::DatabaseFixture {
   ChangeLog() {
     const auto connection = Open();
     connection->Execute(Statement("ALTER TABLE Events ADD COLUMN EventType TEXT (50)"));
-    testing::CreateSharingTables(*connection);
+    CreateSharingTables(*connection);
   }
 
   void Write(const Statement& statement) { Open()->Execute(statement); }

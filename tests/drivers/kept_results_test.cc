@@ -7,7 +7,7 @@
 #include <sqlite3.h>
 
 #include "drivers/database_fixture.h"
-#include "drivers/sharing_tables.h"
+#include "store/sharing_tables.h"
 #include "drivers/spliced.h"
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/file_history.h"
@@ -136,7 +136,7 @@ TEST_F(KeptResults, ServeUntilTheirTableIsChanged) {
 TEST_F(KeptResults, ServeUntilATriggerOfOursWritesToTheirTable) {
   const auto connection = Open();
   connection->Execute(Statement("ALTER TABLE Events ADD COLUMN EventType TEXT (50)"));
-  testing::CreateSharingTables(*connection);
+  CreateSharingTables(*connection);
   const auto changes = [&] {
     return Column(*Open(), Statement("SELECT Calendar FROM CalendarChanges"), "Calendar");
   };

@@ -5,6 +5,7 @@
 #include "base/week.h"
 #include "pages/calendar/navigation_bar.h"
 #include "store/calendars.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 #include "store/group_views.h"
 #include "store/messages.h"
@@ -34,10 +35,12 @@ ViewContent LoadView(Connection& database, const PageContext& context, ViewMode 
   const Period period = ShownPeriod(visitor.CurrentDate, mode, week);
   const bool isGroupView = IsGroupView(visitor.CalName);
 
-  auto [name, unreadMessages, groupViews, calendars, group, events] =
+  auto [name, unreadMessages, groupViews, calendars, days, group, events] =
       Ask(database, CalendarNameQuery(context),
           HasMessageButton(context) ? UnreadMessageCount(visitor.LoginName) : Query<int>(),
           GroupViewsVisibleTo(visitor.LoginName), CalendarsVisibleTo(visitor.LoginName),
+          context.Hosting.Sharing ? EventDaysOfPeriod(context.Regional, period.First, period.Last)
+                                  : Query<DaysOfEvents>(),
           isGroupView ? MembersOf(visitor.CalName.substr(1)) : Query<GroupViewMembers>(),
           isGroupView ? Query<std::vector<OL_Event>>() : EventsQuery(context, {visitor.CalName}, period));
   if (isGroupView) events = Ask(database, EventsQuery(context, group.Calendars, period));
@@ -49,7 +52,7 @@ ViewContent LoadView(Connection& database, const PageContext& context, ViewMode 
                       std::move(calendars),
                       std::move(group),
                       {}};
-  content.Events.GetEventsForPeriod(std::move(events), content.Group, week, period.First, period.Last);
+  content.Events.GetEventsForPeriod(std::move(events), content.Group, week, period.First, period.Last, days);
   return content;
 }
 
