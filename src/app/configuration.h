@@ -33,6 +33,7 @@ struct Configuration {
   bool Compresses = false;        ///< pages and files, for browsers that take it
   bool JoinsStyleSheets = false;  ///< with those that they import
   std::string Region = "en_US";
+  std::string TimeZone;  ///< of the events' times, for other calendars; "": the machine's
   long long SessionMinutes = 60;
   bool StoresSessions = false;        ///< in the databases of their pages, not in memory
   long long Threads = 0;              ///< 0: chosen from the processors

@@ -16,6 +16,8 @@ constexpr ServerSetting kServerSettings[] = {
     {"join_style_sheets", &Configuration::JoinsStyleSheets,
      "send a style sheet with the one that it imports"},
     {"region", &Configuration::Region, "how dates are written"},
+    {"time_zone", &Configuration::TimeZone,
+     "of the events' times, such as \"Europe/Helsinki\"; \"\": the machine's"},
     {"session_minutes", NumberSetting{&Configuration::SessionMinutes, 1, 525'600},
      "idle minutes until logout"},
     {"session_store", WordSetting{&Configuration::StoresSessions, "memory", "database"},
