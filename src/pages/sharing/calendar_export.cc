@@ -6,7 +6,7 @@
 
 #include "base/dates.h"
 #include "base/text.h"
-#include "pages/sharing/exchange_tools.h"
+#include "pages/sharing/tools_of_visit.h"
 
 namespace orlune {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "base/utf8.h"
 #include "html/page_frame.h"
-#include "pages/sharing/exchange_tools.h"
+#include "pages/sharing/tools_of_visit.h"
 #include "pages/sharing/import_preview.h"
 #include "request/texts.h"
 #include "request/visit.h"
