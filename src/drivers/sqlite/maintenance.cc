@@ -183,14 +183,14 @@ std::optional<std::string> Maintenance::UnfinishedCopySource() {
 
 void Maintenance::MarkUnfinishedCopy(const std::string& source) {
   WriteTransaction transaction(database_.get());
-  DropIndexes(database_.get(), Tables());
+  DropParts(database_.get(), Tables());
   Run("CREATE TABLE " + Quoted(kUnfinishedCopy) + " (Source MEMO TEXT)", {});
   Run("INSERT INTO " + Quoted(kUnfinishedCopy) + " (Source) VALUES (?)", std::array<StoredField, 1>{source});
   transaction.Commit();
 }
 
 void Maintenance::MarkCopyComplete() {
-  CreateMissingIndexes(database_.get(), Tables());
+  CreateMissingParts(database_.get(), Tables());
   Run("DROP TABLE IF EXISTS " + Quoted(kUnfinishedCopy), {});
 }
 
