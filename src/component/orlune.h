@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -65,7 +66,8 @@ class Orlune {
  private:
   void Answer(Connection& database, SessionValues& session);
   void AnswerHiddenHours(Connection& database, SessionValues& session);
-  void AnswerLoggedIn(Connection& database, SessionValues& session);
+  void AnswerLoggedIn(Connection& database, SessionValues& session, const std::function<void(Visit&)>& show);
+  void AnswerSharing(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
   void EndSealedLogin(Connection& database, const SessionValues& session) const;
   Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;

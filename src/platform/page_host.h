@@ -42,6 +42,8 @@ class Response {
   virtual void SetRetryAfter(std::chrono::seconds delay) = 0;
   /// The media type of what is written, which is HTML when it is not set.
   virtual void SetContentType(std::string_view type) = 0;
+  /// Offers what is written as a file of this name to be stored.
+  virtual void SetDownload(std::string_view fileName) = 0;
   /// The language of the texts, as a tag such as "de" (BCP 47).
   virtual void SetLanguage(std::string_view tag) = 0;
   /// How long a cache may keep the page; 0 keeps it out of every cache.
