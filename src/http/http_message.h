@@ -20,6 +20,7 @@ struct RequestMessage {
   std::string Query;
   NamedTexts Headers;  ///< those of `kReadHeaders` and `kForwardingHeaders`
   NamedTexts Form;
+  std::string Body{};      ///< as it was sent, of a request for a branch of a page
   IpAddress Peer = {};     ///< the sender, or the last proxy before this server
   bool IsOverTls = false;  ///< on its way from the peer
 };

@@ -110,7 +110,7 @@ ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const Re
   if (message.Path != page.Path && !IsReading(message)) return MethodNotAllowed("GET, HEAD");
   if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
   const DateTime now = parts_.Clock.Now();
-  HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender.Address.Text());
+  HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender);
   const bool couldChange = CouldChangeSomething(message, request.Query());
   if (couldChange && message.Method == "HEAD") return MethodNotAllowed("GET, POST");
   if (couldChange && ComesFromAnotherSite(message, sender.IsOverHttps)) return Refusal(403);

@@ -23,8 +23,9 @@ class Request {
   virtual std::size_t FormFieldCount() const = 0;
   /// The sub-key `key` of the cookie `cookie`.
   virtual std::string_view CookieValue(std::string_view cookie, std::string_view key) const = 0;
-  /// "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "REMOTE_ADDR", the visitor's address, "SCRIPT_NAME", the
-  /// hosting page's own path, or "PATH_INFO", what follows it in the address: "" or such as "/texts".
+  /// "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "HTTP_HOST", the server's name with its port, "HTTPS", "on" or
+  /// "", "REMOTE_ADDR", the visitor's address, "SCRIPT_NAME", the hosting page's own path, or "PATH_INFO",
+  /// what follows it in the address: "" or such as "/texts".
   virtual std::string_view ServerVariable(std::string_view name) const = 0;
 };
 

@@ -6,7 +6,9 @@
 
 #include "base/dates.h"
 #include "base/text.h"
+#include "exchange/shared_objects.h"
 #include "pages/sharing/tools_of_visit.h"
+#include "request/texts.h"
 
 namespace orlune {
 namespace {
