@@ -6,6 +6,7 @@
 #include <libpq-fe.h>
 
 #include "drivers/dialect/engine_sql.h"
+#include "drivers/postgresql/postgresql_sql.h"
 #include "drivers/postgresql/result_rows.h"
 #include "drivers/schema/triggers.h"
 
@@ -18,7 +19,12 @@ using schema::DefinedTrigger;
 using schema::Trigger;
 
 /// Changes are numbered by their transactions.
-constexpr schema::TriggerSql kSql{.NextMoment = "pg_current_xact_id()::text::bigint", .Exactly = ""};
+const schema::TriggerSql& Sql() {
+  static const PostgresqlSql kEngine;
+  static const schema::TriggerSql kSql{
+      .Engine = kEngine, .NextMoment = "pg_current_xact_id()::text::bigint", .Exactly = ""};
+  return kSql;
+}
 
 constexpr const char* kExisting =
     "SELECT t.tgname, f.prosrc FROM pg_trigger t JOIN pg_class c ON c.oid = t.tgrelid "
@@ -26,7 +32,7 @@ constexpr const char* kExisting =
     "WHERE c.relnamespace = to_regnamespace(quote_ident(current_schema())) AND NOT t.tgisinternal";
 
 std::vector<Trigger> Possible(const dialect::Catalogue& tables) {
-  return schema::PossibleTriggers(tables, kSql);
+  return schema::PossibleTriggers(tables, Sql());
 }
 
 /// What the trigger's function says; the rest follows from the name.

@@ -5,6 +5,7 @@
 #include "drivers/dialect/engine_sql.h"
 #include "drivers/schema/triggers.h"
 #include "drivers/sqlite/handles.h"
+#include "drivers/sqlite/sqlite_sql.h"
 
 namespace orlune::sqlite {
 
@@ -15,14 +16,19 @@ using schema::DefinedTrigger;
 using schema::Trigger;
 
 /// The one writer numbers its changes in their order, also when the log was trimmed.
-constexpr schema::TriggerSql kSql{
-    .NextMoment =
-        "1 + max(coalesce((SELECT max(\"Moment\") FROM \"CalendarChanges\"), 0), "
-        "coalesce((SELECT max(\"TrimmedTo\") FROM \"CalendarLogs\"), 0))",
-    .Exactly = " COLLATE BINARY"};
+const schema::TriggerSql& Sql() {
+  static const SqliteSql kEngine;
+  static const schema::TriggerSql kSql{
+      .Engine = kEngine,
+      .NextMoment =
+          "1 + max(coalesce((SELECT max(\"Moment\") FROM \"CalendarChanges\"), 0), "
+          "coalesce((SELECT max(\"TrimmedTo\") FROM \"CalendarLogs\"), 0))",
+      .Exactly = " COLLATE BINARY"};
+  return kSql;
+}
 
 std::vector<Trigger> Possible(const dialect::Catalogue& catalogue) {
-  return schema::PossibleTriggers(catalogue, kSql);
+  return schema::PossibleTriggers(catalogue, Sql());
 }
 
 DefinedTrigger Defined(const Trigger& trigger) {
