@@ -66,10 +66,8 @@ std::optional<Participant> LoadParticipant(Connection& database, std::string_vie
 
   Participant participant{account->Name, friendlyName.value_or(account->Name), {}};
   participant.Calendars.push_back({participant.LoginName, participant.FriendlyName, true, true});
-  for (const Calendar& group : Ask(database, CalendarsNamed(groups))) {
-    if (group.IsGroup)
-      participant.Calendars.push_back({group.Name, group.FriendlyName, IsAmong(administered, group.Name)});
-  }
+  for (const Calendar& group : Ask(database, GroupsNamed(groups)))
+    participant.Calendars.push_back({group.Name, group.FriendlyName, IsAmong(administered, group.Name)});
   for (const GroupViewChoice& view : views)
     participant.Calendars.push_back({"@" + view.Name, view.FriendlyName});
   TakeSettings(settings, participant.Calendars);
