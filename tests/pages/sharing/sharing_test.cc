@@ -97,6 +97,9 @@ class SharingPage : public CalendarFixture {
 TEST_F(SharingPage, IsForUsersOfAPageThatShares) {
   EXPECT_TRUE(IsGoldenPage("sharing/sharing", Get().Body));
   EXPECT_TRUE(host_.LastAnswer().IsUncached);
+  host_.PathInfo = "";
+  EXPECT_NE(Get("p=p").Body.find("<A HREF=\"/cal.asp/sharing\""), std::string::npos);
+  host_.PathInfo = "/sharing";
   host_.IsOverHttps = false;
   EXPECT_NE(Get().Body.find("Devices can log in over HTTPS only."), std::string::npos);
   host_.SessionValues.clear();
