@@ -103,6 +103,30 @@ TEST_F(ChangeLog, NumbersChangesOnAfterItWasTrimmed) {
   EXPECT_EQ(Changes().size(), 1U);
 }
 
+TEST_F(ChangeLog, LeavesNothingBehindOfUsersAndGroups) {
+  for (const char* name : {"ann", "bob", "team"})
+    Write(Statement("INSERT INTO Calendars (Name) VALUES ('{}')", name));
+  for (const char* login : {"ANN", "bob"}) {
+    Write(Statement("INSERT INTO AppPasswords (Login) VALUES ('{}')", login));
+    for (const char* calendar : {"ann", "team", "@view"}) {
+      Write(Statement("INSERT INTO SecretLinks (Login, Calendar) VALUES ('{}', '{}')", login, calendar));
+      Write(Statement("INSERT INTO DeviceSettings (Login, Calendar) VALUES ('{}', '{}')", login, calendar));
+    }
+  }
+  const auto texts = [&](const StatementText& query, std::string_view column) {
+    return Column(*Open(), query, column);
+  };
+  Write(Statement("UPDATE Calendars SET FriendlyName = 'A', Name = 'eve' WHERE Name = 'ann'"));
+  Write(Statement("DELETE FROM Calendars WHERE Name = 'TEAM'"));
+  EXPECT_EQ(texts(Statement("SELECT Login FROM AppPasswords"), "Login"), (Texts{"eve", "bob"}));
+  EXPECT_EQ(texts(Statement("SELECT Login FROM SecretLinks"), "Login"), (Texts{"eve", "eve", "bob", "bob"}));
+  EXPECT_EQ(texts(Statement("SELECT Calendar FROM DeviceSettings"), "Calendar"),
+            (Texts{"eve", "@view", "eve", "@view"}));
+  Write(Statement("DELETE FROM Calendars WHERE Name = 'eve'"));
+  EXPECT_EQ(texts(Statement("SELECT Login FROM AppPasswords"), "Login"), Texts{"bob"});
+  EXPECT_EQ(texts(Statement("SELECT Calendar FROM SecretLinks"), "Calendar"), Texts{"@view"});
+}
+
 /// A change that is not committed yet may get a lower number than one that is.
 TEST_F(ChangeLog, HorizonStaysBelowWhatMayStillAppear) {
   if (place_.Kind() == testing::Engine::kSqlite) GTEST_SKIP() << "has one writer at a time";

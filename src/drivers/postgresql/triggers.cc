@@ -6,6 +6,7 @@
 #include <libpq-fe.h>
 
 #include "drivers/dialect/engine_sql.h"
+#include "drivers/postgresql/postgresql_sql.h"
 #include "drivers/postgresql/result_rows.h"
 #include "drivers/schema/triggers.h"
 
@@ -18,7 +19,12 @@ using schema::DefinedTrigger;
 using schema::Trigger;
 
 /// Changes are numbered by their transactions.
-constexpr schema::TriggerSql kSql{.NextMoment = "pg_current_xact_id()::text::bigint", .Exactly = ""};
+const schema::TriggerSql& Sql() {
+  static const PostgresqlSql kEngine;
+  static const schema::TriggerSql kSql{
+      .Engine = kEngine, .NextMoment = "pg_current_xact_id()::text::bigint", .Exactly = ""};
+  return kSql;
+}
 
 constexpr const char* kExisting =
     "SELECT t.tgname, f.prosrc FROM pg_trigger t JOIN pg_class c ON c.oid = t.tgrelid "
@@ -26,7 +32,7 @@ constexpr const char* kExisting =
     "WHERE c.relnamespace = to_regnamespace(quote_ident(current_schema())) AND NOT t.tgisinternal";
 
 std::vector<Trigger> Possible(const dialect::Catalogue& tables) {
-  return schema::PossibleTriggers(tables, kSql);
+  return schema::PossibleTriggers(tables, Sql());
 }
 
 /// What the trigger's function says; the rest follows from the name.
@@ -46,21 +52,32 @@ std::vector<DefinedTrigger> Existing(Link& link) {
   return existing;
 }
 
+std::vector<Trigger> Missing(Link& link, const dialect::Catalogue& tables) {
+  std::vector<Trigger> missing = Possible(tables);
+  if (missing.empty()) return {};
+  const std::vector<DefinedTrigger> existing = Existing(link);
+  std::erase_if(missing, [&existing](const Trigger& trigger) {
+    return std::find(existing.begin(), existing.end(), Defined(trigger)) != existing.end();
+  });
+  return missing;
+}
+
 }  // namespace
 
+std::vector<std::string> NamesOfMissingTriggers(Link& link, const dialect::Catalogue& tables) {
+  std::vector<std::string> names;
+  for (const Trigger& trigger : Missing(link, tables)) names.push_back(trigger.Name);
+  return names;
+}
+
 std::vector<std::string> CreationOfMissingTriggers(Link& link, const dialect::Catalogue& tables) {
-  const std::vector<Trigger> possible = Possible(tables);
-  if (possible.empty()) return {};
-  const std::vector<DefinedTrigger> existing = Existing(link);
   std::vector<std::string> statements;
-  for (const Trigger& trigger : possible) {
-    const DefinedTrigger defined = Defined(trigger);
-    if (std::find(existing.begin(), existing.end(), defined) != existing.end()) continue;
+  for (const Trigger& trigger : Missing(link, tables)) {
     const std::string name = Quoted(trigger.Name);
     // Whoever writes to the tables need not have them in their search path.
     statements.push_back(fmt::format(
         "CREATE OR REPLACE FUNCTION {}() RETURNS trigger LANGUAGE plpgsql SET search_path FROM CURRENT AS {}",
-        name, dialect::TextLiteral(defined.Definition)));
+        name, dialect::TextLiteral(Defined(trigger).Definition)));
     statements.push_back(
         fmt::format("CREATE OR REPLACE TRIGGER {0} AFTER {1} ON {2} FOR EACH ROW EXECUTE FUNCTION {0}()",
                     name, trigger.Change, Quoted(trigger.Table)));

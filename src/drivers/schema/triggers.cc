@@ -162,12 +162,52 @@ class TriggerWriter {
   const TriggerSql& sql_;
 };
 
+/// What belongs to a calendar by its name.
+struct Belonging {
+  std::string_view Table;
+  std::string_view Column;
+};
+constexpr std::array<Belonging, 5> kBelongings{{{"AppPasswords", "Login"},
+                                                {"SecretLinks", "Login"},
+                                                {"SecretLinks", "Calendar"},
+                                                {"DeviceSettings", "Login"},
+                                                {"DeviceSettings", "Calendar"}}};
+
+/// Renames or deletes what belongs to a renamed or deleted calendar.
+Trigger CalendarTrigger(const dialect::Catalogue& catalogue, const TriggerSql& sql, std::string_view change) {
+  constexpr auto kText = dialect::ColumnType::kText;
+  const bool isRenamed = change == "UPDATE";
+  const std::string calendars = catalogue.Find("Calendars")->Name;
+  Trigger trigger{"Orlune" + calendars + std::string(change), calendars, change, {}, {}, {}};
+  for (const auto& [name, column] : kBelongings) {
+    const std::string& table = catalogue.Find(name)->Name;
+    const std::string whose = " WHERE " + sql.Engine.Comparable(Quoted(column), kText) + " = " +
+                              sql.Engine.Comparable("OLD.\"Name\"", kText);
+    trigger.Statements.push_back(isRenamed ? "UPDATE " + Quoted(table) + " SET " + Quoted(column) +
+                                                 " = NEW.\"Name\"" + whose
+                                           : "DELETE FROM " + Quoted(table) + whose);
+    trigger.Written.push_back(table);
+  }
+  if (isRenamed)
+    trigger.Condition = "OLD.\"Name\"" + std::string(sql.Exactly) + " IS DISTINCT FROM NEW.\"Name\"";
+  return trigger;
+}
+
 bool HasColumns(const dialect::Table& table, std::span<const std::string_view> columns) {
   return std::all_of(columns.begin(), columns.end(),
                      [&table](std::string_view column) { return table.Find(column) != nullptr; });
 }
 
-bool HasAllTables(const dialect::Catalogue& catalogue) {
+bool HasTablesOfCalendars(const dialect::Catalogue& catalogue) {
+  const dialect::Table* calendars = catalogue.Find("Calendars");
+  return calendars != nullptr && calendars->Find("Name") != nullptr &&
+         std::all_of(kBelongings.begin(), kBelongings.end(), [&catalogue](const Belonging& belonging) {
+           const dialect::Table* table = catalogue.Find(belonging.Table);
+           return table != nullptr && table->Find(belonging.Column) != nullptr;
+         });
+}
+
+bool HasTablesOfLog(const dialect::Catalogue& catalogue) {
   for (const char* table : {"EventDays", "ObjectEvents", "CalendarChanges", "CalendarLogs"}) {
     if (catalogue.Find(table) == nullptr) return false;
   }
@@ -180,8 +220,13 @@ bool HasAllTables(const dialect::Catalogue& catalogue) {
 }  // namespace
 
 std::vector<Trigger> PossibleTriggers(const dialect::Catalogue& catalogue, const TriggerSql& sql) {
-  if (!HasAllTables(catalogue)) return {};
-  return TriggerWriter(catalogue, sql).Triggers();
+  std::vector<Trigger> triggers;
+  if (HasTablesOfLog(catalogue)) triggers = TriggerWriter(catalogue, sql).Triggers();
+  if (HasTablesOfCalendars(catalogue)) {
+    triggers.push_back(CalendarTrigger(catalogue, sql, "UPDATE"));
+    triggers.push_back(CalendarTrigger(catalogue, sql, "DELETE"));
+  }
+  return triggers;
 }
 
 }  // namespace orlune::schema

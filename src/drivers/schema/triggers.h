@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "drivers/dialect/catalogue.h"
+#include "drivers/dialect/engine_sql.h"
 
 namespace orlune::schema {
 
@@ -20,6 +21,7 @@ struct Trigger {
 
 /// What the engines write differently in a trigger.
 struct TriggerSql {
+  const dialect::EngineSql& Engine;
   std::string_view NextMoment;  ///< an expression: the number of a change that is made now
   std::string_view Exactly;     ///< after a text: compares it byte by byte
 };
@@ -32,8 +34,9 @@ struct DefinedTrigger {
   friend bool operator==(const DefinedTrigger&, const DefinedTrigger&) = default;
 };
 
-/// The triggers that log which objects of which calendar have changed, whoever changes them, and that remove
-/// what belongs to a deleted event. None unless all their tables are there, which are made when calendars are
+/// The triggers that log which objects of which calendar have changed, whoever changes them, that remove what
+/// belongs to a deleted event, and that let the app passwords, links and settings of devices follow the user
+/// or group that is renamed or deleted. None unless their tables are there, which are made when calendars are
 /// first shared.
 ///
 /// A change of the log has a number, `Moment`. Those of one resource that follow each other directly are one.

@@ -5,6 +5,7 @@
 #include "drivers/dialect/engine_sql.h"
 #include "drivers/schema/triggers.h"
 #include "drivers/sqlite/handles.h"
+#include "drivers/sqlite/sqlite_sql.h"
 
 namespace orlune::sqlite {
 
@@ -15,14 +16,19 @@ using schema::DefinedTrigger;
 using schema::Trigger;
 
 /// The one writer numbers its changes in their order, also when the log was trimmed.
-constexpr schema::TriggerSql kSql{
-    .NextMoment =
-        "1 + max(coalesce((SELECT max(\"Moment\") FROM \"CalendarChanges\"), 0), "
-        "coalesce((SELECT max(\"TrimmedTo\") FROM \"CalendarLogs\"), 0))",
-    .Exactly = " COLLATE BINARY"};
+const schema::TriggerSql& Sql() {
+  static const SqliteSql kEngine;
+  static const schema::TriggerSql kSql{
+      .Engine = kEngine,
+      .NextMoment =
+          "1 + max(coalesce((SELECT max(\"Moment\") FROM \"CalendarChanges\"), 0), "
+          "coalesce((SELECT max(\"TrimmedTo\") FROM \"CalendarLogs\"), 0))",
+      .Exactly = " COLLATE BINARY"};
+  return kSql;
+}
 
 std::vector<Trigger> Possible(const dialect::Catalogue& catalogue) {
-  return schema::PossibleTriggers(catalogue, kSql);
+  return schema::PossibleTriggers(catalogue, Sql());
 }
 
 DefinedTrigger Defined(const Trigger& trigger) {
@@ -44,6 +50,13 @@ std::vector<DefinedTrigger> Existing(sqlite3* database) {
 
 bool Has(const std::vector<DefinedTrigger>& triggers, const DefinedTrigger& trigger) {
   return std::find(triggers.begin(), triggers.end(), trigger) != triggers.end();
+}
+
+std::vector<Trigger> Missing(sqlite3* database, const dialect::Catalogue& catalogue) {
+  const std::vector<DefinedTrigger> existing = Existing(database);
+  std::vector<Trigger> missing = Possible(catalogue);
+  std::erase_if(missing, [&](const Trigger& trigger) { return Has(existing, Defined(trigger)); });
+  return missing;
 }
 
 void Drop(sqlite3* database, const Trigger& trigger) {
@@ -75,13 +88,16 @@ std::vector<std::string> Triggers::WithWritten(std::vector<std::string> tables) 
   return all;
 }
 
+std::vector<std::string> NamesOfMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue) {
+  std::vector<std::string> names;
+  for (const Trigger& trigger : Missing(database, catalogue)) names.push_back(trigger.Name);
+  return names;
+}
+
 void CreateMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue) {
-  const std::vector<DefinedTrigger> existing = Existing(database);
-  for (const Trigger& trigger : Possible(catalogue)) {
-    const DefinedTrigger defined = Defined(trigger);
-    if (Has(existing, defined)) continue;
+  for (const Trigger& trigger : Missing(database, catalogue)) {
     Drop(database, trigger);
-    Run(database, defined.Definition.c_str());
+    Run(database, Defined(trigger).Definition.c_str());
   }
 }
 
