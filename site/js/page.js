@@ -23,8 +23,11 @@ export const onLogout = (listener) => user && sessionLink.addEventListener('clic
 /** The query of an address of this page. */
 export const queryOf = (address) => new URL(address, location.href).searchParams;
 
-/** The address below this page where the server answers the script. */
-export const companion = (name) => `${location.pathname.replace(/\/$/, '')}/${name}`;
+/** The path of the calendar's pages, also on one that has an address below it. */
+const pagePath = sessionLink?.pathname ?? location.pathname;
+
+/** The address below the page where the server answers the script. */
+export const companion = (name) => `${pagePath.replace(/\/$/, '')}/${name}`;
 
 /** The link of the toolbar to `p`, without an action. */
 export const linkTo = (p) =>
@@ -46,7 +49,7 @@ export function make(name, properties = {}, ...children) {
 /** Posts `fields`, pairs of names and values, to this page. */
 export function post(query, fields) {
   const inputs = fields.map(([name, value]) => make('input', { type: 'hidden', name, value }));
-  const sending = make('form', { method: 'post', action: `${location.pathname}?${query}`, hidden: '' }, ...inputs);
+  const sending = make('form', { method: 'post', action: `${pagePath}?${query}`, hidden: '' }, ...inputs);
   document.body.append(sending);
   sending.submit();
 }

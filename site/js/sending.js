@@ -1,7 +1,7 @@
 // Tells the other parts when the page's form is sent, by its buttons' inline code or by the browser. While one sending
 // is under way the next is ignored: a button that is pressed twice saves once.
 
-import { form } from './page.js';
+import { content, form } from './page.js';
 
 // Then the sending has failed or was stopped.
 const kMilliseconds = 10_000;
@@ -24,8 +24,13 @@ function letGo() {
   isUnderWay = false;
 }
 
+const beginOrStop = (event) => begin(event.target.action) || event.preventDefault();
+
 export function watchForm() {
   window.addEventListener('pageshow', letGo);
+  // A page with several forms has no name for them.
+  for (const other of content?.querySelectorAll('form[method=post]:not([name])') ?? [])
+    other.addEventListener('submit', beginOrStop);
   if (!form) return;
   const action = form.getAttribute('action');
   // The buttons of the page set the action and call submit().

@@ -33,6 +33,7 @@ constexpr PageProperty kProperties[] = {
     {"Strict", kSwitch<&Orlune::Strict>, "false", "close what strangers must not be trusted with"},
     {"AllowNoPassword", kSwitch<&Orlune::AllowNoPassword>, "true",
      "accounts without a password accept any password"},
+    {"Sharing", kSwitch<&Orlune::Sharing>, "false", "exchange events with devices and other calendars"},
     {"Language", kName<&Orlune::Language>, "English", "the language pack"},
     {"HTMLHeader", kText<&Orlune::HTMLHeader>, "\"\"", "HTML before the page's body", true},
     {"HTMLFooter", kText<&Orlune::HTMLFooter>, "\"\"", "HTML after the page's body", true},

@@ -66,6 +66,12 @@ std::string DecodePercent(std::string_view text) {
   return decoded;
 }
 
+std::string EncodePercent(std::string_view text) {
+  std::string encoded;
+  AppendFormText(encoded, text);
+  return encoded;
+}
+
 std::optional<std::string> DecodePath(std::string_view path) {
   for (std::size_t i = path.find('%'); i != std::string_view::npos; i = path.find('%', i + 1)) {
     if (!IsEscape(path.substr(i))) return std::nullopt;

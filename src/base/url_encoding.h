@@ -10,6 +10,8 @@ namespace orlune {
 
 /// Decodes "%" and two hexadecimal digits as a byte; any other "%" is literal.
 std::string DecodePercent(std::string_view text);
+/// The inverse: letters, digits, "-", "_" and "." stay, every other byte is escaped.
+std::string EncodePercent(std::string_view text);
 /// Percent-decodes the path of a URL; nothing when an escape is malformed.
 std::optional<std::string> DecodePath(std::string_view path);
 

@@ -1,8 +1,7 @@
 #include "component/orlune.h"
 
-#include <array>
-
 #include "base/dates.h"
+#include "exchange/file_import.h"
 #include "pages/admin/admin_page.h"
 #include "pages/calendar/calendar_page.h"
 #include "pages/calendar/date_picker.h"
@@ -13,17 +12,19 @@
 #include "pages/messages/messages_page.h"
 #include "pages/preferences/preferences_page.h"
 #include "pages/script/script_texts.h"
+#include "pages/sharing/sharing_page.h"
 #include "request/texts.h"
 #include "request/visitor_loading.h"
 #include "store/schema_upgrade.h"
 #include "store/sessions_table.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {
 
 constexpr std::string_view kTexts = "/texts";
 constexpr std::string_view kHours = "/hours";
-constexpr std::array kCompanions{kTexts, kHours};
+constexpr std::string_view kSharing = "/sharing";
 
 constexpr std::chrono::hours kTextsLifetime{1};
 
@@ -47,6 +48,17 @@ void ShowPage(std::string_view page, Visit& visit) {
   if (page == "m") ShowMessagesPage(visit);
   if (page == "p") ShowPreferencesOrGroupViews(visit);
   if (page == "s") ShowDatePicker(visit);
+}
+
+void ShowRequestedPage(Visit& visit) {
+  const std::string_view page = visit.Request.QueryParameter("p");
+  ShowPage(page.empty() ? "c" : page, visit);
+}
+
+/// A link of the page at `page`, such as "css/", as one that is the same on every page.
+std::string AbsoluteLink(std::string_view page, std::string link) {
+  if (link.starts_with('/') || link.find(':') != std::string::npos) return link;
+  return std::string(page.substr(0, page.rfind('/') + 1)) + link;
 }
 
 }  // namespace
@@ -115,6 +127,10 @@ void Orlune::AllowNoPassword(bool allow) {
   hosting_.AllowNoPassword = allow;
 }
 
+void Orlune::Sharing(bool share) {
+  hosting_.Sharing = share;
+}
+
 void Orlune::Language(std::string_view name) {
   usesBrowserLanguage_ = name == "auto";
   if (!usesBrowserLanguage_)
@@ -135,8 +151,10 @@ std::string Orlune::GetSessionData(std::string_view strKey) const {
   return Session().Get(strKey);
 }
 
-std::span<const std::string_view> Orlune::Companions() {
-  return kCompanions;
+std::vector<Companion> Orlune::Companions(bool isSharing) {
+  std::vector<Companion> companions{{kTexts}, {kHours}};
+  if (isSharing) companions.push_back({kSharing, true, kMostFileBytes});
+  return companions;
 }
 
 void Orlune::OnStartPage(const ScriptingContext& passedScriptingContext) {
@@ -172,15 +190,17 @@ void Orlune::Execute() {
     return;
   }
   UpgradeSchema(*database);
+  if (hosting_.Sharing) CreateSharingTables(*database);
   SessionValues session = Session();
   if (companion.empty()) return Answer(*database, session);
+  if (companion == kSharing) return AnswerSharing(*database, session);
   AnswerHiddenHours(*database, session);
 }
 
 void Orlune::Answer(Connection& database, SessionValues& session) {
   const bool isLoggedIn = hosting_.LoginName.empty() || !session.Get("Login").empty();
   if (isLoggedIn && context_.Request->QueryParameter("p") != "l") {
-    AnswerLoggedIn(database, session);
+    AnswerLoggedIn(database, session, ShowRequestedPage);
   } else {
     AnswerLogin(database, session);
   }
@@ -204,7 +224,19 @@ void Orlune::AnswerHiddenHours(Connection& database, SessionValues& session) {
   TellHiddenHours(visit);
 }
 
-void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
+/// Its address is another than that of the hosting page, whose links may be relative.
+void Orlune::AnswerSharing(Connection& database, SessionValues& session) {
+  const bool isOffered =
+      hosting_.Sharing && surroundings_.CalendarTexts != nullptr && surroundings_.Secrets != nullptr;
+  if (!isOffered) return context_.Response->SetStatus(404);
+  if (session.Get("Login").empty()) return context_.Response->Redirect(hosting_.ScriptName);
+  hosting_.ImageDir = AbsoluteLink(hosting_.ScriptName, std::move(hosting_.ImageDir));
+  hosting_.CssDir = AbsoluteLink(hosting_.ScriptName, std::move(hosting_.CssDir));
+  AnswerLoggedIn(database, session, ShowSharingPage);
+}
+
+void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session,
+                            const std::function<void(Visit&)>& show) {
   View view = Navigate(hosting_, *context_.Request, surroundings_, session);
   const std::string invalidDate = view.InvalidDate;
   const LoadedVisitor loaded =
@@ -218,8 +250,7 @@ void Orlune::AnswerLoggedIn(Connection& database, SessionValues& session) {
   const PageContext context = ContextFor(loaded.Visitor);
   Visit visit = VisitFor(context, database, session);
   if (!invalidDate.empty()) AddAlert(visit, Text::kInvalidDate, {invalidDate});
-  const std::string_view page = context_.Request->QueryParameter("p");
-  ShowPage(page.empty() ? "c" : page, visit);
+  show(visit);
 }
 
 void Orlune::AnswerLogin(Connection& database, SessionValues& session) {
@@ -248,7 +279,9 @@ Visit Orlune::VisitFor(const PageContext& context, Connection& database, Session
           session,
           surroundings_.Clock,
           surroundings_.Passwords,
-          surroundings_.Logins};
+          surroundings_.Logins,
+          surroundings_.CalendarTexts,
+          surroundings_.Secrets};
 }
 
 // Copies of the cookie that somebody else may have are worth nothing after a logout.

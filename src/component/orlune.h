@@ -1,8 +1,9 @@
 #pragma once
 
-#include <span>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/page_host.h"
 #include "platform/surroundings.h"
@@ -17,9 +18,9 @@ class Orlune {
  public:
   explicit Orlune(const Surroundings& surroundings);
 
-  /// What may follow the hosting page's address, such as "/texts": there it answers its script, in JSON and
-  /// without changing the session.
-  static std::span<const std::string_view> Companions();
+  /// Where else a hosting page answers: its script, in JSON and without changing the session, and with the
+  /// property `Sharing` those who exchange events.
+  static std::vector<Companion> Companions(bool isSharing);
 
   /// Sets the request to answer. Must be called before `Execute`.
   void OnStartPage(const ScriptingContext& passedScriptingContext);
@@ -52,6 +53,8 @@ class Orlune {
   void Strict(bool strict);
   /// Without it an account that has no password cannot log in.
   void AllowNoPassword(bool allow);
+  /// Exchanges events with other calendars: devices, subscriptions and files.
+  void Sharing(bool share);
   /// Chooses the language pack "OLOR_" + `name` + ".Localise"; English stays when there is none. "auto"
   /// chooses for each request what its browser prefers, for the names of months and weekdays, too.
   void Language(std::string_view name);
@@ -63,7 +66,8 @@ class Orlune {
  private:
   void Answer(Connection& database, SessionValues& session);
   void AnswerHiddenHours(Connection& database, SessionValues& session);
-  void AnswerLoggedIn(Connection& database, SessionValues& session);
+  void AnswerLoggedIn(Connection& database, SessionValues& session, const std::function<void(Visit&)>& show);
+  void AnswerSharing(Connection& database, SessionValues& session);
   void AnswerLogin(Connection& database, SessionValues& session);
   void EndSealedLogin(Connection& database, const SessionValues& session) const;
   Visit VisitFor(const PageContext& context, Connection& database, SessionValues& session) const;

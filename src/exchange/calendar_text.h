@@ -83,6 +83,7 @@ struct PropertyFilter {
   bool IsNotDefined = false;
   std::optional<std::string> Text{};  ///< which its value contains, ignoring ASCII case
   bool IsNegated = false;             ///< which it does not contain
+  bool HeedsCase = false;             ///< the text is compared byte by byte
 };
 
 /// iCalendar text (RFC 5545): written of the rows, read into rows. Times of rows are civil times of the

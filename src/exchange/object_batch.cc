@@ -6,6 +6,7 @@
 #include "base/lists.h"
 #include "exchange/row_text.h"
 #include "store/calendar_objects.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 
 namespace orlune {
@@ -81,6 +82,7 @@ class Batch {
     for (Entry& entry : entries_) StoreObject(entry);
     if (newObjects_ > 0) NumberObjects(Ask(database_, ObjectIdsAbove(highestObject)));
     for (const Entry& entry : entries_) Tie(entry);
+    for (const Entry& entry : entries_) DeleteGoneRows(entry);
   }
 
  private:
@@ -121,16 +123,8 @@ class Batch {
     }
   }
 
-  /// Changes the rows that are there, adds new ones, and deletes those that the client does not have any
-  /// more.
+  /// Changes the rows that are there, and adds new ones.
   void ChangeRows(Entry& entry) {
-    std::vector<std::string> gone;
-    if (entry.Change.Existing != nullptr) {
-      for (const ObjectEvent& row : entry.Change.Existing->Object.Events) {
-        if (FindPlace(entry.Rows, row.Place) == nullptr) gone.push_back(std::to_string(row.Event.EventID));
-      }
-    }
-    if (!gone.empty()) DeleteEvents(database_, JoinList(gone), owners_);
     for (const ObjectEvent& row : entry.Rows) {
       const bool isNew = row.Event.EventID == 0;
       entry.IsNewRow.push_back(isNew);
@@ -139,6 +133,17 @@ class Batch {
       if (!isNew && HasOtherDays(entry, row))
         ReplaceEventDays(database_, tools_.Regional, row.Event.EventID, row.Days);
     }
+  }
+
+  /// Deletes the rows that the client does not have any more. Not before others are tied to the object: it
+  /// goes with its last event.
+  void DeleteGoneRows(const Entry& entry) {
+    if (entry.Change.Existing == nullptr) return;
+    std::vector<std::string> gone;
+    for (const ObjectEvent& row : entry.Change.Existing->Object.Events) {
+      if (FindPlace(entry.Rows, row.Place) == nullptr) gone.push_back(std::to_string(row.Event.EventID));
+    }
+    if (!gone.empty()) DeleteEvents(database_, JoinList(gone), owners_);
   }
 
   static bool HasOtherDays(const Entry& entry, const ObjectEvent& row) {

@@ -12,6 +12,7 @@
 #include "exchange/shared_objects.h"
 #include "model/occurrence_dates.h"
 #include "store/calendar_objects.h"
+#include "store/event_days.h"
 #include "store/sharing_tables.h"
 
 namespace orlune {
@@ -112,10 +113,7 @@ class ObjectMaker {
   std::vector<SharedObject> Make(Rows rows) {
     for (const ObjectMember& member : rows.Members) members_.emplace(member.EventId, member);
     for (StoredObject& object : rows.Objects) stored_.emplace(object.Id, std::move(object));
-    for (const EventDay& day : rows.Days) {
-      EventDays& days = days_[day.EventId];
-      (day.IsListed ? days.Listed : days.LeftOut).push_back(day.Day);
-    }
+    days_ = DaysByEvent(rows.Days);
     for (OL_Event& event : rows.Events) Add(std::move(event));
     for (SharedObject& made : objects_) Finish(made);
     std::erase_if(objects_, [](const SharedObject& made) { return made.Object.Events.empty(); });
@@ -224,7 +222,7 @@ class ObjectMaker {
   const std::string databaseName_;
   std::unordered_map<int, ObjectMember> members_;
   std::unordered_map<int, StoredObject> stored_;
-  std::unordered_map<int, EventDays> days_;
+  DaysOfEvents days_;
   std::map<std::pair<int, std::string>, std::size_t> placeOf_;
   std::unordered_set<std::string> usedNames_;
   std::unordered_set<std::string> usedUids_;

@@ -7,25 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include "base/regional_settings.h"
 #include "base/week.h"
 #include "exchange/calendar_object.h"
-#include "exchange/calendar_text.h"
+#include "exchange/exchange_tools.h"
 #include "exchange/participant.h"
 #include "platform/database.h"
-#include "platform/secrets.h"
 
 namespace orlune {
-
-/// What the exchange needs of its surroundings, which outlives it.
-struct ExchangeTools {
-  const CalendarText& Texts;
-  const orlune::Secrets& Secrets;
-  const RegionalSettings& Regional;
-  Date Today;
-  std::string PrivateTitle;  ///< what others read of a private event, in the page's language
-  std::string Untitled;      ///< the title of an event that comes without one
-};
 
 /// One object that a client may read, ready to be written as text: of other people's private events only the
 /// time is left.

@@ -13,13 +13,14 @@
 
 namespace orlune {
 
-/// A request. Path and query are still encoded; the form is decoded, valid UTF-8.
+/// A request. Path and query are still encoded; the form is decoded, valid UTF-8 but for its files.
 struct RequestMessage {
   std::string Method;
   std::string Path;
   std::string Query;
   NamedTexts Headers;  ///< those of `kReadHeaders` and `kForwardingHeaders`
   NamedTexts Form;
+  std::string Body{};      ///< as it was sent, of a request for a branch of a page
   IpAddress Peer = {};     ///< the sender, or the last proxy before this server
   bool IsOverTls = false;  ///< on its way from the peer
 };
@@ -38,6 +39,11 @@ inline constexpr const char* kReadHeaders[] = {
     "If-Modified-Since",
     "Accept-Encoding",
     "Accept-Language",
+    "Authorization",
+    "Depth",
+    "If-Match",
+    "Prefer",
+    "Brief",
 };
 
 /// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.

@@ -7,13 +7,15 @@
 namespace orlune {
 
 HttpRequest::HttpRequest(const RequestMessage& message, std::string_view pagePath, const CookieSealer& sealer,
-                         Date today, std::string senderAddress)
+                         Date today, const Sender& sender)
     : message_(message),
       pagePath_(pagePath),
       sealer_(sealer),
       today_(today),
-      senderAddress_(std::move(senderAddress)),
+      senderAddress_(sender.Address.Text()),
       queryString_(RepairUtf8(message.Query)),
+      isOverHttps_(sender.IsOverHttps),
+      host_(RepairUtf8(std::string(message.Headers.Find("Host")))),
       userAgent_(RepairUtf8(std::string(message.Headers.Find("User-Agent")))),
       acceptLanguage_(RepairUtf8(std::string(message.Headers.Find("Accept-Language")))),
       query_(DecodeQuery(message.Query)) {}
@@ -25,6 +27,8 @@ std::string_view HttpRequest::CookieValue(std::string_view cookie, std::string_v
 std::string_view HttpRequest::ServerVariable(std::string_view name) const {
   if (name == "HTTP_USER_AGENT") return userAgent_;
   if (name == "HTTP_ACCEPT_LANGUAGE") return acceptLanguage_;
+  if (name == "HTTP_HOST") return host_;
+  if (name == "HTTPS") return isOverHttps_ ? "on" : "";
   if (name == "SCRIPT_NAME") return pagePath_;
   if (name == "PATH_INFO") return std::string_view(message_.Path).substr(pagePath_.size());
   if (name == "REMOTE_ADDR") return senderAddress_;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "http/http_message.h"
+#include "http/trusted_proxies.h"
 #include "platform/page_host.h"
 #include "sessions/cookie_sealer.h"
 
@@ -15,7 +16,7 @@ class HttpRequest : public Request {
  public:
   /// The arguments outlive the request. Cookies that have expired on `today` read as absent.
   HttpRequest(const RequestMessage& message, std::string_view pagePath, const CookieSealer& sealer,
-              Date today, std::string senderAddress);
+              Date today, const Sender& sender);
 
   std::string_view QueryParameter(std::string_view name) const override { return query_.Find(name); }
   std::string_view QueryString() const override { return queryString_; }
@@ -37,6 +38,8 @@ class HttpRequest : public Request {
   Date today_;
   std::string senderAddress_;
   std::string queryString_;
+  bool isOverHttps_;
+  std::string host_;
   std::string userAgent_;
   std::string acceptLanguage_;
   NamedTexts query_;

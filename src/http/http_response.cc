@@ -4,6 +4,21 @@
 #include "http/http_date.h"
 
 namespace orlune {
+namespace {
+
+/// A file to be stored (RFC 6266): its name, and for old browsers one of plain characters (appendix D).
+std::string Disposition(std::string_view fileName) {
+  std::string plain(fileName);
+  for (char& c : plain) {
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+                         c == '.' || c == '-' || c == '_';
+    if (!isPlain) c = '_';
+  }
+  return "attachment; filename=\"" + plain + "\"; filename*=UTF-8''" + EncodePercent(fileName);
+}
+
+}  // namespace
+
 HttpResponse::HttpResponse(const HttpRequest& request, std::string_view pagePath, const CookieSealer& sealer,
                            DateTime now, bool isSecure)
     : request_(request), pagePath_(pagePath), sealer_(sealer), now_(now), isSecure_(isSecure) {}
@@ -44,6 +59,7 @@ ReplyMessage HttpResponse::Finish() {
 ReplyMessage HttpResponse::PageReply() {
   ReplyMessage reply{status_, {{"Content-Type", contentType_}}, std::move(page_)};
   if (!language_.empty()) reply.Headers.emplace_back("Content-Language", language_);
+  if (!downloadName_.empty()) reply.Headers.emplace_back("Content-Disposition", Disposition(downloadName_));
   if (lifetime_ > std::chrono::minutes(0)) {
     reply.Headers.emplace_back("Cache-Control",
                                "private, max-age=" + std::to_string(std::chrono::seconds(lifetime_).count()));

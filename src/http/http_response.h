@@ -24,6 +24,7 @@ class HttpResponse : public Response {
   void SetStatus(unsigned status) override { status_ = status; }
   void SetRetryAfter(std::chrono::seconds delay) override { retryAfter_ = delay; }
   void SetContentType(std::string_view type) override { contentType_ = type; }
+  void SetDownload(std::string_view fileName) override { downloadName_ = fileName; }
   void SetLanguage(std::string_view tag) override { language_ = tag; }
   void SetExpires(std::chrono::minutes lifetime) override { lifetime_ = lifetime; }
   void Write(std::string text) override;
@@ -56,6 +57,7 @@ class HttpResponse : public Response {
   unsigned status_ = 200;
   std::chrono::seconds retryAfter_{0};
   std::string contentType_ = "text/html; charset=utf-8";
+  std::string downloadName_;
   std::string language_;
   std::chrono::minutes lifetime_{0};
   std::string page_;

@@ -1,10 +1,12 @@
 #include "model/occurrence_dates.h"
 
-#include "model/repetition_rule.h"
+#include <algorithm>
+#include <utility>
+
+#include "model/occurrence_rule.h"
 
 namespace orlune {
 
-using std::chrono::days;
 using std::chrono::year_month_day;
 using std::chrono::years;
 
@@ -21,17 +23,28 @@ Date InMonthOf(Date begin, Date date) {
 
 }  // namespace
 
-std::vector<Date> OccurrenceDates(const OL_Event& event, const Week& week, std::size_t most) {
-  if (event.Type == Repetition::kNone) return {event.BeginDate};
-
-  const RepetitionRule rule(event, week);
+std::vector<Date> OccurrenceDates(const OL_Event& event, const Week& week, std::size_t most,
+                                  const EventDays& days) {
+  const OccurrenceRule rule(event, days, week);
+  const Date last = event.Type == Repetition::kNone ? event.BeginDate : event.EndDate;
   std::vector<Date> dates;
-  for (Date date = event.BeginDate; date <= event.EndDate && dates.size() < most; date += days{1}) {
+  for (Date date = event.BeginDate; date <= last && dates.size() < most; date += std::chrono::days{1}) {
     if (event.Type == Repetition::kYearly) date = InMonthOf(event.BeginDate, date);
-    if (date > event.EndDate) break;
-    if (event.Type == Repetition::kDaily || rule.OccursOn(date)) dates.push_back(date);
+    if (date > last) break;
+    if (rule.OccursOn(date)) dates.push_back(date);
   }
   return dates;
+}
+
+EventDays RemainingDays(const OL_Event& event, const Week& week, EventDays days) {
+  if (event.Type == Repetition::kNone) return {};
+  EventDays ofKind;
+  if (event.Type == Repetition::kListed) ofKind.Listed = std::move(days.Listed);
+  const OccurrenceRule rule(event, ofKind, week);
+  std::vector<Date> leftOut = std::move(days.LeftOut);
+  std::erase_if(
+      leftOut, [&](Date day) { return day < event.BeginDate || day > event.EndDate || !rule.OccursOn(day); });
+  return {std::move(ofKind.Listed), std::move(leftOut)};
 }
 
 }  // namespace orlune

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/week.h"
+#include "model/event_days.h"
 #include "model/group_view.h"
 #include "model/ol_event.h"
 
@@ -27,14 +28,15 @@ class OL_Events {
   ~OL_Events() = default;
 
   /// Replaces the occurrences by those of `events` from `first` to `last`, both inclusive. `group` has the
-  /// members of the viewed group view.
+  /// members of the viewed group view, `days` those of the period.
   void GetEventsForPeriod(std::vector<OL_Event> events, const GroupViewMembers& group, const Week& week,
-                          Date first, Date last);
+                          Date first, Date last, const DaysOfEvents& days = {});
   /// The occurrences of one day, in the order of the events; empty for a day outside the period.
   std::span<const Occurrence> GetEventsForDay(Date date) const;
 
  private:
-  void AddOccurrences(const OL_Event& event, std::size_t member, const Week& week, Date last);
+  void AddOccurrences(const OL_Event& event, const EventDays& days, std::size_t member, const Week& week,
+                      Date last);
 
   std::vector<OL_Event> events_;
   Date first_;

@@ -96,6 +96,11 @@ class Connection {
   /// it stay and those after it are not executed. Throws DatabaseError.
   virtual void ExecuteInOrder(std::span<const StatementText> statements) = 0;
 
+  /// Of the state that is read: a change of the change log that it does not show and whose number is lower
+  /// will never be there; its transaction was rolled back. For an engine whose changes are numbered in the
+  /// order of their commits it is the highest number. Throws DatabaseError.
+  virtual std::int64_t ChangeHorizon() { return std::numeric_limits<std::int64_t>::max(); }
+
   /// Begins a transaction: all statements until `Commit` take effect together or, after `Rollback`, not at
   /// all; from its first query on it is the only writer. Throws DatabaseError, as a later statement may do in
   /// its place; not nested.
@@ -103,10 +108,6 @@ class Connection {
   /// The transaction is durable on return. Throws DatabaseError, and the transaction is then rolled back.
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
-
-  /// The moments of the log of changes below it cannot come up any more: every change that has one of them
-  /// has been committed or rolled back in the state that this connection reads. Throws DatabaseError.
-  virtual std::int64_t ChangeHorizon() { return std::numeric_limits<std::int64_t>::max(); }
 };
 
 /// Opens databases. Thread-safe.

@@ -10,6 +10,9 @@
 
 namespace orlune {
 
+class CalendarText;
+class Secrets;
+
 /// The component's dependencies on its environment. Shared by all requests, which they must outlive.
 struct Surroundings {
   const orlune::Clock& Clock;
@@ -19,6 +22,9 @@ struct Surroundings {
   LocaliserFactory& Localisers;
   orlune::Passwords& Passwords;
   LoginGuard& Logins;
+  // Both are null where no page has `Sharing`.
+  const CalendarText* CalendarTexts = nullptr;
+  orlune::Secrets* Secrets = nullptr;
 };
 
 }  // namespace orlune

@@ -27,6 +27,7 @@ struct HostingPage {
   bool NoOLORLink = false;
   bool DemoMode = false;
   bool Strict = false;          ///< for the open net: closes what colleagues may be trusted with
+  bool Sharing = false;         ///< exchanges events with other calendars
   bool AllowNoPassword = true;  ///< an account without a password accepts any
   std::string HeadData;
   std::string HTMLHeader;

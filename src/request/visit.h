@@ -21,6 +21,8 @@ struct Visit {
   const orlune::Clock& Clock;
   orlune::Passwords& Passwords;
   LoginGuard& Logins;
+  const CalendarText* CalendarTexts = nullptr;  ///< null, as `Secrets`, without `Sharing`
+  orlune::Secrets* Secrets = nullptr;
   std::string Alerts{};  ///< error texts, shown in one alert box
 };
 

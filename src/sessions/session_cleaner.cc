@@ -1,25 +1,12 @@
 #include "sessions/session_cleaner.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <exception>
-#include <mutex>
-#include <random>
 #include <utility>
 
 #include "base/log_text.h"
 
 namespace orlune {
-namespace {
-
-// Random, so that several servers of a database do not clean it at the same moment.
-std::chrono::milliseconds RandomPause(std::chrono::milliseconds mean) {
-  std::random_device randomness;
-  std::uniform_int_distribution<std::chrono::milliseconds::rep> pause(mean.count() / 2, mean.count() * 3 / 2);
-  return std::chrono::milliseconds(pause(randomness));
-}
-
-}  // namespace
 
 SessionCleaner::SessionCleaner(std::vector<SessionDatabase> databases, spdlog::logger& log,
                                CleaningRules rules, TimeSource now)
@@ -30,15 +17,7 @@ SessionCleaner::SessionCleaner(std::vector<SessionDatabase> databases, spdlog::l
 }
 
 void SessionCleaner::Start() {
-  thread_ = std::jthread([this](const std::stop_token& stop) {
-    std::mutex mutex;
-    std::condition_variable_any wakeUp;
-    std::unique_lock lock(mutex);
-    while (!stop.stop_requested()) {
-      wakeUp.wait_for(lock, stop, RandomPause(rules_.Pause), [] { return false; });
-      if (!stop.stop_requested()) CleanUp();
-    }
-  });
+  task_.emplace(rules_.Pause, [this] { CleanUp(); });
 }
 
 void SessionCleaner::CleanUp() {

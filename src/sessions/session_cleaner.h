@@ -3,17 +3,18 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <thread>
+#include <optional>
 #include <vector>
 
 #include <spdlog/logger.h>
 
+#include "base/repeated_task.h"
 #include "sessions/session_table.h"
 
 namespace orlune {
 
 struct CleaningRules {
-  std::chrono::seconds Pause = std::chrono::minutes(5);  ///< mean time between two rounds, +-50 % at random
+  std::chrono::seconds Pause = std::chrono::minutes(5);  ///< mean time between two rounds
   std::int64_t MaxSessions = 250'000;  ///< of users, in one database; a quarter of it of others
 };
 
@@ -40,7 +41,7 @@ class SessionCleaner {
   spdlog::logger& log_;
   CleaningRules rules_;
   TimeSource now_;
-  std::jthread thread_;
+  std::optional<RepeatedTask> task_;
 };
 
 }  // namespace orlune

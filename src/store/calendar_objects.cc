@@ -8,8 +8,6 @@
 namespace orlune {
 namespace {
 
-constexpr std::string_view kListed = "listed";
-
 template <class Row>
 using Reader = Row (*)(const ResultSet& row);
 
@@ -50,19 +48,6 @@ std::vector<ObjectMember> ReadMembers(ResultSet& rows) {
   return members;
 }
 
-std::vector<EventDay> ReadDays(ResultSet& rows) {
-  const int event = rows.Column("EventID");
-  const int day = rows.Column("EventDay");
-  const int role = rows.Column("Role");
-  std::vector<EventDay> days;
-  while (rows.Next()) {
-    const auto date = DateOf(rows.Get(day));
-    if (date)
-      days.push_back({NumberOf(rows.Get(event)).value_or(0), *date, TextOf(rows.Get(role)) == kListed});
-  }
-  return days;
-}
-
 Query<int> Highest(Statement statement, std::string_view column) {
   return {std::move(statement),
           [column](ResultSet& rows) { return rows.Next() ? NumberIn(rows, column) : 0; }};
@@ -85,14 +70,6 @@ std::vector<ColumnValue> KeptColumns(const RegionalSettings& regional, const Sto
                                              : SqlValue(std::nullopt)}};
 }
 
-void AddDays(Connection& database, const RegionalSettings& regional, int eventId, std::span<const Date> days,
-             std::string_view role) {
-  for (const Date day : days) {
-    database.Execute(Statement("INSERT INTO EventDays (EventID, EventDay, Role) VALUES ({}, '{}', '{}')",
-                               eventId, FormatShortDate(regional, day), role));
-  }
-}
-
 }  // namespace
 
 Query<std::vector<OL_Event>> EventsOfCalendars(std::span<const std::string> owners) {
@@ -108,15 +85,6 @@ Query<std::vector<ObjectMember>> MembersInCalendars(std::span<const std::string>
                 "INNER JOIN Events ON ObjectEvents.EventID = Events.EventID WHERE (Owner IN ({}))",
                 QuotedList(owners)),
       ReadMembers};
-}
-
-Query<std::vector<EventDay>> EventDaysOfCalendars(std::span<const std::string> owners) {
-  if (owners.empty()) return {};
-  return {Statement("SELECT EventDays.EventID, EventDays.EventDay, EventDays.Role FROM EventDays "
-                    "INNER JOIN Events ON EventDays.EventID = Events.EventID WHERE (Owner IN ({})) "
-                    "ORDER BY EventDay",
-                    QuotedList(owners)),
-          ReadDays};
 }
 
 Query<std::vector<StoredObject>> ObjectsWithIds(std::string_view ids) {
@@ -136,12 +104,6 @@ Query<std::vector<ObjectMember>> MembershipsOfEvents(std::string_view ids) {
 
 Query<std::vector<OL_Event>> EventsWithIds(std::string_view ids) {
   return {Statement("SELECT * FROM Events WHERE (EventID IN ({})) ORDER BY EventID", ids), ReadEvents};
-}
-
-Query<std::vector<EventDay>> EventDaysOf(std::string_view ids) {
-  return {Statement("SELECT EventID, EventDay, Role FROM EventDays WHERE (EventID IN ({})) ORDER BY EventDay",
-                    ids),
-          ReadDays};
 }
 
 Query<std::vector<StoredObject>> ObjectsNamed(std::span<const std::string> names) {
@@ -194,18 +156,6 @@ void ChangeObject(Connection& database, const RegionalSettings& regional, const 
 void AddObjectMember(Connection& database, const ObjectMember& member) {
   database.Execute(Statement("INSERT INTO ObjectEvents (ObjectID, EventID, Place) VALUES ({}, {}, {})",
                              member.ObjectId, member.EventId, member.Place));
-}
-
-void ReplaceEventDays(Connection& database, const RegionalSettings& regional, int eventId,
-                      const EventDays& days) {
-  database.Execute(Statement("DELETE FROM EventDays WHERE (EventID = {})", eventId));
-  AddEventDays(database, regional, eventId, days);
-}
-
-void AddEventDays(Connection& database, const RegionalSettings& regional, int eventId,
-                  const EventDays& days) {
-  AddDays(database, regional, eventId, days.Listed, kListed);
-  AddDays(database, regional, eventId, days.LeftOut, "left out");
 }
 
 }  // namespace orlune

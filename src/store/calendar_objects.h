@@ -7,14 +7,13 @@
 #include <vector>
 
 #include "base/regional_settings.h"
-#include "model/event_days.h"
 #include "model/ol_event.h"
 #include "platform/database.h"
 #include "store/query.h"
 
 namespace orlune {
 
-// The tables CalendarObjects, ObjectEvents and EventDays: what clients have sent, and the events that it
+// The tables CalendarObjects and ObjectEvents: what clients have sent, and the events that it
 // became. Functions that write throw DatabaseError.
 
 /// A row of CalendarObjects.
@@ -32,23 +31,15 @@ struct ObjectMember {
   int EventId;
   int Place;
 };
-/// A row of EventDays.
-struct EventDay {
-  int EventId;
-  Date Day;
-  bool IsListed;  ///< else it is left out
-};
 
 Query<std::vector<OL_Event>> EventsOfCalendars(std::span<const std::string> owners);
 Query<std::vector<ObjectMember>> MembersInCalendars(std::span<const std::string> owners);
-Query<std::vector<EventDay>> EventDaysOfCalendars(std::span<const std::string> owners);
 
 /// The same of some objects and events; `ids` are joined with ", ".
 Query<std::vector<StoredObject>> ObjectsWithIds(std::string_view ids);
 Query<std::vector<ObjectMember>> MembersOfObjects(std::string_view ids);
 Query<std::vector<ObjectMember>> MembershipsOfEvents(std::string_view ids);
 Query<std::vector<OL_Event>> EventsWithIds(std::string_view ids);
-Query<std::vector<EventDay>> EventDaysOf(std::string_view ids);
 
 /// Their names and UIDs are compared ignoring case.
 Query<std::vector<StoredObject>> ObjectsNamed(std::span<const std::string> names);
@@ -68,9 +59,5 @@ void AddObject(Connection& database, const RegionalSettings& regional, const Sto
 /// Replaces what the object keeps; its name stays.
 void ChangeObject(Connection& database, const RegionalSettings& regional, const StoredObject& object);
 void AddObjectMember(Connection& database, const ObjectMember& member);
-/// Replaces the days of the event.
-void ReplaceEventDays(Connection& database, const RegionalSettings& regional, int eventId,
-                      const EventDays& days);
-void AddEventDays(Connection& database, const RegionalSettings& regional, int eventId, const EventDays& days);
 
 }  // namespace orlune

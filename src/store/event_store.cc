@@ -38,7 +38,7 @@ std::vector<ColumnValue> StoredColumns(const RegionalSettings& regional, const O
     columns.push_back({"RepeatWeekday", SqlText(event.RepeatWeekday)});
     columns.push_back(
         {"RepeatFrequency", SqlText(event.RepeatFrequency ? StoredText(*event.RepeatFrequency) : "")});
-  } else if (event.Type != Repetition::kDaily) {
+  } else if (event.Type == Repetition::kMonthly || event.Type == Repetition::kYearly) {
     columns.push_back({"RepeatDay", SqlText(event.RepeatDay)});
     columns.push_back({"RepeatWeekends", SqlText(StoredText(event.RepeatWeekends))});
   }

@@ -29,6 +29,7 @@ bool YesNoOf(const Value& value) {
   return As<bool>(value).value_or(false);
 }
 std::optional<Date> DateOf(const Value& value) {
+  if (const auto* moment = std::get_if<DateTime>(&value)) return moment->Day;
   return As<Date>(value);
 }
 std::optional<TimeOfDay> TimeOf(const Value& value) {

@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include "drivers/database_fixture.h"
+#include "store/sharing_tables.h"
 #include "drivers/spliced.h"
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/file_history.h"
@@ -130,6 +131,20 @@ TEST_F(KeptResults, ServeUntilTheirTableIsChanged) {
     EXPECT_EQ(after.Names, change.Names) << change.Name;
     EXPECT_EQ(after.Place == before.Place, change.IsKept) << change.Name;
   }
+}
+
+TEST_F(KeptResults, ServeUntilATriggerOfOursWritesToTheirTable) {
+  const auto connection = Open();
+  connection->Execute(Statement("ALTER TABLE Events ADD COLUMN EventType TEXT (50)"));
+  CreateSharingTables(*connection);
+  const auto changes = [&] {
+    return Column(*Open(), Statement("SELECT Calendar FROM CalendarChanges"), "Calendar");
+  };
+  EXPECT_EQ(changes(), Texts{});
+  const Shown before = Show(*Open());
+  Write(Statement("INSERT INTO Events (EventID, Owner) VALUES (7, 'ann')"));
+  EXPECT_EQ(changes(), Texts{"ann"});
+  EXPECT_EQ(Show(*Open()).Place, before.Place);
 }
 
 TEST_F(KeptResults, FollowTheTables) {

@@ -14,6 +14,7 @@ struct Answer {
   std::string Body;
   std::string RedirectedTo;
   std::string ContentType;
+  std::string DownloadedAs;
   std::string Language;
   unsigned Status = 200;
   std::chrono::seconds RetryAfter{0};
@@ -37,6 +38,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   std::string CookiePath;
   std::string UserAgent = "Test";
   std::string PathInfo;
+  bool IsOverHttps = true;
   std::filesystem::path SiteFolder;
 
   std::string_view QueryParameter(std::string_view name) const override { return Find(query_, name); }
@@ -49,6 +51,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   void SetStatus(unsigned status) override { answer_.Status = status; }
   void SetRetryAfter(std::chrono::seconds delay) override { answer_.RetryAfter = delay; }
   void SetContentType(std::string_view type) override { answer_.ContentType = type; }
+  void SetDownload(std::string_view fileName) override { answer_.DownloadedAs = fileName; }
   void SetLanguage(std::string_view tag) override { answer_.Language = tag; }
   void SetExpires(std::chrono::minutes lifetime) override { answer_.IsUncached = lifetime.count() == 0; }
   void Write(std::string text) override { answer_.Body += text; }

@@ -66,6 +66,17 @@ void PostgresqlConnection::ExecuteInOrder(std::span<const StatementText> stateme
   Commit();
 }
 
+std::int64_t PostgresqlConnection::ChangeHorizon() {
+  try {
+    return Current().ChangeHorizon();
+  } catch (const DatabaseError&) {
+    if (!isUnused_ || Current().IsAlive()) throw;
+    lease_.Reconnect();
+    prefetched_.clear();
+    return Current().ChangeHorizon();
+  }
+}
+
 void PostgresqlConnection::Begin() {
   if (Current().IsInTransaction()) throw DatabaseError("a transaction is open already");
   if (access_ == Access::kRead) throw WriteRefused();

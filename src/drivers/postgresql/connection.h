@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -25,6 +26,7 @@ class PostgresqlConnection : public Connection {
   void Execute(const StatementText& statement) override;
   bool TryExecute(const StatementText& statement) override;
   void ExecuteInOrder(std::span<const StatementText> statements) override;
+  std::int64_t ChangeHorizon() override;
   void Begin() override;
   void Commit() override;
   void Rollback() noexcept override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -96,6 +97,18 @@ void Database::AskForSnapshot() {
   reading_.Snapshot = link_.RunPrepared(snapshotName_, {});
 }
 
+/// A snapshot's text begins with the lowest number of a transaction that is running.
+std::int64_t Database::ChangeHorizon() {
+  EnsureReading();
+  const bool isKnown = state_ == State::kReading && reading_.Snapshot;
+  const ReplyPtr reply = isKnown ? reading_.Snapshot : link_.Run("SELECT pg_current_snapshot()");
+  Require(*reply);
+  const std::string_view snapshot = FieldText(reply->Result, 0, 0);
+  std::int64_t oldest = 0;
+  std::from_chars(snapshot.data(), snapshot.data() + snapshot.size(), oldest);
+  return oldest;
+}
+
 /// The number of the state that is read; 0 when its replies must not be kept.
 std::uint64_t Database::ReadState() {
   if (reading_.State) return *reading_.State;
@@ -136,6 +149,7 @@ void Database::Keep(const StatementText& query, std::shared_ptr<const CachedStat
 void Database::BeginTransaction() {
   EndReading();
   hasWritten_ = true;
+  hasChangedTables_ = false;
   unconfirmed_.clear();
   for (const char* command : {kBeginWriting, kBecomeOnlyWriter})
     unconfirmed_.push_back({link_.Run(command), ""});
@@ -150,6 +164,7 @@ void Database::Commit() {
     RequireCommitted(*commit);
     state_ = State::kIdle;
     kept_.Forget();
+    if (hasChangedTables_) SetUpChangedTables();
   } catch (const DatabaseError&) {
     Rollback();
     throw;
@@ -237,6 +252,7 @@ void Database::RunAlone(CachedStatement& translated, const StatementText& statem
   link_.Require(*reply);
   RequireCommitted(*commit);
   kept_.Forget();
+  if (changesSchema) SetUpChangedTables();
 }
 
 void Database::RunInTransaction(CachedStatement& translated, const StatementText& statement) {
@@ -262,8 +278,15 @@ void Database::RunWithSavepoint(CachedStatement& translated, const StatementText
 }
 
 void Database::TellSchemaChange() {
+  hasChangedTables_ = true;
   unconfirmed_.push_back({link_.Run(kTellOthers), ""});
   ForgetTables();
+}
+
+/// At once, for what is written to them next.
+void Database::SetUpChangedTables() {
+  ForgetTables();
+  ReadTables();
 }
 
 void Database::ForgetTables() {

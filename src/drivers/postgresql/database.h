@@ -22,8 +22,8 @@ namespace orlune::postgresql {
 /// by one thread at a time.
 class Database {
  public:
-  /// Connects, and makes indexes that are missing. `regional` and `kept` have to outlive the database. Throws
-  /// DatabaseError.
+  /// Connects, and makes indexes and triggers that are missing. `regional` and `kept` have to outlive the
+  /// database. Throws DatabaseError.
   Database(const std::string& address, const PostgresqlOptions& options, const RegionalSettings& regional,
            KeptReplies& kept);
 
@@ -45,6 +45,8 @@ class Database {
   bool Reads(const KeptReply& kept);
   /// Keeps a reply of the state that is read.
   void Keep(const StatementText& query, std::shared_ptr<const CachedStatement> translated, ReplyPtr reply);
+  /// See `Connection::ChangeHorizon`.
+  std::int64_t ChangeHorizon();
   /// Begins a transaction, as the only one that writes.
   void BeginTransaction();
   bool IsInTransaction() const { return state_ == State::kTransaction; }
@@ -77,6 +79,7 @@ class Database {
   void AskForSnapshot();
   std::uint64_t ReadState();
   void TellSchemaChange();
+  void SetUpChangedTables();
   void ForgetTables();
   void ReadTables();
   std::string NewName();
@@ -100,8 +103,9 @@ class Database {
   dialect::Catalogue tables_;
   std::shared_ptr<const std::string> source_;
   bool knowsTables_ = false;
-  bool hasReadTables_ = false;  // for the current request
-  bool hasWritten_ = false;     // in the current request: what it reads is soon replaced, and not kept
+  bool hasReadTables_ = false;     // for the current request
+  bool hasChangedTables_ = false;  // in the current transaction
+  bool hasWritten_ = false;        // in the current request: what it reads is soon replaced, and not kept
   StatementCache cache_;
   /// A command of the transaction whose reply has not been looked at.
   struct Unconfirmed {

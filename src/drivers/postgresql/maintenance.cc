@@ -12,6 +12,7 @@
 #include "drivers/postgresql/result_rows.h"
 #include "drivers/postgresql/schema_reader.h"
 #include "drivers/postgresql/schema_setup.h"
+#include "drivers/postgresql/triggers.h"
 #include "drivers/schema/indexes.h"
 #include "drivers/schema/moment_text.h"
 #include "drivers/schema/table_names.h"
@@ -138,6 +139,10 @@ std::vector<std::string> Maintenance::MissingIndexes() {
   return names;
 }
 
+std::vector<std::string> Maintenance::MissingTriggers() {
+  return NamesOfMissingTriggers(link_, Tables());
+}
+
 std::vector<std::string> Maintenance::Damages() {
   std::vector<std::string> damages = AskAll(
       "SELECT 'the index ' || c.relname || ' is not valid' FROM pg_class c JOIN pg_index i ON i.indexrelid = "
@@ -219,8 +224,9 @@ std::optional<std::string> Maintenance::UnfinishedCopySource() {
 }
 
 void Maintenance::MarkUnfinishedCopy(const std::string& source) {
-  std::vector<std::string> statements;
-  for (const schema::Index* index : schema::PossibleIndexes(Tables()))
+  const dialect::Catalogue tables = Tables();
+  std::vector<std::string> statements = RemovalOfTriggers(tables);
+  for (const schema::Index* index : schema::PossibleIndexes(tables))
     statements.push_back("DROP INDEX IF EXISTS " + Quoted(index->Name));
   statements.push_back("CREATE TABLE " + Quoted(kUnfinishedCopy) + " (\"Source\" text)");
   statements.push_back("INSERT INTO " + Quoted(kUnfinishedCopy) + " VALUES (" + TextLiteral(source) + ")");
@@ -230,7 +236,7 @@ void Maintenance::MarkUnfinishedCopy(const std::string& source) {
 
 void Maintenance::MarkCopyComplete() {
   const Schema schema = ReadSchema(link_);
-  std::vector<std::string> statements = MissingParts(schema);
+  std::vector<std::string> statements = MissingParts(link_, schema);
   statements.push_back("DROP TABLE IF EXISTS " + Quoted(kUnfinishedCopy));
   statements.emplace_back(kTellOthers);
   RunAsOnlyWriter(link_, statements);

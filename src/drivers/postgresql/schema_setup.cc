@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -10,6 +11,7 @@
 #include "drivers/postgresql/case_folding_function.h"
 #include "drivers/postgresql/postgresql_sql.h"
 #include "drivers/postgresql/schema_reader.h"
+#include "drivers/postgresql/triggers.h"
 #include "drivers/schema/database_maintenance.h"
 #include "drivers/schema/indexes.h"
 #include "platform/database.h"
@@ -32,11 +34,13 @@ void RequireCompleteCopy(const dialect::Catalogue& tables) {
 
 }  // namespace
 
-std::vector<std::string> MissingParts(const Schema& schema) {
+std::vector<std::string> MissingParts(Link& link, const Schema& schema) {
   std::vector<std::string> statements;
   if (!schema.CanCompareTexts) statements.push_back(CreateCaseFoldingFunction());
   for (const schema::Index* index : schema::MissingIndexes(schema.Tables, schema.Indexes))
     statements.push_back(schema::CreationOf(*index, *schema.Tables.Find(index->Table), PostgresqlSql()));
+  for (std::string& statement : CreationOfMissingTriggers(link, schema.Tables))
+    statements.push_back(std::move(statement));
   return statements;
 }
 
@@ -68,7 +72,7 @@ Schema SetUpSchema(Link& link) {
     throw DatabaseError("not an Orlune database: table Calendars is missing; \"orlune init\" creates it");
   }
   RequireCompleteCopy(schema.Tables);
-  const std::vector<std::string> missing = MissingParts(schema);
+  const std::vector<std::string> missing = MissingParts(link, schema);
   if (missing.empty() || !schema.IsWritable) return schema;
   try {
     RunAsOnlyWriter(link, missing);

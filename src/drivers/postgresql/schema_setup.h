@@ -24,11 +24,12 @@ constexpr const char* kTellOthers = "NOTIFY orlune_schema";
 /// hold a calendar.
 void Configure(Link& link, const PostgresqlOptions& options);
 
-/// The statements that create the missing indexes, and the function that they need.
-std::vector<std::string> MissingParts(const Schema& schema);
+/// The statements that create the missing indexes and triggers, and the function that they need. Throws
+/// DatabaseError.
+std::vector<std::string> MissingParts(Link& link, const Schema& schema);
 
-/// Reads the tables of a calendar, and creates missing indexes unless the database is read-only. Throws
-/// DatabaseError when it is not a calendar's.
+/// Reads the tables of a calendar, and creates missing indexes and triggers unless the database is read-only.
+/// Throws DatabaseError when it is not a calendar's.
 Schema SetUpSchema(Link& link);
 
 /// Runs `statements` in one transaction as the only writer; all or none. Throws DatabaseError.

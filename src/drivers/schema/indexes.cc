@@ -29,6 +29,18 @@ const std::vector<Index>& Indexes() {
       {"SessionsKey", "Sessions", {"SessionKey"}},
       {"SessionsExpiry", "Sessions", {"Expires"}},
       {"SessionsLogin", "Sessions", {"Login", "Expires"}},
+      {"EventDaysEvent", "EventDays", {"EventID", "EventDay"}},
+      {"ObjectEventsEvent", "ObjectEvents", {"EventID"}},
+      {"ObjectEventsObject", "ObjectEvents", {"ObjectID"}},
+      {"CalendarObjectsName", "CalendarObjects", {"ResourceName"}},
+      {"CalendarObjectsUid", "CalendarObjects", {"UID"}},
+      {"CalendarChangesMoment", "CalendarChanges", {"Moment"}},
+      {"CalendarChangesCalendar", "CalendarChanges", {"Calendar", "Moment"}},
+      {"AppPasswordsLogin", "AppPasswords", {"Login"}},
+      {"AppPasswordsDigest", "AppPasswords", {"Digest"}},
+      {"SecretLinksLogin", "SecretLinks", {"Login"}},
+      {"SecretLinksDigest", "SecretLinks", {"Digest"}},
+      {"DeviceSettingsLogin", "DeviceSettings", {"Login"}},
   };
   return kIndexes;
 }

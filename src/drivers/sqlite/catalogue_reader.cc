@@ -25,9 +25,4 @@ dialect::Catalogue ReadCatalogue(sqlite3* database) {
   return catalogue;
 }
 
-bool HasTriggers(sqlite3* database) {
-  const auto trigger = Prepare(database, "SELECT 1 FROM sqlite_schema WHERE type = 'trigger'");
-  return Step(trigger.get());
-}
-
 }  // namespace orlune::sqlite

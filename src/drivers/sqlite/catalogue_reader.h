@@ -9,7 +9,4 @@ namespace orlune::sqlite {
 /// The tables of a database. Throws DatabaseError.
 dialect::Catalogue ReadCatalogue(sqlite3* database);
 
-/// Whether changing one table may change another one. Throws DatabaseError.
-bool HasTriggers(sqlite3* database);
-
 }  // namespace orlune::sqlite

@@ -59,7 +59,8 @@ void Database::EnsureReading() {
     if (!knownVersion_) RefreshTables();
     return;
   }
-  if (BeginReading() && !HasAllIndexes(handle_.get(), catalogue_)) CreateMissingIndexes();
+  if (!BeginReading()) return;
+  if (!HasAllIndexes(handle_.get(), catalogue_) || !triggers_.AreComplete()) CreateMissingParts();
 }
 
 /// Returns whether the tables changed. The state is known when the header is the same before and after the
@@ -162,8 +163,13 @@ std::shared_ptr<CachedStatement> Database::Translated(const StatementText& state
   if (auto known = statements_.Find(key_)) return known;
   auto translated = std::make_shared<CachedStatement>();
   translated->Translation = dialect::Translate(dialect::Parse(statement), catalogue_, SqliteSql(), regional_);
+  const std::vector<std::string>& named = translated->Translation.Tables;
   const bool isQuery = !translated->Translation.Columns.empty();
-  if (isQuery || !hasTriggers_) translated->Tables = cache_.History.SetOf(translated->Translation.Tables);
+  if (isQuery) {
+    translated->Tables = cache_.History.SetOf(named);
+  } else if (!triggers_.HasOthers()) {
+    translated->Tables = cache_.History.SetOf(triggers_.WithWritten(named));
+  }
   if (translated->Translation.ChangesSchema) translated->Tables = kAllTables;
   statements_.Add(key_, translated);
   return translated;
@@ -192,8 +198,11 @@ RunningStatement Database::Start(const std::shared_ptr<CachedStatement>& transla
 void Database::Execute(const std::shared_ptr<CachedStatement>& translated, const StatementText& statement) {
   const RunningStatement running = Start(translated, statement);
   written_ |= translated->Tables;
-  if (translated->Translation.ChangesSchema) ForgetTables();
+  const bool changesSchema = translated->Translation.ChangesSchema;
+  if (changesSchema) ForgetTables();
   Run(running.Handle());
+  // Nobody sees tables before they are watched.
+  if (changesSchema) CreateMissingTriggers(handle_.get(), ReadCatalogue(handle_.get()));
 }
 
 std::shared_ptr<const RowBlock> Database::FindKept(const StatementText& query) {
@@ -220,7 +229,7 @@ bool Database::RefreshTables() {
   if (knownVersion_ == version) return false;
   ForgetTables();
   catalogue_ = ReadCatalogue(handle_.get());
-  hasTriggers_ = HasTriggers(handle_.get());
+  triggers_ = Triggers(handle_.get(), catalogue_);
   knownVersion_ = version;
   return true;
 }
@@ -237,10 +246,10 @@ std::int64_t Database::DataVersion() {
 }
 
 /// A read-only file is read without them.
-void Database::CreateMissingIndexes() {
+void Database::CreateMissingParts() {
   EndReading();
   try {
-    sqlite::CreateMissingIndexes(handle_.get(), catalogue_);
+    sqlite::CreateMissingParts(handle_.get(), catalogue_);
   } catch (const DatabaseError&) {
     ForgetTables();
   }

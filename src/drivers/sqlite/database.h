@@ -13,6 +13,7 @@
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/row_block.h"
 #include "drivers/sqlite/running_statement.h"
+#include "drivers/sqlite/triggers.h"
 #include "drivers/sqlite/wal_index.h"
 #include "platform/database.h"
 
@@ -28,7 +29,7 @@ class Database {
            const RegionalSettings& regional, FileCache& cache);
 
   /// Starts to read from one state of the file, unless reading or in a transaction. Creates missing indexes
-  /// unless the file is read-only. Throws DatabaseError.
+  /// and triggers unless the file is read-only. Throws DatabaseError.
   void EnsureReading();
   void EndReading();
 
@@ -77,7 +78,7 @@ class Database {
   std::int64_t DataVersion();
   void NoteCommit() noexcept;
   bool KnowsState() const { return state_ == State::kReading && fileState_; }
-  void CreateMissingIndexes();
+  void CreateMissingParts();
 
   const RegionalSettings& regional_;
   FileCache& cache_;
@@ -94,7 +95,7 @@ class Database {
   std::optional<std::int64_t> knownVersion_;
   dialect::Catalogue catalogue_;
   StatementCache statements_;
-  bool hasTriggers_ = false;
+  Triggers triggers_;
 
   std::optional<WalHeader> header_;  // of the state that is read, or from which the transaction began
   std::shared_ptr<const FileState> fileState_;  // that is read; null when it is not known

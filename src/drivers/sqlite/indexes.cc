@@ -6,6 +6,7 @@
 #include "drivers/schema/indexes.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/sqlite_sql.h"
+#include "drivers/sqlite/triggers.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
@@ -31,12 +32,13 @@ std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const dialect:
   return names;
 }
 
-void CreateMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
+void CreateMissingParts(sqlite3* database, const dialect::Catalogue& catalogue) {
   Run(database, "BEGIN IMMEDIATE");
   try {
     for (const schema::Index* index : Missing(database, catalogue)) {
       Run(database, schema::CreationOf(*index, *catalogue.Find(index->Table), SqliteSql()).c_str());
     }
+    CreateMissingTriggers(database, catalogue);
     Run(database, "COMMIT");
   } catch (const DatabaseError&) {
     Run(database, "ROLLBACK");
@@ -44,10 +46,11 @@ void CreateMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue
   }
 }
 
-void DropIndexes(sqlite3* database, const dialect::Catalogue& catalogue) {
+void DropParts(sqlite3* database, const dialect::Catalogue& catalogue) {
   for (const schema::Index* index : schema::PossibleIndexes(catalogue)) {
     Run(database, ("DROP INDEX IF EXISTS " + dialect::Quoted(index->Name)).c_str());
   }
+  DropTriggers(database, catalogue);
 }
 
 }  // namespace orlune::sqlite

@@ -15,10 +15,12 @@ bool HasAllIndexes(sqlite3* database, const dialect::Catalogue& catalogue);
 /// Throws DatabaseError.
 std::vector<std::string> NamesOfMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue);
 
-/// Creates the missing indexes in one transaction. Throws DatabaseError, as for a read-only file.
-void CreateMissingIndexes(sqlite3* database, const dialect::Catalogue& catalogue);
+/// Creates the missing indexes and triggers in one transaction. Throws DatabaseError, as for a read-only
+/// file.
+void CreateMissingParts(sqlite3* database, const dialect::Catalogue& catalogue);
 
-/// Drops all indexes, so that many rows are written quickly. Throws DatabaseError.
-void DropIndexes(sqlite3* database, const dialect::Catalogue& catalogue);
+/// Drops all indexes and triggers, so that many rows are written quickly, and as they are. Throws
+/// DatabaseError.
+void DropParts(sqlite3* database, const dialect::Catalogue& catalogue);
 
 }  // namespace orlune::sqlite

@@ -12,6 +12,7 @@
 #include "drivers/schema/table_names.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/indexes.h"
+#include "drivers/sqlite/triggers.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
@@ -105,6 +106,10 @@ std::vector<std::string> Maintenance::MissingIndexes() {
   return NamesOfMissingIndexes(database_.get(), Tables());
 }
 
+std::vector<std::string> Maintenance::MissingTriggers() {
+  return NamesOfMissingTriggers(database_.get(), Tables());
+}
+
 std::vector<std::string> Maintenance::Damages() {
   std::vector<std::string> damages;
   const auto row = Prepare(database_.get(), "PRAGMA integrity_check");
@@ -183,14 +188,14 @@ std::optional<std::string> Maintenance::UnfinishedCopySource() {
 
 void Maintenance::MarkUnfinishedCopy(const std::string& source) {
   WriteTransaction transaction(database_.get());
-  DropIndexes(database_.get(), Tables());
+  DropParts(database_.get(), Tables());
   Run("CREATE TABLE " + Quoted(kUnfinishedCopy) + " (Source MEMO TEXT)", {});
   Run("INSERT INTO " + Quoted(kUnfinishedCopy) + " (Source) VALUES (?)", std::array<StoredField, 1>{source});
   transaction.Commit();
 }
 
 void Maintenance::MarkCopyComplete() {
-  CreateMissingIndexes(database_.get(), Tables());
+  CreateMissingParts(database_.get(), Tables());
   Run("DROP TABLE IF EXISTS " + Quoted(kUnfinishedCopy), {});
 }
 

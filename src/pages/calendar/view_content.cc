@@ -1,10 +1,13 @@
 #include "pages/calendar/view_content.h"
 
 #include <optional>
+#include <span>
+#include <tuple>
 
 #include "base/week.h"
 #include "pages/calendar/navigation_bar.h"
 #include "store/calendars.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 #include "store/group_views.h"
 #include "store/messages.h"
@@ -18,12 +21,22 @@ Query<std::optional<std::string>> CalendarNameQuery(const PageContext& context) 
   return IsGroupView(viewed) ? GroupViewTitle(viewed.substr(1)) : FriendlyNameOf(viewed);
 }
 
-/// The events of the calendars `viewed`, and of the groups that they belong to.
-Query<std::vector<OL_Event>> EventsQuery(const PageContext& context, std::vector<std::string> viewed,
-                                         Period period) {
+/// The calendars `viewed`, and the groups that the visitor belongs to.
+std::vector<std::string> SourcesOf(const PageContext& context, std::vector<std::string> viewed) {
   const std::vector<std::string>& groups = context.Visitor.MemberOfGroups;
   viewed.insert(viewed.end(), groups.begin(), groups.end());
-  return EventsOfPeriod(context.Regional, "", viewed, period.First, period.Last);
+  return viewed;
+}
+
+Query<std::vector<OL_Event>> EventsQuery(const PageContext& context, std::span<const std::string> sources,
+                                         Period period) {
+  return EventsOfPeriod(context.Regional, "", sources, period.First, period.Last);
+}
+
+Query<DaysOfEvents> DaysQuery(const PageContext& context, std::span<const std::string> sources,
+                              Period period) {
+  if (!context.Hosting.Sharing) return {};
+  return EventDaysOfPeriod(context.Regional, sources, period.First, period.Last);
 }
 
 }  // namespace
@@ -34,13 +47,20 @@ ViewContent LoadView(Connection& database, const PageContext& context, ViewMode 
   const Period period = ShownPeriod(visitor.CurrentDate, mode, week);
   const bool isGroupView = IsGroupView(visitor.CalName);
 
-  auto [name, unreadMessages, groupViews, calendars, group, events] =
+  const std::vector<std::string> own = SourcesOf(context, {visitor.CalName});
+
+  auto [name, unreadMessages, groupViews, calendars, group, events, days] =
       Ask(database, CalendarNameQuery(context),
           HasMessageButton(context) ? UnreadMessageCount(visitor.LoginName) : Query<int>(),
           GroupViewsVisibleTo(visitor.LoginName), CalendarsVisibleTo(visitor.LoginName),
           isGroupView ? MembersOf(visitor.CalName.substr(1)) : Query<GroupViewMembers>(),
-          isGroupView ? Query<std::vector<OL_Event>>() : EventsQuery(context, {visitor.CalName}, period));
-  if (isGroupView) events = Ask(database, EventsQuery(context, group.Calendars, period));
+          isGroupView ? Query<std::vector<OL_Event>>() : EventsQuery(context, own, period),
+          isGroupView ? Query<DaysOfEvents>() : DaysQuery(context, own, period));
+  if (isGroupView) {
+    const std::vector<std::string> members = SourcesOf(context, group.Calendars);
+    std::tie(events, days) =
+        Ask(database, EventsQuery(context, members, period), DaysQuery(context, members, period));
+  }
   std::erase_if(events, [&](const OL_Event& event) { return !visitor.Sees(event); });
 
   ViewContent content{context.Hosting.ShowTitle ? std::move(name).value_or(visitor.CalName) : "",
@@ -49,7 +69,7 @@ ViewContent LoadView(Connection& database, const PageContext& context, ViewMode 
                       std::move(calendars),
                       std::move(group),
                       {}};
-  content.Events.GetEventsForPeriod(std::move(events), content.Group, week, period.First, period.Last);
+  content.Events.GetEventsForPeriod(std::move(events), content.Group, week, period.First, period.Last, days);
   return content;
 }
 

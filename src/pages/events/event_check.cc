@@ -17,7 +17,8 @@ void ReadDates(Visit& visit, const EventDraft& draft, OL_Event& event) {
   const auto end = ParseDate(regional, draft.EndDate);
   if (!end) return AddAlert(visit, Text::kInvalidEndDate);
   event.EndDate = *end;
-  if (*end <= *begin) AddAlert(visit, Text::kEndBeforeStart);
+  const bool mayBeOneDay = event.Type == Repetition::kListed;
+  if (*end <= *begin && !mayBeOneDay) AddAlert(visit, Text::kEndBeforeStart);
 }
 
 void ReadTimes(Visit& visit, const EventDraft& draft, OL_Event& event) {

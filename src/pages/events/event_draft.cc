@@ -8,7 +8,8 @@
 
 namespace orlune {
 
-EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& stored) {
+EventDraft PostedDraft(const PageContext& context, const Request& request,
+                       const std::optional<OL_Event>& stored) {
   const auto field = [&](std::string_view name) { return std::string(request.FormField(name)); };
   EventDraft draft;
   draft.IsTyped = true;
@@ -16,10 +17,12 @@ EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& st
   if (stored) {
     event.EventID = stored->EventID;
     event.SuggID = stored->SuggID;
+    draft.HasListedDays = stored->Type == Repetition::kListed;
   }
   event.EventName = field("title");
   event.Comments = field("addinfo");
   event.Type = RepetitionOf(request.FormField("reptype")).value_or(Repetition::kNone);
+  if (event.Type == Repetition::kListed && !draft.HasListedDays) event.Type = Repetition::kNone;
   event.Owner = field("calendar");
   event.Private = field("private") == "on";
   event.RepeatWeekday = field("repweekday");
@@ -29,8 +32,9 @@ EventDraft PostedDraft(const Request& request, const std::optional<OL_Event>& st
   event.SuggestState =
       SuggestionStateOf(request.FormField("suggstate")).value_or(SuggestionState::kUndecided);
   event.EventType = ReplaceAll(field("type"), "'", "&#39;");
-  draft.BeginDate = field("date1");
-  draft.EndDate = field("date2");
+  const bool keepsDates = event.Type == Repetition::kListed;
+  draft.BeginDate = keepsDates ? FormatShortDate(context.Regional, stored->BeginDate) : field("date1");
+  draft.EndDate = keepsDates ? FormatShortDate(context.Regional, stored->EndDate) : field("date2");
   draft.BeginTime = field("time1");
   draft.EndTime = field("time2");
   return draft;
@@ -44,6 +48,7 @@ EventDraft StoredDraft(const PageContext& context, const OL_Event& stored) {
   EventDraft draft{
       .Event = stored,
       .IsTyped = false,
+      .HasListedDays = stored.Type == Repetition::kListed,
       .BeginDate = FormatShortDate(regional, stored.BeginDate),
       .EndDate = stored.Type == Repetition::kNone ? "" : FormatShortDate(regional, stored.EndDate),
       .BeginTime = timeText(stored.BeginTime),

@@ -59,22 +59,33 @@ Html TitleRow(const PageContext& context, const EventDraft& draft) {
 }
 
 /// Selecting another kind submits the form; the server returns it with the rows of that kind.
-Html KindRow(const PageContext& context, const OL_Event& event, bool isSending) {
+Html KindRow(const PageContext& context, const EventDraft& draft, bool isSending) {
   Html list("<SELECT NAME=\"reptype\" ID=\"reptype\" onChange=\"javascript:");
   if (isSending)
     list.Add("document.acForm.action='{}?p=e&act=sendform';", ScriptAttribute(context.Hosting.ScriptName));
   list.Add("document.acForm.submit();\">");
   for (const auto& [kind, label] : kRepetitionKinds)
-    list.Add(Choice(context, StoredText(kind), label, kind == event.Type));
+    list.Add(Choice(context, StoredText(kind), label, kind == draft.Event.Type));
+  if (draft.HasListedDays) {
+    list.Add(Choice(context, StoredText(Repetition::kListed), Text::kRepeatsOnListedDays,
+                    draft.Event.Type == Repetition::kListed));
+  }
   return FieldRow(context, Text::kEventRepeat, "reptype", list.Add("</SELECT>"));
 }
 
+/// The dates of listed days say themselves which they are.
+Html DateField(const PageContext& context, const EventDraft& draft, int number, std::string_view date) {
+  const bool isFixed = draft.Event.Type == Repetition::kListed;
+  return isFixed ? FixedDateInput(context, number, date) : DateInput(context, number, date);
+}
+
 Html BeginRow(const PageContext& context, const EventDraft& draft) {
-  return FieldRow(context, Text::kEventDate, "date1",
-                  Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{}-{}</SPAN>",
-                       DateInput(context, 1, draft.BeginDate), Attribute(LoadText(context, Text::kEventTime)),
-                       TimeSelect(context, "time1", ParseTime(draft.BeginTime), 15, true),
-                       TimeSelect(context, "time2", ParseTime(draft.EndTime), 15, true)));
+  return FieldRow(
+      context, Text::kEventDate, "date1",
+      Html("{}<SPAN ROLE=group ARIA-LABEL=\"{}\">{}-{}</SPAN>", DateField(context, draft, 1, draft.BeginDate),
+           Attribute(LoadText(context, Text::kEventTime)),
+           TimeSelect(context, "time1", ParseTime(draft.BeginTime), 15, true),
+           TimeSelect(context, "time2", ParseTime(draft.EndTime), 15, true)));
 }
 
 Html TypeRow(const PageContext& context, const OL_Event& event) {
@@ -171,10 +182,10 @@ Html WriteEventForm(const PageContext& context, const EventFormContent& content)
   const bool isSending = content.ChosenRecipients != nullptr;
   Html page = FormPageOpen(context, Html("p=e"), Text::kEventTitle, EventToolbar(context));
   page.Add(TitleRow(context, draft));
-  page.Add(KindRow(context, event, isSending));
+  page.Add(KindRow(context, draft, isSending));
   page.Add(BeginRow(context, draft));
   if (event.Type != Repetition::kNone)
-    page.Add(FieldRow(context, Text::kEventEndDate, "date2", DateInput(context, 2, draft.EndDate)));
+    page.Add(FieldRow(context, Text::kEventEndDate, "date2", DateField(context, draft, 2, draft.EndDate)));
   page.Add(TypeRow(context, event));
   page.Add(CommentsRow(context, draft));
   AddRepetitionRows(page, context, event);

@@ -1,10 +1,12 @@
 #include "pages/events/event_page.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "base/lists.h"
 #include "base/text.h"
 #include "html/page_frame.h"
+#include "model/occurrence_dates.h"
 #include "pages/events/event_check.h"
 #include "pages/events/event_form.h"
 #include "pages/events/event_search.h"
@@ -13,8 +15,10 @@
 #include "request/field_limits.h"
 #include "request/texts.h"
 #include "request/visit.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 #include "store/recipients.h"
+#include "store/transaction.h"
 
 namespace orlune {
 namespace {
@@ -58,7 +62,7 @@ RequestedEvent ReadEvent(Visit& visit) {
     if (!event.Stored) AddAlert(visit, Text::kEventIsGone);
   }
   if (visit.Request.FormFieldCount() > 0) {
-    event.Draft = PostedDraft(visit.Request, event.Stored);
+    event.Draft = PostedDraft(visit.Context, visit.Request, event.Stored);
   } else if (event.Stored) {
     event.Draft = StoredDraft(visit.Context, *event.Stored);
   }
@@ -85,12 +89,41 @@ void CheckTyped(Visit& visit, const RequestedEvent& event) {
   CheckTextLength(visit, Text::kEventComments, typed.Comments, stored.Comments);
 }
 
+bool HasSameRule(const OL_Event& one, const OL_Event& other) {
+  const auto rule = [](const OL_Event& event) {
+    return std::tie(event.Type, event.BeginDate, event.EndDate, event.RepeatWeekday, event.RepeatFrequency,
+                    event.RepeatDay, event.RepeatWeekends);
+  };
+  return rule(one) == rule(other);
+}
+
+/// The stored days of the event, which only a shared calendar's has.
+EventDays DaysOf(Visit& visit, const std::optional<OL_Event>& stored) {
+  const bool mayHaveDays = visit.Context.Hosting.Sharing || (stored && stored->Type == Repetition::kListed);
+  return stored && mayHaveDays ? Ask(visit.Database, EventDaysOf(stored->EventID)) : EventDays();
+}
+
+/// With a new rule an event loses the days that say nothing about it any more.
+void StoreEvent(Visit& visit, const std::optional<OL_Event>& stored, const OL_Event& event) {
+  const PageContext& context = visit.Context;
+  const Visitor& visitor = context.Visitor;
+  const EventDays days = DaysOf(visit, stored);
+  const bool keepsAll = !stored || HasSameRule(*stored, event);
+  const EventDays kept =
+      keepsAll ? days : RemainingDays(event, Week(visitor.FirstDayOfWeek, visitor.Weekend), days);
+  if (kept == days) return SaveEvent(visit.Database, context.Regional, event, visitor.ChangeableCalendars());
+  Transaction both(visit.Database);
+  SaveEvent(visit.Database, context.Regional, event, visitor.ChangeableCalendars());
+  KeepEventDays(visit.Database, context.Regional, event.EventID, kept, days);
+  both.Commit();
+}
+
 void Save(Visit& visit, const RequestedEvent& event) {
   if (!MaySave(visit.Context.Visitor, event)) return Refuse(visit);
   CheckTyped(visit, event);
   const auto checked = CheckEvent(visit, event.Draft);
   if (!checked) return ShowEventForm(visit, event.Draft);
-  SaveEvent(visit.Database, visit.Context.Regional, *checked, visit.Context.Visitor.ChangeableCalendars());
+  StoreEvent(visit, event.Stored, *checked);
   RedirectToCalendar(visit);
 }
 

@@ -11,6 +11,10 @@ struct Visit;
 /// "frequency", "repday", "repweekends", "type", "suggstate", "id", "vastaanottaja" (recipients).
 /// Changing an event, and seeing a private one, requires the right to change the events of its calendar.
 /// Answering requires a login.
+///
+/// An event with listed days, as a device may have made it, keeps them when it is saved: its dates are shown,
+/// but are not to be changed. Its form has one more kind of repetition for that; with any other one it gives
+/// up its days. Days that were left out of an event stay so as long as its rule would include them.
 void ShowEventPage(Visit& visit);
 
 }  // namespace orlune

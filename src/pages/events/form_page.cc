@@ -49,6 +49,11 @@ Html DateInput(const PageContext& context, int number, std::string_view value) {
                         "event_pick.gif", number == 1 ? Markup("pick1") : Markup("pick2"), openPicker));
 }
 
+Html FixedDateInput(const PageContext& context, int number, std::string_view value) {
+  return Html("<INPUT TYPE=text NAME=\"date{}\" ID=\"date{}\" VALUE=\"{}\" SIZE={} READONLY>", number, number,
+              Attribute(value), InputSize(context, 18, 38));
+}
+
 Html EventToolbar(const PageContext& context) {
   Html buttons = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
   buttons.Add(PageButton(context, "p=e", Text::kNewEvent, "event_new.gif"));

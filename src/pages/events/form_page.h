@@ -26,6 +26,8 @@ Html Choice(const PageContext& context, std::string_view value, Text label, bool
 
 /// A date field with a button that opens the date picker; `number` is 1 or 2.
 Html DateInput(const PageContext& context, int number, std::string_view value);
+/// One that is shown only.
+Html FixedDateInput(const PageContext& context, int number, std::string_view value);
 
 /// The buttons for the calendar, a new event, and the search.
 Html EventToolbar(const PageContext& context);

@@ -17,6 +17,7 @@
 #include "pages/events/form_page.h"
 #include "request/texts.h"
 #include "request/visit.h"
+#include "store/event_days.h"
 #include "store/event_store.h"
 
 namespace orlune {
@@ -33,6 +34,13 @@ struct Hit {
   std::vector<Date> Dates;
 };
 
+std::vector<Query<EventDays>> DayQueries(const PageContext& context, std::span<const FoundEvent> events) {
+  std::vector<Query<EventDays>> queries(events.size());
+  if (!context.Hosting.Sharing) return queries;
+  for (std::size_t i = 0; i < events.size(); ++i) queries[i] = EventDaysOf(events[i].EventID);
+  return queries;
+}
+
 std::vector<Hit> LoadHits(Connection& database, const PageContext& context, const EventSearch& search) {
   const Visitor& visitor = context.Visitor;
   const auto changeable =
@@ -41,7 +49,9 @@ std::vector<Hit> LoadHits(Connection& database, const PageContext& context, cons
   std::vector<Query<std::optional<OL_Event>>> queries;
   queries.reserve(found.size());
   for (const FoundEvent& event : found) queries.push_back(OccurrenceRuleOf(event.EventID));
-  const auto rules = AskAll<std::optional<OL_Event>>(database, queries);
+  const std::vector<Query<EventDays>> dayQueries = DayQueries(context, found);
+  const auto [rules, days] =
+      Ask(database, Queries<std::optional<OL_Event>>(queries), Queries<EventDays>(dayQueries));
 
   const Week week(visitor.FirstDayOfWeek, visitor.Weekend);
   std::size_t datesLeft = kMostDatesOnPage;
@@ -50,7 +60,8 @@ std::vector<Hit> LoadHits(Connection& database, const PageContext& context, cons
   for (std::size_t i = 0; i < found.size(); ++i) {
     Hit& hit = hits.emplace_back(Hit{std::move(found[i]), {}});
     if (!rules[i]) continue;
-    hit.Dates = OccurrenceDates(*rules[i], week, std::clamp<std::size_t>(datesLeft, 1, kMostDatesOfEvent));
+    hit.Dates =
+        OccurrenceDates(*rules[i], week, std::clamp<std::size_t>(datesLeft, 1, kMostDatesOfEvent), days[i]);
     datesLeft -= std::min(datesLeft, hit.Dates.size());
   }
   return hits;
