@@ -72,6 +72,7 @@ class EventTimes {
   const std::optional<TextTime>& RecurrenceId() const { return recurrenceId_; }
   bool IsThisAndFuture() const { return isThisAndFuture_; }
   bool Repeats() const { return !rules_.empty() || !added_.empty(); }
+  bool HasRule() const { return !rules_.empty(); }
   bool IsEndless() const;
   /// The day of UNTIL where that alone ends the series.
   std::optional<Date> Until() const;

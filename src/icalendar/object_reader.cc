@@ -76,7 +76,7 @@ class RowsPlanner {
     for (std::size_t i = 0; i < parts_.Overrides.size(); ++i) {
       const EventTimes& times = parts_.OverrideTimes[i];
       if (IsCancelled(*parts_.Overrides[i]) || plansFuture_.contains(i)) continue;
-      Series once{&times, {{times.Begin()}}, false, true, times.Begin().Local.Day};
+      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
       AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Overrides[i], i + 1);
     }
     std::ranges::sort(planned_.Rows, {}, &ObjectEvent::Place);
@@ -87,7 +87,7 @@ class RowsPlanner {
   void PlanMaster() {
     const EventTimes times(*parts_.Master, zones_);
     if (!times.Repeats() && parts_.Overrides.empty() && !times.LastLeftOut()) {
-      Series once{&times, {{times.Begin()}}, false, true, times.Begin().Local.Day};
+      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
       return AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Master, 0);
     }
     const Date certain = CertainTo(times);
@@ -111,7 +111,8 @@ class RowsPlanner {
 
   void PlanTo(const EventTimes& times, Date last, Date certain) {
     EventTimes::Instances instances = times.Expand(last, budget_);
-    Series series{&times,       std::move(instances.All), times.Repeats(), instances.IsComplete, last,
+    Series series{&times,          std::move(instances.All), times.Repeats(),
+                  times.HasRule(), instances.IsComplete,     last,
                   times.Until()};
     if (!series.IsComplete) CheckIncomplete(times, series);
     for (std::size_t i = parts_.Overrides.size(); i-- > 0;) Except(series, i, certain);
@@ -158,7 +159,7 @@ class RowsPlanner {
       return Is(instance, id) || instance.Begin.Moment > id.Moment;
     });
     const std::chrono::seconds by = Between(id.Local, changed.Begin().Local);
-    Series future{&changed, {}, true, series.IsComplete, series.KnownTo, std::nullopt};
+    Series future{&changed, {}, true, series.HasRule, series.IsComplete, series.KnownTo, std::nullopt};
     if (!series.IsComplete && series.EndsOn) future.EndsOn = series.EndsOn;
     for (auto instance = split; instance != series.Instances.end(); ++instance) {
       Instance moved = *instance;
