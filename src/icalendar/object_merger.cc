@@ -40,13 +40,13 @@ struct Edit {
   }
 };
 
-void AppendComponent(std::string& text, const Component& component, const Edit& edit) {
+void AppendEdited(std::string& text, const Component& component, const Edit& edit) {
   AppendLine(text, "BEGIN:", component.Name);
   for (const ContentLine& line : component.Lines) {
     if (!edit.Replaces(line.Name)) AppendLine(text, line.Text);
   }
   text += edit.Lines;
-  for (const Component& child : component.Children) AppendComponent(text, child, {});
+  for (const Component& child : component.Children) AppendComponent(text, child);
   AppendLine(text, "END:", component.Name);
 }
 
@@ -283,11 +283,11 @@ class Merge {
     for (std::size_t number = parts_.Master == nullptr ? 1 : 0; number < edits_.size(); ++number) {
       if (&EventOf(number) != &child) continue;
       if (edits_[number].IsRemoved) return false;
-      AppendComponent(text, child, edits_[number]);
+      AppendEdited(text, child, edits_[number]);
       return true;
     }
     // Of several events for one occurrence only the last counts.
-    if (!child.Is("VEVENT")) AppendComponent(text, child, {});
+    if (!child.Is("VEVENT")) AppendComponent(text, child);
     return false;
   }
 

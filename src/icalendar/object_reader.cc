@@ -158,12 +158,11 @@ class RowsPlanner {
     const auto split = std::ranges::find_if(series.Instances, [&](const Instance& instance) {
       return Is(instance, id) || instance.Begin.Moment > id.Moment;
     });
-    const std::chrono::seconds by = Between(id.Local, changed.Begin().Local);
     Series future{&changed, {}, true, series.HasRule, series.IsComplete, series.KnownTo, std::nullopt};
     if (!series.IsComplete && series.EndsOn) future.EndsOn = series.EndsOn;
     for (auto instance = split; instance != series.Instances.end(); ++instance) {
       Instance moved = *instance;
-      moved.Begin = MovedTo(changed, instance->Begin, by);
+      moved.Begin = changed.MovedLike(instance->Begin);
       future.Instances.push_back(moved);
     }
     series.Instances.erase(split, series.Instances.end());
@@ -174,15 +173,6 @@ class RowsPlanner {
     if (IsCancelled(*parts_.Overrides[index])) return;
     AddRows(PlanSeries(future, certain, zones_.Server(), settings_.Week), *parts_.Overrides[index],
             index + 1);
-  }
-
-  /// An occurrence of the old series at the time of the changed one.
-  static TextTime MovedTo(const EventTimes& changed, const TextTime& time, std::chrono::seconds by) {
-    TextTime moved = time;
-    moved.IsDate = changed.Begin().IsDate;
-    moved.In = changed.Begin().In;
-    if (!moved.IsDate && moved.In == nullptr) moved.IsDate = true;
-    return changed.Moved(moved, by);
   }
 
   void AddRows(SeriesRows rows, const Component& event, std::size_t number) {
@@ -261,13 +251,6 @@ std::string MadeUid(const Component& event) {
 bool IsOtherComponent(const Component& component) {
   return component.Is("VTODO") || component.Is("VJOURNAL") || component.Is("VFREEBUSY") ||
          component.Is("VPOLL");
-}
-
-void AppendComponent(std::string& text, const Component& component) {
-  AppendLine(text, "BEGIN:", component.Name);
-  for (const ContentLine& line : component.Lines) AppendLine(text, line.Text);
-  for (const Component& child : component.Children) AppendComponent(text, child);
-  AppendLine(text, "END:", component.Name);
 }
 
 /// The names of the zones that an event's times are in.

@@ -37,6 +37,7 @@ struct Part {
 };
 
 DateTime OnServer(const TextTime& time, const Zone& server) {
+  // In the zone of the server rows hold what the clock shows.
   DateTime local = time.In == &server ? time.Local : server.Local(time.Moment);
   local.Time = std::chrono::floor<std::chrono::minutes>(local.Time);
   return local;

@@ -82,6 +82,10 @@ TEST(ReadingObjects, MakesRowsOfTimes) {
       {"unknown zone", "DTSTART;TZID=Mars/Olympus:20261201T080000", "0 none 20261201..20261201 08:00-"},
       {"a time that the clocks leave out", "DTSTART:20270328T033000 DTEND:20270328T043000",
        "0 none 20270328..20270328 03:3004:30"},
+      {"a day by the clock", "DTSTART:20270327T230000 DURATION:P1D",
+       "0 none 20270327..20270327 23:00-\n1 none 20270328..20270328 00:0023:00"},
+      {"24 hours", "DTSTART:20270327T230000 DURATION:PT24H",
+       "0 none 20270327..20270327 23:00-\n1 none 20270328..20270328 --"},
   };
   const Reader reader;
   for (const Case& test : cases) {
