@@ -18,14 +18,6 @@ using std::chrono::sys_seconds;
 namespace {
 
 constexpr std::size_t kBudget = 3'000'000;
-constexpr std::string_view kTimeProperties[] = {"DTSTART", "DTEND",  "DURATION", "RRULE",
-                                                "RDATE",   "EXDATE", "EXRULE",   "RECURRENCE-ID"};
-
-bool IsTimeProperty(std::string_view name) {
-  return std::ranges::any_of(kTimeProperties,
-                             [name](std::string_view time) { return EqualsIgnoringAsciiCase(name, time); });
-}
-
 void AppendUtc(std::string& text, std::string_view name, const TextTime& time) {
   if (time.IsDate) {
     AppendLine(text, std::string(name) + ";VALUE=DATE:", DateText(time.Local.Day));
@@ -119,16 +111,6 @@ class Expander {
   std::string text_;
 };
 
-std::vector<const Component*> EventsOf(const std::vector<Component>& calendars) {
-  std::vector<const Component*> events;
-  for (const Component& calendar : calendars) {
-    for (const Component& child : calendar.Children) {
-      if (child.Is("VEVENT")) events.push_back(&child);
-    }
-  }
-  return events;
-}
-
 bool Contains(const std::string& value, const std::string& text, bool heedsCase) {
   if (heedsCase) return value.find(text) != std::string::npos;
   return text.empty() || !std::ranges::search(value, text, {}, ToLowerAscii, ToLowerAscii).empty();
@@ -150,11 +132,10 @@ bool Holds(const PropertyFilter& filter, const Component& event) {
 
 }  // namespace
 
-std::string ExpandedText(std::string_view text, const UtcPeriod& period,
-                         std::shared_ptr<const NamedZone> server) {
+std::string ExpandedText(std::string_view text, const UtcPeriod& period, const NamedZone& server) {
   const std::string unfolded = Unfolded(text);
   const std::vector<Component> calendars = ReadComponents(unfolded);
-  TextZones zones(std::move(server), calendars);
+  TextZones zones(server, calendars);
   return std::string(kCalendarBegin) + Expander(zones, period).Expand(EventsOf(calendars)) +
          std::string(kCalendarEnd);
 }

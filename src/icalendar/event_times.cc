@@ -33,8 +33,8 @@ std::string_view LastTwoParts(std::string_view id) {
 
 }  // namespace
 
-TextZones::TextZones(std::shared_ptr<const NamedZone> server, const std::vector<Component>& calendars)
-    : server_(std::move(server)), budget_(kZoneBudget) {
+TextZones::TextZones(const NamedZone& server, const std::vector<Component>& calendars)
+    : server_(server), budget_(kZoneBudget) {
   for (const Component& calendar : calendars) {
     for (const Component& child : calendar.Children) {
       if (child.Is("VTIMEZONE")) definitions_.emplace(child.ValueOf("TZID"), &child);
@@ -43,7 +43,7 @@ TextZones::TextZones(std::shared_ptr<const NamedZone> server, const std::vector<
 }
 
 const Zone& TextZones::Find(std::string_view id) {
-  if (id == server_->Name) return Server();
+  if (id == server_.Name) return Server();
   auto found = found_.find(id);
   if (found == found_.end()) found = found_.emplace(id, FindAnew(id)).first;
   if (found->second != nullptr) return *found->second;
@@ -57,7 +57,7 @@ bool TextZones::TakeUnknown() {
 
 const Zone* TextZones::FindAnew(std::string_view id) {
   const auto named = [&](std::string_view name) -> const Zone* {
-    if (name == server_->Name) return &Server();
+    if (name == server_.Name) return &Server();
     auto zone = FindNamedZone(name);
     if (!zone) return nullptr;
     named_.push_back(std::move(zone));

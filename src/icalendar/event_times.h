@@ -17,11 +17,11 @@ namespace orlune {
 class TextZones {
  public:
   /// `calendars` and `server` outlive it.
-  TextZones(std::shared_ptr<const NamedZone> server, const std::vector<Component>& calendars);
+  TextZones(const NamedZone& server, const std::vector<Component>& calendars);
 
   /// That of the server for one that nobody knows.
   const Zone& Find(std::string_view id);
-  const Zone& Server() const { return server_->Offsets; }
+  const Zone& Server() const { return server_.Offsets; }
   const Zone& Utc() const { return utc_; }
   /// Whether `Find` was asked for a zone that nobody knows since this was last called.
   bool TakeUnknown();
@@ -30,7 +30,7 @@ class TextZones {
   const Zone* FindAnew(std::string_view id);
   const Zone* FindDefined(std::string_view id);
 
-  const std::shared_ptr<const NamedZone> server_;
+  const NamedZone& server_;
   const Zone utc_;
   WorkBudget budget_;
   std::map<std::string, const Component*, std::less<>> definitions_;

@@ -329,29 +329,6 @@ bool IsPrivate(const Component& event) {
   return EqualsIgnoringAsciiCase(access, "PRIVATE") || EqualsIgnoringAsciiCase(access, "CONFIDENTIAL");
 }
 
-ObjectParts PartsOfObject(const std::vector<const Component*>& events, TextZones& zones) {
-  ObjectParts parts;
-  std::vector<std::pair<EventTimes, const Component*>> overrides;
-  for (const Component* event : events) {
-    EventTimes times(*event, zones);
-    if (times.RecurrenceId()) {
-      overrides.emplace_back(std::move(times), event);
-    } else if (parts.Master != nullptr) {
-      Refuse(TextFault::kInvalidText, "Two events have the same UID and no RECURRENCE-ID.");
-    } else {
-      parts.Master = event;
-    }
-  }
-  const auto moment = [](const auto& entry) { return entry.first.RecurrenceId()->Moment; };
-  std::ranges::stable_sort(overrides, {}, moment);
-  for (std::size_t i = 0; i < overrides.size(); ++i) {
-    if (i + 1 < overrides.size() && moment(overrides[i]) == moment(overrides[i + 1])) continue;
-    parts.Overrides.push_back(overrides[i].second);
-    parts.OverrideTimes.push_back(std::move(overrides[i].first));
-  }
-  return parts;
-}
-
 PlannedRows PlanRows(const ObjectParts& parts, TextZones& zones, const PlanSettings& settings,
                      WorkBudget& budget) {
   return RowsPlanner(parts, zones, settings, budget).Plan();
@@ -367,9 +344,7 @@ PlannedObject ObjectReader::Plan(const std::vector<const Component*>& events, Te
   if (planned.Rows.empty()) Refuse(TextFault::kInvalidText, "The event has no day on which it occurs.");
   PlannedObject object;
   for (ObjectEvent& row : planned.Rows) {
-    const auto number = static_cast<std::size_t>(row.Place / kPlacesOfEvent);
-    const Component& event = number == 0 ? *parts.Master : *parts.Overrides[number - 1];
-    row.Event.EventType = EventTypeOf(event, settings_.EventTypes);
+    row.Event.EventType = EventTypeOf(*parts.EventAt(row.Place), settings_.EventTypes);
     if (row.Event.EventName.empty()) row.Event.EventName = settings_.Untitled;
     if (row.Event.Type == Repetition::kListed) AddLoss(object.Losses, Loss::kListedDays);
   }
