@@ -199,8 +199,9 @@ EventTimes::Instances EventTimes::Expand(Date last, WorkBudget& budget) const {
   std::ranges::copy(added_, std::back_inserter(instances.All));
   const auto moment = [](const Instance& instance) { return instance.Begin.Moment; };
   std::ranges::stable_sort(instances.All, {}, moment);
-  const auto repeated = std::ranges::unique(instances.All, {}, moment);
-  instances.All.erase(repeated.begin(), repeated.end());
+  const auto isRepeated = [&](const Instance& a, const Instance& b) { return moment(a) == moment(b); };
+  instances.All.erase(std::unique(instances.All.begin(), instances.All.end(), isRepeated),
+                      instances.All.end());
   LeaveOut(instances.All, last, budget);
   return instances;
 }

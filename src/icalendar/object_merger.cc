@@ -52,10 +52,9 @@ void AppendEdited(std::string& text, const Component& component, const Edit& edi
 
 /// The rows of one event of the text, of all rows in the order of their places.
 std::span<const ObjectEvent> RowsOfEvent(std::span<const ObjectEvent> rows, std::size_t number) {
-  const auto numberOf = [](const ObjectEvent& row) {
-    return static_cast<std::size_t>(row.Place / kPlacesOfEvent);
-  };
-  const auto [begin, end] = std::ranges::equal_range(rows, number, {}, numberOf);
+  const auto first = static_cast<int>(number) * kPlacesOfEvent;
+  const auto begin = std::ranges::lower_bound(rows, first, {}, &ObjectEvent::Place);
+  const auto end = std::ranges::lower_bound(rows, first + kPlacesOfEvent, {}, &ObjectEvent::Place);
   return {begin, end};
 }
 

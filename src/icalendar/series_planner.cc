@@ -84,8 +84,7 @@ struct Group {
 
 void SortUnique(std::vector<Date>& dates) {
   std::ranges::sort(dates);
-  const auto repeated = std::ranges::unique(dates);
-  dates.erase(repeated.begin(), repeated.end());
+  dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
 }
 
 class GroupMaker {
