@@ -192,7 +192,10 @@ EventTimes::Instances EventTimes::Expand(Date last, WorkBudget& budget) const {
   Instances instances;
   instances.All.push_back({begin_});
   for (const Recurrence& rule : rules_) {
-    const Recurrence::Days found = rule.Expand(begin_.Local, last, kMostDaysOfObject + 1, budget);
+    Recurrence::Days found = rule.Expand(begin_.Local, last, kMostDaysOfObject + 1, budget);
+    // The first occurrence counts, also when the rule does not give it.
+    const bool hasExtra = !found.Times.empty() && found.Times.front() != begin_.Local;
+    if (rule.HasCount() && found.IsComplete && hasExtra) found.Times.pop_back();
     instances.IsComplete &= found.IsComplete;
     for (const DateTime& local : found.Times) instances.All.push_back({AtLocal(local)});
   }
