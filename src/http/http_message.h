@@ -41,6 +41,11 @@ inline constexpr const char* kReadHeaders[] = {
     "If-Modified-Since",
     "Accept-Encoding",
     "Accept-Language",
+    "Authorization",
+    "Depth",
+    "If-Match",
+    "Prefer",
+    "Brief",
 };
 
 /// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.
