@@ -1,5 +1,7 @@
 #include "app/configuration.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 #include "http/listening_socket.h"
@@ -24,7 +26,23 @@ void CheckTransport(const Configuration& configuration) {
     throw ConfigurationError("redirect_listen leads to HTTPS, which needs certificate and key in [server]");
 }
 
+const PropertyValue* FindProperty(const PageConfiguration& page, std::string_view name) {
+  const auto found = std::ranges::find_if(
+      page.Properties, [name](const PropertyValue& value) { return value.Property->Name == name; });
+  return found == page.Properties.end() ? nullptr : &*found;
+}
+
 }  // namespace
+
+bool PageConfiguration::IsOn(std::string_view name) const {
+  const PropertyValue* value = FindProperty(*this, name);
+  return value != nullptr && std::get<bool>(value->Value);
+}
+
+std::string PageConfiguration::TextOf(std::string_view name) const {
+  const PropertyValue* value = FindProperty(*this, name);
+  return value == nullptr ? "" : std::get<std::string>(value->Value);
+}
 
 void CheckConfiguration(const Configuration& configuration) {
   CheckListenAddress(configuration.Listen);

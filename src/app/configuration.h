@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -23,7 +24,13 @@ struct PageConfiguration {
   std::string Path;
   std::string Region;                     ///< how its dates are written; "" for the server's region
   std::string DBPath;                     ///< as it is configured; "" when it is not set
+  bool SharesWithLogin = false;           ///< devices may also use the login's password
   std::vector<PropertyValue> Properties;  ///< the other ones, in the order of the file
+
+  /// The switch `name` among the properties; false when it is not set.
+  bool IsOn(std::string_view name) const;
+  /// The text `name` among them, or "".
+  std::string TextOf(std::string_view name) const;
 };
 
 /// The settings of the server; its paths are absolute once read.
@@ -33,7 +40,7 @@ struct Configuration {
   bool Compresses = false;        ///< pages and files, for browsers that take it
   bool JoinsStyleSheets = false;  ///< with those that they import
   std::string Region = "en_US";
-  std::string TimeZone;  ///< of the events' times, for other calendars; "": the machine's
+  std::string TimeZone;  ///< of the clock and of all events; "": the machine's
   long long SessionMinutes = 60;
   bool StoresSessions = false;        ///< in the databases of their pages, not in memory
   long long Threads = 0;              ///< 0: chosen from the processors

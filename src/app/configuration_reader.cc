@@ -187,13 +187,22 @@ void ReadPageProperty(const ValueReader& values, const toml::key& key, const tom
   }
 }
 
+void ReadPageSetting(const ValueReader& values, const PageSetting& setting, const toml::node& node,
+                     PageConfiguration& page) {
+  if (const auto* isOn = std::get_if<PageSetting::Switch>(&setting.Target)) {
+    page.** isOn = values.Switch(setting.Name, node);
+  } else {
+    page.*std::get<PageSetting::Text>(setting.Target) = values.Text(setting.Name, node);
+  }
+}
+
 PageConfiguration ReadPage(const ValueReader& values, const toml::table& table) {
   PageConfiguration page;
   for (const auto& [key, node] : table) {
     if (key == "path") {
       page.Path = values.PagePath(node);
     } else if (const PageSetting* setting = FindSetting(PageSettings(), key.str())) {
-      page.*setting->Target = values.Text(key.str(), node);
+      ReadPageSetting(values, *setting, node, page);
     } else {
       ReadPageProperty(values, key, node, page);
     }

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
+#include <ctime>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -16,9 +19,11 @@
 #include "app/configuration.h"
 #include "app/configuration_reader.h"
 #include "app/database_health.h"
+#include "app/exchange_keeper.h"
 #include "app/file_limit.h"
 #include "app/memory.h"
 #include "app/non_blocking_sink.h"
+#include "app/page_branches.h"
 #include "app/page_runner.h"
 #include "app/regions.h"
 #include "app/secret_key_file.h"
@@ -28,11 +33,13 @@
 #include "base/log_text.h"
 #include "drivers/langpack/langpack_factory.h"
 #include "drivers/passwords/argon2_passwords.h"
+#include "drivers/passwords/sodium_secrets.h"
 #include "http/health_check.h"
 #include "http/http_host.h"
 #include "http/https_redirect.h"
 #include "http/request_guard.h"
 #include "http/website.h"
+#include "icalendar/icalendar_text.h"
 #include "logins/login_limiter.h"
 
 namespace orlune {
@@ -99,6 +106,21 @@ void Reload(TlsCertificate* certificate, spdlog::logger& log) {
   }
 }
 
+/// The C library takes the zone of the clock from the environment.
+void SetClockTo(const std::string& timeZone) {
+  if (timeZone.empty()) return;
+  setenv("TZ", timeZone.c_str(), 1);
+  tzset();
+}
+
+bool IsSharing(const PageConfiguration& page) {
+  return page.IsOn("Sharing");
+}
+
+std::string TimeZoneOf(const Configuration& configuration) {
+  return configuration.TimeZone.empty() ? IcalendarText::MachineZone() : configuration.TimeZone;
+}
+
 /// Leads from HTTP to HTTPS at the port of `address`; nothing when it is not configured.
 std::unique_ptr<HttpHost> StartRedirect(const Configuration& configuration, const HostLimits& limits,
                                         const std::string& address, spdlog::logger& log) {
@@ -122,6 +144,7 @@ void Serve(const ServeOptions& options) {
   ReturnLargeMemory();
   const std::size_t descriptors = RaiseFileLimit();
   Configuration configuration = ReadConfiguration(options);
+  SetClockTo(configuration.TimeZone);
   StaticFiles files(configuration.Site, {configuration.Compresses, configuration.JoinsStyleSheets});
   NameSiteVersion(configuration.Pages, files);
   const StopSignals stopSignals;
@@ -137,19 +160,33 @@ void Serve(const ServeOptions& options) {
   SessionStores sessions(configuration, regions, *log);
   Argon2Passwords passwords(std::max(std::thread::hardware_concurrency(), 1U));
   LoginLimiter logins(*log);
+  SodiumSecrets secrets;
+  RecentLogins recentLogins;
+  std::optional<IcalendarText> texts;
+  std::optional<ExchangeSurroundings> exchange;
+  if (!configuration.TimeZone.empty() || std::ranges::any_of(configuration.Pages, IsSharing)) {
+    texts.emplace(TimeZoneOf(configuration));  // throws for a zone that there is none of
+    exchange.emplace(*texts, secrets, passwords, logins, recentLogins, *clock, localisers);
+  }
 
   std::vector<HostedPage> pages;
+  std::vector<const PagePlace*> sharingPlaces;
   for (std::size_t i = 0; i < configuration.Pages.size(); ++i) {
     const PagePlace& place = regions.OfPage(i);
     const auto resources = [&](PageDatabase& database, Access access) {
-      return PageResources{
-          {*clock, database, place.Region.Settings(), place.Region, localisers, passwords, logins},
-          sessions.OfPage(i, access)};
+      return PageResources{{*clock, database, place.Region.Settings(), place.Region, localisers, passwords,
+                            logins, texts ? &*texts : nullptr, &secrets},
+                           sessions.OfPage(i, access)};
     };
     pages.push_back(MakePage(configuration.Pages[i], place.Database.Address().Displayed(),
                              resources(place.Database, Access::kReadAndWrite),
                              resources(place.DatabaseToRead, Access::kRead)));
+    if (!IsSharing(configuration.Pages[i])) continue;
+    pages.back().Branches = MakeBranches(configuration.Pages[i], place, *exchange);
+    sharingPlaces.push_back(&place);
   }
+  std::optional<ExchangeKeeper> keeper;
+  if (exchange) keeper.emplace(std::move(sharingPlaces), ExchangeKeeperParts{*texts, secrets, *clock, *log});
   HealthCheck health([&] { return AllDatabasesRespond(configuration, regions, *log); });
   std::atomic<bool> isStopping = false;
   Website website({std::move(pages), std::move(files), CookieSealer(LoadSecretKey(configuration.SecretFile)),
@@ -175,6 +212,7 @@ void Serve(const ServeOptions& options) {
          .Log = *log,
          .Answer = [&website](const RequestMessage& request) { return website.Answer(request); },
          .AnswerAtOnce = [&website](const RequestMessage& request) { return website.AnswerAtOnce(request); },
+         .BodyRulesAt = [&website](std::string_view path) { return website.BodyRulesOf(path); },
          .IsLogin = &IsLogin,
          .WaitingThreads = waitingThreads,
          .Certificate = certificate,

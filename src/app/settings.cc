@@ -48,11 +48,14 @@ constexpr ServerSetting kServerSettings[] = {
 constexpr PageSetting kPageSettings[] = {
     {"path", &PageConfiguration::Path, "none", "the page's address, begins with \"/\""},
     {"region", &PageConfiguration::Region, "the server's", "how the page's dates are written"},
+    {"sharing_with_login", &PageConfiguration::SharesWithLogin, "false",
+     "with Sharing, devices may also use the login's password"},
 };
 
 struct TypeName {
   std::string_view operator()(NumberSetting) const { return "number"; }
   std::string_view operator()(ServerSetting::Switch) const { return "true or false"; }
+  std::string_view operator()(PageSetting::Switch) const { return "true or false"; }
   std::string_view operator()(ServerSetting::Networks) const { return "list of texts"; }
   std::string_view operator()(ServerSetting::Hosts) const { return "list of texts"; }
   template <class Other>
@@ -101,7 +104,7 @@ std::string DescribeSettings() {
     Describe(text, name, std::visit(TypeName(), target), help, std::visit(DefaultText(), target));
   text += "[[page]]\n";
   for (const auto& [name, target, defaultText, help] : kPageSettings)
-    Describe(text, name, "text", help, defaultText);
+    Describe(text, name, std::visit(TypeName(), target), help, defaultText);
   for (const PageProperty& property : PageProperties()) {
     const bool isSwitch = std::holds_alternative<PageProperty::SwitchSetter>(property.Set);
     Describe(text, property.Name, isSwitch ? "true or false" : "text", property.Help, property.Default);

@@ -40,8 +40,11 @@ struct ServerSetting {
 
 /// A key of [[page]] that is no property of the component.
 struct PageSetting {
+  using Text = std::string PageConfiguration::*;
+  using Switch = bool PageConfiguration::*;
+
   std::string_view Name;
-  std::string PageConfiguration::*Target;
+  std::variant<Text, Switch> Target;
   std::string_view Default;
   std::string_view Help;
 };

@@ -40,8 +40,8 @@ class Changes {
   bool AreAllowed() const { return protected_.empty() && invalid_.empty(); }
 
   void Store() const {
-    if (colour_) StoreColour(visit_.Database, visit_.Participant, visit_.Calendar->Name, *colour_);
-    if (order_) StoreOrder(visit_.Database, visit_.Participant, visit_.Calendar->Name, *order_);
+    if (colour_ || order_)
+      StoreColourAndOrder(visit_.Database, visit_.Participant, *visit_.Calendar, colour_, order_);
   }
 
   ReplyMessage Reply() const {

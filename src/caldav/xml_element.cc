@@ -33,13 +33,15 @@ class TreeBuilder {
     xmlSAXHandler handler = Handler();
     parser_.reset(xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr));
     if (!parser_) throw std::bad_alloc();
-    xmlCtxtUseOptions(parser_.get(),
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC);
+    // Entities are replaced, also in attributes; without a document type there are only those of XML itself.
+    xmlCtxtUseOptions(parser_.get(), XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_NOERROR |
+                                         XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC);
     xmlSwitchEncoding(parser_.get(), XML_CHAR_ENCODING_UTF8);
-    const int failure = xmlParseChunk(parser_.get(), text.data(), static_cast<int>(text.size()), 1);
+    xmlParseChunk(parser_.get(), text.data(), static_cast<int>(text.size()), 1);
     if (hasDocumentType_) throw InvalidXml("A document type declaration is not taken.", true);
     if (isTooLarge_) throw InvalidXml("The XML has too many elements, or too many within each other.", false);
-    if (failure != 0 || parser_->wellFormed == 0 || root_.Children.size() != 1)
+    const bool isRead = parser_->wellFormed != 0 && parser_->nsWellFormed != 0;
+    if (!isRead || root_.Children.size() != 1)
       throw InvalidXml("The body is not well-formed XML in UTF-8.", false);
   }
 

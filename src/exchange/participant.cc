@@ -41,12 +41,6 @@ void TakeSettings(const std::vector<DeviceSetting>& settings, std::vector<Shared
   }
 }
 
-DeviceSetting SettingOf(const Participant& participant, std::string_view calendar) {
-  const SharedCalendar* known = participant.Find(calendar);
-  return known == nullptr ? DeviceSetting{std::string(calendar), "", ""}
-                          : DeviceSetting{known->Name, known->Colour, known->Order};
-}
-
 }  // namespace
 
 const SharedCalendar* Participant::Find(std::string_view name) const {
@@ -72,28 +66,18 @@ std::optional<Participant> LoadParticipant(Connection& database, std::string_vie
 
   Participant participant{account->Name, friendlyName.value_or(account->Name), {}};
   participant.Calendars.push_back({participant.LoginName, participant.FriendlyName, true, true});
-  for (const Calendar& group : Ask(database, CalendarsNamed(groups))) {
-    if (group.IsGroup)
-      participant.Calendars.push_back({group.Name, group.FriendlyName, IsAmong(administered, group.Name)});
-  }
+  for (const Calendar& group : Ask(database, GroupsNamed(groups)))
+    participant.Calendars.push_back({group.Name, group.FriendlyName, IsAmong(administered, group.Name)});
   for (const GroupViewChoice& view : views)
     participant.Calendars.push_back({"@" + view.Name, view.FriendlyName});
   TakeSettings(settings, participant.Calendars);
   return participant;
 }
 
-void StoreColour(Connection& database, const Participant& participant, std::string_view calendar,
-                 std::string_view colour) {
-  DeviceSetting setting = SettingOf(participant, calendar);
-  setting.Colour = colour;
-  StoreDeviceSetting(database, participant.LoginName, setting);
-}
-
-void StoreOrder(Connection& database, const Participant& participant, std::string_view calendar,
-                std::string_view order) {
-  DeviceSetting setting = SettingOf(participant, calendar);
-  setting.Position = order;
-  StoreDeviceSetting(database, participant.LoginName, setting);
+void StoreColourAndOrder(Connection& database, const Participant& participant, const SharedCalendar& calendar,
+                         const std::optional<std::string>& colour, const std::optional<std::string>& order) {
+  StoreDeviceSetting(database, participant.LoginName,
+                     {calendar.Name, colour.value_or(calendar.Colour), order.value_or(calendar.Order)});
 }
 
 }  // namespace orlune

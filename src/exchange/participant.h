@@ -36,10 +36,9 @@ struct Participant {
 /// Nothing when there is no such user. Throws DatabaseError.
 std::optional<Participant> LoadParticipant(Connection& database, std::string_view loginName);
 
-/// What a device has set for one calendar of a user. Throws DatabaseError.
-void StoreColour(Connection& database, const Participant& participant, std::string_view calendar,
-                 std::string_view colour);
-void StoreOrder(Connection& database, const Participant& participant, std::string_view calendar,
-                std::string_view order);
+/// What a device has set for a calendar of the user: its colour and its order, or nothing for what stays as
+/// it is. Throws DatabaseError.
+void StoreColourAndOrder(Connection& database, const Participant& participant, const SharedCalendar& calendar,
+                         const std::optional<std::string>& colour, const std::optional<std::string>& order);
 
 }  // namespace orlune

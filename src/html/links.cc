@@ -16,6 +16,10 @@ Html PageLink(const PageContext& context, Markup query) {
   return Html("{}?{}", Attribute(context.Hosting.ScriptName), query);
 }
 
+Html SharingLink(const PageContext& context, Markup query) {
+  return Html("{}/sharing{}", Attribute(context.Hosting.ScriptName), query);
+}
+
 Html PageButton(const PageContext& context, Markup query, Text text, Markup imageFile) {
   return ImageLink(context, PageLink(context, query), LoadText(context, text), imageFile);
 }

@@ -14,6 +14,9 @@ Html StatusHandler(std::string_view text);
 /// The URL of a page: the script with the query `query`.
 Html PageLink(const PageContext& context, Markup query);
 
+/// The URL of the page for devices, subscriptions and files, with a query such as "?act=import".
+Html SharingLink(const PageContext& context, Markup query = "");
+
 /// A toolbar button that links to a page.
 Html PageButton(const PageContext& context, Markup query, Text text, Markup imageFile);
 

@@ -13,7 +13,7 @@
 
 namespace orlune {
 
-/// A request. Path and query are still encoded; the form is decoded, valid UTF-8.
+/// A request. Path and query are still encoded; the form is decoded, valid UTF-8 but for its files.
 struct RequestMessage {
   std::string Method;
   std::string Path;
@@ -39,6 +39,11 @@ inline constexpr const char* kReadHeaders[] = {
     "If-Modified-Since",
     "Accept-Encoding",
     "Accept-Language",
+    "Authorization",
+    "Depth",
+    "If-Match",
+    "Prefer",
+    "Brief",
 };
 
 /// The headers in which proxies name the sender. Each is a list, which headers of the same name continue.

@@ -54,14 +54,36 @@ ReplyMessage MethodNotAllowed(const char* allowed) {
   return reply;
 }
 
+/// The companion of `page` at `path`, or null.
+const Companion* FindCompanion(const HostedPage& page, std::string_view path) {
+  if (!path.starts_with(page.Path)) return nullptr;
+  const auto found = std::ranges::find(page.Companions, path.substr(page.Path.size()), &Companion::Name);
+  return found == page.Companions.end() ? nullptr : &*found;
+}
+
 bool IsAddressOf(const HostedPage& page, std::string_view path) {
-  if (!path.starts_with(page.Path)) return false;
-  path.remove_prefix(page.Path.size());
-  return path.empty() || std::ranges::find(page.Companions, path) != page.Companions.end();
+  return path == page.Path || FindCompanion(page, path) != nullptr;
 }
 
 bool IsReading(const RequestMessage& request) {
   return request.Method == "GET" || request.Method == "HEAD";
+}
+
+/// The path as the log shows it, without secrets.
+std::string ShownPath(const HostedPage& page, const PageBranch& branch, const std::string& path) {
+  return branch.IsSecret ? page.Path + branch.Prefix + "***" : path;
+}
+
+ReplyMessage MovedTo(const std::string& path) {
+  ReplyMessage reply = RedirectTo(path);
+  reply.Status = 301;
+  return reply;
+}
+
+/// Where clients ask that know only the server's name (RFC 6764, section 5; "/" is what some try then).
+bool LooksForCalDav(const RequestMessage& request) {
+  return request.Path == "/.well-known/caldav" ||
+         (request.Path == "/" && (request.Method == "PROPFIND" || request.Method == "OPTIONS"));
 }
 
 }  // namespace
@@ -72,6 +94,13 @@ std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request)
   } catch (const WriteRefused&) {
     return std::nullopt;
   }
+}
+
+BodyRules Website::BodyRulesOf(std::string_view path) const {
+  if (const auto found = FindBranch(path)) return {.MostRawBytes = found->Branch.BodyBytes};
+  const HostedPage* page = FindPage(path);
+  const Companion* companion = page == nullptr ? nullptr : FindCompanion(*page, path);
+  return {.MostFileBytes = companion == nullptr ? 0 : companion->MostFileBytes};
 }
 
 ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
@@ -88,15 +117,52 @@ bool Website::MayAnswer(const RequestMessage& request) const {
 }
 
 ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender) {
+  const auto begin = std::chrono::steady_clock::now();
+  if (const auto found = FindBranch(request.Path)) {
+    ReplyMessage reply = AnswerBranch(access, *found, request, sender);
+    LogReply(request, ShownPath(found->Page, found->Branch, request.Path), sender, reply, begin);
+    return reply;
+  }
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
-  const auto begin = std::chrono::steady_clock::now();
   ReplyMessage reply = AnswerPage(access, *page, request, sender);
   if (parts_.CompressesPages) compression_.Apply(request, sender.IsOverHttps, reply);
-  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
-  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
-                  request.Path, reply.Status, reply.BodySize(), spent.count());
+  LogReply(request, request.Path, sender, reply, begin);
   return reply;
+}
+
+void Website::LogReply(const RequestMessage& request, const std::string& shownPath, const Sender& sender,
+                       const ReplyMessage& reply, std::chrono::steady_clock::time_point begin) const {
+  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
+  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method), shownPath,
+                  reply.Status, reply.BodySize(), spent.count());
+}
+
+std::optional<Website::FoundBranch> Website::FindBranch(std::string_view path) const {
+  for (const HostedPage& page : parts_.Pages) {
+    if (!path.starts_with(page.Path)) continue;
+    const std::string_view below = path.substr(page.Path.size());
+    for (const PageBranch& branch : page.Branches) {
+      const std::string_view prefix = branch.Prefix;
+      if (below.starts_with(prefix)) return FoundBranch{page, branch, below.substr(prefix.size())};
+      if (below == prefix.substr(0, prefix.size() - 1)) return FoundBranch{page, branch, ""};
+    }
+  }
+  return std::nullopt;
+}
+
+ReplyMessage Website::AnswerBranch(Access access, const FoundBranch& found, const RequestMessage& message,
+                                   const Sender& sender) const {
+  if (!message.Path.ends_with('/') && found.Rest.empty())
+    return MovedTo(found.Page.Path + found.Branch.Prefix);
+  const auto& answer = access == Access::kRead ? found.Branch.Reading : found.Branch.Writing;
+  try {
+    ReplyMessage reply = answer({message, sender, found.Page.Path, found.Rest});
+    reply.IsDocument = false;
+    return reply;
+  } catch (...) {
+    return ReplyToFailure(ShownPath(found.Page, found.Branch, message.Path));
+  }
 }
 
 const HostedPage* Website::FindPage(std::string_view path) const {
@@ -107,8 +173,10 @@ const HostedPage* Website::FindPage(std::string_view path) const {
 
 ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                                  const Sender& sender) {
-  if (message.Path != page.Path && !IsReading(message)) return MethodNotAllowed("GET, HEAD");
-  if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
+  const Companion* companion = FindCompanion(page, message.Path);
+  const bool takesForms = companion == nullptr || companion->TakesForms;
+  if (!IsReading(message) && !(takesForms && message.Method == "POST"))
+    return MethodNotAllowed(takesForms ? "GET, HEAD, POST" : "GET, HEAD");
   const DateTime now = parts_.Clock.Now();
   HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender);
   const bool couldChange = CouldChangeSomething(message, request.Query());
@@ -138,6 +206,14 @@ std::optional<ReplyMessage> Website::RunPage(const std::string& path, const Page
     page(context);
     SaveSession(path, session);
     return std::nullopt;
+  } catch (...) {
+    return ReplyToFailure(path);
+  }
+}
+
+ReplyMessage Website::ReplyToFailure(const std::string& path) const {
+  try {
+    throw;
   } catch (const WriteRefused&) {
     throw;
   } catch (const DatabaseUnavailable& error) {
@@ -162,7 +238,16 @@ void Website::SaveSession(const std::string& path, PageSession& session) const {
   }
 }
 
+const HostedPage* Website::FindCalDavPage() const {
+  const auto found = std::ranges::find_if(parts_.Pages, [](const HostedPage& page) {
+    return std::ranges::find(page.Branches, kCalDavPrefix, &PageBranch::Prefix) != page.Branches.end();
+  });
+  return found == parts_.Pages.end() ? nullptr : &*found;
+}
+
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {
+  if (const HostedPage* page = LooksForCalDav(request) ? FindCalDavPage() : nullptr)
+    return MovedTo(page->Path + std::string(kCalDavPrefix));
   if (!IsReading(request)) return MethodNotAllowed("GET, HEAD");
   if (request.Path == "/") return RedirectTo(parts_.Pages.front().Path);
   if (request.Path != "/healthz") return parts_.Files.Answer(request);

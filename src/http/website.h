@@ -3,15 +3,16 @@
 #include <chrono>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <spdlog/logger.h>
 
+#include "http/body_rules.h"
 #include "http/http_message.h"
 #include "http/known_links.h"
+#include "http/page_branch.h"
 #include "http/page_compression.h"
 #include "http/static_files.h"
 #include "http/trusted_proxies.h"
@@ -39,8 +40,8 @@ struct HostedPage {
   PageWithSessions Writing;
   /// Throws WriteRefused when the database would have to be written to.
   PageWithSessions Reading;
-  /// What else may follow the path, such as "/texts"; for reading only.
-  std::span<const std::string_view> Companions{};
+  std::vector<Companion> Companions{};
+  std::vector<PageBranch> Branches{};
 };
 
 struct WebsiteParts {
@@ -67,18 +68,35 @@ class Website {
   /// posted and for any other request that turns out to write.
   std::optional<ReplyMessage> AnswerAtOnce(const RequestMessage& request);
 
+  BodyRules BodyRulesOf(std::string_view path) const;
+
  private:
+  /// An address below a hosting page's own that one of its branches answers.
+  struct FoundBranch {
+    const HostedPage& Page;
+    const PageBranch& Branch;
+    std::string_view Rest;  ///< of the address; its prefix may lack the last slash
+  };
+
   ReplyMessage AnswerWith(Access access, const RequestMessage& request);
   bool MayAnswer(const RequestMessage& request) const;
   ReplyMessage AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender);
   const HostedPage* FindPage(std::string_view path) const;
+  std::optional<FoundBranch> FindBranch(std::string_view path) const;
+  ReplyMessage AnswerBranch(Access access, const FoundBranch& found, const RequestMessage& message,
+                            const Sender& sender) const;
   ReplyMessage AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                           const Sender& sender);
   void SaveSession(const std::string& path, PageSession& session) const;
   /// Runs the page and saves its session. Nothing on success, else the reply.
   std::optional<ReplyMessage> RunPage(const std::string& path, const Page& page,
                                       const ScriptingContext& context, PageSession& session) const;
+  /// Of the exception that is being handled: logs it, and refuses the request.
+  ReplyMessage ReplyToFailure(const std::string& path) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
+  const HostedPage* FindCalDavPage() const;
+  void LogReply(const RequestMessage& request, const std::string& shownPath, const Sender& sender,
+                const ReplyMessage& reply, std::chrono::steady_clock::time_point begin) const;
 
   WebsiteParts parts_;
   KnownLinks links_{parts_.Files};

@@ -147,6 +147,13 @@ Query<std::vector<Calendar>> CalendarsNamed(std::span<const std::string> names) 
           }};
 }
 
+Query<std::vector<Calendar>> GroupsNamed(std::span<const std::string> names) {
+  return {Statement("SELECT Name, FriendlyName, IsGroup FROM Calendars WHERE IsGroup = yes AND Name IN ({}) "
+                    "ORDER BY FriendlyName",
+                    QuotedList(names)),
+          ReadCalendars};
+}
+
 Query<std::vector<Calendar>> AllCalendars() {
   return {Statement("SELECT FriendlyName, Name, IsGroup FROM Calendars "
                     "ORDER BY IsGroup, FriendlyName"),

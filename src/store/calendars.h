@@ -86,6 +86,9 @@ void ReplacePassword(Connection& database, std::string_view loginName, std::stri
 /// The calendars with these names, by display name.
 Query<std::vector<Calendar>> CalendarsNamed(std::span<const std::string> names);
 
+/// The groups with these names, by display name.
+Query<std::vector<Calendar>> GroupsNamed(std::span<const std::string> names);
+
 /// All calendars, users before groups, by display name.
 Query<std::vector<Calendar>> AllCalendars();
 /// The same except that of `loginName`.

@@ -303,7 +303,7 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kScriptInviteHint, "To invite others, press “%s” instead of “%t”."},
     // Exchange with other calendars
     {Text::kRepeatsOnListedDays, "Listed Days"},
-    {Text::kSharingTitle, "DEVICES"},
+    {Text::kSharingTitle, "DEVICES AND SHARING"},
     {Text::kConnectDevice, "Connect a Device"},
     {Text::kConnectIntroduction, "Phones, computers and mail programs that know CalDAV show your calendars and change them. Add a CalDAV account there:"},
     {Text::kServerAddress, "Server:"},
@@ -367,6 +367,7 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Text::kFileTooLarge, "The file is too large (at most %s MB).\\n"},
     {Text::kFileNotRead, "The file cannot be imported: %s\\n"},
     {Text::kNoEventsInFile, "There are no events in the file.\\n"},
+    {Text::kDevices, "Devices And Sharing"},
 });
 // clang-format on
 

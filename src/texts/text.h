@@ -358,6 +358,7 @@ enum class Text : int {
   kFileTooLarge = 2162,
   kFileNotRead = 2163,
   kNoEventsInFile = 2164,
+  kDevices = 2165,
 };
 
 }  // namespace orlune

@@ -22,6 +22,8 @@ std::string_view FakeHost::CookieValue(std::string_view cookie, std::string_view
 std::string_view FakeHost::ServerVariable(std::string_view name) const {
   if (name == "HTTP_USER_AGENT") return UserAgent;
   if (name == "PATH_INFO") return PathInfo;
+  if (name == "HTTP_HOST") return "calendar.example";
+  if (name == "HTTPS") return IsOverHttps ? "on" : "";
   return name == "SCRIPT_NAME" ? "/cal.asp" : "";
 }
 

@@ -38,6 +38,7 @@ class FakeHost : public Request, public Response, public Session, public Server 
   std::string CookiePath;
   std::string UserAgent = "Test";
   std::string PathInfo;
+  bool IsOverHttps = true;
   std::filesystem::path SiteFolder;
 
   std::string_view QueryParameter(std::string_view name) const override { return Find(query_, name); }

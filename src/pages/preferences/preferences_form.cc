@@ -12,7 +12,10 @@ Html ToolBar(const PageContext& context) {
   Html bar = PageButton(context, "p=c", Text::kViewCalendar, "cal.gif");
   if (!context.Hosting.NoLoginChange)
     bar.Add(PageButton(context, "p=p&act=login", Text::kChangePassword, "pref_passwd.gif"));
-  return bar.Add(PageButton(context, "p=p&act=groups", Text::kEditGroupViews, "pref_groups.gif"));
+  bar.Add(PageButton(context, "p=p&act=groups", Text::kEditGroupViews, "pref_groups.gif"));
+  if (context.Hosting.Sharing)
+    bar.Add(ImageLink(context, SharingLink(context), LoadText(context, Text::kDevices), "pref_devices.gif"));
+  return bar;
 }
 
 Html StartModeList(const PageContext& context, std::string_view startMode) {

@@ -6,8 +6,8 @@
 
 #include "base/utf8.h"
 #include "html/page_frame.h"
-#include "pages/sharing/tools_of_visit.h"
 #include "pages/sharing/import_preview.h"
+#include "pages/sharing/tools_of_visit.h"
 #include "request/texts.h"
 #include "request/visit.h"
 

@@ -6,6 +6,7 @@
 #include "base/dates.h"
 #include "base/text.h"
 #include "html/form_parts.h"
+#include "html/links.h"
 #include "pages/sharing/repetition_words.h"
 #include "request/page_context.h"
 #include "request/texts.h"
@@ -134,7 +135,7 @@ Html Buttons(const PageContext& context, const SharedCalendar& calendar, const I
     form.Add(HiddenText(text));
     form.Add("<INPUT TYPE=submit VALUE=\"{}\">\r\n", Attribute(LoadText(context, Text::kImport)));
   }
-  return form.Add("<A HREF=\"{}\">{}</A></FORM>\r\n", SharingLink(context, ""),
+  return form.Add("<A HREF=\"{}\">{}</A></FORM>\r\n", SharingLink(context),
                   Word(context, Text::kCancelImport));
 }
 

@@ -20,6 +20,8 @@ Text LabelOf(Repetition repetition) {
       return Text::kRepeatsMonthly;
     case Repetition::kYearly:
       return Text::kRepeatsYearly;
+    case Repetition::kListed:
+      return Text::kRepeatsOnListedDays;
     default:
       return Text::kNoRepetition;
   }

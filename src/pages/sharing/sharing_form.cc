@@ -183,7 +183,7 @@ void AddImportSection(Html& page, const PageContext& context, const SharingConte
 void AddExportSection(Html& page, const PageContext& context, const SharingContent& content) {
   page.Add(SectionOpen(Label(context, Text::kExport)));
   page.Add("<P>{}</P>\r\n", Label(context, Text::kExportIntroduction));
-  page.Add("<FORM METHOD=get ACTION=\"{}\">{}", SharingLink(context, ""), HiddenField("act", "export"));
+  page.Add("<FORM METHOD=get ACTION=\"{}\">{}", SharingLink(context), HiddenField("act", "export"));
   page.Add(CalendarList(context, "source", content.User, [](const SharedCalendar&) { return true; }));
   page.Add(TextField(context, Text::kExportFrom, "date1", content.Typed.FirstDay));
   page.Add(TextField(context, Text::kExportTo, "date2", content.Typed.LastDay));

@@ -6,10 +6,6 @@
 
 namespace orlune {
 
-Html SharingLink(const PageContext& context, Markup query) {
-  return Html("{}/sharing{}", Attribute(context.Hosting.ScriptName), query);
-}
-
 Html Typed(std::string_view text) {
   return Html("{}", OptionLabel(WithReferencesShown(text)));
 }

@@ -11,9 +11,6 @@ struct PageContext;
 struct SharedCalendar;
 struct Visit;
 
-/// The URL of the sharing page with the query `query`.
-Html SharingLink(const PageContext& context, Markup query);
-
 /// A text that users typed, as it is.
 Html Typed(std::string_view text);
 
