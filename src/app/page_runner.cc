@@ -1,5 +1,6 @@
 #include "app/page_runner.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orlune {
@@ -26,12 +27,18 @@ PageWithSessions MakePage(const PageConfiguration& configuration, const std::str
           resources.Sessions};
 }
 
+bool IsSharing(const PageConfiguration& configuration) {
+  return std::ranges::any_of(configuration.Properties, [](const PropertyValue& property) {
+    return property.Property->Name == "Sharing" && std::get<bool>(property.Value);
+  });
+}
+
 }  // namespace
 
 HostedPage MakePage(const PageConfiguration& configuration, const std::string& database,
                     const PageResources& writing, const PageResources& reading) {
   return {configuration.Path, MakePage(configuration, database, writing),
-          MakePage(configuration, database, reading), Orlune::Companions()};
+          MakePage(configuration, database, reading), Orlune::Companions(IsSharing(configuration))};
 }
 
 }  // namespace orlune

@@ -212,6 +212,7 @@ void Serve(const ServeOptions& options) {
          .Log = *log,
          .Answer = [&website](const RequestMessage& request) { return website.Answer(request); },
          .AnswerAtOnce = [&website](const RequestMessage& request) { return website.AnswerAtOnce(request); },
+         .BodyRulesAt = [&website](std::string_view path) { return website.BodyRulesOf(path); },
          .IsLogin = &IsLogin,
          .WaitingThreads = waitingThreads,
          .Certificate = certificate,

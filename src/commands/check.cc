@@ -44,6 +44,7 @@ void CheckRows(DatabaseMaintenance& database, const dialect::Catalogue& tables, 
   checkTable("Events", CheckEvents);
   checkTable("Messages", CheckMessages);
   checkTable("GroupViews", CheckGroupViews);
+  Guarded(findings, [&] { CheckSharing(database, tables, names, findings); });
 }
 
 }  // namespace

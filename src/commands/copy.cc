@@ -6,12 +6,15 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "commands/current_tables.h"
 #include "commands/table_copy.h"
 #include "store/schema_upgrade.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {
@@ -53,6 +56,15 @@ bool HasAnyAddition(const dialect::Catalogue& catalogue) {
   return false;
 }
 
+/// The sharing tables that a copy of `source` has as well.
+std::vector<dialect::Table> CopiedSharingTables(const dialect::Catalogue& source) {
+  std::vector<dialect::Table> copied;
+  for (dialect::Table& table : SharingTables().Tables) {
+    if (!IsOfOneDatabase(table.Name) && Covers(source, {{table}})) copied.push_back(std::move(table));
+  }
+  return copied;
+}
+
 class Copy {
  public:
   Copy(const NamedDatabase& from, const NamedDatabase& to, std::ostream& output, CopyProgress& progress)
@@ -85,6 +97,7 @@ class Copy {
   std::unique_ptr<DatabaseMaintenance> target_;
   SchemaForm form_ = SchemaForm::kCurrent;
   dialect::Catalogue tables_;
+  bool hasSharingTables_ = false;
 };
 
 void Copy::Run() {
@@ -109,8 +122,13 @@ void Copy::OpenSource() {
   source_ = from_.Engine.OpenToRead(from_.Address);
   if (const auto origin = source_->UnfinishedCopySource())
     Refuse("{} is itself an incomplete copy of {}; finish that copy first", FromName(), *origin);
-  form_ = FormOf(source_->Tables());
+  const dialect::Catalogue present = source_->Tables();
+  form_ = FormOf(present);
   tables_ = TablesInForm(form_);
+  for (dialect::Table& table : CopiedSharingTables(present)) {
+    tables_.Tables.push_back(std::move(table));
+    hasSharingTables_ = true;
+  }
 }
 
 SchemaForm Copy::FormOf(const dialect::Catalogue& catalogue) const {
@@ -137,25 +155,30 @@ void Copy::OpenTarget() {
 
 void Copy::MarkAsIncomplete() {
   const dialect::Catalogue present = target_->Tables();
-  for (const dialect::Table& table : TablesInForm(SchemaForm::kCurrent).Tables) {
-    if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0)
-      Refuse("{} is not empty: table {} has rows; name another target", ToName(), table.Name);
+  for (const dialect::Catalogue& ours : {TablesInForm(SchemaForm::kCurrent), tables_}) {
+    for (const dialect::Table& table : ours.Tables) {
+      if (present.Find(table.Name) != nullptr && target_->RowCount(table.Name) > 0)
+        Refuse("{} is not empty: table {} has rows; name another target", ToName(), table.Name);
+    }
   }
   if (form_ == SchemaForm::kCurrent) UpgradeSchema(*to_.Engine.Connect(to_.Address));
+  if (hasSharingTables_) CreateSharingTables(*to_.Engine.Connect(to_.Address));
   target_->MarkUnfinishedCopy(LastingName(from_.Address));
 }
 
 bool Copy::Compare() {
-  constexpr std::string_view kLine = "{:<14}{:>12}{:>12}  {}\n";
+  constexpr std::string_view kLine = "{:<{}}{:>12}{:>12}  {}\n";
+  const int width = hasSharingTables_ ? 18 : 14;
   LostFields lost;
   LostFields ofTarget;
   bool isEqual = true;
-  std::string lines = fmt::format(kLine, "table", "rows", "copied", "checksum");
+  std::string lines = fmt::format(kLine, "table", width, "rows", "copied", "checksum");
   for (const dialect::Table& table : tables_.Tables) {
     const TableSummary source = Summarise(table, *source_, "source", lost, progress_);
     const TableSummary target = Summarise(table, *target_, "copy", ofTarget, progress_);
     const std::string verdict = source == target ? "same" : target.Checksum + "  DIFFERENT";
-    lines += fmt::format(kLine, table.Name, source.Rows, target.Rows, source.Checksum + "  " + verdict);
+    lines +=
+        fmt::format(kLine, table.Name, width, source.Rows, target.Rows, source.Checksum + "  " + verdict);
     isEqual = isEqual && source == target;
   }
   output_ << lines;
@@ -172,7 +195,7 @@ void Copy::NoteLostFields(const LostFields& lost) {
 
 void Copy::NoteWhatIsNotCopied() {
   for (const dialect::Table& table : source_->Tables().Tables) {
-    if (dialect::SameName(table.Name, kSessionsTable)) continue;
+    if (dialect::SameName(table.Name, kSessionsTable) || IsOfOneDatabase(table.Name)) continue;
     const dialect::Table* copied = tables_.Find(table.Name);
     if (copied == nullptr) {
       output_ << fmt::format("note: table {} is not part of a calendar, not copied\n", table.Name);

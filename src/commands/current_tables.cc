@@ -36,6 +36,50 @@ constexpr std::array<ColumnOfTable, 15> kAdditions{{
     {"EventTypes", "FileName", ColumnType::kText},
 }};
 
+constexpr std::array<ColumnOfTable, 41> kSharingColumns{{
+    {"EventDays", "DayID", ColumnType::kCounter},
+    {"EventDays", "EventID", ColumnType::kLong},
+    {"EventDays", "EventDay", ColumnType::kDateTime},
+    {"EventDays", "Role", ColumnType::kText},
+    {"CalendarObjects", "ObjectID", ColumnType::kCounter},
+    {"CalendarObjects", "ResourceName", ColumnType::kText},
+    {"CalendarObjects", "UID", ColumnType::kText},
+    {"CalendarObjects", "ObjectText", ColumnType::kMemo},
+    {"CalendarObjects", "RowsDigest", ColumnType::kText},
+    {"CalendarObjects", "ListedUntil", ColumnType::kDateTime},
+    {"ObjectEvents", "ObjectEventID", ColumnType::kCounter},
+    {"ObjectEvents", "ObjectID", ColumnType::kLong},
+    {"ObjectEvents", "EventID", ColumnType::kLong},
+    {"ObjectEvents", "Place", ColumnType::kLong},
+    {"CalendarChanges", "ChangeID", ColumnType::kCounter},
+    {"CalendarChanges", "Calendar", ColumnType::kText},
+    {"CalendarChanges", "ResourceName", ColumnType::kText},
+    {"CalendarChanges", "Moment", ColumnType::kLong},
+    {"CalendarLogs", "LogID", ColumnType::kCounter},
+    {"CalendarLogs", "LogName", ColumnType::kText},
+    {"CalendarLogs", "TrimmedTo", ColumnType::kLong},
+    {"ExchangeIdentity", "IdentityID", ColumnType::kCounter},
+    {"ExchangeIdentity", "DatabaseName", ColumnType::kText},
+    {"AppPasswords", "PasswordID", ColumnType::kCounter},
+    {"AppPasswords", "Login", ColumnType::kText},
+    {"AppPasswords", "Label", ColumnType::kText},
+    {"AppPasswords", "Digest", ColumnType::kText},
+    {"AppPasswords", "Created", ColumnType::kDateTime},
+    {"AppPasswords", "LastUsed", ColumnType::kDateTime},
+    {"SecretLinks", "LinkID", ColumnType::kCounter},
+    {"SecretLinks", "Login", ColumnType::kText},
+    {"SecretLinks", "Calendar", ColumnType::kText},
+    {"SecretLinks", "Label", ColumnType::kText},
+    {"SecretLinks", "Digest", ColumnType::kText},
+    {"SecretLinks", "Created", ColumnType::kDateTime},
+    {"SecretLinks", "LastUsed", ColumnType::kDateTime},
+    {"DeviceSettings", "SettingID", ColumnType::kCounter},
+    {"DeviceSettings", "Login", ColumnType::kText},
+    {"DeviceSettings", "Calendar", ColumnType::kText},
+    {"DeviceSettings", "Colour", ColumnType::kText},
+    {"DeviceSettings", "Position", ColumnType::kText},
+}};
+
 /// Converted to `FirstDayOfWeek` and dropped.
 constexpr std::string_view kDropped = "MondayFirst";
 
@@ -67,6 +111,17 @@ dialect::Catalogue TablesInForm(SchemaForm form) {
     for (const ColumnOfTable& addition : kAdditions) Add(catalogue, addition);
   }
   return catalogue;
+}
+
+dialect::Catalogue SharingTables() {
+  dialect::Catalogue catalogue;
+  for (const ColumnOfTable& column : kSharingColumns) Add(catalogue, column);
+  return catalogue;
+}
+
+bool IsOfOneDatabase(std::string_view sharingTable) {
+  return dialect::SameName(sharingTable, "CalendarChanges") ||
+         dialect::SameName(sharingTable, "CalendarLogs");
 }
 
 bool IsAddedByUpgrade(std::string_view table, std::string_view column) {

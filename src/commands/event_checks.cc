@@ -57,7 +57,7 @@ std::string_view UnreadableRulePart(const TableScan& row, const EventColumns& co
   if (!type) return "Type";
   if (type == Repetition::kNone) return "";
   if (!std::holds_alternative<Date>(row.Get(columns.EndDate))) return "EndDate";
-  if (type == Repetition::kDaily) return "";
+  if (type == Repetition::kDaily || type == Repetition::kListed) return "";
   if (type == Repetition::kByWeekday) {
     if (!AreNumbers(row.Text(columns.RepeatWeekday), 7)) return "RepeatWeekday";
     return FrequencyOf(row.Text(columns.RepeatFrequency)) ? "" : "RepeatFrequency";

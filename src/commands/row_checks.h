@@ -25,4 +25,9 @@ void CheckMessages(DatabaseMaintenance& database, const dialect::Table& messages
 void CheckGroupViews(DatabaseMaintenance& database, const dialect::Table& groupViews,
                      const CalendarNames& names, Findings& findings);
 
+/// What refers to events, objects, users and calendars that are gone, and events without their days, in the
+/// tables of shared calendars, as far as `tables` has them.
+void CheckSharing(DatabaseMaintenance& database, const dialect::Catalogue& tables, const CalendarNames& names,
+                  Findings& findings);
+
 }  // namespace orlune

@@ -1,6 +1,7 @@
 #include "commands/schema_check.h"
 
 #include <string>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -20,6 +21,8 @@ constexpr FindingKind kNotUpgraded{"Missing tables and columns of this version",
 constexpr FindingKind kWrongType{"Columns of the wrong type", "change the type by hand, or restore a backup"};
 constexpr FindingKind kIndex{"Missing indexes, which make pages slow",
                              "the next start of a server that may write to the database creates them"};
+constexpr FindingKind kTrigger{"Missing triggers, without which devices do not learn of changes",
+                               "the next start of a server that may write to the database creates them"};
 constexpr FindingKind kCounter{
     "Counters below the highest number in their tables, so that new rows could get a number in use",
     "copy the rows to a new database with \"orlune copy\""};
@@ -64,6 +67,13 @@ void CheckCounter(DatabaseMaintenance& database, const dialect::Table& table, Fi
   findings.Add(kCounter, fmt::format("{}: highest number {}, counter at {}", table.Name, highest, last));
 }
 
+void AddReadable(DatabaseMaintenance& database, dialect::Table part, dialect::Catalogue& readable,
+                 Findings& findings) {
+  if (part.Counter() == nullptr) return;
+  CheckCounter(database, part, findings);
+  readable.Tables.push_back(std::move(part));
+}
+
 }  // namespace
 
 dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings) {
@@ -78,13 +88,15 @@ dialect::Catalogue CheckSchema(DatabaseMaintenance& database, Findings& findings
       findings.Add(IsAddedByUpgrade(wanted.Name, {}) ? kNotUpgraded : kMissing, "table " + wanted.Name);
       continue;
     }
-    dialect::Table part = ReadablePart(wanted, *found, findings);
-    if (part.Counter() == nullptr) continue;
-    CheckCounter(database, part, findings);
-    readable.Tables.push_back(std::move(part));
+    AddReadable(database, ReadablePart(wanted, *found, findings), readable, findings);
+  }
+  for (const dialect::Table& wanted : SharingTables().Tables) {
+    const dialect::Table* found = present.Find(wanted.Name);
+    if (found != nullptr) AddReadable(database, ReadablePart(wanted, *found, findings), readable, findings);
   }
   if (!copied) {
     for (const std::string& index : database.MissingIndexes()) findings.Add(kIndex, index);
+    for (const std::string& trigger : database.MissingTriggers()) findings.Add(kTrigger, trigger);
   }
   return readable;
 }

@@ -1,8 +1,7 @@
 #include "component/orlune.h"
 
-#include <array>
-
 #include "base/dates.h"
+#include "exchange/file_import.h"
 #include "pages/admin/admin_page.h"
 #include "pages/calendar/calendar_page.h"
 #include "pages/calendar/date_picker.h"
@@ -26,7 +25,6 @@ namespace {
 constexpr std::string_view kTexts = "/texts";
 constexpr std::string_view kHours = "/hours";
 constexpr std::string_view kSharing = "/sharing";
-constexpr std::array kCompanions{kTexts, kHours, kSharing};
 
 constexpr std::chrono::hours kTextsLifetime{1};
 
@@ -153,8 +151,10 @@ std::string Orlune::GetSessionData(std::string_view strKey) const {
   return Session().Get(strKey);
 }
 
-std::span<const std::string_view> Orlune::Companions() {
-  return kCompanions;
+std::vector<Companion> Orlune::Companions(bool isSharing) {
+  std::vector<Companion> companions{{kTexts}, {kHours}};
+  if (isSharing) companions.push_back({kSharing, true, kMostFileBytes});
+  return companions;
 }
 
 void Orlune::OnStartPage(const ScriptingContext& passedScriptingContext) {

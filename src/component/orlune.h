@@ -1,9 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/page_host.h"
 #include "platform/surroundings.h"
@@ -18,9 +18,9 @@ class Orlune {
  public:
   explicit Orlune(const Surroundings& surroundings);
 
-  /// What may follow the hosting page's address, such as "/texts": there it answers its script, in JSON and
-  /// without changing the session.
-  static std::span<const std::string_view> Companions();
+  /// Where else a hosting page answers: its script, in JSON and without changing the session, and with the
+  /// property `Sharing` those who exchange events.
+  static std::vector<Companion> Companions(bool isSharing);
 
   /// Sets the request to answer. Must be called before `Execute`.
   void OnStartPage(const ScriptingContext& passedScriptingContext);

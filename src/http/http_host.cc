@@ -78,6 +78,7 @@ class HttpHost::Daemon {
   const HostLimits limits_;
   const std::function<ReplyMessage(const RequestMessage&)> answer_;
   const std::function<std::optional<ReplyMessage>(const RequestMessage&)> answerAtOnce_;
+  const BodyRulesAt bodyRulesAt_;
   const std::vector<Header> commonHeaders_;
   const std::vector<Header> partHeaders_ = HeadersOfParts(commonHeaders_);
   const std::string noPlace_ = RawRefusal(BusyRefusal(MHD_HTTP_SERVICE_UNAVAILABLE), commonHeaders_);
@@ -98,6 +99,7 @@ HttpHost::Daemon::Daemon(HostParts parts)
     : limits_(parts.Limits),
       answer_(std::move(parts.Answer)),
       answerAtOnce_(std::move(parts.AnswerAtOnce)),
+      bodyRulesAt_(std::move(parts.BodyRulesAt)),
       commonHeaders_(std::move(parts.CommonHeaders)),
       proxies_(std::move(parts.Proxies)),
       certificate_(std::move(parts.Certificate)),
@@ -171,7 +173,7 @@ void* HttpHost::Daemon::OnTarget(void* self, const char* target, MHD_Connection*
   ClientConnection& client = ClientOf(connection);
   const Daemon& daemon = *static_cast<Daemon*>(self);
   const RequestReader& request =
-      client.StartRequest(target == nullptr ? "" : target, daemon.limits_.BodyBytes);
+      client.StartRequest(target == nullptr ? "" : target, daemon.limits_.BodyBytes, daemon.bodyRulesAt_);
   const bool isTls = daemon.certificate_ != nullptr;
   if (request.MustClose())
     client.Abort(isTls ? "" : RawRefusal(Refusal(request.RefusalStatus()), daemon.commonHeaders_));
@@ -212,8 +214,13 @@ MHD_Result HttpHost::Daemon::ReadHeaders(MHD_Connection* connection, std::string
 
 MHD_Result HttpHost::Daemon::ReadBody(MHD_Connection* connection, std::string_view piece) {
   ClientConnection& client = ClientOf(connection);
-  if (!piece.empty()) return client.Request().ReadBody(piece) ? MHD_YES : MHD_NO;
-  client.Request().End();
+  RequestReader& request = client.Request();
+  if (!piece.empty()) {
+    if (!request.ReadBody(piece)) return MHD_NO;
+    if (!client.HoldBody(request.KeptBytes())) request.RefuseBody(MHD_HTTP_SERVICE_UNAVAILABLE);
+    return MHD_YES;
+  }
+  request.End();
   return Reply(connection);
 }
 
@@ -222,7 +229,9 @@ MHD_Result HttpHost::Daemon::Reply(MHD_Connection* connection) {
   const RequestReader& request = client.Request();
   client.RequestReceived();
   if (const unsigned refusal = request.RefusalStatus(); refusal != 0)
-    return Queue(connection, Refusal(refusal), request.MustClose());
+    return Queue(connection,
+                 refusal == MHD_HTTP_SERVICE_UNAVAILABLE ? BusyRefusal(refusal) : Refusal(refusal),
+                 request.MustClose());
   std::optional<ReplyMessage> reply =
       answerAtOnce_ ? answerAtOnce_(request.Message()) : answer_(request.Message());
   return reply ? Queue(connection, *std::move(reply), request.MustClose()) : AnswerLater(connection);

@@ -44,6 +44,7 @@ struct HostParts {
   /// Called first, on the thread that serves the connection among many others: nothing when `Answer` has to
   /// be called, which then runs on another thread. Without it, `Answer` runs on the connection's thread.
   std::function<std::optional<ReplyMessage>(const RequestMessage&)> AnswerAtOnce = nullptr;
+  orlune::BodyRulesAt BodyRulesAt = nullptr;  ///< without it, all addresses take the same bodies
   std::function<bool(const RequestMessage&)> IsLogin = nullptr;  ///< has threads of its own for `Answer`
   std::size_t WaitingThreads = 8;  ///< for `Answer`; a quarter of it more for logins
   std::shared_ptr<const TlsCertificate> Certificate = nullptr;  ///< serves HTTPS when there is one

@@ -13,7 +13,7 @@
 
 namespace orlune {
 
-/// A request. Path and query are still encoded; the form is decoded, valid UTF-8.
+/// A request. Path and query are still encoded; the form is decoded, valid UTF-8 but for its files.
 struct RequestMessage {
   std::string Method;
   std::string Path;

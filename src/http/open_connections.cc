@@ -16,6 +16,7 @@ using std::chrono::milliseconds;
 
 // A thread that has read a request to its end may be about to say so.
 constexpr milliseconds kBetweenLooks(50);
+constexpr std::size_t kSmallBody = std::size_t{256} << 10U;
 constexpr std::size_t kSmallReply = std::size_t{64} << 10U;
 
 }  // namespace
@@ -24,8 +25,9 @@ ClientConnection::ClientConnection(OpenConnections& owner, int socket, std::size
                                    AdmissionTicket ticket)
     : owner_(owner), socket_(socket), thread_(thread), ticket_(std::move(ticket)) {}
 
-RequestReader& ClientConnection::StartRequest(std::string_view target, std::size_t maxBody) {
-  request_ = std::make_unique<RequestReader>(target, maxBody);
+RequestReader& ClientConnection::StartRequest(std::string_view target, std::size_t maxForm,
+                                              const BodyRulesAt& rulesAt) {
+  request_ = std::make_unique<RequestReader>(target, maxForm, rulesAt);
   const std::lock_guard lock(owner_.mutex_);
   if (phase_ == Phase::kKept) deadline_ = Clock::now() + owner_.limits_.Headers;
   return *request_;
@@ -51,6 +53,16 @@ void ClientConnection::WaitForReply() {
   owner_.Enter(*this, Phase::kWaiting, Clock::duration::zero());
 }
 
+bool ClientConnection::HoldBody(std::size_t bytes) {
+  const std::size_t counted = bytes <= kSmallBody ? 0 : bytes;
+  const std::lock_guard lock(owner_.mutex_);
+  const std::size_t others = owner_.bodyBytes_ - bodyBytes_;
+  const bool hasRoom = counted == 0 || others + counted <= owner_.limits_.BodyBytes;
+  bodyBytes_ = hasRoom ? counted : 0;
+  owner_.bodyBytes_ = others + bodyBytes_;
+  return hasRoom;
+}
+
 bool ClientConnection::HoldReply(std::size_t bytes) {
   const std::lock_guard lock(owner_.mutex_);
   const bool hasRoom = bytes <= kSmallReply || owner_.replyBytes_ + bytes <= owner_.limits_.ReplyBytes;
@@ -72,6 +84,7 @@ void ClientConnection::EndRequest() {
   request_ = nullptr;
   const std::lock_guard lock(owner_.mutex_);
   requestPlace_ = std::nullopt;
+  owner_.bodyBytes_ -= std::exchange(bodyBytes_, 0);
   owner_.replyBytes_ -= std::exchange(replyBytes_, 0);
   if (phase_ != Phase::kNew) owner_.Enter(*this, Phase::kKept, owner_.limits_.Idle);
 }
@@ -135,6 +148,7 @@ void OpenConnections::Forget(int socket) {
   const auto known = connections_.find(socket);
   if (known == connections_.end()) return;
   --CountAt(known->second.thread_, known->second.phase_);
+  bodyBytes_ -= known->second.bodyBytes_;
   replyBytes_ -= known->second.replyBytes_;
   connections_.erase(known);
 }

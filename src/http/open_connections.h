@@ -35,6 +35,7 @@ struct ConnectionLimits {
   std::chrono::milliseconds Idle{15'000};            ///< without a byte in either direction, whole seconds
   std::chrono::milliseconds FirstRequest{500};       ///< at a stop: until a new client's request is received
   std::chrono::milliseconds Stopping{10'000};        ///< at a stop: until all replies are sent
+  std::size_t BodyBytes = std::size_t{64} << 20U;    ///< of memory, for the large bodies of requests
   std::size_t ReplyBytes = std::size_t{256} << 20U;  ///< of memory, for the replies that are being sent
 };
 
@@ -52,7 +53,7 @@ class ClientConnection {
   void Use(TlsCertificate::Credentials credentials) { credentials_ = std::move(credentials); }
 
   /// A request with this target arrives.
-  RequestReader& StartRequest(std::string_view target, std::size_t maxBody);
+  RequestReader& StartRequest(std::string_view target, std::size_t maxForm, const BodyRulesAt& rulesAt);
   /// The request between `StartRequest` and `EndRequest`.
   RequestReader& Request() { return *request_; }
   /// The request's headers are complete: a stop waits for its reply from now on.
@@ -67,6 +68,9 @@ class ClientConnection {
   void GiveReply(ReplyMessage reply) { reply_ = std::move(reply); }
   /// The reply that was given, once.
   std::optional<ReplyMessage> TakeReply() { return std::exchange(reply_, std::nullopt); }
+  /// `bytes` of the request's body are kept. False when there is no room for them beside other bodies; then
+  /// they must be discarded. Small ones always have room.
+  bool HoldBody(std::size_t bytes);
   /// A reply of `bytes` of memory is there. False when there is no room for it beside those that are being
   /// sent; then the slowest are cut off, and there is soon. Small ones always have room.
   bool HoldReply(std::size_t bytes);
@@ -110,6 +114,7 @@ class ClientConnection {
   Phase phase_ = Phase::kAccepted;  // guarded by the owner, as all below
   Clock::time_point deadline_;
   std::optional<Window> window_;
+  std::size_t bodyBytes_ = 0;
   std::size_t replyBytes_ = 0;
   bool isCutOff_ = false;
   bool wasHungUp_ = false;  // when the watchdog last looked, in this phase
@@ -162,7 +167,8 @@ class OpenConnections {
   std::condition_variable phaseChanged_;
   std::unordered_map<int, ClientConnection> connections_;  // by socket
   std::vector<std::array<std::size_t, 7>> counts_;         // by thread and phase
-  std::size_t replyBytes_ = 0;                             // in all connections
+  std::size_t bodyBytes_ = 0;                              // in all connections, as those of replies
+  std::size_t replyBytes_ = 0;
   Clock::time_point newestServedAt_;
   HangUps hangUps_;
   std::unordered_set<int> hungUp_;  // sockets of clients that may wait for a reply only

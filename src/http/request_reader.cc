@@ -68,16 +68,18 @@ std::size_t AnnouncedLength(const NamedTexts& headers) {
 
 }  // namespace
 
-RequestReader::RequestReader(std::string_view target, std::size_t maxBody)
+RequestReader::RequestReader(std::string_view target, std::size_t maxForm, const BodyRulesAt& rulesAt)
     : targetEnd_(target.data() + target.size()),
       partsReader_(nullptr, &MHD_destroy_post_processor),
-      maxBody_(maxBody) {
+      maxBody_(maxForm) {
   if (IsTooLong(target)) RefuseAndClose(MHD_HTTP_URI_TOO_LONG);
   if (std::any_of(target.begin(), target.end(), IsBlankOrControl)) Refuse(MHD_HTTP_BAD_REQUEST);
   const std::string_view local = WithoutSite(target);
   const std::size_t question = local.find('?');
   message_.Path = local.substr(0, question);
   if (question != std::string_view::npos) message_.Query = local.substr(question + 1);
+  if (rulesAt) rules_ = rulesAt(message_.Path);
+  maxBody_ += rules_.MostFileBytes;
 }
 
 void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version) {
@@ -101,14 +103,18 @@ void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view met
 
 bool RequestReader::ReadBody(std::string_view piece) {
   bodyBytes_ += piece.size();
-  if (bodyBytes_ > maxBody_) {
-    refusal_ = MHD_HTTP_CONTENT_TOO_LARGE;
-    return bodyBytes_ <= kMaxDrainFactor * maxBody_;
-  }
+  if (bodyBytes_ > maxBody_) RefuseBody(MHD_HTTP_CONTENT_TOO_LARGE);
+  if (refusal_ != 0) return bodyBytes_ <= kMaxDrainFactor * maxBody_;
   if (isQueryForm_) queryForm_ += piece;
   if (partsReader_ != nullptr && MHD_post_process(partsReader_.get(), piece.data(), piece.size()) != MHD_YES)
     refusal_ = MHD_HTTP_BAD_REQUEST;
   return true;
+}
+
+void RequestReader::RefuseBody(unsigned status) {
+  Refuse(status);
+  message_.Form = {};
+  for (std::string* text : {&queryForm_, &fieldName_, &fieldValue_}) std::string().swap(*text);
 }
 
 void RequestReader::End() {
@@ -141,7 +147,8 @@ void RequestReader::ExpectForm(MHD_Connection* connection) {
 
 void RequestReader::CommitField() {
   if (!hasField_) return;
-  message_.Form.Add(RepairUtf8(std::move(fieldName_)), RepairUtf8(std::move(fieldValue_)));
+  if (!isFile_) fieldValue_ = RepairUtf8(std::move(fieldValue_));
+  message_.Form.Add(RepairUtf8(std::move(fieldName_)), fieldValue_);
   hasField_ = false;
 }
 
@@ -149,12 +156,19 @@ MHD_Result RequestReader::ReadPart(void* self, MHD_ValueKind /*kind*/, const cha
                                    const char* /*contentType*/, const char* /*encoding*/, const char* piece,
                                    std::uint64_t offset, std::size_t size) {
   RequestReader& reader = *static_cast<RequestReader*>(self);
-  if (name == nullptr || fileName != nullptr) return MHD_YES;
+  const bool isFile = fileName != nullptr;
+  if (name == nullptr || reader.refusal_ != 0) return MHD_YES;
+  if (isFile && reader.rules_.MostFileBytes == 0) return MHD_YES;
   if (offset == 0) {
     reader.CommitField();
     reader.fieldName_ = name;
     reader.fieldValue_.clear();
     reader.hasField_ = true;
+    reader.isFile_ = isFile;
+  }
+  if (isFile && reader.fieldValue_.size() + size > reader.rules_.MostFileBytes) {
+    reader.RefuseBody(MHD_HTTP_CONTENT_TOO_LARGE);
+    return MHD_YES;
   }
   reader.fieldValue_.append(piece, size);
   return MHD_YES;

@@ -8,6 +8,7 @@
 
 #include <microhttpd.h>
 
+#include "http/body_rules.h"
 #include "http/http_message.h"
 
 namespace orlune {
@@ -15,9 +16,9 @@ namespace orlune {
 /// Reads one request as libmicrohttpd hands it over, piece by piece.
 class RequestReader {
  public:
-  /// `target` is the address as it was sent, and outlives the reader. Refuses a form of more than `maxBody`
-  /// bytes.
-  RequestReader(std::string_view target, std::size_t maxBody);
+  /// `target` is the address as it was sent, and outlives the reader. Refuses a form that has more than
+  /// `maxForm` bytes beside a file. Without `rulesAt` all bodies are alike.
+  RequestReader(std::string_view target, std::size_t maxForm, const BodyRulesAt& rulesAt);
 
   bool HasHeaders() const { return hasHeaders_; }
   /// Reads what stands before the body. `version` points into the request, behind the target.
@@ -25,6 +26,10 @@ class RequestReader {
   /// Reads a piece of the body, and discards one that is too large, up to a limit: a browser shows a refusal
   /// only after it has sent everything. False when the limit is exceeded.
   bool ReadBody(std::string_view piece);
+  /// How much of the body is kept.
+  std::size_t KeptBytes() const { return refusal_ == 0 ? bodyBytes_ : 0; }
+  /// There is no memory for the body.
+  void RefuseBody(unsigned status);
   /// The body is complete.
   void End();
 
@@ -52,6 +57,8 @@ class RequestReader {
   std::string fieldName_;
   std::string fieldValue_;
   bool hasField_ = false;
+  bool isFile_ = false;
+  BodyRules rules_;
   std::size_t maxBody_;
   std::size_t bodyBytes_ = 0;
   unsigned refusal_ = 0;

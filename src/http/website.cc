@@ -54,10 +54,15 @@ ReplyMessage MethodNotAllowed(const char* allowed) {
   return reply;
 }
 
+/// The companion of `page` at `path`, or null.
+const Companion* FindCompanion(const HostedPage& page, std::string_view path) {
+  if (!path.starts_with(page.Path)) return nullptr;
+  const auto found = std::ranges::find(page.Companions, path.substr(page.Path.size()), &Companion::Name);
+  return found == page.Companions.end() ? nullptr : &*found;
+}
+
 bool IsAddressOf(const HostedPage& page, std::string_view path) {
-  if (!path.starts_with(page.Path)) return false;
-  path.remove_prefix(page.Path.size());
-  return path.empty() || std::ranges::find(page.Companions, path) != page.Companions.end();
+  return path == page.Path || FindCompanion(page, path) != nullptr;
 }
 
 bool IsReading(const RequestMessage& request) {
@@ -72,6 +77,12 @@ std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request)
   } catch (const WriteRefused&) {
     return std::nullopt;
   }
+}
+
+BodyRules Website::BodyRulesOf(std::string_view path) const {
+  const HostedPage* page = FindPage(path);
+  const Companion* companion = page == nullptr ? nullptr : FindCompanion(*page, path);
+  return {companion == nullptr ? 0 : companion->MostFileBytes};
 }
 
 ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
@@ -107,8 +118,10 @@ const HostedPage* Website::FindPage(std::string_view path) const {
 
 ReplyMessage Website::AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                                  const Sender& sender) {
-  if (message.Path != page.Path && !IsReading(message)) return MethodNotAllowed("GET, HEAD");
-  if (!IsReading(message) && message.Method != "POST") return MethodNotAllowed("GET, HEAD, POST");
+  const Companion* companion = FindCompanion(page, message.Path);
+  const bool takesForms = companion == nullptr || companion->TakesForms;
+  if (!IsReading(message) && !(takesForms && message.Method == "POST"))
+    return MethodNotAllowed(takesForms ? "GET, HEAD, POST" : "GET, HEAD");
   const DateTime now = parts_.Clock.Now();
   HttpRequest request(message, page.Path, parts_.Sealer, now.Day, sender);
   const bool couldChange = CouldChangeSomething(message, request.Query());

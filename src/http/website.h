@@ -3,13 +3,13 @@
 #include <chrono>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <spdlog/logger.h>
 
+#include "http/body_rules.h"
 #include "http/http_message.h"
 #include "http/known_links.h"
 #include "http/page_compression.h"
@@ -39,8 +39,7 @@ struct HostedPage {
   PageWithSessions Writing;
   /// Throws WriteRefused when the database would have to be written to.
   PageWithSessions Reading;
-  /// What else may follow the path, such as "/texts"; for reading only.
-  std::span<const std::string_view> Companions{};
+  std::vector<Companion> Companions{};
 };
 
 struct WebsiteParts {
@@ -66,6 +65,8 @@ class Website {
   /// The same without ever waiting for a writer of the database: nothing, without any effect, for what is
   /// posted and for any other request that turns out to write.
   std::optional<ReplyMessage> AnswerAtOnce(const RequestMessage& request);
+
+  BodyRules BodyRulesOf(std::string_view path) const;
 
  private:
   ReplyMessage AnswerWith(Access access, const RequestMessage& request);

@@ -9,8 +9,16 @@
 
 namespace orlune {
 
-/// What the browser sent, decoded: every text is valid UTF-8, and the values of a name that was sent several
-/// times are joined with ", ". The views are valid as long as the request; what is absent is "".
+/// What may follow a hosting page's own address and is answered by it, in the same session.
+struct Companion {
+  std::string_view Name;          ///< such as "/texts"
+  bool TakesForms = false;        ///< else it only reads
+  std::size_t MostFileBytes = 0;  ///< of the largest file in a posted form; 0: files are left out
+};
+
+/// What the browser sent, decoded: every text is valid UTF-8, but for files, and the values of a name that
+/// was sent several times are joined with ", ". The views are valid as long as the request; what is absent is
+/// "".
 class Request {
  public:
   virtual ~Request() = default;
@@ -18,12 +26,14 @@ class Request {
   virtual std::string_view QueryParameter(std::string_view name) const = 0;
   /// The whole query as it was sent, still encoded, without its "?".
   virtual std::string_view QueryString() const = 0;
+  /// Of a posted file, its content as it is.
   virtual std::string_view FormField(std::string_view name) const = 0;
   /// How many different fields the posted form holds; 0 without a form.
   virtual std::size_t FormFieldCount() const = 0;
   /// The sub-key `key` of the cookie `cookie`.
   virtual std::string_view CookieValue(std::string_view cookie, std::string_view key) const = 0;
-  /// "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "HTTP_HOST", the server's name with its port, "HTTPS", "on" or
+  /// "HTTP_USER_AGENT", "HTTP_ACCEPT_LANGUAGE", "HTTP_HOST", the server's name with its port, "HTTPS", "on"
+  /// or
   /// "", "REMOTE_ADDR", the visitor's address, "SCRIPT_NAME", the hosting page's own path, or "PATH_INFO",
   /// what follows it in the address: "" or such as "/texts".
   virtual std::string_view ServerVariable(std::string_view name) const = 0;

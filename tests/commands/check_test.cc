@@ -91,6 +91,40 @@ TEST_F(CheckTest, FindsEachFaultAndItsPlace) {
   }
 }
 
+TEST_F(CheckTest, FindsWhatSharedCalendarsHaveLost) {
+  const std::string event =
+      "INSERT INTO Events (Owner, Type, BeginDate, EndDate) VALUES ('ben', 'listed', '3/5/2004', '3/9/2004')";
+  const std::string day = "INSERT INTO EventDays (EventID, EventDay, Role) VALUES ";
+  const std::string object = "INSERT INTO CalendarObjects (ResourceName) VALUES ('a.ics')";
+  const std::pair<Texts, std::string> cases[] = {
+      {{event, day + "(1, '3/5/2004', 'left out')"}, "Events without their listed days"},
+      {{event, day + "(1, '3/5/2004', 'listed')", day + "(2, '3/5/2004', 'listed')"},
+       "EventDays 2: event 2\n"},
+      {{event, day + "(1, '3/5/2004', 'listed')", day + "(1, '3/6/2004', 'other')"},
+       "EventDays 2: \"other\"\n"},
+      {{object}, "  object 1\n"},
+      {{event, day + "(1, '3/5/2004', 'listed')",
+        "INSERT INTO ObjectEvents (ObjectID, EventID) VALUES (4, 1)"},
+       "ObjectEvents 1: object 4\n"},
+      {{"INSERT INTO AppPasswords (Login) VALUES ('team')"}, "AppPasswords 1 of \"team\"\n"},
+  };
+  for (const auto& [breaks, found] : cases) {
+    DatabasePlace place;
+    MakeShared(place);
+    for (const std::string& statement : breaks) Run(place, Spliced(statement, {}));
+    ExpectOne(place, found);
+  }
+  DatabasePlace place;
+  MakeShared(place);
+  Run(place, Statement("INSERT INTO SecretLinks (Login, Calendar) VALUES ('ben', '@view')"));
+  Run(place, Statement("INSERT INTO SecretLinks (Login, Calendar) VALUES ('ben', 'gone')"));
+  ExpectOne(place, "SecretLinks 2: \"gone\"\n", true);
+  place.RunNative(place.Kind() == Engine::kSqlite ? "DROP TRIGGER OrluneEventsUPDATE"
+                                                  : "DROP TRIGGER \"OrluneEventsUPDATE\" ON \"Events\"");
+  EXPECT_FALSE(Check(place));
+  EXPECT_NE(output_.str().find("  OrluneEventsUPDATE\n"), std::string::npos) << output_.str();
+}
+
 TEST_F(CheckTest, PrintsTheFirstPlacesOfMany) {
   DatabasePlace place;
   Make(place);

@@ -10,6 +10,7 @@
 #include "drivers/engines/database_engines.h"
 #include "drivers/regional.h"
 #include "store/schema_upgrade.h"
+#include "store/sharing_tables.h"
 #include "store/statement.h"
 #include "support/test_database.h"
 
@@ -53,6 +54,11 @@ class CommandsFixture : public ::testing::Test {
   void MakeCurrent(const DatabasePlace& place) {
     Make(place);
     UpgradeSchema(*place.MakeDriver(regional_)->Open(place.Path()));
+  }
+  /// With the tables of shared calendars.
+  void MakeShared(const DatabasePlace& place) {
+    MakeCurrent(place);
+    CreateSharingTables(*place.MakeDriver(regional_)->Open(place.Path()));
   }
 
   RegionalSettings regional_ = AmericanSettings();

@@ -205,6 +205,33 @@ TEST_P(CopyTest, CopiesADatabaseBeforeItsUpgrade) {
   EXPECT_EQ(NumberOf(rows->Get(0)), 1);
 }
 
+TEST_P(CopyTest, CopiesWhatDevicesHaveBrought) {
+  MakeShared(from_);
+  for (const Statement& statement :
+       {Statement("INSERT INTO Events (Owner, Type) VALUES ('ben', 'listed')"),
+        Statement("INSERT INTO EventDays (EventID, EventDay, Role) VALUES (1, '3/5/2004', 'listed')"),
+        Statement("INSERT INTO CalendarObjects (ResourceName, ObjectText) VALUES ('a.ics', 'BEGIN')"),
+        Statement("INSERT INTO ObjectEvents (ObjectID, EventID, Place) VALUES (1, 1, 0)"),
+        Statement("INSERT INTO ExchangeIdentity (DatabaseName) VALUES ('abc')"),
+        Statement("INSERT INTO AppPasswords (Login, Digest) VALUES ('ben', 'd')"),
+        Statement("INSERT INTO CalendarLogs (LogName, TrimmedTo) VALUES ('log', 0)")})
+    Run(from_, statement);
+  Copy();
+  EXPECT_TRUE(Contents(to_) == Contents(from_) && IsComplete(to_));
+  EXPECT_EQ(output_.str().find("note"), std::string::npos) << output_.str();
+  const auto source = OpenToRead(from_);
+  const auto target = OpenToRead(to_);
+  for (const dialect::Table& table : SharingTables().Tables) {
+    const auto rows = target->Rows(table, kBeforeFirstRow, 10);
+    EXPECT_EQ(rows, IsOfOneDatabase(table.Name) ? std::vector<StoredRow>()
+                                                : source->Rows(table, kBeforeFirstRow, 10))
+        << table.Name;
+  }
+  EXPECT_EQ(target->MissingTriggers(), std::vector<std::string>());
+  Run(to_, Statement("UPDATE Events SET EventName = 'x'"));
+  EXPECT_EQ(OpenToRead(to_)->RowCount("CalendarChanges"), 1);
+}
+
 TEST_P(CopyFromFileTest, ReportsWhatItCannotKeep) {
   MakeCurrent(from_);
   AddEvents(from_, 4);

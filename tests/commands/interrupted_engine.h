@@ -37,6 +37,7 @@ class InterruptedMaintenance : public DatabaseMaintenance {
 
   dialect::Catalogue Tables() override { return inner_->Tables(); }
   std::vector<std::string> MissingIndexes() override { return inner_->MissingIndexes(); }
+  std::vector<std::string> MissingTriggers() override { return inner_->MissingTriggers(); }
   std::vector<std::string> Damages() override { return inner_->Damages(); }
   std::int64_t RowCount(const std::string& table) override { return inner_->RowCount(table); }
   std::optional<std::int64_t> HighestNumber(const dialect::Table& table) override {

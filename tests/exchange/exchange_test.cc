@@ -199,11 +199,11 @@ TEST_F(Exchange, ListsEndlessSeriesFurtherAsTimePasses) {
   Put("anna", "m.ics", endless);
   const auto highest = [&] { return Objects("anna", "anna")[0].Object.Events[0].Days.Listed.back(); };
   const Date before = highest();
-  EXPECT_GT(before, year{2009} / 2 / 1);
+  EXPECT_TRUE(before > year{2009} / 2 / 1);
   ExchangeTools later = tools_;
-  later.Today += std::chrono::days{2 * 365};
+  later.Today += std::chrono::days{7 * 365};
   KeepUpExchange(*Open(), later);
-  EXPECT_GT(highest(), before + std::chrono::days{360});
+  EXPECT_TRUE(highest() > before + std::chrono::days{360});
   EXPECT_EQ(Text("anna", "anna"), endless);
 }
 
@@ -223,11 +223,12 @@ TEST_F(Exchange, FindsAppPasswordsAndLinksByTheirSecretsOnly) {
   EXPECT_FALSE(FindAppPassword(*connection, secrets_, "anna", password));
 
   const std::string link = MakeSecretLink(*connection, tools, "anna", "sales", "Screen").value();
-  EXPECT_EQ(FindSecretLink(*connection, secrets_, link)->Calendar, "sales");
+  const auto target = [&] { return FindSecretLink(*Open(), secrets_, link); };
+  EXPECT_EQ(target()->Calendar, "sales");
   Run(Statement("UPDATE Calendars SET Name = 'sellers' WHERE Name = 'sales'"));
-  EXPECT_EQ(FindSecretLink(*connection, secrets_, link)->Calendar, "sellers");
+  EXPECT_EQ(target()->Calendar, "sellers");
   Run(Statement("DELETE FROM Calendars WHERE Name = 'anna'"));
-  EXPECT_FALSE(FindSecretLink(*connection, secrets_, link));
+  EXPECT_FALSE(target());
 }
 
 }  // namespace

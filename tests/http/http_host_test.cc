@@ -134,14 +134,17 @@ TEST(HttpHost, AnswersUnderItsNames) {
   }
 }
 
+std::string FormPart(const std::string& about, const std::string& content) {
+  return "--bound\r\nContent-Disposition: form-data; " + about + "\r\n\r\n" + content + "\r\n";
+}
+
+const std::string kFormType = "Content-Type: multipart/form-data; boundary=bound\r\n";
+
 TEST(HttpHost, ReadsForms) {
   StartedHost host;
   host.Answer = Echo;
-  const auto part = [](const std::string& about, const std::string& content) {
-    return "--bound\r\nContent-Disposition: form-data; " + about + "\r\n\r\n" + content + "\r\n";
-  };
-  const std::string parts = part("name=\"x\"", "one") + part("name=\"x\"", "t&w%6f+\xFF\0"s) +
-                            part("name=\"y\"", "") + part("name=\"z\"; filename=\"f\"", "file");
+  const std::string parts = FormPart("name=\"x\"", "one") + FormPart("name=\"x\"", "t&w%6f+\xFF\0"s) +
+                            FormPart("name=\"y\"", "") + FormPart("name=\"z\"; filename=\"f\"", "file");
   const std::string query = "Application/x-www-form-urlencoded";
   const std::string multipart = "Multipart/form-data; boundary=bound";
   const std::string large(300'000, 'z');
@@ -164,6 +167,62 @@ TEST(HttpHost, ReadsForms) {
     EXPECT_EQ(answer.Status, c.Status) << c.Name;
     EXPECT_TRUE(answer.Body == c.Expected || c.Status != 200) << c.Name << answer.Body.substr(0, 200);
   }
+}
+
+TEST(HttpHost, ReadsFilesWhereTheyAreTaken) {
+  StartedHost host;
+  host.Answer = [](const ScriptingContext& context) {
+    context.Response->SetDownload("Caf\xC3\xA9 \"1\".ics");
+    context.Response->Write(std::string(context.Request->FormField("file")) +
+                            std::string(context.Request->FormField("text")));
+  };
+  const auto file = [](const std::string& content) {
+    return FormPart("name=\"file\"; filename=\"f\"", content) + "--bound--\r\n";
+  };
+  const std::string most(500'000, 'z');
+  const struct {
+    const char *Name, *Target;
+    std::string Form, Headers, Expected;
+    int Status = 200;
+  } cases[] = {{"bytes as they are", "/a.asp/files", file("\xFF\0\r\n-"s), "", "\xFF\0\r\n-"s},
+               {"largest", "/a.asp/files", file(most), "", most},
+               {"too large", "/a.asp/files", file(most + "z"), "", "", 413},
+               {"far too large", "/a.asp/files", file(most + most + most + most), "", "", 413},
+               {"text like a file", "/a.asp/files",
+                FormPart("name=\"text\"", most + "\xFF" + most) + file(""), "", most + "\xEF\xBF\xBD" + most},
+               {"a page without files", "/a.asp", file("f"), "", ""},
+               {"no forms", "/a.asp/texts", file("f"), "", "", 405},
+               {"another site", "/a.asp/files", file("f"), "Origin: http://evil.example\r\n", "", 403}};
+  for (const auto& c : cases) {
+    const HttpAnswer answer =
+        Fetch(host.Address(), std::string("POST ") + c.Target, kFormType + c.Headers, c.Form);
+    EXPECT_EQ(answer.Status, c.Status) << c.Name;
+    EXPECT_TRUE(answer.Body == c.Expected || c.Status != 200) << c.Name << answer.Body.substr(0, 200);
+    EXPECT_EQ(answer.Header("Content-Disposition"),
+              c.Status == 200
+                  ? "attachment; filename=\"Caf____1_.ics\"; filename*=UTF-8''Caf%C3%A9%20%221%22.ics"
+                  : "")
+        << c.Name;
+  }
+}
+
+TEST(HttpHost, KeepsNoMoreOfLargeBodiesThanThereIsMemoryFor) {
+  HostLimits limits;
+  limits.Times.BodyBytes = 700'000;
+  StartedHost host(limits);
+  host.Answer = Echo;
+  const std::string large = "x=" + std::string(400'000, 'z');
+  HttpClient first(host.Address());
+  first.Send("POST /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\nContent-Length: 400002\r\n\r\n");
+  first.Send(large.substr(1));
+  HttpAnswer refused = Post(host.Address(), "/a.asp", large);
+  while (refused.Status == 200) refused = Post(host.Address(), "/a.asp", large);
+  EXPECT_EQ(refused.Status, 503);
+  EXPECT_NE(refused.Header("Retry-After"), "");
+  EXPECT_EQ(Post(host.Address(), "/a.asp", "x=1").Status, 200);
+  first.Send("z");
+  EXPECT_EQ(first.ReadAll().substr(9, 3), "200");
+  EXPECT_EQ(Post(host.Address(), "/a.asp", large).Status, 200);
 }
 
 TEST(HttpHost, RefusesWhatIsTooLarge) {

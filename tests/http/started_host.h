@@ -39,28 +39,30 @@ class BreakableSessions : public MemorySessionStore {
   }
 };
 
-/// A server on a free port with the pages "/a.asp", with "/a.asp/texts", and "/a.asp/b.asp", which answer as
-/// the test says.
+/// A server on a free port with the pages "/a.asp", with "/a.asp/texts" and "/a.asp/files", and
+/// "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
   explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
                        std::vector<std::string> allowedHosts = {}, SiteOptions options = {})
-      : website_({{{"/a.asp", PageWith(sessions_), PageWith(sessions_), kCompanions},
-                   {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
-                  StaticFiles(folder_.Path(), options),
-                  CookieSealer(SecretKey{1, 2, 3}),
-                  TrustedProxies(proxies),
-                  clock_,
-                  [this] { return IsHealthy; },
-                  log_,
-                  std::move(allowedHosts),
-                  options.Compresses}) {
+      : website_(
+            {{{"/a.asp", PageWith(sessions_), PageWith(sessions_), {{"/texts"}, {"/files", true, 500'000}}},
+              {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
+             StaticFiles(folder_.Path(), options),
+             CookieSealer(SecretKey{1, 2, 3}),
+             TrustedProxies(proxies),
+             clock_,
+             [this] { return IsHealthy; },
+             log_,
+             std::move(allowedHosts),
+             options.Compresses}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(
         HostParts{std::move(socket), 2, limits, TrustedProxies(proxies), log_,
                   [this](const RequestMessage& request) { return website_.Answer(request); },
-                  [this](const RequestMessage& request) { return website_.AnswerAtOnce(request); }});
+                  [this](const RequestMessage& request) { return website_.AnswerAtOnce(request); },
+                  [this](std::string_view path) { return website_.BodyRulesOf(path); }});
   }
 
   const std::string& Address() const { return address_; }
@@ -79,8 +81,6 @@ class StartedHost {
   PageWithSessions PageWith(SessionStore& sessions) {
     return {[this](const ScriptingContext& context) { Answer(context); }, sessions};
   }
-
-  static constexpr std::string_view kCompanions[] = {"/texts"};
 
   BreakableSessions sessions_{std::chrono::minutes(60), 1000};
   MemorySessionStore otherSessions_{std::chrono::minutes(60), 1000};

@@ -139,6 +139,10 @@ std::vector<std::string> Maintenance::MissingIndexes() {
   return names;
 }
 
+std::vector<std::string> Maintenance::MissingTriggers() {
+  return NamesOfMissingTriggers(link_, Tables());
+}
+
 std::vector<std::string> Maintenance::Damages() {
   std::vector<std::string> damages = AskAll(
       "SELECT 'the index ' || c.relname || ' is not valid' FROM pg_class c JOIN pg_index i ON i.indexrelid = "

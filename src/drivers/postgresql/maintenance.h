@@ -20,6 +20,7 @@ class Maintenance : public DatabaseMaintenance {
 
   dialect::Catalogue Tables() override;
   std::vector<std::string> MissingIndexes() override;
+  std::vector<std::string> MissingTriggers() override;
   std::vector<std::string> Damages() override;
 
   std::int64_t RowCount(const std::string& table) override;

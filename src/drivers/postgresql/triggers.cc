@@ -52,21 +52,32 @@ std::vector<DefinedTrigger> Existing(Link& link) {
   return existing;
 }
 
+std::vector<Trigger> Missing(Link& link, const dialect::Catalogue& tables) {
+  std::vector<Trigger> missing = Possible(tables);
+  if (missing.empty()) return {};
+  const std::vector<DefinedTrigger> existing = Existing(link);
+  std::erase_if(missing, [&existing](const Trigger& trigger) {
+    return std::find(existing.begin(), existing.end(), Defined(trigger)) != existing.end();
+  });
+  return missing;
+}
+
 }  // namespace
 
+std::vector<std::string> NamesOfMissingTriggers(Link& link, const dialect::Catalogue& tables) {
+  std::vector<std::string> names;
+  for (const Trigger& trigger : Missing(link, tables)) names.push_back(trigger.Name);
+  return names;
+}
+
 std::vector<std::string> CreationOfMissingTriggers(Link& link, const dialect::Catalogue& tables) {
-  const std::vector<Trigger> possible = Possible(tables);
-  if (possible.empty()) return {};
-  const std::vector<DefinedTrigger> existing = Existing(link);
   std::vector<std::string> statements;
-  for (const Trigger& trigger : possible) {
-    const DefinedTrigger defined = Defined(trigger);
-    if (std::find(existing.begin(), existing.end(), defined) != existing.end()) continue;
+  for (const Trigger& trigger : Missing(link, tables)) {
     const std::string name = Quoted(trigger.Name);
     // Whoever writes to the tables need not have them in their search path.
     statements.push_back(fmt::format(
         "CREATE OR REPLACE FUNCTION {}() RETURNS trigger LANGUAGE plpgsql SET search_path FROM CURRENT AS {}",
-        name, dialect::TextLiteral(defined.Definition)));
+        name, dialect::TextLiteral(Defined(trigger).Definition)));
     statements.push_back(
         fmt::format("CREATE OR REPLACE TRIGGER {0} AFTER {1} ON {2} FOR EACH ROW EXECUTE FUNCTION {0}()",
                     name, trigger.Change, Quoted(trigger.Table)));

@@ -8,6 +8,9 @@
 
 namespace orlune::postgresql {
 
+/// Asks the server only when their tables are there. Throws DatabaseError.
+std::vector<std::string> NamesOfMissingTriggers(Link& link, const dialect::Catalogue& tables);
+
 /// The statements that create or replace the triggers that the schema lacks. Asks the server only when their
 /// tables are there. Throws DatabaseError.
 std::vector<std::string> CreationOfMissingTriggers(Link& link, const dialect::Catalogue& tables);

@@ -41,6 +41,8 @@ class DatabaseMaintenance {
   virtual dialect::Catalogue Tables() = 0;
   /// The missing indexes of the pages' queries, by name.
   virtual std::vector<std::string> MissingIndexes() = 0;
+  /// The missing triggers that log the changes of shared calendars, by name.
+  virtual std::vector<std::string> MissingTriggers() = 0;
   /// What the engine itself finds wrong, one sentence each.
   virtual std::vector<std::string> Damages() = 0;
 

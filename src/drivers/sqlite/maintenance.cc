@@ -12,6 +12,7 @@
 #include "drivers/schema/table_names.h"
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/indexes.h"
+#include "drivers/sqlite/triggers.h"
 #include "platform/database.h"
 
 namespace orlune::sqlite {
@@ -103,6 +104,10 @@ dialect::Catalogue Maintenance::Tables() {
 
 std::vector<std::string> Maintenance::MissingIndexes() {
   return NamesOfMissingIndexes(database_.get(), Tables());
+}
+
+std::vector<std::string> Maintenance::MissingTriggers() {
+  return NamesOfMissingTriggers(database_.get(), Tables());
 }
 
 std::vector<std::string> Maintenance::Damages() {

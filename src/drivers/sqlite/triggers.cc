@@ -52,6 +52,13 @@ bool Has(const std::vector<DefinedTrigger>& triggers, const DefinedTrigger& trig
   return std::find(triggers.begin(), triggers.end(), trigger) != triggers.end();
 }
 
+std::vector<Trigger> Missing(sqlite3* database, const dialect::Catalogue& catalogue) {
+  const std::vector<DefinedTrigger> existing = Existing(database);
+  std::vector<Trigger> missing = Possible(catalogue);
+  std::erase_if(missing, [&](const Trigger& trigger) { return Has(existing, Defined(trigger)); });
+  return missing;
+}
+
 void Drop(sqlite3* database, const Trigger& trigger) {
   Run(database, ("DROP TRIGGER IF EXISTS " + Quoted(trigger.Name)).c_str());
 }
@@ -81,13 +88,16 @@ std::vector<std::string> Triggers::WithWritten(std::vector<std::string> tables) 
   return all;
 }
 
+std::vector<std::string> NamesOfMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue) {
+  std::vector<std::string> names;
+  for (const Trigger& trigger : Missing(database, catalogue)) names.push_back(trigger.Name);
+  return names;
+}
+
 void CreateMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue) {
-  const std::vector<DefinedTrigger> existing = Existing(database);
-  for (const Trigger& trigger : Possible(catalogue)) {
-    const DefinedTrigger defined = Defined(trigger);
-    if (Has(existing, defined)) continue;
+  for (const Trigger& trigger : Missing(database, catalogue)) {
     Drop(database, trigger);
-    Run(database, defined.Definition.c_str());
+    Run(database, Defined(trigger).Definition.c_str());
   }
 }
 

@@ -35,6 +35,9 @@ class Triggers {
   bool hasOthers_ = false;
 };
 
+/// Throws DatabaseError.
+std::vector<std::string> NamesOfMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue);
+
 /// Creates or replaces the missing triggers of ours. Throws DatabaseError.
 void CreateMissingTriggers(sqlite3* database, const dialect::Catalogue& catalogue);
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "exchange/calendar_text.h"
+#include "icalendar/time_zones.h"
+
+namespace orlune {
+
+// What clients ask for besides whole objects; see `CalendarText`.
+
+std::string ExpandedText(std::string_view text, const UtcPeriod& period,
+                         std::shared_ptr<const NamedZone> server);
+bool HasProperties(std::string_view text, std::span<const PropertyFilter> filters);
+std::string FreeBusyCalendar(const UtcPeriod& period, std::span<const BusyPeriod> busy);
+
+}  // namespace orlune

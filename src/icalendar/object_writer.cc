@@ -1,0 +1,95 @@
+#include "icalendar/object_writer.h"
+
+#include <algorithm>
+
+#include "icalendar/event_writer.h"
+#include "icalendar/line_writer.h"
+
+namespace orlune {
+namespace {
+
+constexpr std::size_t kUsualBytes = 1024;
+constexpr std::size_t kMostSingleDays = 1000;
+// Rows do not tell when they were changed.
+constexpr std::string_view kStamp = "DTSTAMP:19700101T000000Z\r\n";
+
+void BeginEvent(std::string& text, std::string_view uid) {
+  text += "BEGIN:VEVENT\r\n";
+  AppendLine(text, "UID:", EscapedText(uid));
+  text += kStamp;
+}
+
+void EndEvent(std::string& text, const OL_Event& event) {
+  EventWriter::AppendTexts(text, event);
+  text += "END:VEVENT\r\n";
+}
+
+}  // namespace
+
+std::string ObjectWriter::RowsOf(const CalendarObject& object, const Week& week) const {
+  const EventWriter writer(zone_);
+  std::string text;
+  for (const ObjectEvent& row : object.Events) {
+    const auto rule = RuleOf(row, week);
+    if (!rule) continue;
+    if (text.empty()) {
+      BeginEvent(text, object.Uid);
+      writer.AppendTimes(text, row.Event, *rule);
+      EndEvent(text, row.Event);
+      continue;
+    }
+    // Components that share a UID are changed occurrences of the first.
+    std::vector<Date> dates = DaysOf(row, week);
+    if (dates.size() > kMostSingleDays) dates.resize(kMostSingleDays);
+    for (const Date day : dates) {
+      BeginEvent(text, object.Uid);
+      writer.AppendBegin(text, "RECURRENCE-ID", row.Event, day);
+      writer.AppendTimesOn(text, row.Event, day);
+      EndEvent(text, row.Event);
+    }
+  }
+  return text;
+}
+
+std::string ObjectWriter::CalendarOf(const CalendarObject& object, const Week& week) const {
+  const std::string rows = RowsOf(object, week);
+  if (rows.empty()) return "";
+  std::string text;
+  text.reserve(kUsualBytes + rows.size() + zone_.Definition.size());
+  text += kCalendarBegin;
+  if (std::ranges::any_of(object.Events,
+                          [](const ObjectEvent& row) { return row.Event.BeginTime.has_value(); }))
+    text += zone_.Definition;
+  text += rows;
+  text += kCalendarEnd;
+  return text;
+}
+
+std::string ObjectWriter::EntryOf(const CalendarObject& object, const Week& week) const {
+  std::string text;
+  text.reserve(kUsualBytes);
+  for (const ObjectEvent& row : object.Events) AppendFileRow(text, object, row, week);
+  return text;
+}
+
+void ObjectWriter::AppendFileRow(std::string& text, const CalendarObject& object, const ObjectEvent& row,
+                                 const Week& week) const {
+  const auto rule = RuleOf(row, week);
+  if (!rule) return;
+  const EventWriter writer(zone_);
+  const std::string uid = row.Place == 0 ? object.Uid : object.Uid + "-" + std::to_string(row.Place);
+  if (rule->More.empty()) {
+    BeginEvent(text, uid);
+    writer.AppendTimes(text, row.Event, *rule);
+    return EndEvent(text, row.Event);
+  }
+  std::vector<Date> dates = rule->More;
+  dates.insert(dates.begin(), rule->First);
+  for (const Date day : dates) {
+    BeginEvent(text, uid + "-" + DateText(day));
+    writer.AppendTimesOn(text, row.Event, day);
+    EndEvent(text, row.Event);
+  }
+}
+
+}  // namespace orlune
