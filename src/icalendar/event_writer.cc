@@ -132,11 +132,9 @@ void EventWriter::AppendListedTimes(std::string& text, std::span<const ObjectEve
 
 void EventWriter::AppendTexts(std::string& text, const OL_Event& event) {
   AppendLine(text, "SUMMARY:", EscapedText(PlainText(event.EventName)));
-  if (!event.Comments.empty())
-    AppendLine(text, "DESCRIPTION:", EscapedText(PlainText(event.Comments)));
+  if (!event.Comments.empty()) AppendLine(text, "DESCRIPTION:", EscapedText(PlainText(event.Comments)));
   AppendLine(text, "CLASS:", event.Private ? "PRIVATE" : "PUBLIC");
-  if (!event.EventType.empty())
-    AppendLine(text, "CATEGORIES:", EscapedText(PlainText(event.EventType)));
+  if (!event.EventType.empty()) AppendLine(text, "CATEGORIES:", EscapedText(PlainText(event.EventType)));
   if (event.SuggestState == SuggestionState::kUndecided) AppendLine(text, "STATUS:TENTATIVE");
   if (event.SuggestState == SuggestionState::kAccepted) AppendLine(text, "STATUS:CONFIRMED");
   if (event.SuggestState == SuggestionState::kDeclined) AppendLine(text, "TRANSP:TRANSPARENT");
