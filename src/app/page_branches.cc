@@ -48,7 +48,7 @@ BranchAnswer MakeFeeds(const PageConfiguration& page, const PagePlace& place, Ac
 
 std::vector<PageBranch> MakeBranches(const PageConfiguration& page, const PagePlace& place,
                                      const ExchangeSurroundings& surroundings) {
-  return {{kCalDavPrefix, MakeCalDav(page, place, Access::kReadAndWrite, surroundings),
+  return {{std::string(kCalDavPrefix), MakeCalDav(page, place, Access::kReadAndWrite, surroundings),
            MakeCalDav(page, place, Access::kRead, surroundings), kMostCalDavBytes, false},
           {kFeedPrefix, MakeFeeds(page, place, Access::kReadAndWrite, surroundings),
            MakeFeeds(page, place, Access::kRead, surroundings), 0, true}};

@@ -11,7 +11,6 @@
 
 namespace orlune {
 
-inline constexpr const char* kCalDavPrefix = "/dav/";
 /// Largest are the reports that name all events of a calendar.
 inline constexpr std::size_t kMostCalDavBytes = std::size_t{4} << 20U;
 

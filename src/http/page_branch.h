@@ -10,6 +10,9 @@
 
 namespace orlune {
 
+/// The branch that `/.well-known/caldav` leads to.
+inline constexpr std::string_view kCalDavPrefix = "/dav/";
+
 /// A request for an address below a hosting page's own that is answered without its session.
 struct BranchRequest {
   const RequestMessage& Message;

@@ -79,7 +79,7 @@ RequestReader::RequestReader(std::string_view target, std::size_t maxForm, const
   message_.Path = local.substr(0, question);
   if (question != std::string_view::npos) message_.Query = local.substr(question + 1);
   if (rulesAt) rules_ = rulesAt(message_.Path);
-  maxBody_ += rules_.MostFileBytes;
+  maxBody_ = std::max(maxBody_ + rules_.MostFileBytes, rules_.MostRawBytes);
 }
 
 void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version) {
@@ -98,13 +98,14 @@ void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view met
   const std::size_t announced = AnnouncedLength(message_.Headers);
   if (announced > maxBody_) Refuse(MHD_HTTP_CONTENT_TOO_LARGE);
   if (announced > kMaxDrainFactor * maxBody_) RefuseAndClose(MHD_HTTP_CONTENT_TOO_LARGE);
-  if (method == "POST" && refusal_ == 0) ExpectForm(connection);
+  if (method == "POST" && refusal_ == 0 && rules_.MostRawBytes == 0) ExpectForm(connection);
 }
 
 bool RequestReader::ReadBody(std::string_view piece) {
   bodyBytes_ += piece.size();
   if (bodyBytes_ > maxBody_) RefuseBody(MHD_HTTP_CONTENT_TOO_LARGE);
   if (refusal_ != 0) return bodyBytes_ <= kMaxDrainFactor * maxBody_;
+  if (rules_.MostRawBytes > 0) message_.Body += piece;
   if (isQueryForm_) queryForm_ += piece;
   if (partsReader_ != nullptr && MHD_post_process(partsReader_.get(), piece.data(), piece.size()) != MHD_YES)
     refusal_ = MHD_HTTP_BAD_REQUEST;
@@ -114,7 +115,8 @@ bool RequestReader::ReadBody(std::string_view piece) {
 void RequestReader::RefuseBody(unsigned status) {
   Refuse(status);
   message_.Form = {};
-  for (std::string* text : {&queryForm_, &fieldName_, &fieldValue_}) std::string().swap(*text);
+  for (std::string* text : {&message_.Body, &queryForm_, &fieldName_, &fieldValue_})
+    std::string().swap(*text);
 }
 
 void RequestReader::End() {

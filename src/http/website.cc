@@ -69,6 +69,23 @@ bool IsReading(const RequestMessage& request) {
   return request.Method == "GET" || request.Method == "HEAD";
 }
 
+/// The path as the log shows it, without secrets.
+std::string ShownPath(const HostedPage& page, const PageBranch& branch, const std::string& path) {
+  return branch.IsSecret ? page.Path + branch.Prefix + "***" : path;
+}
+
+ReplyMessage MovedTo(const std::string& path) {
+  ReplyMessage reply = RedirectTo(path);
+  reply.Status = 301;
+  return reply;
+}
+
+/// Where clients ask that know only the server's name (RFC 6764, section 5; "/" is what some try then).
+bool LooksForCalDav(const RequestMessage& request) {
+  return request.Path == "/.well-known/caldav" ||
+         (request.Path == "/" && (request.Method == "PROPFIND" || request.Method == "OPTIONS"));
+}
+
 }  // namespace
 
 std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request) {
@@ -80,9 +97,10 @@ std::optional<ReplyMessage> Website::AnswerAtOnce(const RequestMessage& request)
 }
 
 BodyRules Website::BodyRulesOf(std::string_view path) const {
+  if (const auto found = FindBranch(path)) return {.MostRawBytes = found->Branch.BodyBytes};
   const HostedPage* page = FindPage(path);
   const Companion* companion = page == nullptr ? nullptr : FindCompanion(*page, path);
-  return {companion == nullptr ? 0 : companion->MostFileBytes};
+  return {.MostFileBytes = companion == nullptr ? 0 : companion->MostFileBytes};
 }
 
 ReplyMessage Website::AnswerWith(Access access, const RequestMessage& request) {
@@ -99,15 +117,52 @@ bool Website::MayAnswer(const RequestMessage& request) const {
 }
 
 ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender) {
+  const auto begin = std::chrono::steady_clock::now();
+  if (const auto found = FindBranch(request.Path)) {
+    ReplyMessage reply = AnswerBranch(access, *found, request, sender);
+    LogReply(request, ShownPath(found->Page, found->Branch, request.Path), sender, reply, begin);
+    return reply;
+  }
   const HostedPage* page = FindPage(request.Path);
   if (page == nullptr) return AnswerOther(request);
-  const auto begin = std::chrono::steady_clock::now();
   ReplyMessage reply = AnswerPage(access, *page, request, sender);
   if (parts_.CompressesPages) compression_.Apply(request, sender.IsOverHttps, reply);
-  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
-  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method),
-                  request.Path, reply.Status, reply.BodySize(), spent.count());
+  LogReply(request, request.Path, sender, reply, begin);
   return reply;
+}
+
+void Website::LogReply(const RequestMessage& request, const std::string& shownPath, const Sender& sender,
+                       const ReplyMessage& reply, std::chrono::steady_clock::time_point begin) const {
+  const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
+  parts_.Log.info("{} {} {} {} {} bytes {:.1f} ms", sender.Address.Text(), OneLine(request.Method), shownPath,
+                  reply.Status, reply.BodySize(), spent.count());
+}
+
+std::optional<Website::FoundBranch> Website::FindBranch(std::string_view path) const {
+  for (const HostedPage& page : parts_.Pages) {
+    if (!path.starts_with(page.Path)) continue;
+    const std::string_view below = path.substr(page.Path.size());
+    for (const PageBranch& branch : page.Branches) {
+      const std::string_view prefix = branch.Prefix;
+      if (below.starts_with(prefix)) return FoundBranch{page, branch, below.substr(prefix.size())};
+      if (below == prefix.substr(0, prefix.size() - 1)) return FoundBranch{page, branch, ""};
+    }
+  }
+  return std::nullopt;
+}
+
+ReplyMessage Website::AnswerBranch(Access access, const FoundBranch& found, const RequestMessage& message,
+                                   const Sender& sender) const {
+  if (!message.Path.ends_with('/') && found.Rest.empty())
+    return MovedTo(found.Page.Path + found.Branch.Prefix);
+  const auto& answer = access == Access::kRead ? found.Branch.Reading : found.Branch.Writing;
+  try {
+    ReplyMessage reply = answer({message, sender, found.Page.Path, found.Rest});
+    reply.IsDocument = false;
+    return reply;
+  } catch (...) {
+    return ReplyToFailure(ShownPath(found.Page, found.Branch, message.Path));
+  }
 }
 
 const HostedPage* Website::FindPage(std::string_view path) const {
@@ -151,6 +206,14 @@ std::optional<ReplyMessage> Website::RunPage(const std::string& path, const Page
     page(context);
     SaveSession(path, session);
     return std::nullopt;
+  } catch (...) {
+    return ReplyToFailure(path);
+  }
+}
+
+ReplyMessage Website::ReplyToFailure(const std::string& path) const {
+  try {
+    throw;
   } catch (const WriteRefused&) {
     throw;
   } catch (const DatabaseUnavailable& error) {
@@ -175,7 +238,16 @@ void Website::SaveSession(const std::string& path, PageSession& session) const {
   }
 }
 
+const HostedPage* Website::FindCalDavPage() const {
+  const auto found = std::ranges::find_if(parts_.Pages, [](const HostedPage& page) {
+    return std::ranges::find(page.Branches, kCalDavPrefix, &PageBranch::Prefix) != page.Branches.end();
+  });
+  return found == parts_.Pages.end() ? nullptr : &*found;
+}
+
 ReplyMessage Website::AnswerOther(const RequestMessage& request) const {
+  if (const HostedPage* page = LooksForCalDav(request) ? FindCalDavPage() : nullptr)
+    return MovedTo(page->Path + std::string(kCalDavPrefix));
   if (!IsReading(request)) return MethodNotAllowed("GET, HEAD");
   if (request.Path == "/") return RedirectTo(parts_.Pages.front().Path);
   if (request.Path != "/healthz") return parts_.Files.Answer(request);

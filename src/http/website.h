@@ -12,6 +12,7 @@
 #include "http/body_rules.h"
 #include "http/http_message.h"
 #include "http/known_links.h"
+#include "http/page_branch.h"
 #include "http/page_compression.h"
 #include "http/static_files.h"
 #include "http/trusted_proxies.h"
@@ -40,6 +41,7 @@ struct HostedPage {
   /// Throws WriteRefused when the database would have to be written to.
   PageWithSessions Reading;
   std::vector<Companion> Companions{};
+  std::vector<PageBranch> Branches{};
 };
 
 struct WebsiteParts {
@@ -69,17 +71,32 @@ class Website {
   BodyRules BodyRulesOf(std::string_view path) const;
 
  private:
+  /// An address below a hosting page's own that one of its branches answers.
+  struct FoundBranch {
+    const HostedPage& Page;
+    const PageBranch& Branch;
+    std::string_view Rest;  ///< of the address; its prefix may lack the last slash
+  };
+
   ReplyMessage AnswerWith(Access access, const RequestMessage& request);
   bool MayAnswer(const RequestMessage& request) const;
   ReplyMessage AnswerAllowed(Access access, const RequestMessage& request, const Sender& sender);
   const HostedPage* FindPage(std::string_view path) const;
+  std::optional<FoundBranch> FindBranch(std::string_view path) const;
+  ReplyMessage AnswerBranch(Access access, const FoundBranch& found, const RequestMessage& message,
+                            const Sender& sender) const;
   ReplyMessage AnswerPage(Access access, const HostedPage& page, const RequestMessage& message,
                           const Sender& sender);
   void SaveSession(const std::string& path, PageSession& session) const;
   /// Runs the page and saves its session. Nothing on success, else the reply.
   std::optional<ReplyMessage> RunPage(const std::string& path, const Page& page,
                                       const ScriptingContext& context, PageSession& session) const;
+  /// Of the exception that is being handled: logs it, and refuses the request.
+  ReplyMessage ReplyToFailure(const std::string& path) const;
   ReplyMessage AnswerOther(const RequestMessage& request) const;
+  const HostedPage* FindCalDavPage() const;
+  void LogReply(const RequestMessage& request, const std::string& shownPath, const Sender& sender,
+                const ReplyMessage& reply, std::chrono::steady_clock::time_point begin) const;
 
   WebsiteParts parts_;
   KnownLinks links_{parts_.Files};

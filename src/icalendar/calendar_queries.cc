@@ -117,7 +117,7 @@ bool Holds(const PropertyFilter& filter, const Component& event) {
     if (!EqualsIgnoringAsciiCase(line.Name, filter.Name)) continue;
     isDefined = true;
     if (!filter.Text) continue;
-    const std::string value = PlainText(line.Value);
+    const std::string value = UnescapedText(line.Value);
     isFound |=
         std::ranges::search(value, *filter.Text, {}, ToLowerAscii, ToLowerAscii).begin() != value.end() ||
         filter.Text->empty();

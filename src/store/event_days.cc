@@ -67,10 +67,16 @@ Query<EventDays> EventDaysOf(int eventId) {
           [eventId](ResultSet& rows) { return std::move(DaysByEvent(ReadDays(rows))[eventId]); }};
 }
 
-Query<DaysOfEvents> EventDaysOfPeriod(const RegionalSettings& regional, Date first, Date last) {
-  return {Statement("SELECT EventID, EventDay, Role FROM EventDays WHERE (EventDay >= DateValue('{}') "
-                    "AND EventDay <= DateValue('{}')) ORDER BY EventDay",
-                    FormatShortDate(regional, first), FormatShortDate(regional, last)),
+Query<DaysOfEvents> EventDaysOfPeriod(const RegionalSettings& regional, std::span<const std::string> owners,
+                                      Date first, Date last) {
+  const std::string from = FormatShortDate(regional, first);
+  const std::string to = FormatShortDate(regional, last);
+  // The conditions on events are those of the index that finds the repeating ones of a period.
+  return {Statement("SELECT EventDays.EventID, EventDays.EventDay, EventDays.Role FROM EventDays "
+                    "INNER JOIN Events ON EventDays.EventID = Events.EventID WHERE (Owner In ({})) "
+                    "AND Type <> 'none' AND BeginDate <= DateValue('{}') AND EndDate >= DateValue('{}') "
+                    "AND EventDay >= DateValue('{}') AND EventDay <= DateValue('{}') ORDER BY EventDay",
+                    QuotedList(owners), to, from, from, to),
           [](ResultSet& rows) { return DaysByEvent(ReadDays(rows)); }};
 }
 

@@ -26,9 +26,9 @@ Query<std::vector<EventDay>> EventDaysOfCalendars(std::span<const std::string> o
 /// `ids` are event numbers joined with ", ".
 Query<std::vector<EventDay>> EventDaysOf(std::string_view ids);
 Query<EventDays> EventDaysOf(int eventId);
-/// The days from `first` to `last`, both inclusive, of all calendars: what does not depend on who asks can be
-/// kept for everybody.
-Query<DaysOfEvents> EventDaysOfPeriod(const RegionalSettings& regional, Date first, Date last);
+/// Those from `first` to `last`, both inclusive, of the repeating events of the calendars `owners`.
+Query<DaysOfEvents> EventDaysOfPeriod(const RegionalSettings& regional, std::span<const std::string> owners,
+                                      Date first, Date last);
 
 /// By their events; `days` are in ascending order.
 DaysOfEvents DaysByEvent(std::span<const EventDay> days);

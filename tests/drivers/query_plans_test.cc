@@ -10,6 +10,7 @@
 #include "drivers/sqlite/catalogue_reader.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/sqlite_sql.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {
@@ -25,6 +26,8 @@ class QueryPlans : public testing::DatabaseFixture {
         "CREATE TABLE GroupViews (GroupID COUNTER CONSTRAINT GroupID PRIMARY KEY, FriendlyName TEXT (50), "
         "Name TEXT (50), Owner TEXT (50))"));
     connection->Execute(Statement("ALTER TABLE Calendars ADD COLUMN IsHidden YESNO"));
+    connection->Execute(Statement("ALTER TABLE Events ADD COLUMN EventType TEXT (50)"));
+    CreateSharingTables(*connection);
     Open()->Query(Statement("SELECT Name FROM GroupViews"));  // creates the indexes
     if (place_.Kind() == Engine::kPostgresql) AddManyRows();
   }
@@ -38,6 +41,8 @@ class QueryPlans : public testing::DatabaseFixture {
           "date '2000-01-01' + i, i, CASE WHEN i % 2 = 0 THEN '-' END FROM generate_series(1, 20000) AS i",
           "INSERT INTO \"Calendars\" (\"Name\", \"FriendlyName\") SELECT 'user' || i, 'User ' || i FROM "
           "generate_series(1, 2000) AS i",
+          "INSERT INTO \"EventDays\" (\"EventID\", \"EventDay\") SELECT i, timestamp '2000-01-01' + day * "
+          "interval '1 day' FROM generate_series(1, 5000) AS i, generate_series(1, 10) AS day",
           "INSERT INTO \"Messages\" (\"Recipient\", \"SentDate\") SELECT 'user' || i % 100, timestamp "
           "'2000-01-01' FROM generate_series(1, 5000) AS i",
           "INSERT INTO \"GroupViews\" (\"Name\", \"Owner\") SELECT 'team' || i, 'user' || i FROM "
@@ -87,6 +92,13 @@ TEST_F(QueryPlans, UseIndexesForEveryQueryOfThePages) {
        {"EventsOwnerBegin (Owner=? AND BeginDate>? AND BeginDate<?)",
         "EventsRepeating (Owner=? AND EndDate>?)"},
        {"EventsOwnerBegin", "EventsRepeating"}},
+      {"SELECT EventDays.EventID, EventDays.EventDay, EventDays.Role FROM EventDays INNER JOIN Events ON "
+       "EventDays.EventID = Events.EventID WHERE (Owner In ('{}', '{}')) AND Type <> 'none' AND BeginDate <= "
+       "DateValue('{}') AND EndDate >= DateValue('{}') AND EventDay >= DateValue('{}') AND EventDay <= "
+       "DateValue('{}') ORDER BY EventDay",
+       {"EventsRepeating (Owner=? AND EndDate>?)",
+        "EventDaysEvent (EventID=? AND EventDay>? AND EventDay<?)"},
+       {"EventsRepeating", "EventDaysEvent"}},
       {"SELECT Password FROM Calendars WHERE (Name = '{}') AND (IsGroup = no)",
        {"CalendarsName (Name=?)"},
        {"CalendarsName"}},

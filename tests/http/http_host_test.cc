@@ -210,19 +210,23 @@ TEST(HttpHost, KeepsNoMoreOfLargeBodiesThanThereIsMemoryFor) {
   HostLimits limits;
   limits.Times.BodyBytes = 700'000;
   StartedHost host(limits);
-  host.Answer = Echo;
-  const std::string large = "x=" + std::string(400'000, 'z');
-  HttpClient first(host.Address());
-  first.Send("POST /a.asp HTTP/1.1\r\nHost: h\r\nConnection: close\r\nContent-Length: 400002\r\n\r\n");
-  first.Send(large.substr(1));
-  HttpAnswer refused = Post(host.Address(), "/a.asp", large);
-  while (refused.Status == 200) refused = Post(host.Address(), "/a.asp", large);
+  std::promise<void> entered;
+  std::promise<void> released;
+  host.Answer = [&](const ScriptingContext& context) {
+    if (context.Request->FormField("x").empty()) return;
+    entered.set_value();
+    released.get_future().wait();
+  };
+  const std::string large(400'000, 'z');
+  auto held = std::async([&] { return Post(host.Address(), "/a.asp", "x=" + large); });
+  entered.get_future().wait();
+  const HttpAnswer refused = Post(host.Address(), "/a.asp", "y=" + large);
   EXPECT_EQ(refused.Status, 503);
   EXPECT_NE(refused.Header("Retry-After"), "");
-  EXPECT_EQ(Post(host.Address(), "/a.asp", "x=1").Status, 200);
-  first.Send("z");
-  EXPECT_EQ(first.ReadAll().substr(9, 3), "200");
-  EXPECT_EQ(Post(host.Address(), "/a.asp", large).Status, 200);
+  EXPECT_EQ(Post(host.Address(), "/a.asp", "y=1").Status, 200);
+  released.set_value();
+  EXPECT_EQ(held.get().Status, 200);
+  EXPECT_EQ(Post(host.Address(), "/a.asp", "y=" + large).Status, 200);
 }
 
 TEST(HttpHost, RefusesWhatIsTooLarge) {
@@ -544,6 +548,48 @@ TEST(HttpHost, LimitsTheVisitorsBehindAProxyAndNotTheProxy) {
   EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 429") << refusal;
   EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
   EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "X-Forwarded-For: 192.0.2.8\r\n").Status, 200);
+}
+
+TEST(HttpHost, MakesBodiesWhileItSendsThem) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Window = std::chrono::milliseconds(100);
+  spdlog::logger log("test");
+  ListeningSocket socket("127.0.0.1:0");
+  const std::string address = socket.Address();
+  const auto held = std::make_shared<int>();
+  const auto answer = [&held](const RequestMessage& request) {
+    const auto addPiece = [=, path = request.Path, i = 0](std::string& piece) mutable {
+      if (path == "/broken" && i == 3) throw std::runtime_error("broken");
+      piece.append(++i, 'z');
+      return path == "/endless" || i < *held + 1000;
+    };
+    return ReplyMessage{200, {}, BodySource{addPiece}};
+  };
+  const HttpHost host({std::move(socket), 1, limits, TrustedProxies({}), log, answer});
+  const std::string line = "Host: h\r\n\r\n";
+  HttpClient old(address);
+  old.Send("GET /whole HTTP/1.0\r\n" + line);
+  EXPECT_TRUE(old.ReadAll().ends_with("\r\n\r\n" + std::string(500'500, 'z')));
+
+  HttpClient kept(address);
+  const std::string whole = "GET /whole HTTP/1.1\r\n" + line;
+  kept.Send(whole + "GET /broken HTTP/1.1\r\n" + line);
+  const std::string answers = kept.ReadAll();
+  EXPECT_EQ(std::count(answers.begin(), answers.end(), 'z'), 500'500) << "without the broken one";
+  EXPECT_NE(answers.find("\r\nTransfer-Encoding: chunked\r\n"), std::string::npos);
+  EXPECT_EQ(answers.find("\r\n0\r\n\r\n"), answers.rfind("\r\n0\r\n\r\n"));
+
+  const HttpAnswer head = Fetch(address, "HEAD /whole");
+  EXPECT_EQ(head.Header("Content-Length") + head.Body, "");
+
+  HttpClient slow(address);
+  slow.Send("GET /endless HTTP/1.1\r\n" + line);
+  {
+    HttpClient leaving(address);
+    leaving.Send("GET /endless HTTP/1.1\r\n" + line);
+    EXPECT_NE(leaving.ReadSome(), "");
+  }
+  while (held.use_count() > 1) std::this_thread::yield();
 }
 
 TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {

@@ -30,7 +30,6 @@ const std::vector<Index>& Indexes() {
       {"SessionsExpiry", "Sessions", {"Expires"}},
       {"SessionsLogin", "Sessions", {"Login", "Expires"}},
       {"EventDaysEvent", "EventDays", {"EventID", "EventDay"}},
-      {"EventDaysDay", "EventDays", {"EventDay"}, IndexedRows::kAll, {"EventID", "Role"}},
       {"ObjectEventsEvent", "ObjectEvents", {"EventID"}},
       {"ObjectEventsObject", "ObjectEvents", {"ObjectID"}},
       {"CalendarObjectsName", "CalendarObjects", {"ResourceName"}},

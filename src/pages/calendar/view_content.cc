@@ -1,6 +1,8 @@
 #include "pages/calendar/view_content.h"
 
 #include <optional>
+#include <span>
+#include <tuple>
 
 #include "base/week.h"
 #include "pages/calendar/navigation_bar.h"
@@ -19,12 +21,22 @@ Query<std::optional<std::string>> CalendarNameQuery(const PageContext& context) 
   return IsGroupView(viewed) ? GroupViewTitle(viewed.substr(1)) : FriendlyNameOf(viewed);
 }
 
-/// The events of the calendars `viewed`, and of the groups that they belong to.
-Query<std::vector<OL_Event>> EventsQuery(const PageContext& context, std::vector<std::string> viewed,
-                                         Period period) {
+/// The calendars `viewed`, and the groups that the visitor belongs to.
+std::vector<std::string> SourcesOf(const PageContext& context, std::vector<std::string> viewed) {
   const std::vector<std::string>& groups = context.Visitor.MemberOfGroups;
   viewed.insert(viewed.end(), groups.begin(), groups.end());
-  return EventsOfPeriod(context.Regional, "", viewed, period.First, period.Last);
+  return viewed;
+}
+
+Query<std::vector<OL_Event>> EventsQuery(const PageContext& context, std::span<const std::string> sources,
+                                         Period period) {
+  return EventsOfPeriod(context.Regional, "", sources, period.First, period.Last);
+}
+
+Query<DaysOfEvents> DaysQuery(const PageContext& context, std::span<const std::string> sources,
+                              Period period) {
+  if (!context.Hosting.Sharing) return {};
+  return EventDaysOfPeriod(context.Regional, sources, period.First, period.Last);
 }
 
 }  // namespace
@@ -35,15 +47,20 @@ ViewContent LoadView(Connection& database, const PageContext& context, ViewMode 
   const Period period = ShownPeriod(visitor.CurrentDate, mode, week);
   const bool isGroupView = IsGroupView(visitor.CalName);
 
-  auto [name, unreadMessages, groupViews, calendars, days, group, events] =
+  const std::vector<std::string> own = SourcesOf(context, {visitor.CalName});
+
+  auto [name, unreadMessages, groupViews, calendars, group, events, days] =
       Ask(database, CalendarNameQuery(context),
           HasMessageButton(context) ? UnreadMessageCount(visitor.LoginName) : Query<int>(),
           GroupViewsVisibleTo(visitor.LoginName), CalendarsVisibleTo(visitor.LoginName),
-          context.Hosting.Sharing ? EventDaysOfPeriod(context.Regional, period.First, period.Last)
-                                  : Query<DaysOfEvents>(),
           isGroupView ? MembersOf(visitor.CalName.substr(1)) : Query<GroupViewMembers>(),
-          isGroupView ? Query<std::vector<OL_Event>>() : EventsQuery(context, {visitor.CalName}, period));
-  if (isGroupView) events = Ask(database, EventsQuery(context, group.Calendars, period));
+          isGroupView ? Query<std::vector<OL_Event>>() : EventsQuery(context, own, period),
+          isGroupView ? Query<DaysOfEvents>() : DaysQuery(context, own, period));
+  if (isGroupView) {
+    const std::vector<std::string> members = SourcesOf(context, group.Calendars);
+    std::tie(events, days) =
+        Ask(database, EventsQuery(context, members, period), DaysQuery(context, members, period));
+  }
   std::erase_if(events, [&](const OL_Event& event) { return !visitor.Sees(event); });
 
   ViewContent content{context.Hosting.ShowTitle ? std::move(name).value_or(visitor.CalName) : "",
