@@ -151,7 +151,10 @@ class TriggerWriter {
     const std::string isNewest = "\"ChangeID\" = (SELECT max(\"ChangeID\") FROM " + log +
                                  ") AND \"Calendar\" = " + calendar + Exactly() +
                                  " AND \"ResourceName\" = " + resource + Exactly();
-    return {"UPDATE " + log + " SET \"Moment\" = " + std::string(sql_.NextMoment) + " WHERE " + isNewest,
+    const std::string moment(sql_.NextMoment);
+    // A row that a transaction updates again and again gets slower each time.
+    return {"UPDATE " + log + " SET \"Moment\" = " + moment + " WHERE " + isNewest + " AND \"Moment\" <> " +
+                moment,
             Logged(calendar, resource, "NOT EXISTS (SELECT 1 FROM " + log + " WHERE " + isNewest + ") AND ")};
   }
 
