@@ -4,7 +4,7 @@
 
 build_packages=(
   g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config ccache:ccache
-  libmicrohttpd-dev libgnutls28-dev libdeflate-dev libsqlite3-dev libpq-dev libicu-dev libsodium-dev libxml2-dev libtomlplusplus-dev libcli11-dev libspdlog-dev libfmt-dev
+  libmicrohttpd-dev libgnutls28-dev libdeflate-dev libsqlite3-dev libpq-dev libicu-dev libsodium-dev libical-dev libxml2-dev libtomlplusplus-dev libcli11-dev libspdlog-dev libfmt-dev
 )
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
 browser_packages=(node:nodejs npm:npm chromium:chromium firefox-esr:firefox-esr ca-certificates fonts-liberation

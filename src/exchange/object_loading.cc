@@ -167,16 +167,10 @@ class ObjectMaker {
   }
 
   static bool HasDays(const SharedObject& made) {
-    return std::ranges::any_of(made.Object.Events,
-                               [&](const ObjectEvent& row) { return Occurs(row, made.Week); });
-  }
-
-  static bool Occurs(const ObjectEvent& row, const Week& week) {
-    if (row.Event.Type == Repetition::kUnknown) return false;
-    const auto dates = row.Event.Type == Repetition::kListed
-                           ? row.Days.Listed
-                           : OccurrenceDates(row.Event, week, row.Days.LeftOut.size() + 1);
-    return !std::ranges::includes(row.Days.LeftOut, dates);
+    return std::ranges::any_of(made.Object.Events, [&](const ObjectEvent& row) {
+      return row.Event.Type != Repetition::kUnknown &&
+             !OccurrenceDates(row.Event, made.Week, 1, row.Days).empty();
+    });
   }
 
   /// Leaves nothing but the time.

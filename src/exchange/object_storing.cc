@@ -5,6 +5,7 @@
 #include "exchange/calendar_sources.h"
 #include "exchange/object_batch.h"
 #include "exchange/object_names.h"
+#include "exchange/row_text.h"
 #include "exchange/shared_objects.h"
 #include "store/calendar_objects.h"
 #include "store/event_store.h"
@@ -107,7 +108,7 @@ Week WeekOf(Connection& database, const SharedCalendar& calendar) {
 
 std::vector<std::string> KnownEventTypes(Connection& database) {
   std::vector<std::string> names;
-  for (EventTypeEntry& type : Ask(database, AllEventTypes())) names.push_back(std::move(type.TypeName));
+  for (const EventTypeEntry& type : Ask(database, AllEventTypes())) names.push_back(PlainText(type.TypeName));
   std::erase(names, "");
   return names;
 }

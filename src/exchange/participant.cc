@@ -4,6 +4,7 @@
 
 #include "base/lists.h"
 #include "base/text.h"
+#include "exchange/row_text.h"
 #include "store/calendars.h"
 #include "store/device_settings.h"
 #include "store/group_views.h"
@@ -64,12 +65,13 @@ std::optional<Participant> LoadParticipant(Connection& database, std::string_vie
   for (const std::string& list : memberships) AddNames(list, groups);
   AddNames(kEverybodysGroup, groups);
 
-  Participant participant{account->Name, friendlyName.value_or(account->Name), {}};
+  Participant participant{account->Name, PlainText(friendlyName.value_or(account->Name)), {}};
   participant.Calendars.push_back({participant.LoginName, participant.FriendlyName, true, true});
   for (const Calendar& group : Ask(database, GroupsNamed(groups)))
-    participant.Calendars.push_back({group.Name, group.FriendlyName, IsAmong(administered, group.Name)});
+    participant.Calendars.push_back(
+        {group.Name, PlainText(group.FriendlyName), IsAmong(administered, group.Name)});
   for (const GroupViewChoice& view : views)
-    participant.Calendars.push_back({"@" + view.Name, view.FriendlyName});
+    participant.Calendars.push_back({"@" + view.Name, PlainText(view.FriendlyName)});
   TakeSettings(settings, participant.Calendars);
   return participant;
 }

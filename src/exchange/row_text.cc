@@ -102,9 +102,15 @@ std::string TextOfRows(std::span<const ObjectEvent> rows, const Week& week, std:
   return text;
 }
 
+std::string PlainText(std::string_view stored) {
+  if (stored.find('&') == std::string_view::npos) return std::string(stored);
+  return ReplaceAll(ReplaceAll(stored, "&#39;", "'"), "&quot;", "\"");
+}
+
 OL_Event AsStored(OL_Event event) {
   event.EventName = Cut(WithoutQuotes(event.EventName), kMostTitleCharacters);
   event.Comments = WithoutQuotes(event.Comments);
+  event.EventType = ReplaceAll(event.EventType, "'", "&#39;");
   event.BeginTime = WithoutSeconds(event.BeginTime);
   event.EndTime = WithoutSeconds(event.EndTime);
   return event;

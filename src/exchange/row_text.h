@@ -13,6 +13,9 @@ namespace orlune {
 /// their rows read the same to a client. `zone` is the name of the server's time zone.
 std::string TextOfRows(std::span<const ObjectEvent> rows, const Week& week, std::string_view zone);
 
+/// A name, title or comment of a row as people wrote it: with quotes in place of character references.
+std::string PlainText(std::string_view stored);
+
 /// The event as its row reads after it was stored: quotes as character references, times without seconds,
 /// what is longer than its column cut.
 OL_Event AsStored(OL_Event event);

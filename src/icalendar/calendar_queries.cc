@@ -110,6 +110,11 @@ std::vector<const Component*> EventsOf(const std::vector<Component>& calendars) 
   return events;
 }
 
+bool Contains(const std::string& value, const std::string& text, bool heedsCase) {
+  if (heedsCase) return value.find(text) != std::string::npos;
+  return text.empty() || !std::ranges::search(value, text, {}, ToLowerAscii, ToLowerAscii).empty();
+}
+
 bool Holds(const PropertyFilter& filter, const Component& event) {
   bool isDefined = false;
   bool isFound = false;
@@ -117,10 +122,7 @@ bool Holds(const PropertyFilter& filter, const Component& event) {
     if (!EqualsIgnoringAsciiCase(line.Name, filter.Name)) continue;
     isDefined = true;
     if (!filter.Text) continue;
-    const std::string value = PlainText(line.Value);
-    isFound |=
-        std::ranges::search(value, *filter.Text, {}, ToLowerAscii, ToLowerAscii).begin() != value.end() ||
-        filter.Text->empty();
+    isFound |= Contains(UnescapedText(line.Value), *filter.Text, filter.HeedsCase);
   }
   if (filter.IsNotDefined) return !isDefined;
   if (!filter.Text) return isDefined;

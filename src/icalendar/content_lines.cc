@@ -173,7 +173,7 @@ std::vector<std::string_view> ValueItems(std::string_view value) {
   return items;
 }
 
-std::string PlainText(std::string_view value) {
+std::string UnescapedText(std::string_view value) {
   std::string plain;
   plain.reserve(value.size());
   for (std::size_t i = 0; i < value.size(); ++i) {

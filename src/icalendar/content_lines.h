@@ -42,6 +42,6 @@ std::optional<std::string_view> ParameterOf(const ContentLine& line, std::string
 std::vector<std::string_view> ValueItems(std::string_view value);
 
 /// A TEXT value without its escapes; control characters but tabs and line feeds are left out.
-std::string PlainText(std::string_view value);
+std::string UnescapedText(std::string_view value);
 
 }  // namespace orlune

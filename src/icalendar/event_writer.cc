@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "base/text.h"
+#include "exchange/row_text.h"
 #include "icalendar/line_writer.h"
 
 namespace orlune {
@@ -37,11 +37,6 @@ bool HasTimesOf(const OL_Event& a, const OL_Event& b) {
 }
 
 }  // namespace
-
-std::string WithoutReferences(std::string_view stored) {
-  if (stored.find('&') == std::string_view::npos) return std::string(stored);
-  return ReplaceAll(ReplaceAll(stored, "&#39;", "'"), "&quot;", "\"");
-}
 
 std::optional<TimeOfDay> EndTimeOf(const OL_Event& event) {
   if (!event.BeginTime || !event.EndTime || *event.EndTime <= *event.BeginTime) return std::nullopt;
@@ -136,12 +131,10 @@ void EventWriter::AppendListedTimes(std::string& text, std::span<const ObjectEve
 }
 
 void EventWriter::AppendTexts(std::string& text, const OL_Event& event) {
-  AppendLine(text, "SUMMARY:", EscapedText(WithoutReferences(event.EventName)));
-  if (!event.Comments.empty())
-    AppendLine(text, "DESCRIPTION:", EscapedText(WithoutReferences(event.Comments)));
+  AppendLine(text, "SUMMARY:", EscapedText(PlainText(event.EventName)));
+  if (!event.Comments.empty()) AppendLine(text, "DESCRIPTION:", EscapedText(PlainText(event.Comments)));
   AppendLine(text, "CLASS:", event.Private ? "PRIVATE" : "PUBLIC");
-  if (!event.EventType.empty())
-    AppendLine(text, "CATEGORIES:", EscapedText(WithoutReferences(event.EventType)));
+  if (!event.EventType.empty()) AppendLine(text, "CATEGORIES:", EscapedText(PlainText(event.EventType)));
   if (event.SuggestState == SuggestionState::kUndecided) AppendLine(text, "STATUS:TENTATIVE");
   if (event.SuggestState == SuggestionState::kAccepted) AppendLine(text, "STATUS:CONFIRMED");
   if (event.SuggestState == SuggestionState::kDeclined) AppendLine(text, "TRANSP:TRANSPARENT");

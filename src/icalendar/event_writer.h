@@ -11,9 +11,6 @@
 
 namespace orlune {
 
-/// Free text as it was typed, of the form that rows are stored in.
-std::string WithoutReferences(std::string_view stored);
-
 /// Writes rows as properties of iCalendar in the civil time of one zone.
 class EventWriter {
  public:

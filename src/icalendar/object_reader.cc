@@ -51,14 +51,14 @@ std::string CutComments(std::string comments) {
 }
 
 std::string WholeTitle(const Component& event) {
-  std::string title = PlainText(event.ValueOf("SUMMARY"));
+  std::string title = UnescapedText(event.ValueOf("SUMMARY"));
   std::ranges::replace(title, '\n', ' ');
   std::ranges::replace(title, '\t', ' ');
   return std::string(TrimBlanks(title));
 }
 
 std::string WholeComments(const Component& event) {
-  return ReplaceAll(PlainText(event.ValueOf("DESCRIPTION")), "\n", "\r\n");
+  return ReplaceAll(UnescapedText(event.ValueOf("DESCRIPTION")), "\n", "\r\n");
 }
 
 bool IsCancelled(const Component& event) {
@@ -236,7 +236,7 @@ std::string EventTypeOf(const Component& event, std::span<const std::string> typ
 }
 
 std::string UidOf(const Component& event) {
-  std::string uid = PlainText(event.ValueOf("UID"));
+  std::string uid = UnescapedText(event.ValueOf("UID"));
   std::ranges::replace(uid, '\n', ' ');
   return std::string(TrimBlanks(uid));
 }
@@ -335,7 +335,7 @@ std::vector<std::string> CategoriesOf(const Component& event) {
   for (const ContentLine& line : event.Lines) {
     if (!EqualsIgnoringAsciiCase(line.Name, "CATEGORIES")) continue;
     for (const std::string_view item : ValueItems(line.Value))
-      categories.emplace_back(TrimBlanks(PlainText(item)));
+      categories.emplace_back(TrimBlanks(UnescapedText(item)));
   }
   return categories;
 }

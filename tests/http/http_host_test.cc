@@ -550,6 +550,48 @@ TEST(HttpHost, LimitsTheVisitorsBehindAProxyAndNotTheProxy) {
   EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "X-Forwarded-For: 192.0.2.8\r\n").Status, 200);
 }
 
+TEST(HttpHost, MakesBodiesWhileItSendsThem) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Window = std::chrono::milliseconds(100);
+  spdlog::logger log("test");
+  ListeningSocket socket("127.0.0.1:0");
+  const std::string address = socket.Address();
+  const auto held = std::make_shared<int>();
+  const auto answer = [&held](const RequestMessage& request) {
+    const auto addPiece = [=, path = request.Path, i = 0](std::string& piece) mutable {
+      if (path == "/broken" && i == 3) throw std::runtime_error("broken");
+      piece.append(++i, 'z');
+      return path == "/endless" || i < *held + 1000;
+    };
+    return ReplyMessage{200, {}, BodySource{addPiece}};
+  };
+  const HttpHost host({std::move(socket), 1, limits, TrustedProxies({}), log, answer});
+  const std::string line = "Host: h\r\n\r\n";
+  HttpClient old(address);
+  old.Send("GET /whole HTTP/1.0\r\n" + line);
+  EXPECT_TRUE(old.ReadAll().ends_with("\r\n\r\n" + std::string(500'500, 'z')));
+
+  HttpClient kept(address);
+  const std::string whole = "GET /whole HTTP/1.1\r\n" + line;
+  kept.Send(whole + "GET /broken HTTP/1.1\r\n" + line);
+  const std::string answers = kept.ReadAll();
+  EXPECT_EQ(std::count(answers.begin(), answers.end(), 'z'), 500'500) << "without the broken one";
+  EXPECT_NE(answers.find("\r\nTransfer-Encoding: chunked\r\n"), std::string::npos);
+  EXPECT_EQ(answers.find("\r\n0\r\n\r\n"), answers.rfind("\r\n0\r\n\r\n"));
+
+  const HttpAnswer head = Fetch(address, "HEAD /whole");
+  EXPECT_EQ(head.Header("Content-Length") + head.Body, "");
+
+  HttpClient slow(address);
+  slow.Send("GET /endless HTTP/1.1\r\n" + line);
+  {
+    HttpClient leaving(address);
+    leaving.Send("GET /endless HTTP/1.1\r\n" + line);
+    EXPECT_NE(leaving.ReadSome(), "");
+  }
+  while (held.use_count() > 1) std::this_thread::yield();
+}
+
 TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {
   StartedHost host;
   HttpClient kept(host.Address());
