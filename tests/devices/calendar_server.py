@@ -11,6 +11,7 @@ import tempfile
 import unittest
 import urllib.parse
 import uuid
+import xml.etree.ElementTree
 
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 ORLUNE = os.environ.get("ORLUNE", str(REPOSITORY / "build/release/orlune"))
@@ -81,6 +82,15 @@ class Server:
         """By the user who is named in "calendars/USER/..."."""
         return self.as_device(path.split("/")[1], "PUT", path, text, {"Content-Type": "text/calendar", **headers})
 
+    def objects(self, user, calendar):
+        """The texts of a calendar's events by their UIDs, with LF at the end of lines, as XML has them."""
+        query = ('<C:calendar-query xmlns:C="urn:ietf:params:xml:ns:caldav" xmlns:D="DAV:"><D:prop><C:calendar-data/></D:prop>'
+                 '<C:filter><C:comp-filter name="VCALENDAR"/></C:filter></C:calendar-query>')
+        answer = self.as_device(user, "REPORT", "calendars/%s/%s/" % (user, calendar), query, {"Depth": "1"})
+        texts = [data.text.replace("\r\n", "\n") for data in
+                 xml.etree.ElementTree.fromstring(answer.body).iter("{urn:ietf:params:xml:ns:caldav}calendar-data")]
+        return {re.search(r"^UID:(.*)$", text, re.M)[1]: text for text in texts}
+
     def get(self, path):
         return self.as_device(path.split("/")[1], "GET", path)
 
@@ -149,6 +159,16 @@ class Person:
 
     def delete_event(self, number):
         return self.post("?p=e&act=delete", {"id": number})
+
+    @staticmethod
+    def secrets_on(page):
+        """The addresses, names and secrets that a page of /sharing shows."""
+        return [html.unescape(text) for text in re.findall(r'CLASS="secret">([^<]*)<', page)]
+
+    @staticmethod
+    def keys_on(page):
+        """The numbers of the keys that may be revoked on it."""
+        return re.findall(r'NAME="key" VALUE="(\d+)"', page)
 
 
 class DeviceTest(unittest.TestCase):

@@ -4,6 +4,8 @@ import pathlib
 import subprocess
 import tempfile
 
+from calendar_server import PASSWORD
+
 CONFIGURATION = """
 [general]
 status_path = "{folder}/status/"
@@ -21,16 +23,15 @@ type = "caldav"
 url = "{url}/"
 username = "{user}"
 password = "{password}"
-{rights}
 """
 
 
 class LocalFolder:
-    def __init__(self, test, server, user, password, rights=""):
+    def __init__(self, test, server, user):
         folder = tempfile.TemporaryDirectory(prefix="orlune-folder-")
         test.addCleanup(folder.cleanup)
         self.path = pathlib.Path(folder.name)
-        self._settings = {"folder": self.path, "url": server.url, "user": user, "password": password, "rights": rights}
+        self._settings = {"folder": self.path, "url": server.url, "user": user, "password": PASSWORD}
         self.resolve_conflicts_by("null")
         self.vdirsyncer("discover")
 
