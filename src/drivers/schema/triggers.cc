@@ -60,7 +60,7 @@ class TriggerWriter {
 
   /// It belongs to no object yet.
   Trigger EventInserted() const {
-    return Made(tables_.Events, "INSERT", {Logged("NEW.\"Owner\"", "NEW.\"EventID\" || '.ics'", "")});
+    return Made(tables_.Events, "INSERT", {Logged("NEW.\"Owner\"", "'/' || NEW.\"EventID\"", "")});
   }
 
   /// Logs where it was before, too.
@@ -128,12 +128,12 @@ class TriggerWriter {
     return {std::move(name), table, change, {}, std::move(statements), {tables_.CalendarChanges}};
   }
 
-  /// The name of the object that an event belongs to.
+  /// The name of the object that an event belongs to; "/" and its number when it belongs to none.
   std::string ResourceOf(const std::string& event) const {
     return "coalesce((SELECT o.\"ResourceName\" FROM " + Quoted(tables_.ObjectEvents) + " t JOIN " +
            Quoted(tables_.CalendarObjects) +
-           " o ON o.\"ObjectID\" = t.\"ObjectID\" WHERE t.\"EventID\" = " + event + " LIMIT 1), " + event +
-           " || '.ics')";
+           " o ON o.\"ObjectID\" = t.\"ObjectID\" WHERE t.\"EventID\" = " + event + " LIMIT 1), '/' || " +
+           event + ")";
   }
 
   /// Logs a change where there is a `calendar`; `condition` is "" or ends with AND.
