@@ -172,6 +172,10 @@ TEST_F(Exchange, HasEachUidOnceInACalendar) {
                 Replaced(std::string(kMeeting), "meeting@example.org", objects.back().Object.Uid))
                 .ConflictingName,
             objects.back().Object.Name);
+  // Neither is the address of an event to come to be had.
+  const std::string next = "99" + objects.back().Object.Name;
+  EXPECT_EQ(Put("anna", next, Replaced(std::string(kMeeting), "meeting@", "x@")).Result,
+            WriteResult::kForbidden);
 }
 
 TEST_F(Exchange, ImportsAFileTwiceWithoutDoublingIt) {
