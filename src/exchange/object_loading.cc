@@ -71,13 +71,13 @@ Rows AllRows(Connection& database, std::span<const std::string> sources) {
 }
 
 /// The rows of the objects with these names; of objects with other names some, too.
-Rows RowsNamed(Connection& database, std::span<const std::string> sources,
-               std::span<const std::string> names) {
+Rows RowsNamed(Connection& database, std::span<const std::string> sources, std::span<const std::string> names,
+               std::string_view databaseName) {
   Rows rows;
   if (names.empty()) return rows;
   std::vector<int> ids;
   for (const std::string& name : names) {
-    if (const auto number = NumberOfName(name)) ids.push_back(*number);
+    if (const auto number = NumberOfName(name, databaseName)) ids.push_back(*number);
   }
   rows.Objects = Ask(database, ObjectsNamed(names));
   std::vector<int> objectIds;
@@ -142,7 +142,7 @@ class ObjectMaker {
   void AddNew(ObjectEvent row, const StoredObject* stored) {
     CalendarObject object;
     const int number = row.Event.EventID;
-    object.Name = stored == nullptr ? NameOfNumber(number) : stored->ResourceName;
+    object.Name = stored == nullptr ? NameOfNumber(number, databaseName_) : stored->ResourceName;
     object.Uid = stored == nullptr ? UidOfNumber(number, databaseName_) : stored->Uid;
     if (stored != nullptr) {
       object.Id = stored->Id;
@@ -193,7 +193,7 @@ class ObjectMaker {
     const bool hasOwnUid = usedUids_.insert(object.Uid).second;
     if (hasOwnName && hasOwnUid) return;
     const int number = object.Events.empty() ? 0 : object.Events.front().Event.EventID;
-    object.Name = NameOfNumber(number);
+    object.Name = NameOfNumber(number, databaseName_);
     object.Uid = UidOfNumber(number, databaseName_);
     object.KeptText.clear();
     object.IsAsKept = false;
@@ -238,8 +238,9 @@ std::vector<SharedObject> LoadObjects(Connection& database, const ExchangeTools&
                                       const ObjectChoice& choice) {
   const std::vector<std::string> sources = SourcesOf(database, calendar);
   const bool looksUp = choice.Names && choice.Names->size() <= kMostLookedUp && !calendar.IsGroupView();
-  Rows rows = looksUp ? RowsNamed(database, sources, *choice.Names) : AllRows(database, sources);
   const auto [databaseName, weekends] = Ask(database, DatabaseNameQuery(), WeekendsOf(sources));
+  Rows rows =
+      looksUp ? RowsNamed(database, sources, *choice.Names, databaseName) : AllRows(database, sources);
   std::vector<SharedObject> objects =
       ObjectMaker(tools, calendar, Weekends(weekends), databaseName).Make(std::move(rows));
   if (choice.Names) {

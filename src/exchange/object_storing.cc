@@ -57,12 +57,13 @@ std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std:
     if (owners.empty() || !EqualIgnoringCase(owners.front(), calendar.Name)) continue;
     return std::ranges::find(objects, member.ObjectId, &StoredObject::Id)->ResourceName;
   }
-  const auto number = NumberOfUid(uid, Ask(database, DatabaseNameQuery()));
+  const std::string databaseName = Ask(database, DatabaseNameQuery());
+  const auto number = NumberOfUid(uid, databaseName);
   if (!number) return "";
   const std::string id = std::to_string(*number);
   const auto [owners, ties] = Ask(database, OwnersOfEvents(id), MembershipsOfEvents(id));
   const bool isHere = !owners.empty() && EqualIgnoringCase(owners.front(), calendar.Name);
-  return isHere && ties.empty() ? NameOfNumber(*number) : "";
+  return isHere && ties.empty() ? NameOfNumber(*number, databaseName) : "";
 }
 
 }  // namespace
@@ -76,6 +77,8 @@ WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const P
   if (!Holds(condition, existing)) return {WriteResult::kConditionFailed};
   if (existing && existing->Object.Uid != planned.Uid) return {WriteResult::kUidConflict, "", name};
   if (!existing) {
+    // Such an address is that of an event to come.
+    if (NumberOfName(name, Ask(database, DatabaseNameQuery()))) return {WriteResult::kForbidden};
     std::string conflict = NameOfUid(database, calendar, planned.Uid);
     if (!conflict.empty()) return {WriteResult::kUidConflict, "", std::move(conflict)};
   }

@@ -332,6 +332,79 @@ TEST(HttpHost, AnswersEachAddressAndMethod) {
   EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Status, 503);
 }
 
+// "METHOD REST|Depth|body", a reply of 207; a PUT waits for a writer.
+ReplyMessage EchoBranch(Access access, const BranchRequest& request) {
+  const RequestMessage& message = request.Message;
+  if (message.Method == "PUT" && access == Access::kRead) throw WriteRefused();
+  std::string text = message.Method + " ";
+  text.append(request.Rest).append("|").append(message.Headers.Find("Depth")).append("|");
+  return {207, {{"Content-Type", "text/xml"}}, text + message.Body};
+}
+
+TEST(HttpHost, AnswersEveryMethodOfABranchWithoutASession) {
+  StartedHost host({}, {}, {}, {.Compresses = true});
+  host.AnswerBranch = EchoBranch;
+  const std::string most(500'000, 'z');
+  const struct {
+    std::string Request, Headers, Body;
+    int Status;
+    std::string Expected, Location = "";
+  } cases[] = {
+      {"PROPFIND /a.asp/dav/x%20y/?q", "Depth: 0\r\n", "<x\xFF\0>"s, 207, "PROPFIND x%20y/|0|<x\xFF\0>"s},
+      {"OPTIONS /a.asp/dav/", "", "", 207, "OPTIONS ||"},
+      {"POST /a.asp/dav/", "Content-Type: application/x-www-form-urlencoded\r\n", "x=%20", 207,
+       "POST ||x=%20"},
+      {"UNKNOWN /a.asp/dav/?p=c&act=del", "Sec-Fetch-Site: cross-site\r\n", "", 207, "UNKNOWN ||"},
+      {"PUT /a.asp/dav/a.ics", "", most, 207, "PUT a.ics||" + most},
+      {"PUT /a.asp/dav/a.ics", "", most + "z", 413, ""},
+      {"HEAD /a.asp/dav/a.ics", "", "", 207, ""},
+      {"PROPFIND /a.asp/dav", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /.well-known/caldav", "", "", 301, "", "/a.asp/dav/"},
+      {"GET /.well-known/caldav", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /", "", "", 301, "", "/a.asp/dav/"},
+      {"OPTIONS /", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /a.asp", "", "", 405, ""},
+      {"GET /a.asp/davos/", "", "", 404, ""}};
+  for (const auto& c : cases) {
+    const HttpAnswer answer = Fetch(host.Address(), c.Request, c.Headers, c.Body);
+    EXPECT_EQ(answer.Status, c.Status) << c.Request;
+    EXPECT_EQ(answer.Header("Location"), c.Location) << c.Request;
+    EXPECT_EQ(answer.Header("Set-Cookie"), "") << c.Request;
+    EXPECT_TRUE(answer.Header("Content-Security-Policy").empty() || c.Status != 207) << c.Request;
+    EXPECT_TRUE(answer.Body == c.Expected || c.Status >= 400) << c.Request << answer.Body.substr(0, 100);
+  }
+  const HttpAnswer report = Fetch(host.Address(), "REPORT /a.asp/dav/", "Accept-Encoding: gzip\r\n", most);
+  EXPECT_LT(report.Body.size(), 9'000U);
+}
+
+TEST(HttpHost, ReadsPiecesOfABodyThatTheClientAsksWhetherToSend) {
+  StartedHost host;
+  host.AnswerBranch = EchoBranch;
+  HttpClient client(host.Address());
+  client.Send(
+      "PUT /a.asp/dav/ HTTP/1.1\r\nHost: h\r\nConnection: close\r\nExpect: 100-continue\r\n"
+      "Transfer-Encoding: chunked\r\n\r\n");
+  EXPECT_EQ(client.ReadSome().substr(0, 12), "HTTP/1.1 100");
+  for (int i = 0; i < 4; ++i) client.Send("1E848\r\n" + std::string(125'000, 'z') + "\r\n");
+  client.Send("0\r\n\r\n");
+  EXPECT_TRUE(client.ReadAll().ends_with("PUT ||" + std::string(500'000, 'z')));
+}
+
+TEST(HttpHost, KeepsSecretAddressesOutOfItsLog) {
+  StartedHost host;
+  host.AnswerBranch = [](Access, const BranchRequest& request) -> ReplyMessage {
+    if (request.Rest == "secret-1.ics") throw std::runtime_error("broken");
+    return {200, {}, std::string("calendar")};
+  };
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/feed/secret-1.ics").Status, 500);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/feed/secret-2.ics?secret-3").Body, "calendar");
+  EXPECT_EQ(Fetch(host.Address(), "HEAD /a.asp/feed/secret-2.ics").Header("Content-Length"), "8");
+  host.Stop();
+  EXPECT_EQ(host.LogText().find("secret"), std::string::npos) << host.LogText();
+  EXPECT_NE(host.LogText().find("GET /a.asp/feed/*** 200 8 bytes"), std::string::npos) << host.LogText();
+  EXPECT_NE(host.LogText().find("broken"), std::string::npos) << host.LogText();
+}
+
 TEST(HttpHost, SendsNothingOfAFailedOrRedirectedPage) {
   StartedHost host;
   host.Answer = [](const ScriptingContext& context) {

@@ -47,6 +47,7 @@ std::vector<DefinedTrigger> Existing(Link& link) {
   const ReplyPtr reply = link.Run(kExisting);
   const ResultHandle& result = link.Require(*reply);
   std::vector<DefinedTrigger> existing;
+  existing.reserve(static_cast<std::size_t>(PQntuples(result.get())));
   for (int row = 0; row < PQntuples(result.get()); ++row)
     existing.push_back({std::string(FieldText(result, row, 0)), std::string(FieldText(result, row, 1))});
   return existing;
