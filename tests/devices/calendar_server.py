@@ -89,7 +89,7 @@ class Server:
         answer = self.as_device(user, "REPORT", "calendars/%s/%s/" % (user, calendar), query, {"Depth": "1"})
         texts = [data.text.replace("\r\n", "\n") for data in
                  xml.etree.ElementTree.fromstring(answer.body).iter("{urn:ietf:params:xml:ns:caldav}calendar-data")]
-        return {re.search(r"^UID:(.*)$", text, re.M)[1]: text for text in texts}
+        return {re.search(r"^UID:(.*)$", text.replace("\n ", ""), re.M)[1]: text for text in texts}
 
     def get(self, path):
         return self.as_device(path.split("/")[1], "GET", path)
