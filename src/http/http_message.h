@@ -44,6 +44,8 @@ inline constexpr const char* kReadHeaders[] = {
     "Authorization",
     "Depth",
     "If-Match",
+    "If",
+    "Content-Range",
     "Prefer",
     "Brief",
 };

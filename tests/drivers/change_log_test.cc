@@ -27,7 +27,6 @@ class ChangeLog : public testing::DatabaseFixture {
       changes.insert(Text(rows->Get(0)) + "/" + Text(rows->Get(1)));
       seen_ = std::max(seen_, std::get<std::int64_t>(rows->Get(2)));
     }
-    EXPECT_GT(connection->ChangeHorizon(), seen_);
     return changes;
   }
 
@@ -141,8 +140,14 @@ TEST_F(ChangeLog, HorizonStaysBelowWhatMayStillAppear) {
   };
   EXPECT_LE(reader->ChangeHorizon(), newest(*reader));
   slow->Commit();
-  const auto later = Open();
-  EXPECT_GT(later->ChangeHorizon(), newest(*later));
+  // Transactions of other databases of the server count as well, such as those of other tests.
+  const auto isPassed = [&] {
+    const auto later = Open();
+    return later->ChangeHorizon() > newest(*later);
+  };
+  int tries = 0;
+  while (!isPassed() && tries < 10'000) ++tries;
+  EXPECT_LT(tries, 10'000);
 }
 
 }  // namespace
