@@ -119,7 +119,7 @@ std::optional<CalendarChanges> ChangesSince(Connection& database, const Exchange
   CalendarChanges changes{state.CurrentToken(), {}, {}};
   if (token == changes.Token) return changes;
   const auto known = ReadToken(token);
-  if (!known || !IsKnown(*known, state) || calendar.IsGroupView()) return std::nullopt;
+  if (!known || !IsKnown(*known, state) || !calendar.MayChange) return std::nullopt;
 
   std::vector<std::string> names =
       NamesOf(database, Ask(database, NamesChangedSince(state.Sources, known->Floor)));

@@ -56,12 +56,23 @@ std::vector<Row> AskInParts(Connection& database, const std::vector<int>& ids, M
   return all;
 }
 
+std::vector<int> Distinct(std::vector<int> ids) {
+  std::ranges::sort(ids);
+  const auto repeated = std::ranges::unique(ids);
+  ids.erase(repeated.begin(), repeated.end());
+  return ids;
+}
+
 std::vector<int> DistinctIds(const std::vector<ObjectMember>& members, int ObjectMember::*number) {
   std::vector<int> ids;
   ids.reserve(members.size());
   for (const ObjectMember& member : members) ids.push_back(member.*number);
-  std::ranges::sort(ids);
-  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return Distinct(std::move(ids));
+}
+
+std::vector<int> IdsOf(const std::vector<StoredObject>& objects) {
+  std::vector<int> ids;
+  for (const StoredObject& object : objects) ids.push_back(object.Id);
   return ids;
 }
 
@@ -79,24 +90,25 @@ Rows RowsNamed(Connection& database, std::span<const std::string> sources, std::
                std::string_view databaseName) {
   Rows rows;
   if (names.empty()) return rows;
-  std::vector<int> ids;
+  std::vector<int> eventIds;
   for (const std::string& name : names) {
-    if (const auto number = NumberOfName(name, databaseName)) ids.push_back(*number);
+    if (const auto number = NumberOfName(name, databaseName)) eventIds.push_back(*number);
   }
-  rows.Objects = Ask(database, ObjectsNamed(names));
-  std::vector<int> objectIds;
-  for (const StoredObject& object : rows.Objects) objectIds.push_back(object.Id);
-  rows.Members = AskInParts<ObjectMember>(database, objectIds,
-                                          [](const std::string& list) { return MembersOfObjects(list); });
-  std::ranges::move(AskInParts<ObjectMember>(
-                        database, ids, [](const std::string& list) { return MembershipsOfEvents(list); }),
-                    std::back_inserter(rows.Members));
-  std::ranges::move(DistinctIds(rows.Members, &ObjectMember::EventId), std::back_inserter(ids));
-  std::ranges::sort(ids);
-  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  const auto membersOf = [](const std::string& ids) { return MembersOfObjects(ids); };
+  const auto tiesOf = [](const std::string& ids) { return MembershipsOfEvents(ids); };
+  const auto objectsWith = [](const std::string& ids) { return ObjectsWithIds(ids); };
+  const auto ties = AskInParts<ObjectMember>(database, eventIds, tiesOf);
+  std::vector<int> objectIds = DistinctIds(ties, &ObjectMember::ObjectId);
+  for (const StoredObject& object : Ask(database, ObjectsNamed(names))) objectIds.push_back(object.Id);
+  rows.Objects = AskInParts<StoredObject>(database, Distinct(std::move(objectIds)), objectsWith);
+  rows.Members = AskInParts<ObjectMember>(database, IdsOf(rows.Objects), membersOf);
+
+  std::ranges::move(DistinctIds(rows.Members, &ObjectMember::EventId), std::back_inserter(eventIds));
+  eventIds = Distinct(std::move(eventIds));
   rows.Events =
-      AskInParts<OL_Event>(database, ids, [](const std::string& list) { return EventsWithIds(list); });
-  rows.Days = AskInParts<EventDay>(database, ids, [](const std::string& list) { return EventDaysOf(list); });
+      AskInParts<OL_Event>(database, eventIds, [](const std::string& ids) { return EventsWithIds(ids); });
+  rows.Days =
+      AskInParts<EventDay>(database, eventIds, [](const std::string& ids) { return EventDaysOf(ids); });
   std::erase_if(rows.Events, [&](const OL_Event& event) {
     return std::ranges::none_of(
         sources, [&](const std::string& source) { return EqualIgnoringCase(source, event.Owner); });
@@ -180,10 +192,8 @@ class ObjectMaker {
   /// Leaves nothing but the time.
   void Hide(SharedObject& made) const {
     made.IsHidden = true;
-    CalendarObject& object = made.Object;
-    object.KeptText.clear();
-    object.IsAsKept = false;
-    for (ObjectEvent& row : object.Events) {
+    BecomeUntold(made.Object);
+    for (ObjectEvent& row : made.Object.Events) {
       row.Event.EventName = tools_.PrivateTitle;
       row.Event.Comments.clear();
       row.Event.EventType.clear();
@@ -195,7 +205,11 @@ class ObjectMaker {
   void MakeUnique(CalendarObject& object) {
     const bool hasOwnName = usedNames_.insert(ToLower(object.Name)).second;
     const bool hasOwnUid = usedUids_.insert(object.Uid).second;
-    if (hasOwnName && hasOwnUid) return;
+    if (!hasOwnName || !hasOwnUid) BecomeUntold(object);
+  }
+
+  /// Nothing is left of what a client has sent, not even the name.
+  void BecomeUntold(CalendarObject& object) const {
     const int number = object.Events.empty() ? 0 : object.Events.front().Event.EventID;
     object.Name = NameOfNumber(number, databaseName_);
     object.Uid = UidOfNumber(number, databaseName_);
