@@ -19,7 +19,7 @@ namespace orlune {
 namespace {
 
 constexpr std::size_t kMostLookedUp = 200;  // names; of more all objects are read
-constexpr std::size_t kIdsOfQuery = 500;
+constexpr std::size_t kIdsOfQuery = 64;     // and of shorter queries a power of four
 constexpr std::size_t kETagDigits = 32;
 
 /// What is stored of some objects.
@@ -30,14 +30,18 @@ struct Rows {
   std::vector<StoredObject> Objects;
 };
 
-/// Lists of the numbers, each of the same length, so that all have one shape.
-std::vector<std::string> IdLists(const std::vector<int>& ids) {
+/// Lists of the numbers, of few lengths, since each length is a statement to prepare; the last number is
+/// repeated.
+std::vector<std::string> IdLists(std::span<const int> ids) {
   std::vector<std::string> lists;
-  for (std::size_t begin = 0; begin < ids.size(); begin += kIdsOfQuery) {
+  while (!ids.empty()) {
+    std::size_t length = 1;
+    while (length < std::min(ids.size(), kIdsOfQuery)) length *= 4;
     std::vector<std::string> items;
-    for (std::size_t i = 0; i < kIdsOfQuery; ++i)
-      items.push_back(std::to_string(ids[std::min(begin + i, ids.size() - 1)]));
+    for (std::size_t i = 0; i < length; ++i)
+      items.push_back(std::to_string(ids[std::min(i, ids.size() - 1)]));
     lists.push_back(JoinList(items));
+    ids = ids.subspan(std::min(length, ids.size()));
   }
   return lists;
 }

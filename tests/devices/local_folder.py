@@ -24,19 +24,36 @@ url = "{url}/"
 username = "{user}"
 password = "{password}"
 """
+SUBSCRIPTION = """
+[general]
+status_path = "{folder}/status/"
+[pair calendars]
+a = "local"
+b = "server"
+collections = null
+[storage local]
+type = "filesystem"
+path = "{folder}/calendars/"
+fileext = ".ics"
+[storage server]
+type = "http"
+url = "{subscription}"
+"""
 
 
 class LocalFolder:
-    def __init__(self, test, server, user):
+    def __init__(self, test, server, user, subscription=None):
         folder = tempfile.TemporaryDirectory(prefix="orlune-folder-")
         test.addCleanup(folder.cleanup)
         self.path = pathlib.Path(folder.name)
-        self._settings = {"folder": self.path, "url": server.url, "user": user, "password": PASSWORD}
+        self._settings = {"folder": self.path, "url": server.url, "user": user, "password": PASSWORD,
+                          "subscription": subscription}
+        self._form = SUBSCRIPTION if subscription else CONFIGURATION
         self.resolve_conflicts_by("null")
         self.vdirsyncer("discover")
 
     def resolve_conflicts_by(self, resolution):
-        (self.path / "config").write_text(CONFIGURATION.format(resolution=resolution, **self._settings))
+        (self.path / "config").write_text(self._form.format(resolution=resolution, **self._settings))
 
     def calendar(self, name):
         return self.path / "calendars" / name

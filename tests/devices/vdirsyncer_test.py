@@ -162,6 +162,19 @@ class VdirsyncerTest(DeviceTest):
         self.assertEqual(page.dates_of("Changed on the page", JUNE), [])
         self.assertEqual(self.on_server("priya", file.name), ours)
 
+    def test_a_subscription_is_a_folder_of_events(self):
+        page = Person(self.server, "lukasz")
+        self.add_clients_event(LocalFolder(self, self.server, "lukasz"), "lukasz", "plans-4", "Subscribed")
+        page.save_event("Typed", "6/18/2035")
+        [address, *_] = page.secrets_on(page.post("/sharing?act=mklink", {"calendar": "lukasz", "link": "Family"}))
+        folder = LocalFolder(self, self.server, "lukasz", subscription=address)
+        said = folder.vdirsyncer("sync")
+        texts = [unfolded(content) for content in folder.files(".").values()]
+        self.assertEqual(len(texts), len(self.server.objects("lukasz", "lukasz")), said)
+        for title in ("Subscribed", "Typed"):
+            self.assertEqual(len([text for text in texts if "SUMMARY:%s\r" % title in text or "SUMMARY:%s\n" % title in text]), 1, title)
+        self.assertNotIn("Copying", folder.vdirsyncer("sync"))
+
     def test_what_may_only_be_read_is_not_changed(self):
         folder = LocalFolder(self, self.server, "mikko")
         intruder = CLIENTS_EVENT % {"uid": "intruder", "title": "Intruder"}
