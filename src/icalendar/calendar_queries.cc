@@ -18,21 +18,6 @@ using std::chrono::sys_seconds;
 namespace {
 
 constexpr std::size_t kBudget = 3'000'000;
-constexpr std::string_view kTimeProperties[] = {"DTSTART", "DTEND",  "DURATION", "RRULE",
-                                                "RDATE",   "EXDATE", "EXRULE",   "RECURRENCE-ID"};
-
-bool IsTimeProperty(std::string_view name) {
-  return std::ranges::any_of(kTimeProperties,
-                             [name](std::string_view time) { return EqualsIgnoringAsciiCase(name, time); });
-}
-
-void AppendComponent(std::string& text, const Component& component) {
-  AppendLine(text, "BEGIN:", component.Name);
-  for (const ContentLine& line : component.Lines) AppendLine(text, line.Text);
-  for (const Component& child : component.Children) AppendComponent(text, child);
-  AppendLine(text, "END:", component.Name);
-}
-
 void AppendUtc(std::string& text, std::string_view name, const TextTime& time) {
   if (time.IsDate) {
     AppendLine(text, std::string(name) + ";VALUE=DATE:", DateText(time.Local.Day));
@@ -60,12 +45,38 @@ class Expander {
   void AppendMaster(const ObjectParts& parts) {
     const EventTimes times(*parts.Master, zones_);
     if (!times.Repeats()) return Append(*parts.Master, times, {times.Begin()}, nullptr);
-    const Date last = period_.End ? std::chrono::ceil<days>(*period_.End) + days{2} : kLastDayOfText;
     WorkBudget budget(kBudget);
-    for (const Instance& instance : times.Expand(std::min(last, kLastDayOfText), budget).All) {
-      if (!instance.IsLeftOut && !IsChanged(instance, parts))
+    for (const Instance& instance : times.Expand(LastDay(parts), budget).All) {
+      if (instance.IsLeftOut || IsChanged(instance, parts)) continue;
+      const std::optional<std::size_t> changed = FindRange(instance, parts);
+      if (!changed) {
         Append(*parts.Master, times, instance, &instance.Begin);
+      } else {
+        const EventTimes& future = parts.OverrideTimes[*changed];
+        Append(*parts.Overrides[*changed], future, {future.MovedLike(instance.Begin), instance.Length},
+               &instance.Begin);
+      }
     }
+  }
+
+  /// The last day on which an occurrence may begin that is within the period, perhaps moved.
+  Date LastDay(const ObjectParts& parts) const {
+    if (!period_.End) return kLastDayOfText;
+    std::chrono::seconds moved = days{2};
+    for (const EventTimes& times : parts.OverrideTimes)
+      moved = std::max(moved, days{2} + times.RecurrenceId()->Moment - times.Begin().Moment);
+    return std::min(std::chrono::ceil<days>(*period_.End + moved), kLastDayOfText);
+  }
+
+  /// The event that changes this occurrence together with earlier ones.
+  static std::optional<std::size_t> FindRange(const Instance& instance, const ObjectParts& parts) {
+    std::optional<std::size_t> found;
+    for (std::size_t i = 0; i < parts.OverrideTimes.size(); ++i) {
+      const EventTimes& times = parts.OverrideTimes[i];
+      if (times.RecurrenceId()->Moment > instance.Begin.Moment) break;
+      if (times.IsThisAndFuture()) found = i;
+    }
+    return found;
   }
 
   static bool IsChanged(const Instance& instance, const ObjectParts& parts) {
@@ -100,16 +111,6 @@ class Expander {
   std::string text_;
 };
 
-std::vector<const Component*> EventsOf(const std::vector<Component>& calendars) {
-  std::vector<const Component*> events;
-  for (const Component& calendar : calendars) {
-    for (const Component& child : calendar.Children) {
-      if (child.Is("VEVENT")) events.push_back(&child);
-    }
-  }
-  return events;
-}
-
 bool Contains(const std::string& value, const std::string& text, bool heedsCase) {
   if (heedsCase) return value.find(text) != std::string::npos;
   return text.empty() || !std::ranges::search(value, text, {}, ToLowerAscii, ToLowerAscii).empty();
@@ -131,11 +132,10 @@ bool Holds(const PropertyFilter& filter, const Component& event) {
 
 }  // namespace
 
-std::string ExpandedText(std::string_view text, const UtcPeriod& period,
-                         std::shared_ptr<const NamedZone> server) {
+std::string ExpandedText(std::string_view text, const UtcPeriod& period, const NamedZone& server) {
   const std::string unfolded = Unfolded(text);
   const std::vector<Component> calendars = ReadComponents(unfolded);
-  TextZones zones(std::move(server), calendars);
+  TextZones zones(server, calendars);
   return std::string(kCalendarBegin) + Expander(zones, period).Expand(EventsOf(calendars)) +
          std::string(kCalendarEnd);
 }

@@ -12,8 +12,7 @@ namespace orlune {
 
 // What clients ask for besides whole objects; see `CalendarText`.
 
-std::string ExpandedText(std::string_view text, const UtcPeriod& period,
-                         std::shared_ptr<const NamedZone> server);
+std::string ExpandedText(std::string_view text, const UtcPeriod& period, const NamedZone& server);
 bool HasProperties(std::string_view text, std::span<const PropertyFilter> filters);
 std::string FreeBusyCalendar(const UtcPeriod& period, std::span<const BusyPeriod> busy);
 

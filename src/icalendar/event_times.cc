@@ -33,8 +33,8 @@ std::string_view LastTwoParts(std::string_view id) {
 
 }  // namespace
 
-TextZones::TextZones(std::shared_ptr<const NamedZone> server, const std::vector<Component>& calendars)
-    : server_(std::move(server)), budget_(kZoneBudget) {
+TextZones::TextZones(const NamedZone& server, const std::vector<Component>& calendars)
+    : server_(server), budget_(kZoneBudget) {
   for (const Component& calendar : calendars) {
     for (const Component& child : calendar.Children) {
       if (child.Is("VTIMEZONE")) definitions_.emplace(child.ValueOf("TZID"), &child);
@@ -43,7 +43,7 @@ TextZones::TextZones(std::shared_ptr<const NamedZone> server, const std::vector<
 }
 
 const Zone& TextZones::Find(std::string_view id) {
-  if (id == server_->Name) return Server();
+  if (id == server_.Name) return Server();
   auto found = found_.find(id);
   if (found == found_.end()) found = found_.emplace(id, FindAnew(id)).first;
   if (found->second != nullptr) return *found->second;
@@ -57,7 +57,7 @@ bool TextZones::TakeUnknown() {
 
 const Zone* TextZones::FindAnew(std::string_view id) {
   const auto named = [&](std::string_view name) -> const Zone* {
-    if (name == server_->Name) return &Server();
+    if (name == server_.Name) return &Server();
     auto zone = FindNamedZone(name);
     if (!zone) return nullptr;
     named_.push_back(std::move(zone));
@@ -115,24 +115,24 @@ TextTime EventTimes::ReadTime(const ContentLine& line, std::string_view value, T
 }
 
 void EventTimes::ReadLength(const Component& event, TextZones& zones) {
-  if (begin_.IsDate) length_ = {false, false, kDay};
+  if (begin_.IsDate) length_.ByClock = kDay;
   if (const ContentLine* line = event.Find("DTEND"); line != nullptr) {
     const TextTime end = ReadTime(*line, line->Value, zones);
-    if (begin_.IsDate || end.IsDate) {
-      length_ = {false, false,
-                 std::max<seconds>(end.Local.Day - begin_.Local.Day, begin_.IsDate ? kDay : seconds{0})};
-    } else if (end.In == begin_.In) {
-      length_ = {false, false, Between(begin_.Local, end.Local)};
+    if (begin_.IsDate) {
+      length_.ByClock = std::max<seconds>(end.Local.Day - begin_.Local.Day, kDay);
+    } else if (end.IsDate || end.In == begin_.In) {
+      // By the clock: a night shift ends at its hour, also when the clocks change.
+      length_.ByClock = Between(begin_.Local, end.Local);
     } else {
-      length_ = {false, true, end.Moment - begin_.Moment};
+      length_.Exact = end.Moment - begin_.Moment;
     }
   } else if (const ContentLine* duration = event.Find("DURATION"); duration != nullptr) {
     const NominalDuration nominal = ReadDuration(duration->Value);
-    length_ = {false, false, nominal.Days + nominal.Seconds};
-    if (begin_.IsDate) length_.Seconds = std::max(kDay, seconds{std::chrono::ceil<days>(length_.Seconds)});
+    length_ = {nominal.Days, nominal.Seconds};
+    if (begin_.IsDate)
+      length_ = {std::max(kDay, seconds{std::chrono::ceil<days>(nominal.Days + nominal.Seconds)}), {}};
   }
-  if (length_.Seconds <= seconds{0}) length_ = {};
-  if (length_.Seconds > days{kMostDaysOfObject}) RefuseDays();
+  if (length_.ByClock + length_.Exact > days{kMostDaysOfObject}) RefuseDays();
 }
 
 void EventTimes::ReadRule(std::string_view text, std::vector<Recurrence>& rules) const {
@@ -155,10 +155,11 @@ void EventTimes::ReadAdded(const ContentLine& line, TextZones& zones) {
       const std::string_view end = item.substr(slash + 1);
       if (end.starts_with('P')) {
         const NominalDuration length = ReadDuration(end);
-        instance.Seconds = length.Days + length.Seconds;
+        instance.Length = EventLength{length.Days, length.Seconds};
       } else {
-        instance.Seconds = Between(instance.Begin.Local, ReadTime(line, end, zones).Local);
+        instance.Length = EventLength{{}, ReadTime(line, end, zones).Moment - instance.Begin.Moment};
       }
+      if (instance.Length->ByClock + instance.Length->Exact > days{kMostDaysOfObject}) RefuseDays();
     }
     // A date among times, or the other way round, has the form of the beginning.
     if (begin_.IsDate != instance.Begin.IsDate)
@@ -230,19 +231,28 @@ void EventTimes::LeaveOut(std::vector<Instance>& instances, Date last, WorkBudge
 }
 
 std::optional<TextTime> EventTimes::EndOf(const Instance& instance) const {
-  const seconds length = instance.Seconds.value_or(length_.Seconds);
-  const bool isNone = instance.Seconds ? *instance.Seconds <= seconds{0} : length_.IsNone;
-  if (isNone) return std::nullopt;
-  TextTime end = instance.Begin;
-  if (length_.IsExact && !instance.Seconds) {
-    end.Moment += length;
-    end.Local = end.In->Local(end.Moment);
-    return end;
-  }
-  return Moved(end, length);
+  const EventLength length = instance.Length.value_or(length_);
+  if (length.IsNone()) return std::nullopt;
+  const TextTime& begin = instance.Begin;
+  if (begin.IsDate) return Moved(begin, length.ByClock + length.Exact);
+  TextTime end = Moved(begin, length.ByClock);
+  // Where the clocks change as it begins, the time that they show says nothing about its length.
+  if (!begin.In->IsShownOnce(begin.Local)) end.Moment = begin.Moment + length.ByClock;
+  if (length.ByClock == seconds{0}) end.Moment = begin.Moment;
+  if (length.Exact == seconds{0}) return end;
+  end.Moment += length.Exact;
+  end.Local = end.In->Local(end.Moment);
+  return end;
 }
 
-TextTime EventTimes::Moved(const TextTime& time, seconds by) const {
+TextTime EventTimes::MovedLike(const TextTime& time) const {
+  TextTime moved = time;
+  moved.In = begin_.In;
+  moved.IsDate = begin_.IsDate;
+  return Moved(moved, Between(recurrenceId_->Local, begin_.Local));
+}
+
+TextTime EventTimes::Moved(const TextTime& time, seconds by) {
   TextTime moved = time;
   moved.Local = After(time.Local, by);
   moved.Moment = time.IsDate ? sys_seconds{moved.Local.Day} : time.In->Moment(moved.Local);

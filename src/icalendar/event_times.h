@@ -17,11 +17,11 @@ namespace orlune {
 class TextZones {
  public:
   /// `calendars` and `server` outlive it.
-  TextZones(std::shared_ptr<const NamedZone> server, const std::vector<Component>& calendars);
+  TextZones(const NamedZone& server, const std::vector<Component>& calendars);
 
   /// That of the server for one that nobody knows.
   const Zone& Find(std::string_view id);
-  const Zone& Server() const { return server_->Offsets; }
+  const Zone& Server() const { return server_.Offsets; }
   const Zone& Utc() const { return utc_; }
   /// Whether `Find` was asked for a zone that nobody knows since this was last called.
   bool TakeUnknown();
@@ -30,7 +30,7 @@ class TextZones {
   const Zone* FindAnew(std::string_view id);
   const Zone* FindDefined(std::string_view id);
 
-  const std::shared_ptr<const NamedZone> server_;
+  const NamedZone& server_;
   const Zone utc_;
   WorkBudget budget_;
   std::map<std::string, const Component*, std::less<>> definitions_;
@@ -48,17 +48,19 @@ struct TextTime {
   std::chrono::sys_seconds Moment{};  ///< of a date, its midnight as if in UTC
 };
 
-/// How long an event takes.
+/// How long an event takes: first what the clock shows, as from one day to the next at the same hour, then an
+/// exact time.
 struct EventLength {
-  bool IsNone = true;
-  bool IsExact = false;            ///< counted in UTC rather than by the clock
-  std::chrono::seconds Seconds{};  ///< of all-day events, whole days
+  std::chrono::seconds ByClock{};
+  std::chrono::seconds Exact{};
+
+  bool IsNone() const { return ByClock + Exact <= std::chrono::seconds{0}; }
 };
 
 /// One occurrence of an event.
 struct Instance {
   TextTime Begin;
-  std::optional<std::chrono::seconds> Seconds{};  ///< its own length, from a period in RDATE
+  std::optional<EventLength> Length{};  ///< its own, from a period in RDATE
   bool IsLeftOut = false;
 };
 
@@ -72,6 +74,7 @@ class EventTimes {
   const std::optional<TextTime>& RecurrenceId() const { return recurrenceId_; }
   bool IsThisAndFuture() const { return isThisAndFuture_; }
   bool Repeats() const { return !rules_.empty() || !added_.empty(); }
+  bool HasRule() const { return !rules_.empty(); }
   bool IsEndless() const;
   /// The day of UNTIL where that alone ends the series.
   std::optional<Date> Until() const;
@@ -85,11 +88,15 @@ class EventTimes {
   /// To the day `last`. Throws InvalidCalendarText.
   Instances Expand(Date last, WorkBudget& budget) const;
 
-  /// Nothing for an event without an end or that ends as it begins.
+  /// Nothing for an event without an end or that ends as it begins. Where the clocks change as it begins,
+  /// `Local` and `Moment` may be different times.
   std::optional<TextTime> EndOf(const Instance& instance) const;
-  TextTime Moved(const TextTime& time, std::chrono::seconds by) const;
+  /// Where an occurrence of the series is moved to that this event, one for its RECURRENCE-ID and all later
+  /// ones, changes.
+  TextTime MovedLike(const TextTime& time) const;
 
  private:
+  static TextTime Moved(const TextTime& time, std::chrono::seconds by);
   TextTime ReadTime(const ContentLine& line, std::string_view value, TextZones& zones) const;
   void ReadLength(const Component& event, TextZones& zones);
   void ReadAdded(const ContentLine& line, TextZones& zones);

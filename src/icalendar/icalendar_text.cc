@@ -23,7 +23,7 @@ std::string IcalendarText::MachineZone() {
 
 std::string IcalendarText::ObjectText(const CalendarObject& object, const Week& week) const {
   if (object.KeptText.empty()) return ObjectWriter(*zone_).CalendarOf(object, week);
-  return object.IsAsKept ? object.KeptText : ObjectMerger(zone_).Merged(object, week);
+  return object.IsAsKept ? object.KeptText : ObjectMerger(*zone_).Merged(object, week);
 }
 
 std::string IcalendarText::FileBegin(std::string_view calendarName) const {
@@ -36,7 +36,8 @@ std::string IcalendarText::FileBegin(std::string_view calendarName) const {
 }
 
 std::string IcalendarText::FileEntry(const CalendarObject& object, const Week& week) const {
-  return ObjectWriter(*zone_).EntryOf(object, week);
+  const std::string kept = object.KeptText.empty() ? "" : ObjectText(object, week);
+  return ObjectWriter(*zone_).EntryOf(object, week, kept);
 }
 
 std::string IcalendarText::FileEnd() const {
@@ -44,15 +45,15 @@ std::string IcalendarText::FileEnd() const {
 }
 
 PlannedObject IcalendarText::ReadObject(std::string_view text, const ReadingSettings& settings) const {
-  return ObjectReader(zone_, settings).ReadObject(text);
+  return ObjectReader(*zone_, settings).ReadObject(text);
 }
 
 PlannedFile IcalendarText::ReadFile(std::string_view text, const ReadingSettings& settings) const {
-  return ObjectReader(zone_, settings).ReadFile(text);
+  return ObjectReader(*zone_, settings).ReadFile(text);
 }
 
 std::string IcalendarText::Expanded(std::string_view text, const UtcPeriod& period) const {
-  return ExpandedText(text, period, zone_);
+  return ExpandedText(text, period, *zone_);
 }
 
 bool IcalendarText::Matches(std::string_view text, std::span<const PropertyFilter> filters) const {

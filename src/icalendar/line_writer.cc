@@ -48,6 +48,13 @@ void AppendLine(std::string& text, std::string_view nameWithColon, std::string_v
   AppendLine(text, std::string(nameWithColon).append(value));
 }
 
+void AppendComponent(std::string& text, const Component& component) {
+  AppendLine(text, "BEGIN:", component.Name);
+  for (const ContentLine& line : component.Lines) AppendLine(text, line.Text);
+  for (const Component& child : component.Children) AppendComponent(text, child);
+  AppendLine(text, "END:", component.Name);
+}
+
 std::string EscapedText(std::string_view plain) {
   std::string text;
   text.reserve(plain.size());

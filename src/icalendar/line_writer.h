@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/civil_time.h"
+#include "icalendar/content_lines.h"
 
 namespace orlune {
 
@@ -11,6 +12,9 @@ namespace orlune {
 /// break.
 void AppendLine(std::string& text, std::string_view line);
 void AppendLine(std::string& text, std::string_view nameWithColon, std::string_view value);
+
+/// A component with all that is in it.
+void AppendComponent(std::string& text, const Component& component);
 
 /// A TEXT value with its escapes; line breaks of any kind become "\n", other control characters are left out.
 std::string EscapedText(std::string_view plain);

@@ -40,13 +40,13 @@ struct Edit {
   }
 };
 
-void AppendComponent(std::string& text, const Component& component, const Edit& edit) {
+void AppendEdited(std::string& text, const Component& component, const Edit& edit) {
   AppendLine(text, "BEGIN:", component.Name);
   for (const ContentLine& line : component.Lines) {
     if (!edit.Replaces(line.Name)) AppendLine(text, line.Text);
   }
   text += edit.Lines;
-  for (const Component& child : component.Children) AppendComponent(text, child, {});
+  for (const Component& child : component.Children) AppendComponent(text, child);
   AppendLine(text, "END:", component.Name);
 }
 
@@ -133,15 +133,15 @@ void EditTexts(Edit& edit, const Component& event, const OL_Event& planned,
 /// One object whose text is merged with its rows.
 class Merge {
  public:
-  Merge(const CalendarObject& object, const Week& week, const std::shared_ptr<const NamedZone>& zone)
+  Merge(const CalendarObject& object, const Week& week, const NamedZone& zone)
       : object_(object),
         week_(week),
-        zone_(*zone),
-        writer_(*zone),
+        zone_(zone),
+        writer_(zone),
         text_(Unfolded(object.KeptText)),
         calendars_(ReadComponents(text_)),
         zones_(zone, calendars_),
-        parts_(PartsOfObject(Events(), zones_)),
+        parts_(PartsOfObject(EventsOf(calendars_), zones_)),
         planned_(PlannedRowsNow()),
         edits_(parts_.Overrides.size() + 1) {}
 
@@ -152,16 +152,6 @@ class Merge {
   }
 
  private:
-  std::vector<const Component*> Events() const {
-    std::vector<const Component*> events;
-    for (const Component& calendar : calendars_) {
-      for (const Component& child : calendar.Children) {
-        if (child.Is("VEVENT")) events.push_back(&child);
-      }
-    }
-    return events;
-  }
-
   const Component& EventOf(std::size_t number) const {
     return number == 0 ? *parts_.Master : *parts_.Overrides[number - 1];
   }
@@ -283,11 +273,11 @@ class Merge {
     for (std::size_t number = parts_.Master == nullptr ? 1 : 0; number < edits_.size(); ++number) {
       if (&EventOf(number) != &child) continue;
       if (edits_[number].IsRemoved) return false;
-      AppendComponent(text, child, edits_[number]);
+      AppendEdited(text, child, edits_[number]);
       return true;
     }
     // Of several events for one occurrence only the last counts.
-    if (!child.Is("VEVENT")) AppendComponent(text, child, {});
+    if (!child.Is("VEVENT")) AppendComponent(text, child);
     return false;
   }
 
@@ -310,7 +300,7 @@ std::string ObjectMerger::Merged(const CalendarObject& object, const Week& week)
   try {
     return Merge(object, week, zone_).Run();
   } catch (const InvalidCalendarText&) {
-    return ObjectWriter(*zone_).CalendarOf(object, week);
+    return ObjectWriter(zone_).CalendarOf(object, week);
   }
 }
 

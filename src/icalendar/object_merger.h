@@ -12,14 +12,15 @@ namespace orlune {
 /// Puts what rows say into the text that a client sent for them. Thread-safe.
 class ObjectMerger {
  public:
-  explicit ObjectMerger(std::shared_ptr<const NamedZone> zone) : zone_(std::move(zone)) {}
+  /// `zone` outlives it.
+  explicit ObjectMerger(const NamedZone& zone) : zone_(zone) {}
 
   /// `KeptText` where only those properties are changed that its rows say differently. What the rows say
   /// alone when it cannot be read any more.
   std::string Merged(const CalendarObject& object, const Week& week) const;
 
  private:
-  const std::shared_ptr<const NamedZone> zone_;
+  const NamedZone& zone_;
 };
 
 }  // namespace orlune

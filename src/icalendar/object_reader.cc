@@ -76,7 +76,7 @@ class RowsPlanner {
     for (std::size_t i = 0; i < parts_.Overrides.size(); ++i) {
       const EventTimes& times = parts_.OverrideTimes[i];
       if (IsCancelled(*parts_.Overrides[i]) || plansFuture_.contains(i)) continue;
-      Series once{&times, {{times.Begin()}}, false, true, times.Begin().Local.Day};
+      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
       AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Overrides[i], i + 1);
     }
     std::ranges::sort(planned_.Rows, {}, &ObjectEvent::Place);
@@ -87,7 +87,7 @@ class RowsPlanner {
   void PlanMaster() {
     const EventTimes times(*parts_.Master, zones_);
     if (!times.Repeats() && parts_.Overrides.empty() && !times.LastLeftOut()) {
-      Series once{&times, {{times.Begin()}}, false, true, times.Begin().Local.Day};
+      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
       return AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Master, 0);
     }
     const Date certain = CertainTo(times);
@@ -111,7 +111,8 @@ class RowsPlanner {
 
   void PlanTo(const EventTimes& times, Date last, Date certain) {
     EventTimes::Instances instances = times.Expand(last, budget_);
-    Series series{&times,       std::move(instances.All), times.Repeats(), instances.IsComplete, last,
+    Series series{&times,          std::move(instances.All), times.Repeats(),
+                  times.HasRule(), instances.IsComplete,     last,
                   times.Until()};
     if (!series.IsComplete) CheckIncomplete(times, series);
     for (std::size_t i = parts_.Overrides.size(); i-- > 0;) Except(series, i, certain);
@@ -157,12 +158,11 @@ class RowsPlanner {
     const auto split = std::ranges::find_if(series.Instances, [&](const Instance& instance) {
       return Is(instance, id) || instance.Begin.Moment > id.Moment;
     });
-    const std::chrono::seconds by = Between(id.Local, changed.Begin().Local);
-    Series future{&changed, {}, true, series.IsComplete, series.KnownTo, std::nullopt};
+    Series future{&changed, {}, true, series.HasRule, series.IsComplete, series.KnownTo, std::nullopt};
     if (!series.IsComplete && series.EndsOn) future.EndsOn = series.EndsOn;
     for (auto instance = split; instance != series.Instances.end(); ++instance) {
       Instance moved = *instance;
-      moved.Begin = MovedTo(changed, instance->Begin, by);
+      moved.Begin = changed.MovedLike(instance->Begin);
       future.Instances.push_back(moved);
     }
     series.Instances.erase(split, series.Instances.end());
@@ -173,15 +173,6 @@ class RowsPlanner {
     if (IsCancelled(*parts_.Overrides[index])) return;
     AddRows(PlanSeries(future, certain, zones_.Server(), settings_.Week), *parts_.Overrides[index],
             index + 1);
-  }
-
-  /// An occurrence of the old series at the time of the changed one.
-  static TextTime MovedTo(const EventTimes& changed, const TextTime& time, std::chrono::seconds by) {
-    TextTime moved = time;
-    moved.IsDate = changed.Begin().IsDate;
-    moved.In = changed.Begin().In;
-    if (!moved.IsDate && moved.In == nullptr) moved.IsDate = true;
-    return changed.Moved(moved, by);
   }
 
   void AddRows(SeriesRows rows, const Component& event, std::size_t number) {
@@ -262,13 +253,6 @@ bool IsOtherComponent(const Component& component) {
          component.Is("VPOLL");
 }
 
-void AppendComponent(std::string& text, const Component& component) {
-  AppendLine(text, "BEGIN:", component.Name);
-  for (const ContentLine& line : component.Lines) AppendLine(text, line.Text);
-  for (const Component& child : component.Children) AppendComponent(text, child);
-  AppendLine(text, "END:", component.Name);
-}
-
 /// The names of the zones that an event's times are in.
 void AddZoneNames(const Component& component, std::set<std::string_view>& names) {
   for (const ContentLine& line : component.Lines) {
@@ -345,29 +329,6 @@ bool IsPrivate(const Component& event) {
   return EqualsIgnoringAsciiCase(access, "PRIVATE") || EqualsIgnoringAsciiCase(access, "CONFIDENTIAL");
 }
 
-ObjectParts PartsOfObject(const std::vector<const Component*>& events, TextZones& zones) {
-  ObjectParts parts;
-  std::vector<std::pair<EventTimes, const Component*>> overrides;
-  for (const Component* event : events) {
-    EventTimes times(*event, zones);
-    if (times.RecurrenceId()) {
-      overrides.emplace_back(std::move(times), event);
-    } else if (parts.Master != nullptr) {
-      Refuse(TextFault::kInvalidText, "Two events have the same UID and no RECURRENCE-ID.");
-    } else {
-      parts.Master = event;
-    }
-  }
-  const auto moment = [](const auto& entry) { return entry.first.RecurrenceId()->Moment; };
-  std::ranges::stable_sort(overrides, {}, moment);
-  for (std::size_t i = 0; i < overrides.size(); ++i) {
-    if (i + 1 < overrides.size() && moment(overrides[i]) == moment(overrides[i + 1])) continue;
-    parts.Overrides.push_back(overrides[i].second);
-    parts.OverrideTimes.push_back(std::move(overrides[i].first));
-  }
-  return parts;
-}
-
 PlannedRows PlanRows(const ObjectParts& parts, TextZones& zones, const PlanSettings& settings,
                      WorkBudget& budget) {
   return RowsPlanner(parts, zones, settings, budget).Plan();
@@ -383,9 +344,7 @@ PlannedObject ObjectReader::Plan(const std::vector<const Component*>& events, Te
   if (planned.Rows.empty()) Refuse(TextFault::kInvalidText, "The event has no day on which it occurs.");
   PlannedObject object;
   for (ObjectEvent& row : planned.Rows) {
-    const auto number = static_cast<std::size_t>(row.Place / kPlacesOfEvent);
-    const Component& event = number == 0 ? *parts.Master : *parts.Overrides[number - 1];
-    row.Event.EventType = EventTypeOf(event, settings_.EventTypes);
+    row.Event.EventType = EventTypeOf(*parts.EventAt(row.Place), settings_.EventTypes);
     if (row.Event.EventName.empty()) row.Event.EventName = settings_.Untitled;
     if (row.Event.Type == Repetition::kListed) AddLoss(object.Losses, Loss::kListedDays);
   }

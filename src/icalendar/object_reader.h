@@ -6,23 +6,9 @@
 #include <vector>
 
 #include "exchange/calendar_text.h"
-#include "icalendar/event_times.h"
+#include "icalendar/object_parts.h"
 
 namespace orlune {
-
-/// The events of one UID in a text.
-struct ObjectParts {
-  const Component* Master = nullptr;
-  /// Changed occurrences, in the order of their RECURRENCE-IDs; of several with the same one the last.
-  std::vector<const Component*> Overrides;
-  std::vector<EventTimes> OverrideTimes;  ///< by place in `Overrides`
-};
-
-/// Rows of `Overrides[i]` have places from `kPlacesOfEvent * (i + 1)` on, those of the master from 0 on.
-inline constexpr int kPlacesOfEvent = 1000;
-
-/// Throws InvalidCalendarText when there are two masters.
-ObjectParts PartsOfObject(const std::vector<const Component*>& events, TextZones& zones);
 
 /// How the rows of an object are made.
 struct PlanSettings {
@@ -50,8 +36,8 @@ PlannedRows PlanRows(const ObjectParts& parts, TextZones& zones, const PlanSetti
 /// Reads texts into planned objects. Serves one call.
 class ObjectReader {
  public:
-  ObjectReader(std::shared_ptr<const NamedZone> server, const ReadingSettings& settings)
-      : server_(std::move(server)), settings_(settings) {}
+  ObjectReader(const NamedZone& server, const ReadingSettings& settings)
+      : server_(server), settings_(settings) {}
 
   /// Both throw InvalidCalendarText.
   PlannedObject ReadObject(std::string_view text) const;
@@ -60,7 +46,7 @@ class ObjectReader {
  private:
   PlannedObject Plan(const std::vector<const Component*>& events, TextZones& zones, WorkBudget& budget) const;
 
-  const std::shared_ptr<const NamedZone> server_;
+  const NamedZone& server_;
   const ReadingSettings& settings_;
 };
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "icalendar/event_writer.h"
 #include "icalendar/line_writer.h"
+#include "icalendar/object_parts.h"
 
 namespace orlune {
 namespace {
@@ -19,9 +21,27 @@ void BeginEvent(std::string& text, std::string_view uid) {
   text += kStamp;
 }
 
-void EndEvent(std::string& text, const OL_Event& event) {
-  EventWriter::AppendTexts(text, event);
+/// The rest of an event: what `kept` says, or else the row.
+void EndEvent(std::string& text, const OL_Event& event, const Component* kept = nullptr) {
+  if (kept == nullptr) {
+    EventWriter::AppendTexts(text, event);
+  } else {
+    for (const ContentLine& line : kept->Lines) {
+      const bool isWritten =
+          EqualsIgnoringAsciiCase(line.Name, "UID") || EqualsIgnoringAsciiCase(line.Name, "DTSTAMP");
+      if (!isWritten && !IsTimeProperty(line.Name)) AppendLine(text, line.Text);
+    }
+    for (const Component& child : kept->Children) AppendComponent(text, child);
+  }
   text += "END:VEVENT\r\n";
+}
+
+/// Whether the event can stand in a file as it is: the file has one zone only.
+bool FitsFile(const Component& event, const NamedZone& zone) {
+  return std::ranges::all_of(event.Lines, [&](const ContentLine& line) {
+    const auto id = ParameterOf(line, "TZID");
+    return (!id || *id == zone.Name) && !EqualsIgnoringAsciiCase(line.Name, "RDATE");
+  });
 }
 
 }  // namespace
@@ -65,15 +85,27 @@ std::string ObjectWriter::CalendarOf(const CalendarObject& object, const Week& w
   return text;
 }
 
-std::string ObjectWriter::EntryOf(const CalendarObject& object, const Week& week) const {
+std::string ObjectWriter::EntryOf(const CalendarObject& object, const Week& week,
+                                  const std::string& kept) const {
+  const std::string unfolded = Unfolded(kept);
+  const std::vector<Component> calendars = ReadComponents(unfolded);
+  const std::vector<const Component*> events = EventsOf(calendars);
   std::string text;
   text.reserve(kUsualBytes);
-  for (const ObjectEvent& row : object.Events) AppendFileRow(text, object, row, week);
+  if (!events.empty() &&
+      std::ranges::all_of(events, [this](const Component* event) { return FitsFile(*event, zone_); })) {
+    for (const Component* event : events) AppendComponent(text, *event);
+    return text;
+  }
+  TextZones zones(zone_, calendars);
+  const ObjectParts parts = events.empty() ? ObjectParts() : PartsOfObject(events, zones);
+  for (const ObjectEvent& row : object.Events)
+    AppendFileRow(text, object, row, week, parts.EventAt(row.Place));
   return text;
 }
 
 void ObjectWriter::AppendFileRow(std::string& text, const CalendarObject& object, const ObjectEvent& row,
-                                 const Week& week) const {
+                                 const Week& week, const Component* kept) const {
   const auto rule = RuleOf(row, week);
   if (!rule) return;
   const EventWriter writer(zone_);
@@ -81,14 +113,14 @@ void ObjectWriter::AppendFileRow(std::string& text, const CalendarObject& object
   if (rule->More.empty()) {
     BeginEvent(text, uid);
     writer.AppendTimes(text, row.Event, *rule);
-    return EndEvent(text, row.Event);
+    return EndEvent(text, row.Event, kept);
   }
   std::vector<Date> dates = rule->More;
   dates.insert(dates.begin(), rule->First);
   for (const Date day : dates) {
     BeginEvent(text, uid + "-" + DateText(day));
     writer.AppendTimesOn(text, row.Event, day);
-    EndEvent(text, row.Event);
+    EndEvent(text, row.Event, kept);
   }
 }
 

@@ -16,13 +16,14 @@ class ObjectWriter {
 
   /// A calendar with the one object; "" when it has no days.
   std::string CalendarOf(const CalendarObject& object, const Week& week) const;
-  /// Its events for a file, in which no event lists days.
-  std::string EntryOf(const CalendarObject& object, const Week& week) const;
+  /// Its events for a file, in which no event lists days. `kept` is the text that a client has of it, or "":
+  /// what rows cannot say comes from there.
+  std::string EntryOf(const CalendarObject& object, const Week& week, const std::string& kept) const;
 
  private:
   std::string RowsOf(const CalendarObject& object, const Week& week) const;
   void AppendFileRow(std::string& text, const CalendarObject& object, const ObjectEvent& row,
-                     const Week& week) const;
+                     const Week& week, const Component* kept) const;
 
   const NamedZone& zone_;
 };

@@ -95,8 +95,9 @@ std::vector<int> MonthDays(const OL_Event& event) {
 }
 
 /// Days that nothing moves. "" when no rule says them.
-std::string FixedDays(const std::vector<int>& numbers) {
-  if (numbers.size() == 1 && (numbers[0] == 29 || numbers[0] == 30))
+std::string FixedDays(const std::vector<int>& numbers, int length) {
+  if (numbers.size() == 1 && numbers[0] <= length) return "BYMONTHDAY=" + Numbers(numbers[0], numbers[0]);
+  if (numbers.size() == 1 && numbers[0] != kLast)
     return "BYMONTHDAY=" + Numbers(kShortestMonth, numbers[0]) + ";BYSETPOS=-1";
   std::string list;
   for (const int number : numbers) {
@@ -109,56 +110,50 @@ std::string FixedDays(const std::vector<int>& numbers) {
 }
 
 /// Working days only.
-std::string KeptDays(const std::vector<int>& numbers, const WorkingDays& working) {
-  const std::string fixed = FixedDays(numbers);
+std::string KeptDays(const std::vector<int>& numbers, const WorkingDays& working, int length) {
+  const std::string fixed = FixedDays(numbers, length);
   if (fixed.empty() || fixed.find("BYSETPOS") != std::string::npos) return "";
   return fixed + ";BYDAY=" + working.List;
 }
 
 /// A day that moves to the next or previous working day without leaving its month.
-std::string MovedDay(int number, bool isForward, const WorkingDays& working) {
+std::string MovedDay(int number, bool isForward, const WorkingDays& working, int length) {
   const int run = working.LongestRun;
   std::string numbers;
   if (isForward && number + run <= kShortestMonth) {
     numbers = Numbers(number, number + run);
+  } else if (!isForward && number <= length && number - run >= 1) {
+    numbers = Numbers(number - run, number);
   } else if (!isForward && number == kLast) {
     numbers = Numbers(-1, -1 - run);
-  } else if (!isForward && number <= kShortestMonth && number - run >= 1) {
-    numbers = Numbers(number - run, number);
   } else {
     return "";
   }
   return "BYMONTHDAY=" + numbers + ";BYDAY=" + working.List + ";BYSETPOS=" + (isForward ? "1" : "-1");
 }
 
-std::string DaysOfMonth(const std::vector<int>& numbers, WeekendRule weekends, const Week& week) {
+/// Of months that have `length` days or more.
+std::string DaysOfMonth(const std::vector<int>& numbers, WeekendRule weekends, const Week& week, int length) {
   if (numbers.empty()) return "";
   const WorkingDays working = WorkingDaysOf(week);
-  if (weekends == WeekendRule::kKeep || working.Count == 7) return FixedDays(numbers);
+  if (weekends == WeekendRule::kKeep || working.Count == 7) return FixedDays(numbers, length);
   if (working.Count == 0) return "";
-  if (weekends == WeekendRule::kSkip) return KeptDays(numbers, working);
-  return numbers.size() == 1 ? MovedDay(numbers[0], weekends == WeekendRule::kMoveForward, working) : "";
+  if (weekends == WeekendRule::kSkip) return KeptDays(numbers, working, length);
+  return numbers.size() == 1 ? MovedDay(numbers[0], weekends == WeekendRule::kMoveForward, working, length)
+                             : "";
 }
 
 std::string YearlyRule(const OL_Event& event, const Week& week) {
   const int number = DayOfMonth(event.BeginDate);
   const unsigned month = static_cast<unsigned>(year_month_day{event.BeginDate}.month());
-  const std::string begin = "FREQ=YEARLY;BYMONTH=" + std::to_string(month) + ";";
-  const bool isKept =
-      event.RepeatWeekends == WeekendRule::kKeep || event.RepeatWeekends == WeekendRule::kSkip;
-  const bool isLast = month == 2 ? number == 29 : DayOfMonth(event.BeginDate + days{1}) == 1;
   std::string daysOfMonth;
-  if (isLast) {
-    daysOfMonth = DaysOfMonth({kLast}, event.RepeatWeekends, week);
-  } else if (number <= kShortestMonth) {
-    daysOfMonth = DaysOfMonth({number}, event.RepeatWeekends, week);
-  } else if (isKept) {
-    // 29 or 30 of a longer month, which never is short of it.
-    daysOfMonth = DaysOfMonth({1}, event.RepeatWeekends, week);
-    if (!daysOfMonth.empty())
-      daysOfMonth.replace(0, std::string_view("BYMONTHDAY=1").size(), "BYMONTHDAY=" + std::to_string(number));
+  if (month != 2 || number <= kShortestMonth) {
+    daysOfMonth =
+        DaysOfMonth({number}, event.RepeatWeekends, week, DayOfMonth(LastDayOfMonth(event.BeginDate)));
+  } else if (event.RepeatWeekends == WeekendRule::kKeep) {
+    daysOfMonth = "BYMONTHDAY=-1";
   }
-  return daysOfMonth.empty() ? "" : begin + daysOfMonth;
+  return daysOfMonth.empty() ? "" : "FREQ=YEARLY;BYMONTH=" + std::to_string(month) + ";" + daysOfMonth;
 }
 
 /// "" when no rule says the days.
@@ -169,7 +164,8 @@ std::string RuleText(const OL_Event& event, const Week& week) {
     case Repetition::kByWeekday:
       return WeekdayRule(event);
     case Repetition::kMonthly: {
-      const std::string daysOfMonth = DaysOfMonth(MonthDays(event), event.RepeatWeekends, week);
+      const std::string daysOfMonth =
+          DaysOfMonth(MonthDays(event), event.RepeatWeekends, week, kShortestMonth);
       return daysOfMonth.empty() ? "" : "FREQ=MONTHLY;" + daysOfMonth;
     }
     case Repetition::kYearly:

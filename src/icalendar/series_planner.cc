@@ -17,7 +17,7 @@ using std::chrono::days;
 namespace {
 
 constexpr Date kEndOfEndless = std::chrono::year{2099} / 12 / 31;
-constexpr std::size_t kMostGroups = 900;
+constexpr std::size_t kMostGroups = 100;
 /// A day of another zone may be the next one here.
 constexpr days kZoneMargin{2};
 
@@ -37,6 +37,7 @@ struct Part {
 };
 
 DateTime OnServer(const TextTime& time, const Zone& server) {
+  // In the zone of the server rows hold what the clock shows.
   DateTime local = time.In == &server ? time.Local : server.Local(time.Moment);
   local.Time = std::chrono::floor<std::chrono::minutes>(local.Time);
   return local;
@@ -147,7 +148,7 @@ class SeriesPlanner {
   ObjectEvent RowOfGroup(std::size_t index, SeriesRows& planned) {
     const Group& group = groups_[index];
     std::optional<OL_Event> rule;
-    if (IsLargest(index)) {
+    if (series_.HasRule && IsLargest(index)) {
       const std::vector<Date> all = DaysOfRole(group.Like.In);
       rule = FindRule(all);
       // Its days at other times of day are listed as far as they are known.
@@ -204,6 +205,7 @@ class SeriesPlanner {
       once.BeginDate = once.EndDate = all.front();
       return once;
     }
+    if (!series_.HasRule) return std::nullopt;
     if (series_.EndsOn && *series_.EndsOn > all.back() && *series_.EndsOn < kFarEnd) {
       if (auto rule = FindRepetition({all, *series_.EndsOn}, week_)) return rule;
     }

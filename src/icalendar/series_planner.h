@@ -14,6 +14,7 @@ struct Series {
   const EventTimes* Times = nullptr;
   std::vector<Instance> Instances;  ///< in ascending order, those left out included
   bool Repeats = false;
+  bool HasRule = false;    ///< rather than days that are listed one by one
   bool IsComplete = true;  ///< there are none after these
   Date KnownTo;            ///< otherwise all to this day are among them
   std::optional<Date>

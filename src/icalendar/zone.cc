@@ -94,6 +94,14 @@ DateTime Zone::Local(sys_seconds moment) const {
   return {day, local - day};
 }
 
+bool Zone::IsShownOnce(const DateTime& local) const {
+  const sys_seconds asUtc = AsUtc(local);
+  const seconds before = OffsetAt(asUtc - std::chrono::days{1});
+  const seconds after = OffsetAt(asUtc + std::chrono::days{1});
+  if (before == after) return true;
+  return (OffsetAt(asUtc - before) == before) != (OffsetAt(asUtc - after) == after);
+}
+
 sys_seconds Zone::Moment(const DateTime& local) const {
   const sys_seconds asUtc = AsUtc(local);
   const seconds before = OffsetAt(asUtc - std::chrono::days{1});

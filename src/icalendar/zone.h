@@ -21,6 +21,8 @@ class Zone {
   DateTime Local(std::chrono::sys_seconds moment) const;
   /// A time that a change of the clocks leaves out is the one after it, of one that comes twice the first.
   std::chrono::sys_seconds Moment(const DateTime& local) const;
+  /// Whether the clocks show this time exactly once.
+  bool IsShownOnce(const DateTime& local) const;
 
  private:
   struct Transition {
