@@ -155,7 +155,8 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {server("port = 1"), "2: port: unknown key in [server]; expected one of listen, site"},
       {"x = 1\n" + kPage, "1: x: unknown key; expected [server] or [[page]]"},
       {page("Showtitle = true"),
-       "4: Showtitle: unknown key in [[page]]; expected path, region, sharing_with_login or one of LoginName"},
+       "4: Showtitle: unknown key in [[page]]; expected path, region, sharing_with_login or one of "
+       "LoginName"},
       {server("listen = 8080"), "2: listen: expected a text"},
       {server("threads = \"4\""), "2: threads: expected a whole number from 0 to 512"},
       {server("session_minutes = 0"), "2: session_minutes: expected a whole number from 1"},
