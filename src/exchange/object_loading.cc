@@ -58,8 +58,7 @@ std::vector<Row> AskInParts(Connection& database, const std::vector<int>& ids, M
 
 std::vector<int> Distinct(std::vector<int> ids) {
   std::ranges::sort(ids);
-  const auto repeated = std::ranges::unique(ids);
-  ids.erase(repeated.begin(), repeated.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
   return ids;
 }
 
@@ -72,6 +71,7 @@ std::vector<int> DistinctIds(const std::vector<ObjectMember>& members, int Objec
 
 std::vector<int> IdsOf(const std::vector<StoredObject>& objects) {
   std::vector<int> ids;
+  ids.reserve(objects.size());
   for (const StoredObject& object : objects) ids.push_back(object.Id);
   return ids;
 }
