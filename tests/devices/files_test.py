@@ -137,8 +137,9 @@ class FilesTest(DeviceTest):
                 one = (head + "".join(events) + "END:VCALENDAR\r\n").encode()
                 path = "calendars/ines/ines/%s-%d.ics" % (name.split(".")[0], number)
                 with self.subTest(file=name, uid=uid):
-                    self.assertEqual(self.server.put(path, one).status, 201)
-                    self.assertEqual(self.server.get(path).body, one)
+                    sent = self.server.put(path, one)
+                    back = self.server.get(path)
+                    self.assertEqual((sent.status, sent.headers["ETag"], one), (201, back.headers["ETag"], back.body))
 
     def days_in(self, text):
         """The days of each title in a calendar file, as another program works them out."""
