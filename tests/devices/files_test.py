@@ -149,6 +149,8 @@ class FilesTest(DeviceTest):
             if hasattr(event, "recurrence_id"):
                 changed[event.uid.value].add(local_day(event.recurrence_id.value))
         for event in events:
+            if hasattr(event, "status") and event.status.value == "CANCELLED":
+                continue
             begin, end = event.dtstart.value, getattr(event, "dtend", event.dtstart).value
             first, last = local_day(begin), local_day(end)
             length = max((last - first).days - (0 if isinstance(begin, datetime.datetime) else 1), 0)
