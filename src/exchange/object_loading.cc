@@ -20,7 +20,6 @@ namespace {
 
 constexpr std::size_t kMostLookedUp = 200;  // names; of more all objects are read
 constexpr std::size_t kIdsOfQuery = 64;     // and of shorter queries a power of four
-constexpr std::size_t kETagDigits = 32;
 
 /// What is stored of some objects.
 struct Rows {
@@ -223,9 +222,8 @@ class ObjectMaker {
 
   std::string ETagOf(const SharedObject& made) const {
     const CalendarObject& object = made.Object;
-    std::string content = object.KeptText;
-    if (!object.IsAsKept) content += '\0' + object.Uid + '\0' + RowsOf(made);
-    return tools_.Secrets.Digest(content).substr(0, kETagDigits);
+    if (object.IsAsKept) return ETagOfText(tools_.Secrets, object.KeptText);
+    return ETagOfText(tools_.Secrets, object.KeptText + '\0' + object.Uid + '\0' + RowsOf(made));
   }
 
   const ExchangeTools& tools_;

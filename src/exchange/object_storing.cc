@@ -45,7 +45,8 @@ bool Holds(const WriteCondition& condition, const std::optional<SharedObject>& o
 }
 
 /// The name of the object of this calendar that has the UID; "" when none has.
-std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std::string_view uid) {
+std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std::string_view uid,
+                      std::string_view databaseName) {
   std::vector<std::string> ids;
   std::vector<StoredObject> objects = Ask(database, ObjectsWithUid(uid));
   std::erase_if(objects, [uid](const StoredObject& object) { return object.Uid != uid; });
@@ -57,7 +58,6 @@ std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std:
     if (owners.empty() || !EqualIgnoringCase(owners.front(), calendar.Name)) continue;
     return std::ranges::find(objects, member.ObjectId, &StoredObject::Id)->ResourceName;
   }
-  const std::string databaseName = Ask(database, DatabaseNameQuery());
   const auto number = NumberOfUid(uid, databaseName);
   if (!number) return "";
   const std::string id = std::to_string(*number);
@@ -78,16 +78,15 @@ WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const P
   if (existing && existing->Object.Uid != planned.Uid) return {WriteResult::kUidConflict, "", name};
   if (!existing) {
     // Such an address is that of an event to come.
-    if (NumberOfName(name, Ask(database, DatabaseNameQuery()))) return {WriteResult::kForbidden};
-    std::string conflict = NameOfUid(database, calendar, planned.Uid);
+    const std::string databaseName = Ask(database, DatabaseNameQuery());
+    if (NumberOfName(name, databaseName)) return {WriteResult::kForbidden};
+    std::string conflict = NameOfUid(database, calendar, planned.Uid, databaseName);
     if (!conflict.empty()) return {WriteResult::kUidConflict, "", std::move(conflict)};
   }
   const ObjectChange change{existing ? &*existing : nullptr, name, &planned};
   StoreObjects(database, tools, calendar, {&change, 1});
-  const auto stored = FindObject(database, tools, participant, calendar, name);
   transaction.Commit();
-  return {existing ? WriteResult::kChanged : WriteResult::kCreated,
-          stored && stored->Object.IsAsKept ? stored->ETag : ""};
+  return {existing ? WriteResult::kChanged : WriteResult::kCreated, ETagOfText(tools.Secrets, planned.Text)};
 }
 
 WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const Participant& participant,
