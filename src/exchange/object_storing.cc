@@ -50,6 +50,7 @@ std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std:
   std::vector<std::string> ids;
   std::vector<StoredObject> objects = Ask(database, ObjectsWithUid(uid));
   std::erase_if(objects, [uid](const StoredObject& object) { return object.Uid != uid; });
+  ids.reserve(objects.size());
   for (const StoredObject& object : objects) ids.push_back(std::to_string(object.Id));
   const auto members =
       ids.empty() ? std::vector<ObjectMember>() : Ask(database, MembersOfObjects(JoinList(ids)));
