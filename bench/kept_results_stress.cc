@@ -1,6 +1,6 @@
 // kept_results_stress FOLDER SECONDS: several processes write counters into one SQLite file and read them all
-// the time. Fails when a request sees less than was acknowledged before it began, or two states of the file
-// at once.
+// the time, and what triggers make of some of them. Fails when a request sees less than was acknowledged
+// before it began, or two states of the file at once.
 
 #include <array>
 #include <atomic>
@@ -24,6 +24,8 @@
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/sqlite_driver.h"
+#include "store/schema_upgrade.h"
+#include "store/sharing_tables.h"
 #include "store/statement.h"
 
 namespace orlune::bench {
@@ -42,6 +44,7 @@ struct Board {
   /// A writer's counter that is acknowledged: of the two tables that are written together, and of the third.
   std::array<std::atomic<std::int64_t>, kWriters> Together{};
   std::array<std::atomic<std::int64_t>, kWriters> Alone{};
+  std::atomic<std::int64_t> Changes = 0;  ///< acknowledged, that a trigger has logged
   std::atomic<std::int64_t> Requests = 0;
   std::atomic<std::int64_t> Kept = 0;
   std::atomic<bool> IsOver = false;
@@ -80,11 +83,23 @@ void MakeFile(const std::string& folder) {
       const std::string rows = fmt::format(
           "INSERT INTO Calendars (Name, FriendlyName) VALUES ('{0}', '0');"
           "INSERT INTO Messages (Recipient, Subject) VALUES ('{0}', '0');"
-          "INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('{0}', '0')",
+          "INSERT INTO StyleSheets (SheetName, SheetFile) VALUES ('{0}', '0');"
+          "INSERT INTO Events (Owner, EventName) VALUES ('{0}', '0')",
           i);
       sqlite::Run(database.get(), rows.c_str());
     }
   });
+  const RegionalSettings regional = LoadRegionalSettings("en_US");
+  SqliteDriver driver(regional);
+  const auto connection = driver.Open(PathOf(folder));
+  UpgradeSchema(*connection);
+  CreateSharingTables(*connection);
+}
+
+/// Each change of an event gets a higher number in the log.
+void ChangeEvent(Board& board, Connection& connection, std::size_t writer, std::int64_t next) {
+  connection.Execute(Statement("UPDATE Events SET EventName = '{}' WHERE Owner = '{}'", next, writer));
+  ++board.Changes;
 }
 
 /// One of the server's writers; some of its saves change nothing.
@@ -106,10 +121,12 @@ void Write(Board& board, DatabaseDriver& driver, const std::string& path, std::s
         board.Together[writer] = next;
       }
     } else {
-      const std::int64_t next = board.Alone[writer] + static_cast<std::int64_t>(random() % 2);
+      const bool isChange = random() % 2 == 1;
+      const std::int64_t next = board.Alone[writer] + (isChange ? 1 : 0);
       connection->Execute(
           Statement("UPDATE StyleSheets SET SheetFile = '{}' WHERE SheetName = '{}'", next, writer));
       board.Alone[writer] = next;
+      if (isChange) ChangeEvent(board, *connection, writer, next);
     }
     Pause(random, 4000);
   }
@@ -164,6 +181,15 @@ struct Reading {
   }
 };
 
+void RequireLogged(Connection& connection, std::int64_t acknowledged) {
+  const auto newest =
+      connection.Query(Statement("SELECT TOP 1 Moment FROM CalendarChanges ORDER BY Moment DESC"));
+  const std::int64_t seen = newest->Next() ? std::get<std::int64_t>(newest->Get(0)) : 0;
+  if (seen < acknowledged)
+    Fail(fmt::format("stale CalendarChanges: {} changes were saved, a later request read {}", acknowledged,
+                     seen));
+}
+
 void RequireAtLeast(const Counters& seen, const Counters& acknowledged, const char* table) {
   for (std::size_t i = 0; i < kWriters; ++i) {
     if (seen[i] < acknowledged[i])
@@ -180,6 +206,7 @@ void Request(Board& board, DatabaseDriver& driver, const std::string& path, unsi
   while (!board.IsOver) {
     const Counters together = Load(board.Together);
     const Counters alone = Load(board.Alone);
+    const std::int64_t changes = board.Changes;
     const auto connection = driver.Open(path);
     for (std::size_t first = random(), i = 0; i < 4; ++i) {
       if (readings[(first + i) % 3].Read(*connection)) ++board.Kept;
@@ -188,6 +215,7 @@ void Request(Board& board, DatabaseDriver& driver, const std::string& path, unsi
     RequireAtLeast(readings[0].Seen, together, "Calendars");
     RequireAtLeast(readings[1].Seen, together, "Messages");
     RequireAtLeast(readings[2].Seen, alone, "StyleSheets");
+    RequireLogged(*connection, changes);
     if (readings[0].Seen != readings[1].Seen) Fail("one request read two states of the file");
     ++board.Requests;
   }

@@ -15,6 +15,7 @@ done
 bench/load.sh
 bench/savers.sh
 bench/crowd.sh
+python3 -W ignore::ResourceWarning bench/devices.py
 for figures in far_database processor_time growth; do
   scripts/with_postgresql.sh "build/bench/$figures"
 done

@@ -9,6 +9,7 @@ build_packages=(
 test_packages=(git:git clang-format:clang-format clang-tidy:clang-tidy libgtest-dev postgresql)
 browser_packages=(node:nodejs npm:npm chromium:chromium firefox-esr:firefox-esr ca-certificates fonts-liberation
   faketime:faketime)
+device_packages=(python3:python3 vdirsyncer:vdirsyncer khal:khal python3-caldav)
 cluster_packages=(node:nodejs nginx-light openssl:openssl)
 
 stop() {

@@ -24,6 +24,7 @@ const kPictures = [
   { file: 'messages.png', user: 'asa', query: '?p=m', window: kForm },
   { file: 'preferences.png', user: 'zoe', query: '?p=p', window: kForm },
   { file: 'group_view_colours.png', user: 'asa', query: '?p=p&act=groups', window: kForm, steps: openOwnView },
+  { file: 'devices.png', user: 'asa', query: '/sharing', window: kForm, steps: nameServer },
   { file: 'users.png', user: 'admin', query: '?p=a', window: kForm, steps: chooseUser },
   { file: 'phone.png', user: 'asa', query: '?p=c&dm=month', window: kPhone },
 ];
@@ -54,6 +55,13 @@ async function findRepeatingEvents(visitor) {
 
 async function openOwnView(visitor) {
   await visitor.fillIn({ id: 'Sales Floor' });
+}
+
+/** As a server is called where people use it. */
+async function nameServer(visitor) {
+  await visitor.page.$eval('.secret', (server) => {
+    server.textContent = 'https://calendar.example.org/OLOrlune.asp/dav/';
+  });
 }
 
 async function chooseUser(visitor) {

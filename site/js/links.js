@@ -43,7 +43,7 @@ function link(node) {
 
 export async function linkAddresses() {
   if (!content) return;
-  const kSkipped = 'a, textarea, select, script, style, label, td.captions';
+  const kSkipped = 'a, textarea, select, script, style, label, td.captions, .secret';
   const walker = document.createTreeWalker(content, NodeFilter.SHOW_TEXT);
   const found = [];
   while (walker.nextNode()) {

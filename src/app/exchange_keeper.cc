@@ -11,17 +11,20 @@
 namespace orlune {
 namespace {
 
+std::string AddressOf(const PagePlace* place) {
+  return place->Database.Address().Displayed();
+}
+
 std::vector<const PagePlace*> OneOfEachDatabase(std::vector<const PagePlace*> places) {
-  const auto address = [](const PagePlace* place) { return place->Database.Address().Displayed(); };
-  std::ranges::sort(places, {}, address);
-  const auto same = std::ranges::unique(places, {}, address);
-  places.erase(same.begin(), same.end());
+  const auto isSame = [](const PagePlace* a, const PagePlace* b) { return AddressOf(a) == AddressOf(b); };
+  std::ranges::sort(places, {}, AddressOf);
+  places.erase(std::unique(places.begin(), places.end(), isSame), places.end());
   return places;
 }
 
 void KeepUp(const PagePlace& place, const ExchangeKeeperParts& parts) {
   try {
-    const std::unique_ptr<Connection> database = place.Database.Open(place.Database.Address().Displayed());
+    const std::unique_ptr<Connection> database = place.Database.Open(AddressOf(&place));
     PrepareExchange(*database, parts.Secrets);
     KeepUpExchange(*database, MakeExchangeTools(parts.Texts, parts.Secrets, place.Region.Settings(),
                                                 parts.Clock.Now().Day, nullptr));

@@ -166,7 +166,8 @@ void Serve(const ServeOptions& options) {
   std::optional<ExchangeSurroundings> exchange;
   if (!configuration.TimeZone.empty() || std::ranges::any_of(configuration.Pages, IsSharing)) {
     texts.emplace(TimeZoneOf(configuration));  // throws for a zone that there is none of
-    exchange.emplace(*texts, secrets, passwords, logins, recentLogins, *clock, localisers);
+    exchange.emplace(
+        ExchangeSurroundings{*texts, secrets, passwords, logins, recentLogins, *clock, localisers});
   }
 
   std::vector<HostedPage> pages;

@@ -1,5 +1,7 @@
 #include "caldav/caldav_login.h"
 
+#include <mutex>
+
 #include "base/ip_network.h"
 #include "base/text.h"
 #include "caldav/dav_error.h"
@@ -26,27 +28,28 @@ DavError TooManyAttempts(std::chrono::seconds pause) {
 /// One check of credentials.
 class LoginCheck {
  public:
-  LoginCheck(const LoginParts& parts, const ExchangeTools& tools, Connection& database, Access access,
+  LoginCheck(const LoginParts& parts, const ExchangeTools& tools, Connection& database,
              const BasicCredentials& credentials)
       : parts_(parts),
         tools_(tools),
         database_(database),
-        access_(access),
         credentials_(credentials),
         key_(parts.Secrets.Digest(parts.DatabaseAddress + '\0' + ToLower(credentials.Name) + '\0' +
-                                  credentials.Password)),
-        recentStamp_(parts.Recent.Find(key_)) {
-    // Whoever is new waits for the check of a password, and perhaps for the note of its use.
-    if (!recentStamp_ && access_ == Access::kRead) throw WriteRefused();
-  }
+                                  credentials.Password)) {}
 
-  bool IsRight() {
+  /// Whether they were right lately and still are.
+  bool AreKnown() {
+    const auto stamp = parts_.Recent.Find(key_);
+    if (!stamp) return false;
     PrepareExchange(database_, parts_.Secrets);
-    return HasAppPassword() || (parts_.AllowsLoginPassword && HasLoginPassword());
+    return stamp->empty() ? HasAppPassword() : *stamp == StampOfLogin();
   }
 
- private:
+  std::unique_lock<std::mutex> Turn() { return parts_.Recent.TurnOf(key_); }
+
+  /// Nobody guesses an app password, so that whoever has one is let in whatever others have tried.
   bool HasAppPassword() {
+    PrepareExchange(database_, parts_.Secrets);
     const auto found = FindAppPassword(database_, parts_.Secrets, credentials_.Name, credentials_.Password);
     if (!found) return false;
     NoteUseOfAppPassword(database_, {parts_.Secrets, tools_.Regional, tools_.Today}, *found);
@@ -54,26 +57,31 @@ class LoginCheck {
     return true;
   }
 
-  /// An account without a password is open to all on the pages, but not to programs.
   bool HasLoginPassword() {
-    const auto login = Ask(database_, LoginAccountOf(credentials_.Name));
-    const std::string stored = login ? login->Account.Password.value_or("") : "";
-    if (stored.empty()) return false;
-    const std::string stamp = parts_.Passwords.Stamp(stored);
-    if (recentStamp_ == stamp) return true;
-    if (access_ == Access::kRead) throw WriteRefused();
-    if (!parts_.Passwords.AreEqual(stored, credentials_.Password)) return false;
-    parts_.Recent.Remember(key_, stamp);
+    const std::string stored = StoredPassword();
+    if (stored.empty() || !parts_.Passwords.AreEqual(stored, credentials_.Password)) return false;
+    parts_.Recent.Remember(key_, parts_.Passwords.Stamp(stored));
     return true;
+  }
+
+ private:
+  /// An account without a password is open to all on the pages, but not to programs.
+  std::string StoredPassword() {
+    if (!parts_.AllowsLoginPassword) return "";
+    const auto login = Ask(database_, LoginAccountOf(credentials_.Name));
+    return login ? login->Account.Password.value_or("") : "";
+  }
+
+  std::string StampOfLogin() {
+    const std::string stored = StoredPassword();
+    return stored.empty() ? "" : parts_.Passwords.Stamp(stored);
   }
 
   const LoginParts& parts_;
   const ExchangeTools& tools_;
   Connection& database_;
-  const Access access_;
   const BasicCredentials& credentials_;
   const std::string key_;
-  const std::optional<std::string> recentStamp_;
 };
 
 }  // namespace
@@ -92,11 +100,15 @@ BasicCredentials CredentialsOf(const RequestMessage& message) {
 
 void CheckLogin(const LoginParts& parts, const ExchangeTools& tools, Connection& database, Access access,
                 const BasicCredentials& credentials, const IpAddress& address) {
-  LoginCheck check(parts, tools, database, access, credentials);
+  LoginCheck check(parts, tools, database, credentials);
+  if (check.AreKnown()) return;
+  if (access == Access::kRead) throw WriteRefused();
+  const auto turn = check.Turn();
+  if (check.AreKnown() || check.HasAppPassword()) return;
   const std::string addressText = address.Text();
   const LoginAttempt attempt{parts.DatabaseAddress, credentials.Name, addressText};
   if (const auto pause = parts.Guard.Admit(attempt); pause.count() > 0) throw TooManyAttempts(pause);
-  if (!check.IsRight()) {
+  if (!check.HasLoginPassword()) {
     parts.Guard.Failed(attempt);
     throw Unauthorised();
   }

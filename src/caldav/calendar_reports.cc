@@ -63,8 +63,23 @@ void CheckLimit(const XmlElement& report, std::size_t count) {
                    "<D:number-of-matches-within-limits/>");
 }
 
-bool IsFree(const BusyPeriod& period) {
-  return period.IsTransparent;
+/// Whether an event of the object's text has the property with this value, which rows have no place for.
+bool Says(const SharedObject& object, const CalendarText& texts, const char* property, const char* value) {
+  if (object.Object.KeptText.empty()) return false;
+  const PropertyFilter filter{.Name = property, .Text = value};
+  return texts.Matches(object.Object.KeptText, {&filter, 1});
+}
+
+/// The times at which the object keeps its owner from something else (RFC 4791, section 7.10).
+void AddBusyTimes(const SharedObject& object, const CalendarText& texts, const UtcPeriod& period,
+                  std::vector<BusyPeriod>& busy) {
+  if (Says(object, texts, "TRANSP", "TRANSPARENT") || Says(object, texts, "STATUS", "CANCELLED")) return;
+  const bool isTentative = Says(object, texts, "STATUS", "TENTATIVE");
+  for (BusyPeriod span : SpansIn(object, texts, period, kMostDaysOfObject)) {
+    if (span.IsTransparent) continue;
+    span.IsTentative |= isTentative;
+    busy.push_back(span);
+  }
 }
 
 }  // namespace
@@ -134,9 +149,7 @@ ReplyMessage TellFreeAndBusy(const DavVisit& visit, const XmlElement& report) {
   choice.First = texts.LocalTime(period.Begin).Day;
   choice.Last = texts.LocalTime(*period.End).Day;
   std::vector<BusyPeriod> busy;
-  for (const SharedObject& object : Load(visit, choice))
-    std::ranges::copy(SpansIn(object, texts, period, kMostDaysOfObject), std::back_inserter(busy));
-  std::erase_if(busy, IsFree);
+  for (const SharedObject& object : Load(visit, choice)) AddBusyTimes(object, texts, period, busy);
   std::ranges::sort(busy, {}, &BusyPeriod::Begin);
   return DavReply(200, "text/calendar; charset=utf-8", texts.FreeBusyText(period, busy));
 }

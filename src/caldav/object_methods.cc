@@ -54,6 +54,13 @@ void CheckObjectAddress(const DavVisit& visit) {
   if (!visit.Calendar->MayChange) throw ReadOnly(visit);
 }
 
+/// Conditions of RFC 4918, section 10.4, are not evaluated, and so never true; those of HTTP are
+/// (`ConditionOf`).
+void CheckHeaders(const RequestMessage& message) {
+  if (!message.Headers.Find("If").empty()) throw DavError(412, "Send conditions as If-Match.");
+  if (!message.Headers.Find("Content-Range").empty()) throw DavError(400, "Send the whole event.");
+}
+
 void CheckBody(const RequestMessage& message) {
   const std::string_view type = message.Headers.Find("Content-Type");
   if (!type.empty() && !EqualsIgnoringAsciiCase(TrimBlanks(type.substr(0, type.find(';'))), "text/calendar"))
@@ -81,7 +88,10 @@ DavError UidConflict(const DavVisit& visit, const std::string& name) {
   std::string condition = "<C:no-uid-conflict>";
   if (!name.empty()) AppendElement(condition, "D:href", visit.Links.To(other));
   condition += "</C:no-uid-conflict>";
-  return {409, "The calendar has this event already, at another address.", std::move(condition)};
+  const char* sentence = name == visit.Address.Object
+                             ? "The event at this address has another UID."
+                             : "The calendar has this event already, at another address.";
+  return {409, sentence, std::move(condition)};
 }
 
 ReplyMessage ReplyTo(const DavVisit& visit, const WriteOutcome& outcome) {
@@ -124,6 +134,7 @@ ReplyMessage AnswerGet(const DavVisit& visit) {
 
 ReplyMessage AnswerPut(const DavVisit& visit) {
   CheckObjectAddress(visit);
+  CheckHeaders(visit.Message);
   CheckBody(visit.Message);
   const PlannedObject planned = ReadObject(visit);
   return ReplyTo(visit, PutObject(visit.Database, visit.Tools, visit.Participant, *visit.Calendar,
@@ -138,6 +149,7 @@ ReplyMessage AnswerDelete(const DavVisit& visit) {
     throw DavError(403, "Calendars are deleted on the pages, not by programs.", std::move(condition));
   }
   CheckObjectAddress(visit);
+  CheckHeaders(visit.Message);
   return ReplyTo(visit, DeleteObject(visit.Database, visit.Tools, visit.Participant, *visit.Calendar,
                                      visit.Address.Object, ConditionOf(visit)));
 }

@@ -22,4 +22,8 @@ void RecentLogins::Remember(const std::string& key, std::string stamp) {
   entries_.insert_or_assign(key, Entry{std::move(stamp), now + kFor});
 }
 
+std::unique_lock<std::mutex> RecentLogins::TurnOf(const std::string& key) {
+  return std::unique_lock(turns_[std::hash<std::string>()(key) % turns_.size()]);
+}
+
 }  // namespace orlune

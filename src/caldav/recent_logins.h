@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -25,6 +26,10 @@ class RecentLogins {
   /// again.
   void Remember(const std::string& key, std::string stamp);
 
+  /// To be held while credentials are checked: a client that opens several connections at once has its
+  /// password checked once, and the others find it remembered.
+  std::unique_lock<std::mutex> TurnOf(const std::string& key);
+
  private:
   static constexpr std::chrono::minutes kFor{10};
   static constexpr std::size_t kMost = 10'000;
@@ -37,6 +42,7 @@ class RecentLogins {
   const TimeSource now_;
   std::mutex mutex_;
   std::unordered_map<std::string, Entry> entries_;
+  std::array<std::mutex, 64> turns_;  ///< by a hash of the key
 };
 
 }  // namespace orlune

@@ -190,7 +190,7 @@ void Orlune::Execute() {
     return;
   }
   UpgradeSchema(*database);
-  if (hosting_.Sharing) CreateSharingTables(*database);
+  if (hosting_.Sharing) CreateSharingTablesForPages(*database);
   SessionValues session = Session();
   if (companion.empty()) return Answer(*database, session);
   if (companion == kSharing) return AnswerSharing(*database, session);

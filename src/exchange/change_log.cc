@@ -84,17 +84,26 @@ bool IsKnown(const Token& token, const LogState& state) {
          token.Floor <= state.Last + 1 && token.Last <= state.Last;
 }
 
-/// The log names an event by its number before it is tied to the object of a client.
-void DropNumbersOfTiedEvents(Connection& database, std::vector<std::string>& names) {
+/// The names of objects for what the log has. An event that belongs to no object is in it with its number,
+/// and so is one that was tied to an object only afterwards, which is no change of that address.
+std::vector<std::string> NamesOf(Connection& database, std::vector<std::string> logged) {
+  const std::string databaseName = Ask(database, DatabaseNameQuery());
   std::vector<std::string> numbers;
-  for (const std::string& name : names) {
-    if (const auto number = NumberOfName(name)) numbers.push_back(std::to_string(*number));
+  for (const std::string& entry : logged) {
+    if (const auto number = NumberInLog(entry)) numbers.push_back(std::to_string(*number));
   }
-  if (numbers.empty()) return;
-  std::unordered_set<std::string> tied;
-  for (const ObjectMember& member : Ask(database, MembershipsOfEvents(JoinList(numbers))))
-    tied.insert(NameOfNumber(member.EventId));
-  std::erase_if(names, [&](const std::string& name) { return tied.contains(name); });
+  std::unordered_set<int> tied;
+  if (!numbers.empty()) {
+    for (const ObjectMember& member : Ask(database, MembershipsOfEvents(JoinList(numbers))))
+      tied.insert(member.EventId);
+  }
+  std::vector<std::string> names;
+  for (std::string& entry : logged) {
+    const auto number = NumberInLog(entry);
+    if (!number) names.push_back(std::move(entry));
+    if (number && !tied.contains(*number)) names.push_back(NameOfNumber(*number, databaseName));
+  }
+  return names;
 }
 
 }  // namespace
@@ -110,15 +119,15 @@ std::optional<CalendarChanges> ChangesSince(Connection& database, const Exchange
   CalendarChanges changes{state.CurrentToken(), {}, {}};
   if (token == changes.Token) return changes;
   const auto known = ReadToken(token);
-  if (!known || !IsKnown(*known, state) || calendar.IsGroupView()) return std::nullopt;
+  if (!known || !IsKnown(*known, state) || !calendar.MayChange) return std::nullopt;
 
-  std::vector<std::string> names = Ask(database, NamesChangedSince(state.Sources, known->Floor));
+  std::vector<std::string> names =
+      NamesOf(database, Ask(database, NamesChangedSince(state.Sources, known->Floor)));
   std::unordered_set<std::string> present;
   for (const SharedObject& object : LoadObjects(database, tools, participant, calendar, {.Names = names}))
     present.insert(object.Object.Name);
   for (std::string& name : names)
     (present.contains(name) ? changes.Changed : changes.Removed).push_back(std::move(name));
-  DropNumbersOfTiedEvents(database, changes.Removed);
   return changes;
 }
 

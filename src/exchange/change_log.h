@@ -21,8 +21,9 @@ struct CalendarChanges {
 /// The token of the calendar's present state; it stays the same while nothing changes. Small queries only.
 /// Throws DatabaseError.
 std::string CurrentToken(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar);
-/// Nothing when the token is of another database, too old, or none at all (valid-sync-token), and for a group
-/// view that has changed: its clients then compare the ETags of all its objects. Throws DatabaseError.
+/// Nothing when the token is of another database, too old, or none at all (valid-sync-token), and for a
+/// calendar that is only read and has changed: hidden objects have other names than the log, so its clients
+/// compare the ETags of all objects. Throws DatabaseError.
 std::optional<CalendarChanges> ChangesSince(Connection& database, const ExchangeTools& tools,
                                             const Participant& participant, const SharedCalendar& calendar,
                                             std::string_view token);

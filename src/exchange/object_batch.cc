@@ -58,12 +58,13 @@ ObjectEvent Merged(const ObjectEvent& planned, const ObjectEvent& told, const Ob
 /// Stores a batch in few round trips: new rows get their numbers together.
 class Batch {
  public:
-  Batch(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar)
+  /// `hasExisting`: whether any of the objects is there already.
+  Batch(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar, bool hasExisting)
       : database_(database),
         tools_(tools),
         owners_{calendar.Name},
         week_(WeekOf(database, calendar)),
-        eventTypes_(KnownEventTypes(database)) {}
+        eventTypes_(hasExisting ? KnownEventTypes(database) : std::vector<std::string>()) {}
 
   void Add(const ObjectChange& change) {
     Entry entry{change, RowsOf(change)};
@@ -208,7 +209,9 @@ class Batch {
 void StoreObjects(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
                   std::span<const ObjectChange> changes) {
   if (changes.empty()) return;
-  Batch batch(database, tools, calendar);
+  const bool hasExisting =
+      std::ranges::any_of(changes, [](const ObjectChange& change) { return change.Existing != nullptr; });
+  Batch batch(database, tools, calendar, hasExisting);
   for (const ObjectChange& change : changes) batch.Add(change);
   batch.Store();
 }

@@ -19,8 +19,7 @@ namespace orlune {
 namespace {
 
 constexpr std::size_t kMostLookedUp = 200;  // names; of more all objects are read
-constexpr std::size_t kIdsOfQuery = 500;
-constexpr std::size_t kETagDigits = 32;
+constexpr std::size_t kIdsOfQuery = 64;     // and of shorter queries a power of four
 
 /// What is stored of some objects.
 struct Rows {
@@ -30,14 +29,18 @@ struct Rows {
   std::vector<StoredObject> Objects;
 };
 
-/// Lists of the numbers, each of the same length, so that all have one shape.
-std::vector<std::string> IdLists(const std::vector<int>& ids) {
+/// Lists of the numbers, of few lengths, since each length is a statement to prepare; the last number is
+/// repeated.
+std::vector<std::string> IdLists(std::span<const int> ids) {
   std::vector<std::string> lists;
-  for (std::size_t begin = 0; begin < ids.size(); begin += kIdsOfQuery) {
+  while (!ids.empty()) {
+    std::size_t length = 1;
+    while (length < std::min(ids.size(), kIdsOfQuery)) length *= 4;
     std::vector<std::string> items;
-    for (std::size_t i = 0; i < kIdsOfQuery; ++i)
-      items.push_back(std::to_string(ids[std::min(begin + i, ids.size() - 1)]));
+    for (std::size_t i = 0; i < length; ++i)
+      items.push_back(std::to_string(ids[std::min(i, ids.size() - 1)]));
     lists.push_back(JoinList(items));
+    ids = ids.subspan(std::min(length, ids.size()));
   }
   return lists;
 }
@@ -52,12 +55,23 @@ std::vector<Row> AskInParts(Connection& database, const std::vector<int>& ids, M
   return all;
 }
 
+std::vector<int> Distinct(std::vector<int> ids) {
+  std::ranges::sort(ids);
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return ids;
+}
+
 std::vector<int> DistinctIds(const std::vector<ObjectMember>& members, int ObjectMember::*number) {
   std::vector<int> ids;
   ids.reserve(members.size());
   for (const ObjectMember& member : members) ids.push_back(member.*number);
-  std::ranges::sort(ids);
-  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return Distinct(std::move(ids));
+}
+
+std::vector<int> IdsOf(const std::vector<StoredObject>& objects) {
+  std::vector<int> ids;
+  ids.reserve(objects.size());
+  for (const StoredObject& object : objects) ids.push_back(object.Id);
   return ids;
 }
 
@@ -71,28 +85,29 @@ Rows AllRows(Connection& database, std::span<const std::string> sources) {
 }
 
 /// The rows of the objects with these names; of objects with other names some, too.
-Rows RowsNamed(Connection& database, std::span<const std::string> sources,
-               std::span<const std::string> names) {
+Rows RowsNamed(Connection& database, std::span<const std::string> sources, std::span<const std::string> names,
+               std::string_view databaseName) {
   Rows rows;
   if (names.empty()) return rows;
-  std::vector<int> ids;
+  std::vector<int> eventIds;
   for (const std::string& name : names) {
-    if (const auto number = NumberOfName(name)) ids.push_back(*number);
+    if (const auto number = NumberOfName(name, databaseName)) eventIds.push_back(*number);
   }
-  rows.Objects = Ask(database, ObjectsNamed(names));
-  std::vector<int> objectIds;
-  for (const StoredObject& object : rows.Objects) objectIds.push_back(object.Id);
-  rows.Members = AskInParts<ObjectMember>(database, objectIds,
-                                          [](const std::string& list) { return MembersOfObjects(list); });
-  std::ranges::move(AskInParts<ObjectMember>(
-                        database, ids, [](const std::string& list) { return MembershipsOfEvents(list); }),
-                    std::back_inserter(rows.Members));
-  std::ranges::move(DistinctIds(rows.Members, &ObjectMember::EventId), std::back_inserter(ids));
-  std::ranges::sort(ids);
-  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  const auto membersOf = [](const std::string& ids) { return MembersOfObjects(ids); };
+  const auto tiesOf = [](const std::string& ids) { return MembershipsOfEvents(ids); };
+  const auto objectsWith = [](const std::string& ids) { return ObjectsWithIds(ids); };
+  const auto ties = AskInParts<ObjectMember>(database, eventIds, tiesOf);
+  std::vector<int> objectIds = DistinctIds(ties, &ObjectMember::ObjectId);
+  for (const StoredObject& object : Ask(database, ObjectsNamed(names))) objectIds.push_back(object.Id);
+  rows.Objects = AskInParts<StoredObject>(database, Distinct(std::move(objectIds)), objectsWith);
+  rows.Members = AskInParts<ObjectMember>(database, IdsOf(rows.Objects), membersOf);
+
+  std::ranges::move(DistinctIds(rows.Members, &ObjectMember::EventId), std::back_inserter(eventIds));
+  eventIds = Distinct(std::move(eventIds));
   rows.Events =
-      AskInParts<OL_Event>(database, ids, [](const std::string& list) { return EventsWithIds(list); });
-  rows.Days = AskInParts<EventDay>(database, ids, [](const std::string& list) { return EventDaysOf(list); });
+      AskInParts<OL_Event>(database, eventIds, [](const std::string& ids) { return EventsWithIds(ids); });
+  rows.Days =
+      AskInParts<EventDay>(database, eventIds, [](const std::string& ids) { return EventDaysOf(ids); });
   std::erase_if(rows.Events, [&](const OL_Event& event) {
     return std::ranges::none_of(
         sources, [&](const std::string& source) { return EqualIgnoringCase(source, event.Owner); });
@@ -142,7 +157,7 @@ class ObjectMaker {
   void AddNew(ObjectEvent row, const StoredObject* stored) {
     CalendarObject object;
     const int number = row.Event.EventID;
-    object.Name = stored == nullptr ? NameOfNumber(number) : stored->ResourceName;
+    object.Name = stored == nullptr ? NameOfNumber(number, databaseName_) : stored->ResourceName;
     object.Uid = stored == nullptr ? UidOfNumber(number, databaseName_) : stored->Uid;
     if (stored != nullptr) {
       object.Id = stored->Id;
@@ -167,25 +182,17 @@ class ObjectMaker {
   }
 
   static bool HasDays(const SharedObject& made) {
-    return std::ranges::any_of(made.Object.Events,
-                               [&](const ObjectEvent& row) { return Occurs(row, made.Week); });
-  }
-
-  static bool Occurs(const ObjectEvent& row, const Week& week) {
-    if (row.Event.Type == Repetition::kUnknown) return false;
-    const auto dates = row.Event.Type == Repetition::kListed
-                           ? row.Days.Listed
-                           : OccurrenceDates(row.Event, week, row.Days.LeftOut.size() + 1);
-    return !std::ranges::includes(row.Days.LeftOut, dates);
+    return std::ranges::any_of(made.Object.Events, [&](const ObjectEvent& row) {
+      return row.Event.Type != Repetition::kUnknown &&
+             !OccurrenceDates(row.Event, made.Week, 1, row.Days).empty();
+    });
   }
 
   /// Leaves nothing but the time.
   void Hide(SharedObject& made) const {
     made.IsHidden = true;
-    CalendarObject& object = made.Object;
-    object.KeptText.clear();
-    object.IsAsKept = false;
-    for (ObjectEvent& row : object.Events) {
+    BecomeUntold(made.Object);
+    for (ObjectEvent& row : made.Object.Events) {
       row.Event.EventName = tools_.PrivateTitle;
       row.Event.Comments.clear();
       row.Event.EventType.clear();
@@ -197,9 +204,13 @@ class ObjectMaker {
   void MakeUnique(CalendarObject& object) {
     const bool hasOwnName = usedNames_.insert(ToLower(object.Name)).second;
     const bool hasOwnUid = usedUids_.insert(object.Uid).second;
-    if (hasOwnName && hasOwnUid) return;
+    if (!hasOwnName || !hasOwnUid) BecomeUntold(object);
+  }
+
+  /// Nothing is left of what a client has sent, not even the name.
+  void BecomeUntold(CalendarObject& object) const {
     const int number = object.Events.empty() ? 0 : object.Events.front().Event.EventID;
-    object.Name = NameOfNumber(number);
+    object.Name = NameOfNumber(number, databaseName_);
     object.Uid = UidOfNumber(number, databaseName_);
     object.KeptText.clear();
     object.IsAsKept = false;
@@ -211,9 +222,8 @@ class ObjectMaker {
 
   std::string ETagOf(const SharedObject& made) const {
     const CalendarObject& object = made.Object;
-    std::string content = object.KeptText;
-    if (!object.IsAsKept) content += '\0' + object.Uid + '\0' + RowsOf(made);
-    return tools_.Secrets.Digest(content).substr(0, kETagDigits);
+    if (object.IsAsKept) return ETagOfText(tools_.Secrets, object.KeptText);
+    return ETagOfText(tools_.Secrets, object.KeptText + '\0' + object.Uid + '\0' + RowsOf(made));
   }
 
   const ExchangeTools& tools_;
@@ -244,8 +254,9 @@ std::vector<SharedObject> LoadObjects(Connection& database, const ExchangeTools&
                                       const ObjectChoice& choice) {
   const std::vector<std::string> sources = SourcesOf(database, calendar);
   const bool looksUp = choice.Names && choice.Names->size() <= kMostLookedUp && !calendar.IsGroupView();
-  Rows rows = looksUp ? RowsNamed(database, sources, *choice.Names) : AllRows(database, sources);
   const auto [databaseName, weekends] = Ask(database, DatabaseNameQuery(), WeekendsOf(sources));
+  Rows rows =
+      looksUp ? RowsNamed(database, sources, *choice.Names, databaseName) : AllRows(database, sources);
   std::vector<SharedObject> objects =
       ObjectMaker(tools, calendar, Weekends(weekends), databaseName).Make(std::move(rows));
   if (choice.Names) {

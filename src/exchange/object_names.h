@@ -8,17 +8,19 @@
 
 namespace orlune {
 
-// The names and UIDs of events that were made on pages.
+// The names and UIDs of events that were made on pages. Both have the name of the database in them, so that
+// no client comes to the same by itself.
 
-inline std::string NameOfNumber(int eventId) {
-  return std::to_string(eventId) + ".ics";
+inline std::string NameOfNumber(int eventId, std::string_view databaseName) {
+  return std::to_string(eventId) + "-" + std::string(databaseName) + ".ics";
 }
 
-/// Nothing when the name is none of these.
-inline std::optional<int> NumberOfName(std::string_view name) {
-  constexpr std::string_view kEnding = ".ics";
-  if (!name.ends_with(kEnding)) return std::nullopt;
-  return RowNumber(name.substr(0, name.size() - kEnding.size()));
+/// Nothing when the name is none of this database's.
+inline std::optional<int> NumberOfName(std::string_view name, std::string_view databaseName) {
+  const std::size_t hyphen = name.find('-');
+  if (hyphen == std::string_view::npos || name.substr(hyphen + 1) != std::string(databaseName) + ".ics")
+    return std::nullopt;
+  return RowNumber(name.substr(0, hyphen));
 }
 
 inline std::string UidOfNumber(int eventId, std::string_view databaseName) {
@@ -30,6 +32,11 @@ inline std::optional<int> NumberOfUid(std::string_view uid, std::string_view dat
   const std::size_t at = uid.find('@');
   if (at == std::string_view::npos || uid.substr(at + 1) != databaseName) return std::nullopt;
   return RowNumber(uid.substr(0, at));
+}
+
+/// The number of an event that belongs to no object, as the log of changes has it; nothing for a name.
+inline std::optional<int> NumberInLog(std::string_view logged) {
+  return logged.starts_with('/') ? RowNumber(logged.substr(1)) : std::nullopt;
 }
 
 }  // namespace orlune

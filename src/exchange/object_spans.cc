@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "exchange/shared_objects.h"
-#include "model/repetition_rule.h"
+#include "model/occurrence_rule.h"
 
 namespace orlune {
 namespace {
@@ -40,20 +40,10 @@ bool Touches(const BusyPeriod& span, const UtcPeriod& period) {
 template <class Visit>
 void ForEachDay(const ObjectEvent& row, const Week& week, const DayRange& range, Visit visit) {
   const OL_Event& event = row.Event;
-  if (event.Type == Repetition::kListed) {
-    for (auto day = std::ranges::lower_bound(row.Days.Listed, range.First);
-         day != row.Days.Listed.end() && *day <= range.Last && visit(*day);)
-      ++day;
-    return;
-  }
-  const bool isSingle = event.Type == Repetition::kNone;
-  const bool isDaily = isSingle || event.Type == Repetition::kDaily;
-  const RepetitionRule rule(event, week);
-  const Date last = std::min(range.Last, isSingle ? event.BeginDate : event.EndDate);
+  const OccurrenceRule rule(event, row.Days, week);
+  const Date last = std::min(range.Last, event.Type == Repetition::kNone ? event.BeginDate : event.EndDate);
   for (Date day = std::max(event.BeginDate, range.First); day <= last; day += days{1}) {
-    if (!isDaily && !rule.OccursOn(day)) continue;
-    if (std::ranges::binary_search(row.Days.LeftOut, day)) continue;
-    if (!visit(day)) return;
+    if (rule.OccursOn(day) && !visit(day)) return;
   }
 }
 

@@ -45,10 +45,12 @@ bool Holds(const WriteCondition& condition, const std::optional<SharedObject>& o
 }
 
 /// The name of the object of this calendar that has the UID; "" when none has.
-std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std::string_view uid) {
+std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std::string_view uid,
+                      std::string_view databaseName) {
   std::vector<std::string> ids;
   std::vector<StoredObject> objects = Ask(database, ObjectsWithUid(uid));
   std::erase_if(objects, [uid](const StoredObject& object) { return object.Uid != uid; });
+  ids.reserve(objects.size());
   for (const StoredObject& object : objects) ids.push_back(std::to_string(object.Id));
   const auto members =
       ids.empty() ? std::vector<ObjectMember>() : Ask(database, MembersOfObjects(JoinList(ids)));
@@ -57,12 +59,12 @@ std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std:
     if (owners.empty() || !EqualIgnoringCase(owners.front(), calendar.Name)) continue;
     return std::ranges::find(objects, member.ObjectId, &StoredObject::Id)->ResourceName;
   }
-  const auto number = NumberOfUid(uid, Ask(database, DatabaseNameQuery()));
+  const auto number = NumberOfUid(uid, databaseName);
   if (!number) return "";
   const std::string id = std::to_string(*number);
   const auto [owners, ties] = Ask(database, OwnersOfEvents(id), MembershipsOfEvents(id));
   const bool isHere = !owners.empty() && EqualIgnoringCase(owners.front(), calendar.Name);
-  return isHere && ties.empty() ? NameOfNumber(*number) : "";
+  return isHere && ties.empty() ? NameOfNumber(*number, databaseName) : "";
 }
 
 }  // namespace
@@ -76,15 +78,16 @@ WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const P
   if (!Holds(condition, existing)) return {WriteResult::kConditionFailed};
   if (existing && existing->Object.Uid != planned.Uid) return {WriteResult::kUidConflict, "", name};
   if (!existing) {
-    std::string conflict = NameOfUid(database, calendar, planned.Uid);
+    // Such an address is that of an event to come.
+    const std::string databaseName = Ask(database, DatabaseNameQuery());
+    if (NumberOfName(name, databaseName)) return {WriteResult::kForbidden};
+    std::string conflict = NameOfUid(database, calendar, planned.Uid, databaseName);
     if (!conflict.empty()) return {WriteResult::kUidConflict, "", std::move(conflict)};
   }
   const ObjectChange change{existing ? &*existing : nullptr, name, &planned};
   StoreObjects(database, tools, calendar, {&change, 1});
-  const auto stored = FindObject(database, tools, participant, calendar, name);
   transaction.Commit();
-  return {existing ? WriteResult::kChanged : WriteResult::kCreated,
-          stored && stored->Object.IsAsKept ? stored->ETag : ""};
+  return {existing ? WriteResult::kChanged : WriteResult::kCreated, ETagOfText(tools.Secrets, planned.Text)};
 }
 
 WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const Participant& participant,

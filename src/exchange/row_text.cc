@@ -102,6 +102,11 @@ std::string TextOfRows(std::span<const ObjectEvent> rows, const Week& week, std:
   return text;
 }
 
+std::string ETagOfText(const Secrets& secrets, std::string_view text) {
+  constexpr std::size_t kDigits = 32;
+  return secrets.Digest(text).substr(0, kDigits);
+}
+
 std::string PlainText(std::string_view stored) {
   if (stored.find('&') == std::string_view::npos) return std::string(stored);
   return ReplaceAll(ReplaceAll(stored, "&#39;", "'"), "&quot;", "\"");

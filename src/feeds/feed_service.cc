@@ -91,10 +91,7 @@ ReplyMessage FeedService::Answer(const BranchRequest& request) const {
   std::vector<SharedObject> objects = LoadObjects(*database, tools, *maker, *calendar);
   const std::size_t memory = MemoryOf(objects);
   auto text = std::make_shared<FeedText>(parts_.Texts, calendar->FriendlyName, std::move(objects));
-  std::string all;
-  while (text->AddTo(all)) {}
-  static_cast<void>(memory);
-  reply.Body = std::move(all);
+  reply.Body = BodySource{[text](std::string& piece) { return text->AddTo(piece); }, memory};
   return reply;
 }
 

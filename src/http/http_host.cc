@@ -275,9 +275,9 @@ MHD_Result HttpHost::Daemon::Queue(MHD_Connection* connection, ReplyMessage repl
   if (!hsts_.empty() && proxies_.SenderOf(client.Request().Message()).IsOverHttps)
     reply.Headers.emplace_back("Strict-Transport-Security", hsts_);
   const unsigned status = reply.Status;
+  const ResponseFrame frame{isLastReply_ || isLast, client.Request().Message().Method == "HEAD"};
   const std::vector<Header>& headers = reply.IsDocument ? commonHeaders_ : partHeaders_;
-  return MHD_queue_response(connection, status,
-                            MakeResponse(std::move(reply), headers, isLastReply_ || isLast).get());
+  return MHD_queue_response(connection, status, MakeResponse(std::move(reply), headers, frame).get());
 }
 
 void HttpHost::Daemon::OnCompleted(void* /*self*/, MHD_Connection* connection, void** /*context*/,

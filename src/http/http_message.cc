@@ -45,11 +45,13 @@ ReplyMessage RefusalPage(unsigned status, const Reason& reason) {
 
 std::size_t ReplyMessage::BodySize() const {
   if (const auto* shared = std::get_if<SharedText>(&Body)) return (*shared)->size();
-  const auto* text = std::get_if<std::string>(&Body);
-  return text != nullptr ? text->size() : std::get<OpenFile>(Body).State().Size;
+  if (const auto* text = std::get_if<std::string>(&Body)) return text->size();
+  const auto* file = std::get_if<OpenFile>(&Body);
+  return file != nullptr ? file->State().Size : 0;
 }
 
 std::size_t ReplyMessage::MemoryBytes() const {
+  if (const auto* source = std::get_if<BodySource>(&Body)) return source->MemoryBytes + kPieceBytes;
   const auto* text = std::get_if<std::string>(&Body);
   return text != nullptr ? text->capacity() : 0;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,6 +44,8 @@ inline constexpr const char* kReadHeaders[] = {
     "Authorization",
     "Depth",
     "If-Match",
+    "If",
+    "Content-Range",
     "Prefer",
     "Brief",
 };
@@ -58,13 +62,26 @@ using Header = std::pair<std::string, std::string>;
 /// A text that several replies send at once.
 using SharedText = std::shared_ptr<const std::string>;
 
-/// A reply. The host adds the length of the body.
+/// Makes a body while it is sent. Runs on the connection's thread, which serves others, too, so it waits for
+/// nobody; what it holds is held for as long as the client takes to read.
+struct BodySource {
+  /// Appends what comes next; false when nothing does. When it throws, the connection ends, and the client
+  /// knows the body to be incomplete.
+  std::function<bool(std::string& piece)> AddPiece;
+  std::size_t MemoryBytes = 0;  ///< that it holds
+};
+
+/// What is made of a `BodySource` at a time, about.
+inline constexpr std::size_t kPieceBytes = std::size_t{32} << 10U;
+
+/// A reply. The host adds the length of the body, if there is one before it is sent.
 struct ReplyMessage {
   unsigned Status = 200;
   std::vector<Header> Headers;
-  std::variant<std::string, SharedText, OpenFile> Body;  ///< never a null text
+  std::variant<std::string, SharedText, OpenFile, BodySource> Body;  ///< never a null text
   bool IsDocument = true;  ///< which a browser shows by itself, and so heeds every security header
 
+  /// 0 for a `BodySource`.
   std::size_t BodySize() const;
   /// What the body takes of the memory, for this reply alone.
   std::size_t MemoryBytes() const;

@@ -1,5 +1,6 @@
 #include "http/mhd_response.h"
 
+#include <cstdint>
 #include <iterator>
 #include <new>
 #include <stdexcept>
@@ -40,6 +41,51 @@ ResponseHandle MakeResponse(OpenFile file) {
   return {MHD_create_response_from_fd(size, file.Release()), &MHD_destroy_response};
 }
 
+class SourceReader {
+ public:
+  explicit SourceReader(BodySource source) : source_(std::move(source)) {}
+
+  /// Copies up to `most` bytes to `to`; 0 at the end.
+  std::size_t Read(char* to, std::size_t most) {
+    if (copied_ == piece_.size()) MakePiece();
+    const std::size_t size = piece_.copy(to, most, copied_);
+    copied_ += size;
+    return size;
+  }
+
+ private:
+  void MakePiece() {
+    piece_.clear();
+    copied_ = 0;
+    while (hasMore_ && piece_.size() < kPieceBytes) hasMore_ = source_.AddPiece(piece_);
+  }
+
+  BodySource source_;
+  std::string piece_;
+  std::size_t copied_ = 0;
+  bool hasMore_ = true;
+};
+
+ssize_t ReadSource(void* reader, std::uint64_t /*position*/, char* to, std::size_t most) {
+  try {
+    const std::size_t size = static_cast<SourceReader*>(reader)->Read(to, most);
+    return size == 0 ? MHD_CONTENT_READER_END_OF_STREAM : static_cast<ssize_t>(size);
+  } catch (...) {
+    return MHD_CONTENT_READER_END_WITH_ERROR;
+  }
+}
+
+ResponseHandle MakeResponse(BodySource source) {
+  auto owner = std::make_unique<SourceReader>(std::move(source));
+  ResponseHandle response(
+      MHD_create_response_from_callback(
+          MHD_SIZE_UNKNOWN, kPieceBytes, &ReadSource, owner.get(),
+          [](void* owned) { std::unique_ptr<SourceReader>(static_cast<SourceReader*>(owned)); }),
+      &MHD_destroy_response);
+  if (response != nullptr) static_cast<void>(owner.release());
+  return response;
+}
+
 void AddHeader(const ResponseHandle& response, const char* name, const char* value) {
   if (MHD_add_response_header(response.get(), name, value) != MHD_YES)
     throw std::runtime_error(fmt::format("cannot add the header {} to a reply", name));
@@ -47,13 +93,17 @@ void AddHeader(const ResponseHandle& response, const char* name, const char* val
 
 }  // namespace
 
-ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHeaders, bool isLast) {
+ResponseHandle MakeResponse(ReplyMessage reply, std::span<const Header> commonHeaders, ResponseFrame frame) {
+  const bool isStream = std::holds_alternative<BodySource>(reply.Body);
   ResponseHandle response = std::visit([](auto& body) { return MakeResponse(std::move(body)); }, reply.Body);
   if (response == nullptr) throw std::bad_alloc();
   for (const std::span<const Header> headers : {std::span<const Header>(reply.Headers), commonHeaders}) {
     for (const auto& [name, value] : headers) AddHeader(response, name.c_str(), value.c_str());
   }
-  if (isLast) AddHeader(response, "Connection", "close");
+  // libmicrohttpd would send the end of a chunked body.
+  if (isStream && frame.IsForHead)
+    MHD_set_response_options(response.get(), MHD_RF_HTTP_1_0_COMPATIBLE_STRICT, MHD_RO_END);
+  if (frame.IsLast) AddHeader(response, "Connection", "close");
   return response;
 }
 

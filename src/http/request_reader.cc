@@ -79,7 +79,7 @@ RequestReader::RequestReader(std::string_view target, std::size_t maxForm, const
   message_.Path = local.substr(0, question);
   if (question != std::string_view::npos) message_.Query = local.substr(question + 1);
   if (rulesAt) rules_ = rulesAt(message_.Path);
-  maxBody_ = std::max(maxBody_ + rules_.MostFileBytes, rules_.MostRawBytes);
+  maxBody_ = rules_.MostRawBytes > 0 ? rules_.MostRawBytes : maxForm + rules_.MostFileBytes;
 }
 
 void RequestReader::ReadHeaders(MHD_Connection* connection, std::string_view method, const char* version) {

@@ -94,8 +94,7 @@ std::optional<std::string> KnownTag(const RequestMessage& request, const FileFor
   return std::nullopt;
 }
 
-std::variant<std::string, SharedText, OpenFile> BodyOf(const FileForms& forms, bool isGzipped,
-                                                       OpenFile file) {
+decltype(ReplyMessage::Body) BodyOf(const FileForms& forms, bool isGzipped, OpenFile file) {
   if (isGzipped) return forms.Gzipped;
   if (forms.Text != nullptr) return forms.Text;
   return file;

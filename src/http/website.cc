@@ -71,13 +71,18 @@ bool IsReading(const RequestMessage& request) {
 
 /// The path as the log shows it, without secrets.
 std::string ShownPath(const HostedPage& page, const PageBranch& branch, const std::string& path) {
-  return branch.IsSecret ? page.Path + branch.Prefix + "***" : path;
+  return branch.IsSecret ? page.Path + branch.Prefix + "***" : OneLine(path);
 }
 
 ReplyMessage MovedTo(const std::string& path) {
   ReplyMessage reply = RedirectTo(path);
   reply.Status = 301;
   return reply;
+}
+
+/// Whether the body is one that the client names later by its tag, and so gets byte for byte.
+bool HasTag(const ReplyMessage& reply) {
+  return std::ranges::find(reply.Headers, "ETag", &Header::first) != reply.Headers.end();
 }
 
 /// Where clients ask that know only the server's name (RFC 6764, section 5; "/" is what some try then).
@@ -120,6 +125,7 @@ ReplyMessage Website::AnswerAllowed(Access access, const RequestMessage& request
   const auto begin = std::chrono::steady_clock::now();
   if (const auto found = FindBranch(request.Path)) {
     ReplyMessage reply = AnswerBranch(access, *found, request, sender);
+    if (parts_.CompressesPages && !HasTag(reply)) compression_.Apply(request, sender.IsOverHttps, reply);
     LogReply(request, ShownPath(found->Page, found->Branch, request.Path), sender, reply, begin);
     return reply;
   }

@@ -17,7 +17,8 @@ namespace orlune {
 
 /// The moment of the last change in one of the calendars; 0 without one.
 Query<std::int64_t> LastMomentIn(std::span<const std::string> calendars);
-/// The names of the objects that were changed in the calendars from the moment on, each once.
+/// What was changed in the calendars from the moment on, each once: the name of an object, or "/" and the
+/// number of an event that belongs to none.
 Query<std::vector<std::string>> NamesChangedSince(std::span<const std::string> calendars,
                                                   std::int64_t moment);
 /// All changes until this moment are gone from the log; 0 when none is.

@@ -44,6 +44,10 @@ void CreateSharingTables(Connection& database) {
   for (const Statement& creation : Creations()) database.TryExecute(creation);
 }
 
+void CreateSharingTablesForPages(Connection& database) {
+  if (database.TryExecute(Creations().front())) CreateSharingTables(database);
+}
+
 Query<std::string> DatabaseNameQuery() {
   return {Statement("SELECT TOP 1 DatabaseName FROM ExchangeIdentity ORDER BY IdentityID"),
           [](ResultSet& rows) { return FirstText(rows, "DatabaseName"); }};

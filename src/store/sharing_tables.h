@@ -13,6 +13,8 @@ namespace orlune {
 
 /// Creates the tables that are missing; next to nothing when none is.
 void CreateSharingTables(Connection& database);
+/// The same, but looks only for the one that pages read, EventDays.
+void CreateSharingTablesForPages(Connection& database);
 
 /// What makes the UIDs of this database's events differ from those of others, and what makes the tokens of
 /// its log differ from those of another copy of it; "" before `NameDatabase`.

@@ -125,7 +125,7 @@ TEST_F(ConfigurationFile, AcceptsEveryProperty) {
     const bool isSwitch = std::holds_alternative<PageProperty::SwitchSetter>(property.Set);
     text.append(property.Name).append(isSwitch ? " = true\n" : " = \"x\"\n");
   }
-  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 18U);
+  EXPECT_EQ(Load(text).Pages[0].Properties.size(), 19U);
 }
 
 TEST_F(ConfigurationFile, NamesTheVersionOfTheSiteFolderInLinks) {
@@ -155,7 +155,8 @@ TEST_F(ConfigurationFile, IsRefusedWithFileLineAndKey) {
       {server("port = 1"), "2: port: unknown key in [server]; expected one of listen, site"},
       {"x = 1\n" + kPage, "1: x: unknown key; expected [server] or [[page]]"},
       {page("Showtitle = true"),
-       "4: Showtitle: unknown key in [[page]]; expected path, region or one of LoginName"},
+       "4: Showtitle: unknown key in [[page]]; expected path, region, sharing_with_login or one of "
+       "LoginName"},
       {server("listen = 8080"), "2: listen: expected a text"},
       {server("threads = \"4\""), "2: threads: expected a whole number from 0 to 512"},
       {server("session_minutes = 0"), "2: session_minutes: expected a whole number from 1"},

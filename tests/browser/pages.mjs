@@ -52,6 +52,7 @@ export const kPages = {
     'the preferences': ['?p=p'],
     'the password': ['?p=p&act=login'],
     'a new group view': ['?p=p&act=groups'],
+    'devices and sharing': ['/sharing'],
   },
   admin: {
     'the colours of a group view': ['?p=p&act=groups', { id: 'Engineering Team' }],

@@ -6,8 +6,8 @@
 
 #include "caldav/caldav_service.h"
 #include "drivers/passwords/sodium_secrets.h"
+#include "icalendar/icalendar_text.h"
 #include "support/calendar_fixture.h"
-#include "support/plain_calendar_text.h"
 
 namespace orlune::testing {
 
@@ -48,7 +48,7 @@ class CalDavFixture : public CalendarFixture {
     return "";
   }
 
-  PlainCalendarText texts_;
+  IcalendarText texts_{"Europe/Helsinki"};
   SodiumSecrets secrets_;
   RecentLogins recent_;
   bool allowsLoginPassword_ = true;

@@ -27,7 +27,6 @@ class ChangeLog : public testing::DatabaseFixture {
       changes.insert(Text(rows->Get(0)) + "/" + Text(rows->Get(1)));
       seen_ = std::max(seen_, std::get<std::int64_t>(rows->Get(2)));
     }
-    EXPECT_GT(connection->ChangeHorizon(), seen_);
     return changes;
   }
 
@@ -45,14 +44,14 @@ TEST_F(ChangeLog, SaysWhichObjectOfWhichCalendarHasChanged) {
   const std::vector<Case> cases{
       {"an event is made",
        {Statement("INSERT INTO Events (EventID, EventName, Owner) VALUES (7, 'A', 'ann')")},
-       {"ann/7.ics"}},
+       {"ann//7"}},
       {"the same values are stored again", {Statement("UPDATE Events SET EventName = 'A'")}, {}},
-      {"only the case changes", {Statement("UPDATE Events SET EventName = 'a'")}, {"ann/7.ics"}},
-      {"it is moved", {Statement("UPDATE Events SET Owner = 'bob'")}, {"ann/7.ics", "bob/7.ics"}},
+      {"only the case changes", {Statement("UPDATE Events SET EventName = 'a'")}, {"ann//7"}},
+      {"it is moved", {Statement("UPDATE Events SET Owner = 'bob'")}, {"ann//7", "bob//7"}},
       {"days are left out",
        {Statement("INSERT INTO EventDays (EventID, Role) VALUES (7, 'left out')"),
         Statement("INSERT INTO EventDays (EventID, Role) VALUES (7, 'left out')")},
-       {"bob/7.ics"}},
+       {"bob//7"}},
       {"it becomes part of an object",
        {Statement("INSERT INTO CalendarObjects (ObjectID, ResourceName) VALUES (3, 'x.ICS')"),
         Statement("INSERT INTO ObjectEvents (ObjectID, EventID) VALUES (3, 7)")},
@@ -60,7 +59,7 @@ TEST_F(ChangeLog, SaysWhichObjectOfWhichCalendarHasChanged) {
       {"the object gets another event",
        {Statement("INSERT INTO Events (EventID, Owner) VALUES (8, 'bob')"),
         Statement("INSERT INTO ObjectEvents (ObjectID, EventID) VALUES (3, 8)")},
-       {"bob/8.ics", "bob/x.ICS"}},
+       {"bob//8", "bob/x.ICS"}},
       {"the object's text", {Statement("UPDATE CalendarObjects SET ObjectText = 'BEGIN'")}, {"bob/x.ICS"}},
       {"how far its days are listed", {Statement("UPDATE CalendarObjects SET ListedUntil = Null")}, {}},
       {"one of its events is deleted", {Statement("DELETE FROM Events WHERE EventID = 7")}, {"bob/x.ICS"}},
@@ -141,8 +140,14 @@ TEST_F(ChangeLog, HorizonStaysBelowWhatMayStillAppear) {
   };
   EXPECT_LE(reader->ChangeHorizon(), newest(*reader));
   slow->Commit();
-  const auto later = Open();
-  EXPECT_GT(later->ChangeHorizon(), newest(*later));
+  // Transactions of other databases of the server count as well, such as those of other tests.
+  const auto isPassed = [&] {
+    const auto later = Open();
+    return later->ChangeHorizon() > newest(*later);
+  };
+  int tries = 0;
+  while (!isPassed() && tries < 10'000) ++tries;
+  EXPECT_LT(tries, 10'000);
 }
 
 }  // namespace

@@ -7,12 +7,12 @@
 #include <sqlite3.h>
 
 #include "drivers/database_fixture.h"
-#include "store/sharing_tables.h"
 #include "drivers/spliced.h"
 #include "drivers/sqlite/base_schema.h"
 #include "drivers/sqlite/file_history.h"
 #include "drivers/sqlite/handles.h"
 #include "drivers/sqlite/sqlite_driver.h"
+#include "store/sharing_tables.h"
 
 namespace orlune {
 namespace {

@@ -85,8 +85,8 @@ TEST_F(Exchange, GivesAnObjectBackAsItCameUntilAPageChangesIt) {
 
   Run(Statement("UPDATE Events SET EventName = 'It&#39;s moved', BeginTime = '09:30'"));
   const std::string changed = Text("anna", "anna");
-  for (const char* part :
-       {"SUMMARY:It's moved", "DTSTART;TZID=Europe/Helsinki:20040316T093000", "LOCATION:Room 5", "TRIGGER:-PT10M"})
+  for (const char* part : {"SUMMARY:It's moved", "DTSTART;TZID=Europe/Helsinki:20040316T093000",
+                           "LOCATION:Room 5", "TRIGGER:-PT10M"})
     EXPECT_NE(changed.find(part), std::string::npos) << part << " in " << changed;
   EXPECT_NE(Objects("anna", "anna")[0].ETag, put.ETag);
   EXPECT_EQ(Put("anna", "m.ics", kMeeting, {.IfMatch = "\"" + put.ETag + "\""}).Result,
@@ -132,10 +132,14 @@ TEST_F(Exchange, ShowsOthersOnlyTheTimeOfPrivateEvents) {
   AddEvent("sales", "Party", "Type, BeginDate, Comments, Private", "'none', '3/16/2004', 'secret', yes");
   AddEvent("sales", "Unanswered", "Type, BeginDate, SuggestState", "'none', '3/16/2004', 'undecided'");
   Run(Statement("UPDATE Calendars SET MemberOfGroups = 'sales' WHERE Name = 'ben'"));
+  Put("sales", "m.ics", Replaced(std::string(kMeeting), "LOCATION:Room 5", "CLASS:PRIVATE"));
+  Run(Statement("DELETE FROM Events WHERE EventName = 'Party'"));
   EXPECT_EQ(Objects("anna", "sales").size(), 2U);
   const std::string text = Text("ben", "sales");
   EXPECT_NE(text.find("SUMMARY:Private"), std::string::npos);
-  EXPECT_EQ(text.find("secret"), std::string::npos);
+  for (const char* secret : {"secret", "Meeting", "meeting@", "TRIGGER"})
+    EXPECT_EQ(text.find(secret), std::string::npos) << secret;
+  EXPECT_NE(Objects("ben", "sales")[0].Object.Name, "m.ics");
   EXPECT_EQ(User("ben").Find("anna"), nullptr);
   const Participant ben = User("ben");
   const auto planned = texts_.ReadObject(kMeeting, {Week(1, "1, 7"), tools_.Today, {}, ""});
@@ -173,6 +177,10 @@ TEST_F(Exchange, HasEachUidOnceInACalendar) {
                 Replaced(std::string(kMeeting), "meeting@example.org", objects.back().Object.Uid))
                 .ConflictingName,
             objects.back().Object.Name);
+  // Neither is the address of an event to come to be had.
+  const std::string next = "99" + objects.back().Object.Name;
+  EXPECT_EQ(Put("anna", next, Replaced(std::string(kMeeting), "meeting@", "x@")).Result,
+            WriteResult::kForbidden);
 }
 
 TEST_F(Exchange, ImportsAFileTwiceWithoutDoublingIt) {

@@ -332,6 +332,79 @@ TEST(HttpHost, AnswersEachAddressAndMethod) {
   EXPECT_EQ(Fetch(host.Address(), "GET /healthz").Status, 503);
 }
 
+// "METHOD REST|Depth|body", a reply of 207; a PUT waits for a writer.
+ReplyMessage EchoBranch(Access access, const BranchRequest& request) {
+  const RequestMessage& message = request.Message;
+  if (message.Method == "PUT" && access == Access::kRead) throw WriteRefused();
+  std::string text = message.Method + " ";
+  text.append(request.Rest).append("|").append(message.Headers.Find("Depth")).append("|");
+  return {207, {{"Content-Type", "text/xml"}}, text + message.Body};
+}
+
+TEST(HttpHost, AnswersEveryMethodOfABranchWithoutASession) {
+  StartedHost host({}, {}, {}, {.Compresses = true});
+  host.AnswerBranch = EchoBranch;
+  const std::string most(500'000, 'z');
+  const struct {
+    std::string Request, Headers, Body;
+    int Status;
+    std::string Expected, Location = "";
+  } cases[] = {
+      {"PROPFIND /a.asp/dav/x%20y/?q", "Depth: 0\r\n", "<x\xFF\0>"s, 207, "PROPFIND x%20y/|0|<x\xFF\0>"s},
+      {"OPTIONS /a.asp/dav/", "", "", 207, "OPTIONS ||"},
+      {"POST /a.asp/dav/", "Content-Type: application/x-www-form-urlencoded\r\n", "x=%20", 207,
+       "POST ||x=%20"},
+      {"UNKNOWN /a.asp/dav/?p=c&act=del", "Sec-Fetch-Site: cross-site\r\n", "", 207, "UNKNOWN ||"},
+      {"PUT /a.asp/dav/a.ics", "", most, 207, "PUT a.ics||" + most},
+      {"PUT /a.asp/dav/a.ics", "", most + "z", 413, ""},
+      {"HEAD /a.asp/dav/a.ics", "", "", 207, ""},
+      {"PROPFIND /a.asp/dav", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /.well-known/caldav", "", "", 301, "", "/a.asp/dav/"},
+      {"GET /.well-known/caldav", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /", "", "", 301, "", "/a.asp/dav/"},
+      {"OPTIONS /", "", "", 301, "", "/a.asp/dav/"},
+      {"PROPFIND /a.asp", "", "", 405, ""},
+      {"GET /a.asp/davos/", "", "", 404, ""}};
+  for (const auto& c : cases) {
+    const HttpAnswer answer = Fetch(host.Address(), c.Request, c.Headers, c.Body);
+    EXPECT_EQ(answer.Status, c.Status) << c.Request;
+    EXPECT_EQ(answer.Header("Location"), c.Location) << c.Request;
+    EXPECT_EQ(answer.Header("Set-Cookie"), "") << c.Request;
+    EXPECT_TRUE(answer.Header("Content-Security-Policy").empty() || c.Status != 207) << c.Request;
+    EXPECT_TRUE(answer.Body == c.Expected || c.Status >= 400) << c.Request << answer.Body.substr(0, 100);
+  }
+  const HttpAnswer report = Fetch(host.Address(), "REPORT /a.asp/dav/", "Accept-Encoding: gzip\r\n", most);
+  EXPECT_LT(report.Body.size(), 9'000U);
+}
+
+TEST(HttpHost, ReadsPiecesOfABodyThatTheClientAsksWhetherToSend) {
+  StartedHost host;
+  host.AnswerBranch = EchoBranch;
+  HttpClient client(host.Address());
+  client.Send(
+      "PUT /a.asp/dav/ HTTP/1.1\r\nHost: h\r\nConnection: close\r\nExpect: 100-continue\r\n"
+      "Transfer-Encoding: chunked\r\n\r\n");
+  EXPECT_EQ(client.ReadSome().substr(0, 12), "HTTP/1.1 100");
+  for (int i = 0; i < 4; ++i) client.Send("1E848\r\n" + std::string(125'000, 'z') + "\r\n");
+  client.Send("0\r\n\r\n");
+  EXPECT_TRUE(client.ReadAll().ends_with("PUT ||" + std::string(500'000, 'z')));
+}
+
+TEST(HttpHost, KeepsSecretAddressesOutOfItsLog) {
+  StartedHost host;
+  host.AnswerBranch = [](Access, const BranchRequest& request) -> ReplyMessage {
+    if (request.Rest == "secret-1.ics") throw std::runtime_error("broken");
+    return {200, {}, std::string("calendar")};
+  };
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/feed/secret-1.ics").Status, 500);
+  EXPECT_EQ(Fetch(host.Address(), "GET /a.asp/feed/secret-2.ics?secret-3").Body, "calendar");
+  EXPECT_EQ(Fetch(host.Address(), "HEAD /a.asp/feed/secret-2.ics").Header("Content-Length"), "8");
+  host.Stop();
+  EXPECT_EQ(host.LogText().find("secret"), std::string::npos) << host.LogText();
+  EXPECT_NE(host.LogText().find("GET /a.asp/feed/*** 200 8 bytes"), std::string::npos) << host.LogText();
+  EXPECT_NE(host.LogText().find("broken"), std::string::npos) << host.LogText();
+}
+
 TEST(HttpHost, SendsNothingOfAFailedOrRedirectedPage) {
   StartedHost host;
   host.Answer = [](const ScriptingContext& context) {
@@ -548,6 +621,48 @@ TEST(HttpHost, LimitsTheVisitorsBehindAProxyAndNotTheProxy) {
   EXPECT_EQ(refusal.substr(0, 12), "HTTP/1.1 429") << refusal;
   EXPECT_NE(refusal.find("\r\nRetry-After: 5\r\n"), std::string::npos) << refusal;
   EXPECT_EQ(Fetch(host.Address(), "GET /healthz", "X-Forwarded-For: 192.0.2.8\r\n").Status, 200);
+}
+
+TEST(HttpHost, MakesBodiesWhileItSendsThem) {
+  HostLimits limits = PatientLimits();
+  limits.Times.Window = std::chrono::milliseconds(100);
+  spdlog::logger log("test");
+  ListeningSocket socket("127.0.0.1:0");
+  const std::string address = socket.Address();
+  const auto held = std::make_shared<int>();
+  const auto answer = [&held](const RequestMessage& request) {
+    const auto addPiece = [=, path = request.Path, i = 0](std::string& piece) mutable {
+      if (path == "/broken" && i == 3) throw std::runtime_error("broken");
+      piece.append(++i, 'z');
+      return path == "/endless" || i < *held + 1000;
+    };
+    return ReplyMessage{200, {}, BodySource{addPiece}};
+  };
+  const HttpHost host({std::move(socket), 1, limits, TrustedProxies({}), log, answer});
+  const std::string line = "Host: h\r\n\r\n";
+  HttpClient old(address);
+  old.Send("GET /whole HTTP/1.0\r\n" + line);
+  EXPECT_TRUE(old.ReadAll().ends_with("\r\n\r\n" + std::string(500'500, 'z')));
+
+  HttpClient kept(address);
+  const std::string whole = "GET /whole HTTP/1.1\r\n" + line;
+  kept.Send(whole + "GET /broken HTTP/1.1\r\n" + line);
+  const std::string answers = kept.ReadAll();
+  EXPECT_EQ(std::count(answers.begin(), answers.end(), 'z'), 500'500) << "without the broken one";
+  EXPECT_NE(answers.find("\r\nTransfer-Encoding: chunked\r\n"), std::string::npos);
+  EXPECT_EQ(answers.find("\r\n0\r\n\r\n"), answers.rfind("\r\n0\r\n\r\n"));
+
+  const HttpAnswer head = Fetch(address, "HEAD /whole");
+  EXPECT_EQ(head.Header("Content-Length") + head.Body, "");
+
+  HttpClient slow(address);
+  slow.Send("GET /endless HTTP/1.1\r\n" + line);
+  {
+    HttpClient leaving(address);
+    leaving.Send("GET /endless HTTP/1.1\r\n" + line);
+    EXPECT_NE(leaving.ReadSome(), "");
+  }
+  while (held.use_count() > 1) std::this_thread::yield();
 }
 
 TEST(HttpHost, EndsKeptConnectionsBeforeItStops) {

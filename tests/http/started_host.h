@@ -39,23 +39,26 @@ class BreakableSessions : public MemorySessionStore {
   }
 };
 
-/// A server on a free port with the pages "/a.asp", with "/a.asp/texts" and "/a.asp/files", and
-/// "/a.asp/b.asp", which answer as the test says.
+/// A server on a free port with the pages "/a.asp", with "/a.asp/texts", "/a.asp/files" and the branches
+/// "/dav/" and "/feed/", and "/a.asp/b.asp", which answer as the test says.
 class StartedHost {
  public:
   explicit StartedHost(const HostLimits& limits = {}, const std::vector<IpNetwork>& proxies = {},
                        std::vector<std::string> allowedHosts = {}, SiteOptions options = {})
-      : website_(
-            {{{"/a.asp", PageWith(sessions_), PageWith(sessions_), {{"/texts"}, {"/files", true, 500'000}}},
-              {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
-             StaticFiles(folder_.Path(), options),
-             CookieSealer(SecretKey{1, 2, 3}),
-             TrustedProxies(proxies),
-             clock_,
-             [this] { return IsHealthy; },
-             log_,
-             std::move(allowedHosts),
-             options.Compresses}) {
+      : website_({{{"/a.asp",
+                    PageWith(sessions_),
+                    PageWith(sessions_),
+                    {{"/texts"}, {"/files", true, 500'000}},
+                    Branches()},
+                   {"/a.asp/b.asp", PageWith(otherSessions_), PageWith(otherSessions_)}},
+                  StaticFiles(folder_.Path(), options),
+                  CookieSealer(SecretKey{1, 2, 3}),
+                  TrustedProxies(proxies),
+                  clock_,
+                  [this] { return IsHealthy; },
+                  log_,
+                  std::move(allowedHosts),
+                  options.Compresses}) {
     ListeningSocket socket("127.0.0.1:0");
     address_ = socket.Address();
     host_ = std::make_unique<HttpHost>(
@@ -74,10 +77,18 @@ class StartedHost {
 
   BreakableSessions& Sessions() { return sessions_; }
 
+  std::function<ReplyMessage(Access, const BranchRequest&)> AnswerBranch;
   Page Answer = [](const ScriptingContext&) {};
   bool IsHealthy = true;
 
  private:
+  std::vector<PageBranch> Branches() {
+    const auto answer = [this](Access access) {
+      return [this, access](const BranchRequest& request) { return AnswerBranch(access, request); };
+    };
+    return {{"/dav/", answer(Access::kReadAndWrite), answer(Access::kRead), 500'000, false},
+            {"/feed/", answer(Access::kReadAndWrite), answer(Access::kRead), 0, true}};
+  }
   PageWithSessions PageWith(SessionStore& sessions) {
     return {[this](const ScriptingContext& context) { Answer(context); }, sessions};
   }

@@ -47,6 +47,7 @@ std::vector<DefinedTrigger> Existing(Link& link) {
   const ReplyPtr reply = link.Run(kExisting);
   const ResultHandle& result = link.Require(*reply);
   std::vector<DefinedTrigger> existing;
+  existing.reserve(static_cast<std::size_t>(PQntuples(result.get())));
   for (int row = 0; row < PQntuples(result.get()); ++row)
     existing.push_back({std::string(FieldText(result, row, 0)), std::string(FieldText(result, row, 1))});
   return existing;
@@ -74,10 +75,12 @@ std::vector<std::string> CreationOfMissingTriggers(Link& link, const dialect::Ca
   std::vector<std::string> statements;
   for (const Trigger& trigger : Missing(link, tables)) {
     const std::string name = Quoted(trigger.Name);
-    // Whoever writes to the tables need not have them in their search path.
-    statements.push_back(fmt::format(
-        "CREATE OR REPLACE FUNCTION {}() RETURNS trigger LANGUAGE plpgsql SET search_path FROM CURRENT AS {}",
-        name, dialect::TextLiteral(Defined(trigger).Definition)));
+    // Whoever writes to the tables need not have them in their search path. A session plans the statements
+    // once, perhaps while the tables are small, and goes on with the plans when they have grown.
+    statements.push_back(
+        fmt::format("CREATE OR REPLACE FUNCTION {}() RETURNS trigger LANGUAGE plpgsql "
+                    "SET search_path FROM CURRENT SET enable_seqscan = off AS {}",
+                    name, dialect::TextLiteral(Defined(trigger).Definition)));
     statements.push_back(
         fmt::format("CREATE OR REPLACE TRIGGER {0} AFTER {1} ON {2} FOR EACH ROW EXECUTE FUNCTION {0}()",
                     name, trigger.Change, Quoted(trigger.Table)));

@@ -58,16 +58,18 @@ class TriggerWriter {
  private:
   using Statements = std::vector<std::string>;
 
+  /// It belongs to no object yet.
   Trigger EventInserted() const {
-    return Made(tables_.Events, "INSERT", Log("NEW.\"Owner\"", ResourceOf("NEW.\"EventID\"")));
+    return Made(tables_.Events, "INSERT", {Logged("NEW.\"Owner\"", "'/' || NEW.\"EventID\"", "")});
   }
 
+  /// Logs where it was before, too.
   Trigger EventUpdated() const {
-    Statements statements = Log("NEW.\"Owner\"", ResourceOf("NEW.\"EventID\""));
-    // Where it was before; the second change of one resource is none.
-    for (std::string& statement : Log("OLD.\"Owner\"", ResourceOf("OLD.\"EventID\"")))
-      statements.push_back(std::move(statement));
-    Trigger trigger = Made(tables_.Events, "UPDATE", std::move(statements));
+    const std::string hasMoved =
+        "(OLD.\"Owner\" IS DISTINCT FROM NEW.\"Owner\" OR OLD.\"EventID\" <> NEW.\"EventID\") AND ";
+    Trigger trigger = Made(tables_.Events, "UPDATE",
+                           {Logged("NEW.\"Owner\"", ResourceOf("NEW.\"EventID\""), ""),
+                            Logged("OLD.\"Owner\"", ResourceOf("OLD.\"EventID\""), hasMoved)});
     trigger.Condition = Differs(kEventColumns);
     return trigger;
   }
@@ -77,7 +79,7 @@ class TriggerWriter {
     const std::string ofEvent = " WHERE \"EventID\" = OLD.\"EventID\"";
     const std::string objects = Quoted(tables_.CalendarObjects);
     const std::string ties = Quoted(tables_.ObjectEvents);
-    Statements statements = Log("OLD.\"Owner\"", ResourceOf("OLD.\"EventID\""));
+    Statements statements{Logged("OLD.\"Owner\"", ResourceOf("OLD.\"EventID\""), "")};
     statements.push_back("DELETE FROM " + Quoted(tables_.EventDays) + ofEvent);
     statements.push_back("DELETE FROM " + objects + " WHERE \"ObjectID\" IN (SELECT \"ObjectID\" FROM " +
                          ties + ofEvent + ") AND NOT EXISTS (SELECT 1 FROM " + ties +
@@ -98,7 +100,7 @@ class TriggerWriter {
                                 Quoted(tables_.Events) + " e JOIN " + Quoted(tables_.ObjectEvents) +
                                 " t ON t.\"EventID\" = e.\"EventID\" WHERE t.\"ObjectID\" = "
                                 "NEW.\"ObjectID\")";
-      for (std::string& statement : Log(owner, "NEW.\"ResourceName\""))
+      for (std::string& statement : LoggedOnce(owner, "NEW.\"ResourceName\""))
         statements.push_back(std::move(statement));
     }
     Trigger trigger = Made(tables_.CalendarObjects, "UPDATE", std::move(statements));
@@ -114,7 +116,8 @@ class TriggerWriter {
       const std::string event = row + ".\"EventID\"";
       const std::string owner =
           "(SELECT \"Owner\" FROM " + Quoted(tables_.Events) + " WHERE \"EventID\" = " + event + ")";
-      for (std::string& statement : Log(owner, ResourceOf(event))) statements.push_back(std::move(statement));
+      for (std::string& statement : LoggedOnce(owner, ResourceOf(event)))
+        statements.push_back(std::move(statement));
     }
     return Made(table, change, std::move(statements));
   }
@@ -125,26 +128,34 @@ class TriggerWriter {
     return {std::move(name), table, change, {}, std::move(statements), {tables_.CalendarChanges}};
   }
 
-  /// The name of the object that an event belongs to.
+  /// The name of the object that an event belongs to; "/" and its number when it belongs to none.
   std::string ResourceOf(const std::string& event) const {
     return "coalesce((SELECT o.\"ResourceName\" FROM " + Quoted(tables_.ObjectEvents) + " t JOIN " +
            Quoted(tables_.CalendarObjects) +
-           " o ON o.\"ObjectID\" = t.\"ObjectID\" WHERE t.\"EventID\" = " + event + " LIMIT 1), " + event +
-           " || '.ics')";
+           " o ON o.\"ObjectID\" = t.\"ObjectID\" WHERE t.\"EventID\" = " + event + " LIMIT 1), '/' || " +
+           event + ")";
   }
 
-  /// Logs a change, unless there is no `calendar`. When the newest change is of the same resource, that one
-  /// becomes newer: an event may have thousands of days.
-  Statements Log(const std::string& calendar, const std::string& resource) const {
+  /// Logs a change where there is a `calendar`; `condition` is "" or ends with AND.
+  std::string Logged(const std::string& calendar, const std::string& resource,
+                     const std::string& condition) const {
+    return "INSERT INTO " + Quoted(tables_.CalendarChanges) +
+           " (\"Calendar\", \"ResourceName\", \"Moment\") SELECT " + calendar + ", " + resource + ", " +
+           std::string(sql_.NextMoment) + " WHERE " + condition + calendar + " IS NOT NULL";
+  }
+
+  /// Logs a change of what belongs to an event, of which there may be thousands: when the newest change is of
+  /// the same resource, that one becomes newer.
+  Statements LoggedOnce(const std::string& calendar, const std::string& resource) const {
     const std::string log = Quoted(tables_.CalendarChanges);
     const std::string isNewest = "\"ChangeID\" = (SELECT max(\"ChangeID\") FROM " + log +
                                  ") AND \"Calendar\" = " + calendar + Exactly() +
                                  " AND \"ResourceName\" = " + resource + Exactly();
     const std::string moment(sql_.NextMoment);
-    return {"UPDATE " + log + " SET \"Moment\" = " + moment + " WHERE " + isNewest,
-            "INSERT INTO " + log + " (\"Calendar\", \"ResourceName\", \"Moment\") SELECT " + calendar + ", " +
-                resource + ", " + moment + " WHERE " + calendar +
-                " IS NOT NULL AND NOT EXISTS (SELECT 1 FROM " + log + " WHERE " + isNewest + ")"};
+    // A row that a transaction updates again and again gets slower each time.
+    return {"UPDATE " + log + " SET \"Moment\" = " + moment + " WHERE " + isNewest + " AND \"Moment\" <> " +
+                moment,
+            Logged(calendar, resource, "NOT EXISTS (SELECT 1 FROM " + log + " WHERE " + isNewest + ") AND ")};
   }
 
   std::string Exactly() const { return std::string(sql_.Exactly); }

@@ -39,7 +39,7 @@ struct DefinedTrigger {
 /// or group that is renamed or deleted. None unless their tables are there, which are made when calendars are
 /// first shared.
 ///
-/// A change of the log has a number, `Moment`. Those of one resource that follow each other directly are one.
+/// A change of the log has a number, `Moment`.
 std::vector<Trigger> PossibleTriggers(const dialect::Catalogue& catalogue, const TriggerSql& sql);
 
 }  // namespace orlune::schema

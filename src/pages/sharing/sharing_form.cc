@@ -1,6 +1,5 @@
 #include "pages/sharing/sharing_form.h"
 
-#include <algorithm>
 #include <functional>
 #include <string_view>
 
