@@ -7,7 +7,7 @@
 #include "base/ascii.h"
 #include "icalendar/content_lines.h"
 #include "icalendar/line_writer.h"
-#include "icalendar/object_reader.h"
+#include "icalendar/object_parts.h"
 #include "icalendar/object_writer.h"
 
 namespace orlune {

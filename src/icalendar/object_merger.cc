@@ -7,12 +7,14 @@
 
 #include "base/ascii.h"
 #include "base/text.h"
+#include "exchange/calendar_text.h"
 #include "exchange/row_text.h"
+#include "icalendar/event_texts.h"
 #include "icalendar/event_writer.h"
 #include "icalendar/line_writer.h"
-#include "icalendar/object_reader.h"
 #include "icalendar/object_writer.h"
 #include "icalendar/row_rule.h"
+#include "icalendar/rows_planner.h"
 #include "icalendar/series_planner.h"
 
 namespace orlune {

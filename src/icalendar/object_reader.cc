@@ -7,19 +7,15 @@
 #include "base/ascii.h"
 #include "base/dates.h"
 #include "base/text.h"
+#include "icalendar/event_texts.h"
 #include "icalendar/line_writer.h"
-#include "icalendar/series_planner.h"
+#include "icalendar/rows_planner.h"
 
 namespace orlune {
 
-using std::chrono::days;
-
 namespace {
 
-constexpr int kMonthsToFindKind = 120;
 constexpr int kMonthsListed = 60;
-constexpr std::size_t kMostTitleCharacters = 255;
-constexpr std::size_t kMostCommentBytes = std::size_t{64} << 10U;
 constexpr std::size_t kMostUidCharacters = 255;
 constexpr std::size_t kBudgetOfObject = 3'000'000;
 constexpr std::size_t kBudgetOfFile = 100'000'000;
@@ -28,175 +24,6 @@ constexpr std::size_t kCostOfStoredDay = 500;  // against one that is looked at
 [[noreturn]] void Refuse(TextFault fault, const std::string& sentence) {
   throw InvalidCalendarText(fault, sentence);
 }
-
-bool IsContinuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-/// The first characters of which a row has room for so many; quotes take more of it.
-std::string CutTitle(const std::string& title) {
-  std::size_t characters = 0;
-  for (std::size_t i = 0; i < title.size(); ++i) {
-    if (!IsContinuation(title[i])) characters += title[i] == '\'' ? 5 : (title[i] == '"' ? 6 : 1);
-    if (characters > kMostTitleCharacters) return title.substr(0, i);
-  }
-  return title;
-}
-
-std::string CutComments(std::string comments) {
-  if (comments.size() <= kMostCommentBytes) return comments;
-  std::size_t end = kMostCommentBytes;
-  while (IsContinuation(comments[end])) --end;
-  comments.resize(end);
-  return comments;
-}
-
-std::string WholeTitle(const Component& event) {
-  std::string title = UnescapedText(event.ValueOf("SUMMARY"));
-  std::ranges::replace(title, '\n', ' ');
-  std::ranges::replace(title, '\t', ' ');
-  return std::string(TrimBlanks(title));
-}
-
-std::string WholeComments(const Component& event) {
-  return ReplaceAll(UnescapedText(event.ValueOf("DESCRIPTION")), "\n", "\r\n");
-}
-
-bool IsCancelled(const Component& event) {
-  return EqualsIgnoringAsciiCase(event.ValueOf("STATUS"), "CANCELLED");
-}
-
-/// Makes the rows of one object.
-class RowsPlanner {
- public:
-  RowsPlanner(const ObjectParts& parts, TextZones& zones, const PlanSettings& settings, WorkBudget& budget)
-      : parts_(parts), zones_(zones), settings_(settings), budget_(budget) {}
-
-  PlannedRows Plan() {
-    if (parts_.Master != nullptr) PlanMaster();
-    for (std::size_t i = 0; i < parts_.Overrides.size(); ++i) {
-      const EventTimes& times = parts_.OverrideTimes[i];
-      if (IsCancelled(*parts_.Overrides[i]) || plansFuture_.contains(i)) continue;
-      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
-      AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Overrides[i], i + 1);
-    }
-    std::ranges::sort(planned_.Rows, {}, &ObjectEvent::Place);
-    return std::move(planned_);
-  }
-
- private:
-  void PlanMaster() {
-    const EventTimes times(*parts_.Master, zones_);
-    if (!times.Repeats() && parts_.Overrides.empty() && !times.LastLeftOut()) {
-      Series once{&times, {{times.Begin()}}, false, false, true, times.Begin().Local.Day};
-      return AddRows(PlanSeries(once, {}, zones_.Server(), settings_.Week), *parts_.Master, 0);
-    }
-    const Date certain = CertainTo(times);
-    const std::size_t rowsBefore = planned_.Rows.size();
-    PlanTo(times, certain, certain);
-    if (!planned_.ListsAhead) return;
-    planned_.ListedTo = std::max(certain, settings_.ListTo);
-    planned_.Rows.resize(rowsBefore);
-    PlanTo(times, planned_.ListedTo, certain);
-  }
-
-  /// The day to which an endless series is worked out to find its kind: ten years, and all exceptions.
-  Date CertainTo(const EventTimes& times) const {
-    if (!times.IsEndless()) return kLastDayOfText;
-    Date certain = AddMonths(times.Begin().Local.Day, kMonthsToFindKind);
-    if (const auto last = times.LastLeftOut()) certain = std::max(certain, *last + days{3});
-    for (const EventTimes& changed : parts_.OverrideTimes)
-      certain = std::max(certain, changed.RecurrenceId()->Local.Day + days{3});
-    return std::min(certain, kLastDayOfText);
-  }
-
-  void PlanTo(const EventTimes& times, Date last, Date certain) {
-    EventTimes::Instances instances = times.Expand(last, budget_);
-    Series series{&times,          std::move(instances.All), times.Repeats(),
-                  times.HasRule(), instances.IsComplete,     last,
-                  times.Until()};
-    if (!series.IsComplete) CheckIncomplete(times, series);
-    for (std::size_t i = parts_.Overrides.size(); i-- > 0;) Except(series, i, certain);
-    AddRows(PlanSeries(series, certain, zones_.Server(), settings_.Week), *parts_.Master, 0);
-  }
-
-  /// A series that is longer than is worked out is either endless or known by its kind.
-  void CheckIncomplete(const EventTimes& times, Series& series) const {
-    if (series.Instances.size() > kMostDaysOfObject) {
-      if (!times.IsEndless() && !series.EndsOn)
-        Refuse(TextFault::kTooManyDays, "The event has more than 20,000 days.");
-      series.KnownTo = series.Instances.back().Begin.Local.Day - days{1};
-    } else if (times.IsEndless() && series.Instances.size() == 1 && HasNoOther(times)) {
-      series.IsComplete = true;
-    }
-  }
-
-  bool HasNoOther(const EventTimes& times) const {
-    return times.Expand(kLastDayOfText, budget_).All.size() == 1;
-  }
-
-  /// Leaves out the occurrence that an event changes, or takes it and all later ones out of the series to a
-  /// series of their own.
-  void Except(Series& series, std::size_t index, Date certain) {
-    const EventTimes& changed = parts_.OverrideTimes[index];
-    const TextTime& id = *changed.RecurrenceId();
-    if (changed.IsThisAndFuture()) return SplitOff(series, index, certain);
-    const auto moment = [](const Instance& instance) { return instance.Begin.Moment; };
-    auto instance = std::ranges::lower_bound(series.Instances, id.Moment - days{2}, {}, moment);
-    for (; instance != series.Instances.end() && moment(*instance) < id.Moment + days{2}; ++instance) {
-      if (Is(*instance, id)) instance->IsLeftOut = true;
-    }
-  }
-
-  static bool Is(const Instance& instance, const TextTime& id) {
-    if (instance.Begin.IsDate || id.IsDate) return instance.Begin.Local.Day == id.Local.Day;
-    return instance.Begin.Moment == id.Moment;
-  }
-
-  void SplitOff(Series& series, std::size_t index, Date certain) {
-    const EventTimes& changed = parts_.OverrideTimes[index];
-    const TextTime& id = *changed.RecurrenceId();
-    const auto split = std::ranges::find_if(series.Instances, [&](const Instance& instance) {
-      return Is(instance, id) || instance.Begin.Moment > id.Moment;
-    });
-    Series future{&changed, {}, true, series.HasRule, series.IsComplete, series.KnownTo, std::nullopt};
-    if (!series.IsComplete && series.EndsOn) future.EndsOn = series.EndsOn;
-    for (auto instance = split; instance != series.Instances.end(); ++instance) {
-      Instance moved = *instance;
-      moved.Begin = changed.MovedLike(instance->Begin);
-      future.Instances.push_back(moved);
-    }
-    series.Instances.erase(split, series.Instances.end());
-    series.IsComplete = true;
-    series.EndsOn.reset();
-    if (future.Instances.empty()) return;
-    plansFuture_.insert(index);
-    if (IsCancelled(*parts_.Overrides[index])) return;
-    AddRows(PlanSeries(future, certain, zones_.Server(), settings_.Week), *parts_.Overrides[index],
-            index + 1);
-  }
-
-  void AddRows(SeriesRows rows, const Component& event, std::size_t number) {
-    planned_.ListsAhead |= rows.ListsAhead;
-    const std::string title = TitleOf(event);
-    const std::string comments = CommentsOf(event);
-    const bool isPrivate = IsPrivate(event);
-    for (ObjectEvent& row : rows.Rows) {
-      row.Place += kPlacesOfEvent * static_cast<int>(number);
-      row.Event.EventName = title;
-      row.Event.Comments = comments;
-      row.Event.Private = isPrivate;
-      planned_.Rows.push_back(std::move(row));
-    }
-  }
-
-  const ObjectParts& parts_;
-  TextZones& zones_;
-  const PlanSettings& settings_;
-  WorkBudget& budget_;
-  PlannedRows planned_;
-  std::set<std::size_t> plansFuture_;  ///< overrides that have been planned as a series
-};
 
 void AddLoss(std::vector<Loss>& losses, Loss loss) {
   if (std::ranges::find(losses, loss) == losses.end()) losses.push_back(loss);
@@ -213,8 +40,7 @@ void AddLosses(const Component& event, std::vector<Loss>& losses) {
       AddLoss(losses, Loss::kOther);
   }
   if (IsCancelled(event)) AddLoss(losses, Loss::kOther);
-  if (TitleOf(event) != WholeTitle(event) || CommentsOf(event) != WholeComments(event))
-    AddLoss(losses, Loss::kLongText);
+  if (IsCut(event)) AddLoss(losses, Loss::kLongText);
 }
 
 /// The first category that is a type of events here, as it is spelled here.
@@ -234,7 +60,8 @@ std::string UidOf(const Component& event) {
 }
 
 void CheckUid(const std::string& uid) {
-  const auto characters = std::ranges::count_if(uid, [](char c) { return !IsContinuation(c); });
+  const auto characters =
+      std::ranges::count_if(uid, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
   if (characters > static_cast<std::ptrdiff_t>(kMostUidCharacters))
     Refuse(TextFault::kInvalidText, "The UID of an event is longer than 255 characters.");
 }
@@ -312,34 +139,6 @@ class FileSorter {
 };
 
 }  // namespace
-
-std::string TitleOf(const Component& event) {
-  return CutTitle(WholeTitle(event));
-}
-
-std::string CommentsOf(const Component& event) {
-  return CutComments(WholeComments(event));
-}
-
-std::vector<std::string> CategoriesOf(const Component& event) {
-  std::vector<std::string> categories;
-  for (const ContentLine& line : event.Lines) {
-    if (!EqualsIgnoringAsciiCase(line.Name, "CATEGORIES")) continue;
-    for (const std::string_view item : ValueItems(line.Value))
-      categories.emplace_back(TrimBlanks(UnescapedText(item)));
-  }
-  return categories;
-}
-
-bool IsPrivate(const Component& event) {
-  const std::string_view access = event.ValueOf("CLASS");
-  return EqualsIgnoringAsciiCase(access, "PRIVATE") || EqualsIgnoringAsciiCase(access, "CONFIDENTIAL");
-}
-
-PlannedRows PlanRows(const ObjectParts& parts, TextZones& zones, const PlanSettings& settings,
-                     WorkBudget& budget) {
-  return RowsPlanner(parts, zones, settings, budget).Plan();
-}
 
 PlannedObject ObjectReader::Plan(const std::vector<const Component*>& events, TextZones& zones,
                                  WorkBudget& budget) const {
