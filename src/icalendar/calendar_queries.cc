@@ -113,7 +113,9 @@ class Expander {
 
 bool Contains(const std::string& value, const std::string& text, bool heedsCase) {
   if (heedsCase) return value.find(text) != std::string::npos;
-  return text.empty() || !std::ranges::search(value, text, {}, ToLowerAscii, ToLowerAscii).empty();
+  const auto isSame = [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); };
+  return std::search(value.begin(), value.end(), text.begin(), text.end(), isSame) != value.end() ||
+         text.empty();
 }
 
 bool Holds(const PropertyFilter& filter, const Component& event) {

@@ -192,15 +192,19 @@ EventTimes::Instances EventTimes::Expand(Date last, WorkBudget& budget) const {
   Instances instances;
   instances.All.push_back({begin_});
   for (const Recurrence& rule : rules_) {
-    const Recurrence::Days found = rule.Expand(begin_.Local, last, kMostDaysOfObject + 1, budget);
+    Recurrence::Days found = rule.Expand(begin_.Local, last, kMostDaysOfObject + 1, budget);
+    // The first occurrence counts, also when the rule does not give it.
+    const bool hasExtra = !found.Times.empty() && found.Times.front() != begin_.Local;
+    if (rule.HasCount() && found.IsComplete && hasExtra) found.Times.pop_back();
     instances.IsComplete &= found.IsComplete;
     for (const DateTime& local : found.Times) instances.All.push_back({AtLocal(local)});
   }
   std::ranges::copy(added_, std::back_inserter(instances.All));
   const auto moment = [](const Instance& instance) { return instance.Begin.Moment; };
   std::ranges::stable_sort(instances.All, {}, moment);
-  const auto repeated = std::ranges::unique(instances.All, {}, moment);
-  instances.All.erase(repeated.begin(), repeated.end());
+  const auto isRepeated = [&](const Instance& a, const Instance& b) { return moment(a) == moment(b); };
+  instances.All.erase(std::unique(instances.All.begin(), instances.All.end(), isRepeated),
+                      instances.All.end());
   LeaveOut(instances.All, last, budget);
   return instances;
 }

@@ -13,17 +13,13 @@
 #include "icalendar/object_reader.h"
 #include "icalendar/object_writer.h"
 #include "icalendar/row_rule.h"
+#include "icalendar/series_planner.h"
 
 namespace orlune {
-
-using std::chrono::days;
 
 namespace {
 
 constexpr std::size_t kBudget = 3'000'000;
-/// Days are worked out a little further than they are compared, since those of other zones may differ by one.
-constexpr days kMargin{3};
-
 const std::vector<std::string_view> kTimeProperties{"DTSTART", "DTEND",  "DURATION", "RRULE",
                                                     "RDATE",   "EXDATE", "EXRULE"};
 
@@ -52,10 +48,9 @@ void AppendEdited(std::string& text, const Component& component, const Edit& edi
 
 /// The rows of one event of the text, of all rows in the order of their places.
 std::span<const ObjectEvent> RowsOfEvent(std::span<const ObjectEvent> rows, std::size_t number) {
-  const auto numberOf = [](const ObjectEvent& row) {
-    return static_cast<std::size_t>(row.Place / kPlacesOfEvent);
-  };
-  const auto [begin, end] = std::ranges::equal_range(rows, number, {}, numberOf);
+  const auto first = static_cast<int>(number) * kPlacesOfEvent;
+  const auto begin = std::ranges::lower_bound(rows, first, {}, &ObjectEvent::Place);
+  const auto end = std::ranges::lower_bound(rows, first + kPlacesOfEvent, {}, &ObjectEvent::Place);
   return {begin, end};
 }
 
@@ -160,16 +155,13 @@ class Merge {
   std::vector<ObjectEvent> PlannedRowsNow() {
     Date last{};
     for (const ObjectEvent& row : object_.Events) {
-      if (row.Event.Type == Repetition::kListed || row.Event.Type == Repetition::kNone)
-        last = std::max(last, row.Event.Type == Repetition::kNone ? row.Event.BeginDate : row.Event.EndDate);
+      const bool isListed = row.Event.Type == Repetition::kListed;
+      const bool isOnlyListedDay = row.Event.Type == Repetition::kNone && row.Place < kPlacesOfEvent;
+      if (isListed) last = std::max(last, row.Event.EndDate);
+      if (isOnlyListedDay) last = std::max(last, row.Event.BeginDate);
     }
     WorkBudget budget(kBudget);
-    PlannedRows planned = PlanRows(parts_, zones_, {week_, last + kMargin}, budget);
-    if (!planned.ListsAhead) return std::move(planned.Rows);
-    for (ObjectEvent& row : planned.Rows) {
-      std::erase_if(row.Days.Listed, [last](Date day) { return day > last; });
-    }
-    return std::move(planned.Rows);
+    return PlanRows(parts_, zones_, {week_, last + kZoneMargin}, budget).Rows;
   }
 
   void EditEvent(std::size_t number) {

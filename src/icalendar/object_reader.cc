@@ -23,6 +23,7 @@ constexpr std::size_t kMostCommentBytes = std::size_t{64} << 10U;
 constexpr std::size_t kMostUidCharacters = 255;
 constexpr std::size_t kBudgetOfObject = 3'000'000;
 constexpr std::size_t kBudgetOfFile = 100'000'000;
+constexpr std::size_t kCostOfStoredDay = 500;  // against one that is looked at
 
 [[noreturn]] void Refuse(TextFault fault, const std::string& sentence) {
   throw InvalidCalendarText(fault, sentence);
@@ -282,6 +283,12 @@ std::string TextOfEvents(const std::vector<const Component*>& events, std::strin
   return text;
 }
 
+std::size_t StoredDays(const std::vector<ObjectEvent>& rows) {
+  std::size_t count = 0;
+  for (const ObjectEvent& row : rows) count += row.Days.Listed.size() + row.Days.LeftOut.size();
+  return count;
+}
+
 /// The events of a file by their UIDs, in its order.
 struct FileObject {
   std::string Uid;
@@ -406,6 +413,7 @@ PlannedFile ObjectReader::ReadFile(std::string_view text) const {
     try {
       CheckUid(object.Uid);
       PlannedObject planned = Plan(object.Events, zones, left);
+      left.Spend(kCostOfStoredDay * StoredDays(planned.Events));
       planned.Uid = object.Uid;
       planned.Text = TextOfEvents(object.Events, object.Uid, definitions);
       if (planned.Text.size() > kMostObjectBytes)

@@ -44,6 +44,17 @@ bool FitsFile(const Component& event, const NamedZone& zone) {
   });
 }
 
+std::string_view DefinitionFor(const CalendarObject& object, const NamedZone& zone) {
+  bool isNeeded = false;
+  bool isRecent = true;
+  for (const ObjectEvent& row : object.Events) {
+    isNeeded |= row.Event.BeginTime.has_value();
+    isRecent &= row.Event.BeginDate >= kRecent;
+  }
+  if (!isNeeded) return {};
+  return isRecent ? zone.Recent : zone.Definition;
+}
+
 }  // namespace
 
 std::string ObjectWriter::RowsOf(const CalendarObject& object, const Week& week) const {
@@ -77,9 +88,7 @@ std::string ObjectWriter::CalendarOf(const CalendarObject& object, const Week& w
   std::string text;
   text.reserve(kUsualBytes + rows.size() + zone_.Definition.size());
   text += kCalendarBegin;
-  if (std::ranges::any_of(object.Events,
-                          [](const ObjectEvent& row) { return row.Event.BeginTime.has_value(); }))
-    text += zone_.Definition;
+  text += DefinitionFor(object, zone_);
   text += rows;
   text += kCalendarEnd;
   return text;

@@ -80,8 +80,10 @@ Date FirstWeek(std::chrono::year year, int weekStart) {
 }  // namespace
 
 void WorkBudget::Spend(std::size_t count) {
-  if (count > left_)
+  if (count > left_) {
+    left_ = 0;
     throw InvalidCalendarText(TextFault::kTooManyDays, "The rules of the events take too long to work out.");
+  }
   left_ -= count;
 }
 

@@ -9,7 +9,8 @@
 
 namespace orlune {
 
-/// How much work one text may cause, in days that are looked at. Throws InvalidCalendarText when it is spent.
+/// How much work one text may cause, in days that are looked at. Throws InvalidCalendarText when that is more
+/// than is left, and from then on.
 class WorkBudget {
  public:
   explicit WorkBudget(std::size_t days) : left_(days) {}
@@ -31,6 +32,7 @@ class Recurrence {
   const DateTime& Until() const { return *until_; }
   bool IsUntilUtc() const { return isUntilUtc_; }
   void SetUntil(const DateTime& until) { until_ = until; }
+  bool HasCount() const { return count_.has_value(); }
   bool IsEndless() const { return !until_ && !count_; }
 
   struct Days {

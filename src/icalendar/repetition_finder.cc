@@ -23,6 +23,7 @@ constexpr std::array kWeekendRules{WeekendRule::kKeep, WeekendRule::kSkip, Weeke
 
 std::string List(const std::set<int>& numbers) {
   std::vector<std::string> items;
+  items.reserve(numbers.size());
   for (const int number : numbers) items.push_back(std::to_string(number));
   return JoinList(items);
 }

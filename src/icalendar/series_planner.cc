@@ -18,8 +18,6 @@ namespace {
 
 constexpr Date kEndOfEndless = std::chrono::year{2099} / 12 / 31;
 constexpr std::size_t kMostGroups = 100;
-/// A day of another zone may be the next one here.
-constexpr days kZoneMargin{2};
 
 [[noreturn]] void RefuseDays(const char* sentence) {
   throw InvalidCalendarText(TextFault::kTooManyDays, sentence);
@@ -84,8 +82,7 @@ struct Group {
 
 void SortUnique(std::vector<Date>& dates) {
   std::ranges::sort(dates);
-  const auto repeated = std::ranges::unique(dates);
-  dates.erase(repeated.begin(), repeated.end());
+  dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
 }
 
 class GroupMaker {
@@ -136,7 +133,7 @@ class SeriesPlanner {
   SeriesRows Plan() {
     SeriesRows planned;
     for (std::size_t i = 0; i < groups_.size(); ++i) {
-      if (groups_[i].Left.empty()) continue;
+      if (KnownDays(groups_[i].Left).empty()) continue;
       ObjectEvent row = RowOfGroup(i, planned);
       row.Place = static_cast<int>(i);
       planned.Rows.push_back(std::move(row));
@@ -160,7 +157,7 @@ class SeriesPlanner {
       TakeRule(row.Event, *rule);
       row.Days.LeftOut = LeftOutOf(row, group.Left);
     } else {
-      List(row, group.Left);
+      List(row, KnownDays(group.Left));
       planned.ListsAhead |= GoesOn();
     }
     return row;
@@ -230,6 +227,12 @@ class SeriesPlanner {
     std::vector<Date> leftOut;
     std::ranges::set_difference(DaysOf(known, week_), left, std::back_inserter(leftOut));
     return leftOut;
+  }
+
+  /// Of a series without end, the days that all its occurrences are known of.
+  std::vector<Date> KnownDays(std::vector<Date> dates) const {
+    if (GoesOn()) std::erase_if(dates, [this](Date day) { return day > series_.KnownTo - kZoneMargin; });
+    return dates;
   }
 
   static void List(ObjectEvent& row, const std::vector<Date>& left) {

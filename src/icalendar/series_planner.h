@@ -9,6 +9,10 @@
 
 namespace orlune {
 
+/// Days of a series are known up to so many before those to which it was worked out: a day of another zone
+/// may be the next one here.
+inline constexpr std::chrono::days kZoneMargin{2};
+
 /// Some occurrences of one event, to become rows.
 struct Series {
   const EventTimes* Times = nullptr;

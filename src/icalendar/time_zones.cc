@@ -39,18 +39,15 @@ bool IsZoneFile(const std::string& name) {
   return file.read(magic.data(), 4) && magic == "TZif";
 }
 
-/// The VTIMEZONE of a zone; "" when there is none. Not to be called by several threads at once.
-std::string FetchDefinition(const std::string& name) {
-  icalerror_set_errors_are_fatal(0);
-  const std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> zone(
-      icaltzutil_fetch_timezone(name.c_str()), icalcomponent_free);
-  if (!zone) return "";
+using IcalComponent = std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)>;
+
+std::string TextOf(icalcomponent* component) {
   const std::unique_ptr<char, decltype(&icalmemory_free_buffer)> text(
-      icalcomponent_as_ical_string_r(zone.get()), icalmemory_free_buffer);
+      icalcomponent_as_ical_string_r(component), icalmemory_free_buffer);
   return text ? text.get() : "";
 }
 
-void AppendComponent(std::string& text, const Component& component, const std::string& name) {
+void AppendDefinition(std::string& text, const Component& component, const std::string& name) {
   AppendLine(text, "BEGIN:", component.Name);
   for (const ContentLine& line : component.Lines) {
     if (line.Name == "TZID") {
@@ -59,21 +56,37 @@ void AppendComponent(std::string& text, const Component& component, const std::s
       AppendLine(text, line.Text);
     }
   }
-  for (const Component& child : component.Children) AppendComponent(text, child, name);
+  for (const Component& child : component.Children) AppendDefinition(text, child, name);
   AppendLine(text, "END:", component.Name);
 }
 
+std::string DefinitionOf(const std::string& text, const std::string& name) {
+  std::string definition;
+  for (const Component& component : ReadComponents(text)) AppendDefinition(definition, component, name);
+  return definition;
+}
+
+/// Not to be called by several threads at once.
+std::shared_ptr<const NamedZone> FetchZone(const std::string& name) {
+  icalerror_set_errors_are_fatal(0);
+  const IcalComponent fetched(icaltzutil_fetch_timezone(name.c_str()), icalcomponent_free);
+  if (!fetched) return nullptr;
+  const std::string whole = Unfolded(TextOf(fetched.get()));
+  const std::vector<Component> components = ReadComponents(whole);
+  if (components.size() != 1) return nullptr;
+  WorkBudget budget(kZoneBudget);
+  icaltimezone_truncate_vtimezone(fetched.get(), icaltime_from_string("20000101T000000Z"),
+                                  icaltime_null_time(), 0);
+  return std::make_shared<NamedZone>(NamedZone{name, Zone(components.front(), budget),
+                                               DefinitionOf(whole, name),
+                                               DefinitionOf(Unfolded(TextOf(fetched.get())), name)});
+}
+
 std::shared_ptr<const NamedZone> LoadZone(const std::string& name) {
-  if (IsUtcName(name)) return std::make_shared<NamedZone>(NamedZone{std::string(kUtc), Zone(), ""});
+  if (IsUtcName(name)) return std::make_shared<NamedZone>(NamedZone{std::string(kUtc), Zone(), "", ""});
   if (!IsZoneName(name) || !IsZoneFile(name)) return nullptr;
   try {
-    const std::string text = Unfolded(FetchDefinition(name));
-    const std::vector<Component> components = ReadComponents(text);
-    if (components.size() != 1) return nullptr;
-    WorkBudget budget(kZoneBudget);
-    NamedZone zone{name, Zone(components.front(), budget), ""};
-    AppendComponent(zone.Definition, components.front(), name);
-    return std::make_shared<NamedZone>(std::move(zone));
+    return FetchZone(name);
   } catch (const InvalidCalendarText&) {
     return nullptr;
   }

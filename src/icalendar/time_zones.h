@@ -8,11 +8,14 @@
 
 namespace orlune {
 
+inline constexpr Date kRecent = std::chrono::year{2000} / 1 / 2;
+
 /// A zone of the machine's time zone database.
 struct NamedZone {
   std::string Name;  ///< such as "Europe/Helsinki"
   Zone Offsets;
   std::string Definition;  ///< its VTIMEZONE; "" for UTC
+  std::string Recent;      ///< the same for times from `kRecent` on, which is much shorter
 };
 
 /// Null when there is no such zone. Zones are read once and kept. Thread-safe.

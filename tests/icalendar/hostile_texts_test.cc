@@ -106,6 +106,19 @@ TEST(HostileTexts, ThatAreValidAreRead) {
   }
 }
 
+TEST(HostileFiles, AreReadAsFarAsTheyCanBeStored) {
+  std::string file = "BEGIN:VCALENDAR\n";
+  for (int i = 0; i < 2000; ++i)
+    file += "BEGIN:VEVENT\nUID:" + std::to_string(i) +
+            "\nDTSTART;TZID=America/New_York:19500101T230000\nDURATION:P5DT3H\n"
+            "RRULE:FREQ=MONTHLY;BYDAY=MO,TU,WE,TH,FR;BYSETPOS=-2\nEND:VEVENT\n";
+  const PlannedFile read =
+      Reader().ReadFile(file + "BEGIN:VEVENT\nUID:last\nDTSTART:20261201\nEND:VEVENT\nEND:VCALENDAR\n");
+  EXPECT_LT(read.Objects.size(), 100U);
+  EXPECT_EQ(read.Objects.size() + read.Refused.size(), 2001U);
+  EXPECT_EQ(read.Objects.back().Uid, "last");
+}
+
 TEST(RowsWithControlCharacters, KeepTheLinesOfTheirText) {
   const Reader reader;
   ObjectEvent row;
