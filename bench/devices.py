@@ -1,6 +1,8 @@
 """What devices cost: the first synchronisation, polls without changes, feeds, saving, importing, and what sharing adds to
-pages. Prints figures and ratios within this run. Usage: devices.py [EXECUTABLE]
+pages. Prints figures and ratios within this run. Usage: devices.py [EXECUTABLE], on PostgreSQL under
+scripts/with_postgresql.sh
 """
+import atexit
 import base64
 import contextlib
 import html
@@ -20,6 +22,7 @@ EXECUTABLE = os.path.abspath(sys.argv[1] if len(sys.argv) > 1 else "build/releas
 EVENTS, IMPORTED, ROUNDS, REQUESTS = 10_000, 20_000, 9, 60
 MADE_ON_PAGES, SENT, IMPORTING, SAVING = "walter", "noor", "daniel", "ines"
 CALDAV = "urn:ietf:params:xml:ns:caldav"
+POSTGRESQL = os.environ.get("ORLUNE_TEST_POSTGRESQL")
 FOLDER = tempfile.mkdtemp(prefix="orlune-bench-")
 
 
@@ -28,10 +31,10 @@ class Server:
 
     def __init__(self, database, sharing):
         folder = tempfile.mkdtemp(dir=FOLDER)
-        self.database = shutil.copy(database, folder + "/calendar.db")
+        self.database = POSTGRESQL or shutil.copy(database, folder + "/calendar.db")
         with open(folder + "/orlune.toml", "w") as file:
             file.write('[server]\nlisten = "127.0.0.1:0"\nsite = "%s"\ntime_zone = "Europe/Helsinki"\n'
-                       '[[page]]\npath = "/p"\nDBPath = "calendar.db"\n' % os.path.abspath("site"))
+                       '[[page]]\npath = "/p"\nDBPath = "%s"\n' % (os.path.abspath("site"), self.database))
             if sharing:
                 file.write("Sharing = true\nsharing_with_login = true\n")
         self.process = subprocess.Popen([EXECUTABLE, "serve", "--config", folder + "/orlune.toml", "--now", "2035-06-01T12:00:00"],
@@ -39,6 +42,7 @@ class Server:
         self.address = re.search(r"//(.*)/p", self.process.stdout.readline())[1]
         self.connection = http.client.HTTPConnection(self.address)
         self.cookies = {}
+        atexit.register(self.process.kill)
 
     def stop(self):
         self.process.terminate()
@@ -152,6 +156,17 @@ def add_rows(database, owner):
         connection.executemany("INSERT INTO Events (%s) VALUES (%s)" % (", ".join(columns), ", ".join("?" * len(columns))), rows)
 
 
+def with_rows(database):
+    server = Server(database, False)
+    server.log_in(MADE_ON_PAGES)
+    server.post_as(MADE_ON_PAGES, "?p=e&act=save", {
+        "title": "Model", "calendar": MADE_ON_PAGES, "reptype": "none", "date1": "6/15/2035", "date2": "", "time1": "8:30", "time2": "9:15",
+        "addinfo": "Room 7, bring the papers of the last meeting along."})
+    server.stop()
+    add_rows(server.database, MADE_ON_PAGES)
+    return server.database
+
+
 def first_synchronisation(server, user):
     sync = ('<D:sync-collection xmlns:D="DAV:" xmlns:C="%s"><D:sync-token/><D:sync-level>1</D:sync-level>'
             '<D:prop><D:getetag/><C:calendar-data/></D:prop></D:sync-collection>' % CALDAV)
@@ -232,35 +247,35 @@ def pages_beside(database):
     without, beside = Server(database, False), Server(database, True)
     for server in (without, beside):
         server.log_in("asa")
+    day = time.strftime("%m/%d/%Y")  # around which the demo company's events are
     for view in ("month", "week", "day"):
-        # The first occurrences of 2026 are those of the demo company.
+        query = "?p=c&cd=%s&dm=%s" % (day, view)
         compare("%s page with empty tables against without sharing" % view, Both(without, beside),
-                lambda: without.page("asa", "?p=c&cd=11/23/2026&dm=" + view), lambda: beside.page("asa", "?p=c&cd=11/23/2026&dm=" + view))
+                lambda: without.page("asa", query), lambda: beside.page("asa", query))
     without.stop()
     beside.stop()
 
 
 def main():
-    database = FOLDER + "/demo.db"
+    database = POSTGRESQL or FOLDER + "/demo.db"
     subprocess.run([EXECUTABLE, "init", database, "--demo"], check=True, stdout=subprocess.DEVNULL)
     pages_beside(database)
-    server = Server(database, False)
-    server.log_in(MADE_ON_PAGES)
-    server.post_as(MADE_ON_PAGES, "?p=e&act=save", {
-        "title": "Model", "calendar": MADE_ON_PAGES, "reptype": "none", "date1": "6/15/2035", "date2": "", "time1": "8:30", "time2": "9:15",
-        "addinfo": "Room 7, bring the papers of the last meeting along."})
-    server.stop()
-    add_rows(server.database, MADE_ON_PAGES)
-    server = Server(server.database, True)
-    for user in (MADE_ON_PAGES, SENT, IMPORTING):
+    if not POSTGRESQL:
+        database = with_rows(database)
+    server = Server(database, True)
+    users = (SENT,) if POSTGRESQL else (MADE_ON_PAGES, SENT)
+    for user in (*users, IMPORTING):
         server.log_in(user)
         server.make_password(user)
     text = calendar_text(range(EVENTS))
     page = server.post_file(SENT, "/sharing?act=preview", "file", text)
     server.post_file(SENT, "/sharing?act=import", "text", html.unescape(re.search(r'HIDDEN>(.*?)</TEXTAREA>', page, re.S)[1]))
-    for user in (MADE_ON_PAGES, SENT):
+    if POSTGRESQL:
+        # The server does it by itself within minutes.
+        subprocess.run(["psql", "-q", POSTGRESQL, "-c", "ANALYZE"], check=True)
+    for user in users:
         first_synchronisation(server, user)
-    for user in (MADE_ON_PAGES, SENT):
+    for user in users:
         feed(server, user)
         polls(server, user)
     saving(server, SAVING)

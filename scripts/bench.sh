@@ -15,7 +15,8 @@ done
 bench/load.sh
 bench/savers.sh
 bench/crowd.sh
-python3 -W ignore::ResourceWarning bench/devices.py
+python3 bench/devices.py
+scripts/with_postgresql.sh python3 bench/devices.py
 for figures in far_database processor_time growth; do
   scripts/with_postgresql.sh "build/bench/$figures"
 done

@@ -43,7 +43,8 @@ url = "{subscription}"
 
 class LocalFolder:
     def __init__(self, test, server, user, subscription=None):
-        folder = tempfile.TemporaryDirectory(prefix="orlune-folder-")
+        # vdirsyncer waits for the disk after each file.
+        folder = tempfile.TemporaryDirectory(prefix="orlune-folder-", dir="/dev/shm" if os.path.isdir("/dev/shm") else None)
         test.addCleanup(folder.cleanup)
         self.path = pathlib.Path(folder.name)
         self._settings = {"folder": self.path, "url": server.url, "user": user, "password": PASSWORD,
