@@ -15,8 +15,12 @@ namespace {
 
 constexpr std::size_t kMostNameCharacters = 100;
 
+/// In one line, whatever was posted.
 std::string PostedName(const Visit& visit, std::string_view field) {
-  return std::string(TrimBlanks(visit.Request.FormField(field)));
+  std::string name(visit.Request.FormField(field));
+  std::ranges::replace_if(
+      name, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  return std::string(TrimBlanks(name));
 }
 
 /// Appends an alert for each reason against a further key of that name.
