@@ -170,11 +170,12 @@ def with_rows(database):
 def first_synchronisation(server, user):
     sync = ('<D:sync-collection xmlns:D="DAV:" xmlns:C="%s"><D:sync-token/><D:sync-level>1</D:sync-level>'
             '<D:prop><D:getetag/><C:calendar-data/></D:prop></D:sync-collection>' % CALDAV)
-    for caption, body in (("sync-collection", sync), ("multiget", None)):
-        if body is None:
-            links = "".join("<D:href>%s</D:href>" % link for link in re.findall(r"<D:href>([^<]*\.ics)</D:href>", answer))
-            body = ('<C:calendar-multiget xmlns:D="DAV:" xmlns:C="%s"><D:prop><D:getetag/><C:calendar-data/></D:prop>%s</C:calendar-multiget>'
+    answer = ""
+    for caption in ("sync-collection", "multiget"):
+        links = "".join("<D:href>%s</D:href>" % link for link in re.findall(r"<D:href>([^<]*\.ics)</D:href>", answer))
+        multiget = ('<C:calendar-multiget xmlns:D="DAV:" xmlns:C="%s"><D:prop><D:getetag/><C:calendar-data/></D:prop>%s</C:calendar-multiget>'
                     % (CALDAV, links))
+        body = sync if caption == "sync-collection" else multiget
         times = []
         for _ in range(3):
             begin = server.processor_us()
