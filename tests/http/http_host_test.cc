@@ -629,9 +629,9 @@ TEST(HttpHost, MakesBodiesWhileItSendsThem) {
   spdlog::logger log("test");
   ListeningSocket socket("127.0.0.1:0");
   const std::string address = socket.Address();
-  const auto held = std::make_shared<int>();
+  const auto held = std::make_shared<std::size_t>();
   const auto answer = [&held](const RequestMessage& request) {
-    const auto addPiece = [=, path = request.Path, i = 0](std::string& piece) mutable {
+    const auto addPiece = [=, path = request.Path, i = std::size_t{0}](std::string& piece) mutable {
       if (path == "/broken" && i == 3) throw std::runtime_error("broken");
       piece.append(++i, 'z');
       return path == "/endless" || i < *held + 1000;
