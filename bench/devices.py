@@ -19,7 +19,7 @@ import time
 import urllib.parse
 
 EXECUTABLE = os.path.abspath(sys.argv[1] if len(sys.argv) > 1 else "build/release/orlune")
-EVENTS, IMPORTED, ROUNDS, REQUESTS = 10_000, 20_000, 9, 60
+EVENTS, IMPORTED, ROUNDS, REQUESTS = 10_000, 20_000, 41, 60
 MADE_ON_PAGES, SENT, IMPORTING, SAVING = "walter", "noor", "daniel", "ines"
 CALDAV = "urn:ietf:params:xml:ns:caldav"
 POSTGRESQL = os.environ.get("ORLUNE_TEST_POSTGRESQL")
