@@ -1,35 +1,16 @@
 #include "pages/events/repetition_rows.h"
 
-#include <array>
 #include <string>
 
 #include "base/dates.h"
 #include "html/form_parts.h"
+#include "html/repetition_labels.h"
 #include "pages/events/form_page.h"
 #include "request/page_context.h"
 #include "request/texts.h"
 
 namespace orlune {
 namespace {
-
-template <class Enum>
-struct Labelled {
-  Enum Value;
-  Text Label;
-};
-
-constexpr std::array<Labelled<Frequency>, 7> kFrequencies{
-    {{Frequency::kEveryWeek, Text::kEveryWeek},
-     {Frequency::kEvery2Weeks, Text::kEvery2Weeks},
-     {Frequency::kEvery3Weeks, Text::kEvery3Weeks},
-     {Frequency::kFirstInMonth, Text::kFirstInMonth},
-     {Frequency::kSecondInMonth, Text::kSecondInMonth},
-     {Frequency::kThirdInMonth, Text::kThirdInMonth},
-     {Frequency::kFourthInMonth, Text::kFourthInMonth}}};
-constexpr std::array<Labelled<WeekendRule>, 4> kWeekendRules{{{WeekendRule::kKeep, Text::kAlsoOnWeekends},
-                                                              {WeekendRule::kSkip, Text::kSkipWeekends},
-                                                              {WeekendRule::kMoveForward, Text::kMoveForward},
-                                                              {WeekendRule::kMoveBack, Text::kMoveBack}}};
 
 /// The weekdays, beginning with the first day of the user's week.
 Html WeekdaysRow(const PageContext& context, const OL_Event& event) {
@@ -45,7 +26,7 @@ Html WeekdaysRow(const PageContext& context, const OL_Event& event) {
 
 Html FrequencyRow(const PageContext& context, const OL_Event& event) {
   Html list("<SELECT NAME=\"frequency\" ID=\"frequency\" SIZE=4>\r\n");
-  for (const auto& [frequency, label] : kFrequencies) {
+  for (const auto& [frequency, label] : kFrequencyLabels) {
     list.Add("{}\r\n", Choice(context, StoredText(frequency), label, frequency == event.RepeatFrequency));
   }
   return FieldRow(context, Text::kRepeatFrequency, "frequency", list.Add("</SELECT>"));
@@ -60,7 +41,7 @@ Html DaysRow(const PageContext& context, const OL_Event& event) {
 
 Html WeekendsRow(const PageContext& context, const OL_Event& event) {
   Html radios;
-  for (const auto& [rule, label] : kWeekendRules) {
+  for (const auto& [rule, label] : kWeekendRuleLabels) {
     radios.Add("<NOBR><LABEL><INPUT TYPE=radio NAME=\"repweekends\" VALUE=\"{}\"{}>{}</LABEL></NOBR>\r\n",
                Attribute(StoredText(rule)), CheckedWhen(rule == event.RepeatWeekends),
                Content(LoadText(context, label)));
