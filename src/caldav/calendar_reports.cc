@@ -16,7 +16,7 @@ namespace orlune {
 namespace {
 
 std::vector<SharedObject> Load(const DavVisit& visit, const ObjectChoice& choice = {}) {
-  return LoadObjects(visit.Database, visit.Tools, visit.Participant, CalendarOf(visit), choice);
+  return LoadObjects(visit.Database, visit.Tools, CalendarOf(visit), choice);
 }
 
 /// The names in the calendar that `report` asks for; links to anything else get their response at once.
@@ -126,8 +126,7 @@ ReplyMessage SynchroniseCalendar(const DavVisit& visit, const XmlElement& report
     for (const SharedObject& object : objects) responses.Add(object);
   } else {
     const auto known = ReadSyncTokenUrl(url);
-    auto changes =
-        known ? ChangesSince(visit.Database, visit.Tools, visit.Participant, calendar, *known) : std::nullopt;
+    auto changes = known ? ChangesSince(visit.Database, visit.Tools, calendar, *known) : std::nullopt;
     if (!changes) throw DavError(403, "Synchronise anew: the token is too old.", "<D:valid-sync-token/>");
     CheckLimit(report, changes->Changed.size() + changes->Removed.size());
     for (const std::string& name : changes->Removed) responses.AddMissing(name);

@@ -47,7 +47,7 @@ const SharedCalendar& CalendarOf(const DavVisit& visit) {
 SharedObject LoadObject(const DavVisit& visit) {
   ObjectChoice choice;
   choice.Names = {visit.Address.Object};
-  auto objects = LoadObjects(visit.Database, visit.Tools, visit.Participant, *visit.Calendar, choice);
+  auto objects = LoadObjects(visit.Database, visit.Tools, *visit.Calendar, choice);
   const auto found = std::ranges::find_if(
       objects, [&](const SharedObject& object) { return object.Object.Name == visit.Address.Object; });
   if (found == objects.end()) throw DavError(404, "The calendar has no such event.");

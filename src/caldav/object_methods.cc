@@ -137,8 +137,8 @@ ReplyMessage AnswerPut(const DavVisit& visit) {
   CheckHeaders(visit.Message);
   CheckBody(visit.Message);
   const PlannedObject planned = ReadObject(visit);
-  return ReplyTo(visit, PutObject(visit.Database, visit.Tools, visit.Participant, *visit.Calendar,
-                                  visit.Address.Object, planned, ConditionOf(visit)));
+  return ReplyTo(visit, PutObject(visit.Database, visit.Tools, *visit.Calendar, visit.Address.Object, planned,
+                                  ConditionOf(visit)));
 }
 
 ReplyMessage AnswerDelete(const DavVisit& visit) {
@@ -150,8 +150,8 @@ ReplyMessage AnswerDelete(const DavVisit& visit) {
   }
   CheckObjectAddress(visit);
   CheckHeaders(visit.Message);
-  return ReplyTo(visit, DeleteObject(visit.Database, visit.Tools, visit.Participant, *visit.Calendar,
-                                     visit.Address.Object, ConditionOf(visit)));
+  return ReplyTo(visit, DeleteObject(visit.Database, visit.Tools, *visit.Calendar, visit.Address.Object,
+                                     ConditionOf(visit)));
 }
 
 }  // namespace orlune

@@ -61,7 +61,7 @@ class Listing {
   void AddObjects() {
     Resource resource{visit_.Address, visit_.Calendar};
     resource.Address.Place = Place::kObject;
-    const auto objects = LoadObjects(visit_.Database, visit_.Tools, visit_.Participant, *visit_.Calendar);
+    const auto objects = LoadObjects(visit_.Database, visit_.Tools, *visit_.Calendar);
     for (const SharedObject& object : objects) {
       resource.Address.Object = object.Object.Name;
       resource.Object = &object;

@@ -113,8 +113,7 @@ std::string CurrentToken(Connection& database, const ExchangeTools& tools, const
 }
 
 std::optional<CalendarChanges> ChangesSince(Connection& database, const ExchangeTools& tools,
-                                            const Participant& participant, const SharedCalendar& calendar,
-                                            std::string_view token) {
+                                            const SharedCalendar& calendar, std::string_view token) {
   const LogState state = ReadLog(database, tools, calendar);
   CalendarChanges changes{state.CurrentToken(), {}, {}};
   if (token == changes.Token) return changes;
@@ -124,7 +123,7 @@ std::optional<CalendarChanges> ChangesSince(Connection& database, const Exchange
   std::vector<std::string> names =
       NamesOf(database, Ask(database, NamesChangedSince(state.Sources, known->Floor)));
   std::unordered_set<std::string> present;
-  for (const SharedObject& object : LoadObjects(database, tools, participant, calendar, {.Names = names}))
+  for (const SharedObject& object : LoadObjects(database, tools, calendar, {.Names = names}))
     present.insert(object.Object.Name);
   for (std::string& name : names)
     (present.contains(name) ? changes.Changed : changes.Removed).push_back(std::move(name));

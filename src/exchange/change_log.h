@@ -25,8 +25,7 @@ std::string CurrentToken(Connection& database, const ExchangeTools& tools, const
 /// calendar that is only read and has changed: hidden objects have other names than the log, so its clients
 /// compare the ETags of all objects. Throws DatabaseError.
 std::optional<CalendarChanges> ChangesSince(Connection& database, const ExchangeTools& tools,
-                                            const Participant& participant, const SharedCalendar& calendar,
-                                            std::string_view token);
+                                            const SharedCalendar& calendar, std::string_view token);
 
 /// Makes the tables and triggers of the exchange when they are missing; next to nothing otherwise. Throws
 /// DatabaseError.

@@ -11,10 +11,9 @@ namespace {
 constexpr std::size_t kNameDigits = 32;
 
 std::unordered_map<std::string, SharedObject> ObjectsByUid(Connection& database, const ExchangeTools& tools,
-                                                           const Participant& participant,
                                                            const SharedCalendar& calendar) {
   std::unordered_map<std::string, SharedObject> objects;
-  for (SharedObject& object : LoadObjects(database, tools, participant, calendar)) {
+  for (SharedObject& object : LoadObjects(database, tools, calendar)) {
     std::string uid = object.Object.Uid;
     objects.emplace(std::move(uid), std::move(object));
   }
@@ -35,12 +34,12 @@ const SharedObject* Find(const std::unordered_map<std::string, SharedObject>& ob
 
 }  // namespace
 
-ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                      const SharedCalendar& calendar, std::string_view text) {
+ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                      std::string_view text) {
   const Week week = WeekOf(database, calendar);
   const std::vector<std::string> eventTypes = KnownEventTypes(database);
   PlannedFile file = tools.Texts.ReadFile(text, {week, tools.Today, eventTypes, tools.Untitled});
-  const auto existing = ObjectsByUid(database, tools, participant, calendar);
+  const auto existing = ObjectsByUid(database, tools, calendar);
   ImportPlan plan{{}, std::move(file.Refused)};
   for (PlannedObject& planned : file.Objects) {
     const ImportStep step = StepFor(planned, Find(existing, planned.Uid));
@@ -49,11 +48,11 @@ ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const Pa
   return plan;
 }
 
-void RunImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
-               const SharedCalendar& calendar, const ImportPlan& plan) {
+void RunImport(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+               const ImportPlan& plan) {
   if (!calendar.MayChange) return;
   Transaction transaction(database);
-  const auto existing = ObjectsByUid(database, tools, participant, calendar);
+  const auto existing = ObjectsByUid(database, tools, calendar);
   std::vector<ObjectChange> changes;
   for (const ImportedObject& object : plan.Objects) {
     const PlannedObject& planned = object.Planned;

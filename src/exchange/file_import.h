@@ -27,10 +27,10 @@ struct ImportPlan {
 
 /// What importing `text` into the calendar would do: an object whose UID the calendar has is changed, or
 /// nothing when the file says what is stored. Throws InvalidCalendarText and DatabaseError.
-ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                      const SharedCalendar& calendar, std::string_view text);
+ImportPlan PlanImport(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                      std::string_view text);
 /// Carries out the plan in one transaction. Throws DatabaseError; nothing is stored then.
-void RunImport(Connection& database, const ExchangeTools& tools, const Participant& participant,
-               const SharedCalendar& calendar, const ImportPlan& plan);
+void RunImport(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+               const ImportPlan& plan);
 
 }  // namespace orlune

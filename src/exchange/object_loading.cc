@@ -163,7 +163,7 @@ class ObjectMaker {
       object.Id = stored->Id;
       object.KeptText = stored->Text;
     }
-    SharedObject made{std::move(object), weekends_.WeekOf(row.Event.Owner), "", false};
+    SharedObject made{std::move(object), weekends_.WeekOf(row.Event.Owner), ""};
     made.Object.Events.push_back(std::move(row));
     objects_.push_back(std::move(made));
   }
@@ -190,7 +190,6 @@ class ObjectMaker {
 
   /// Leaves nothing but the time.
   void Hide(SharedObject& made) const {
-    made.IsHidden = true;
     BecomeUntold(made.Object);
     for (ObjectEvent& row : made.Object.Events) {
       row.Event.EventName = tools_.PrivateTitle;
@@ -250,8 +249,7 @@ bool MayOccur(const SharedObject& object, const ObjectChoice& choice) {
 }  // namespace
 
 std::vector<SharedObject> LoadObjects(Connection& database, const ExchangeTools& tools,
-                                      const Participant& /*participant*/, const SharedCalendar& calendar,
-                                      const ObjectChoice& choice) {
+                                      const SharedCalendar& calendar, const ObjectChoice& choice) {
   const std::vector<std::string> sources = SourcesOf(database, calendar);
   const bool looksUp = choice.Names && choice.Names->size() <= kMostLookedUp && !calendar.IsGroupView();
   const auto [databaseName, weekends] = Ask(database, DatabaseNameQuery(), WeekendsOf(sources));

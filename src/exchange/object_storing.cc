@@ -17,10 +17,9 @@ namespace orlune {
 namespace {
 
 std::optional<SharedObject> FindObject(Connection& database, const ExchangeTools& tools,
-                                       const Participant& participant, const SharedCalendar& calendar,
-                                       const std::string& name) {
+                                       const SharedCalendar& calendar, const std::string& name) {
   std::vector<SharedObject> found =
-      LoadObjects(database, tools, participant, calendar, {.Names = std::vector<std::string>{name}});
+      LoadObjects(database, tools, calendar, {.Names = std::vector<std::string>{name}});
   if (found.empty()) return std::nullopt;
   return std::move(found.front());
 }
@@ -69,12 +68,12 @@ std::string NameOfUid(Connection& database, const SharedCalendar& calendar, std:
 
 }  // namespace
 
-WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                       const SharedCalendar& calendar, const std::string& name, const PlannedObject& planned,
+WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                       const std::string& name, const PlannedObject& planned,
                        const WriteCondition& condition) {
   if (!calendar.MayChange) return {WriteResult::kForbidden};
   Transaction transaction(database);
-  const auto existing = FindObject(database, tools, participant, calendar, name);
+  const auto existing = FindObject(database, tools, calendar, name);
   if (!Holds(condition, existing)) return {WriteResult::kConditionFailed};
   if (existing && existing->Object.Uid != planned.Uid) return {WriteResult::kUidConflict, "", name};
   if (!existing) {
@@ -90,12 +89,11 @@ WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const P
   return {existing ? WriteResult::kChanged : WriteResult::kCreated, ETagOfText(tools.Secrets, planned.Text)};
 }
 
-WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                          const SharedCalendar& calendar, const std::string& name,
-                          const WriteCondition& condition) {
+WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                          const std::string& name, const WriteCondition& condition) {
   if (!calendar.MayChange) return {WriteResult::kForbidden};
   Transaction transaction(database);
-  const auto existing = FindObject(database, tools, participant, calendar, name);
+  const auto existing = FindObject(database, tools, calendar, name);
   if (!Holds(condition, existing)) return {WriteResult::kConditionFailed};
   if (!existing) return {WriteResult::kNotFound};
   std::vector<std::string> ids;

@@ -19,9 +19,8 @@ namespace orlune {
 /// time is left.
 struct SharedObject {
   CalendarObject Object;
-  orlune::Week Week;      ///< that its calendar is read with
-  std::string ETag;       ///< without quotes; changes when and only when the text does
-  bool IsHidden = false;  ///< only its time is told
+  orlune::Week Week;  ///< that its calendar is read with
+  std::string ETag;   ///< without quotes; changes when and only when the text does
 };
 
 /// Which objects of a calendar.
@@ -35,8 +34,7 @@ struct ObjectChoice {
 /// The objects of `calendar`, which is one of the participant's, in the order of their numbers. Throws
 /// DatabaseError.
 std::vector<SharedObject> LoadObjects(Connection& database, const ExchangeTools& tools,
-                                      const Participant& participant, const SharedCalendar& calendar,
-                                      const ObjectChoice& choice = {});
+                                      const SharedCalendar& calendar, const ObjectChoice& choice = {});
 
 /// The spans of time that the object's events take and that touch the period: what a time-range filter looks
 /// for (RFC 4791, section 9.9) and what is busy. At most the first `most` of each of its rows.
@@ -67,12 +65,11 @@ struct WriteOutcome {
 
 /// Stores what a client sent at `name` in one transaction; `planned` has been read with the calendar's week.
 /// What the client has left as it was stays in the rows, also where text cannot say it. Throws DatabaseError.
-WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                       const SharedCalendar& calendar, const std::string& name, const PlannedObject& planned,
+WriteOutcome PutObject(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                       const std::string& name, const PlannedObject& planned,
                        const WriteCondition& condition);
-WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const Participant& participant,
-                          const SharedCalendar& calendar, const std::string& name,
-                          const WriteCondition& condition);
+WriteOutcome DeleteObject(Connection& database, const ExchangeTools& tools, const SharedCalendar& calendar,
+                          const std::string& name, const WriteCondition& condition);
 
 /// What tells whether a feed or file of the calendar has changed, without reading its events: a text for an
 /// ETag.

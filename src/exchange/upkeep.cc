@@ -25,8 +25,8 @@ class ListedSeries {
       : database_(database), tools_(tools), calendar_{std::move(calendar), "", true, true} {}
 
   void Prolong(const StoredObject& stored) {
-    auto found = LoadObjects(database_, tools_, {}, calendar_,
-                             {.Names = std::vector<std::string>{stored.ResourceName}});
+    auto found =
+        LoadObjects(database_, tools_, calendar_, {.Names = std::vector<std::string>{stored.ResourceName}});
     std::erase_if(found, [&](const SharedObject& object) { return object.Object.Id != stored.Id; });
     if (found.empty()) return;
     SharedObject& object = found.front();

@@ -88,7 +88,7 @@ ReplyMessage FeedService::Answer(const BranchRequest& request) const {
     return FeedReply(304, etag);
   ReplyMessage reply = FeedReply(200, etag);
   reply.Headers.emplace_back("Content-Type", "text/calendar; charset=utf-8");
-  std::vector<SharedObject> objects = LoadObjects(*database, tools, *maker, *calendar);
+  std::vector<SharedObject> objects = LoadObjects(*database, tools, *calendar);
   const std::size_t memory = MemoryOf(objects);
   auto text = std::make_shared<FeedText>(parts_.Texts, calendar->FriendlyName, std::move(objects));
   reply.Body = BodySource{[text](std::string& piece) { return text->AddTo(piece); }, memory};

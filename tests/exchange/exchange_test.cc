@@ -36,7 +36,7 @@ class Exchange : public CalendarFixture {
 
   std::vector<SharedObject> Objects(std::string_view user, std::string_view calendar) {
     const Participant participant = User(user);
-    return LoadObjects(*Open(), tools_, participant, *participant.Find(calendar));
+    return LoadObjects(*Open(), tools_, *participant.Find(calendar));
   }
   /// The text of the only object.
   std::string Text(std::string_view user, std::string_view calendar) {
@@ -52,7 +52,7 @@ class Exchange : public CalendarFixture {
     const auto connection = Open();
     const Week week = WeekOf(*connection, target);
     const auto planned = texts_.ReadObject(text, {week, tools_.Today, {}, "(no title)"});
-    return PutObject(*connection, tools_, anna, target, name, planned, condition);
+    return PutObject(*connection, tools_, target, name, planned, condition);
   }
 
   std::string Token(std::string_view calendar) {
@@ -61,7 +61,7 @@ class Exchange : public CalendarFixture {
   /// The names that have changed, then "-" and those that are gone; "invalid" for a token that is.
   std::vector<std::string> Changes(std::string_view calendar, std::string_view token) {
     const Participant anna = User("anna");
-    const auto changes = ChangesSince(*Open(), tools_, anna, *anna.Find(calendar), token);
+    const auto changes = ChangesSince(*Open(), tools_, *anna.Find(calendar), token);
     if (!changes) return {"invalid"};
     std::vector<std::string> names = changes->Changed;
     std::ranges::transform(changes->Removed, std::back_inserter(names),
@@ -143,7 +143,7 @@ TEST_F(Exchange, ShowsOthersOnlyTheTimeOfPrivateEvents) {
   EXPECT_EQ(User("ben").Find("anna"), nullptr);
   const Participant ben = User("ben");
   const auto planned = texts_.ReadObject(kMeeting, {Week(1, "1, 7"), tools_.Today, {}, ""});
-  EXPECT_EQ(PutObject(*Open(), tools_, ben, *ben.Find("sales"), "m.ics", planned, {}).Result,
+  EXPECT_EQ(PutObject(*Open(), tools_, *ben.Find("sales"), "m.ics", planned, {}).Result,
             WriteResult::kForbidden);
 }
 
@@ -190,14 +190,14 @@ TEST_F(Exchange, ImportsAFileTwiceWithoutDoublingIt) {
                                     "BEGIN:VEVENT\r\nUID:day\r\nDTSTAMP:20040301T080000Z\r\nDTSTART;VALUE="
                                     "DATE:20040401\r\nEND:VEVENT\r\nEND:VCALENDAR");
   for (const ImportStep step : {ImportStep::kAdd, ImportStep::kNothing}) {
-    const ImportPlan plan = PlanImport(*Open(), tools_, anna, calendar, file);
+    const ImportPlan plan = PlanImport(*Open(), tools_, calendar, file);
     ASSERT_EQ(plan.Objects.size(), 2U);
     for (const ImportedObject& object : plan.Objects) EXPECT_EQ(object.Step, step);
-    RunImport(*Open(), tools_, anna, calendar, plan);
+    RunImport(*Open(), tools_, calendar, plan);
     EXPECT_EQ(Objects("anna", "anna").size(), 2U);
   }
   Run(Statement("UPDATE Events SET EventName = 'Other' WHERE EventName = 'Meeting'"));
-  const ImportPlan plan = PlanImport(*Open(), tools_, anna, calendar, file);
+  const ImportPlan plan = PlanImport(*Open(), tools_, calendar, file);
   EXPECT_EQ(plan.Objects.front().Step, ImportStep::kChange);
 }
 

@@ -27,13 +27,13 @@ std::string FileName(const SharedCalendar& calendar) {
 
 }  // namespace
 
-bool ExportCalendar(Visit& visit, const Participant& user, const SharedCalendar& calendar) {
+bool ExportCalendar(Visit& visit, const SharedCalendar& calendar) {
   ObjectChoice choice;
   choice.First = TypedDate(visit, "date1", Text::kInvalidStartDate);
   choice.Last = TypedDate(visit, "date2", Text::kInvalidEndDate);
   if (choice.First && choice.Last && *choice.First > *choice.Last) AddAlert(visit, Text::kEndBeforeStart);
   if (!visit.Alerts.empty()) return false;
-  const auto objects = LoadObjects(visit.Database, ExchangeToolsOf(visit), user, calendar, choice);
+  const auto objects = LoadObjects(visit.Database, ExchangeToolsOf(visit), calendar, choice);
   visit.Response.SetContentType("text/calendar; charset=utf-8");
   visit.Response.SetDownload(FileName(calendar));
   visit.Response.Write(visit.CalendarTexts->FileBegin(calendar.FriendlyName));

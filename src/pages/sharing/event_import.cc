@@ -34,8 +34,7 @@ std::string PostableText(std::string_view file) {
 }
 
 /// Nothing, with an alert, when there is nothing to import.
-std::optional<ImportPlan> PlanOf(Visit& visit, const Participant& user, const SharedCalendar& calendar,
-                                 std::string_view text) {
+std::optional<ImportPlan> PlanOf(Visit& visit, const SharedCalendar& calendar, std::string_view text) {
   const auto refuse = [&](Text reason, std::initializer_list<std::string_view> arguments = {}) {
     AddAlert(visit, reason, arguments);
     return std::nullopt;
@@ -44,7 +43,7 @@ std::optional<ImportPlan> PlanOf(Visit& visit, const Participant& user, const Sh
   if (text.size() > kMostFileBytes)
     return refuse(Text::kFileTooLarge, {std::to_string(kMostFileBytes >> 20U)});
   try {
-    ImportPlan plan = PlanImport(visit.Database, ExchangeToolsOf(visit), user, calendar, text);
+    ImportPlan plan = PlanImport(visit.Database, ExchangeToolsOf(visit), calendar, text);
     if (plan.Objects.empty() && plan.Refused.empty()) return refuse(Text::kNoEventsInFile);
     return plan;
   } catch (const InvalidCalendarText& error) {
@@ -59,18 +58,18 @@ std::string QueryOf(const ImportSums& sums) {
 
 }  // namespace
 
-bool ShowImportPreview(Visit& visit, const Participant& user, const SharedCalendar& calendar) {
+bool ShowImportPreview(Visit& visit, const SharedCalendar& calendar) {
   const std::string text = PostableText(visit.Request.FormField("file"));
-  const auto plan = PlanOf(visit, user, calendar, text);
+  const auto plan = PlanOf(visit, calendar, text);
   if (plan) WritePage(visit, WriteImportPreview(visit.Context, calendar, *plan, text));
   return plan.has_value();
 }
 
-bool ImportPosted(Visit& visit, const Participant& user, const SharedCalendar& calendar) {
+bool ImportPosted(Visit& visit, const SharedCalendar& calendar) {
   const std::string text = PostableText(visit.Request.FormField("text"));
-  const auto plan = PlanOf(visit, user, calendar, text);
+  const auto plan = PlanOf(visit, calendar, text);
   if (!plan) return false;
-  RunImport(visit.Database, ExchangeToolsOf(visit), user, calendar, *plan);
+  RunImport(visit.Database, ExchangeToolsOf(visit), calendar, *plan);
   visit.Response.Redirect(visit.Context.Hosting.ScriptName + "/sharing" + QueryOf(SumsOf(*plan)));
   return true;
 }

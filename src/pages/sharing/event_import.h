@@ -11,7 +11,7 @@ struct Visit;
 // when the file cannot be imported; else they have answered. The visitor must have the right to change the
 // calendar. Throw DatabaseError.
 
-bool ShowImportPreview(Visit& visit, const Participant& user, const SharedCalendar& calendar);
-bool ImportPosted(Visit& visit, const Participant& user, const SharedCalendar& calendar);
+bool ShowImportPreview(Visit& visit, const SharedCalendar& calendar);
+bool ImportPosted(Visit& visit, const SharedCalendar& calendar);
 
 }  // namespace orlune

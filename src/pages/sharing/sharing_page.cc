@@ -78,14 +78,14 @@ void ImportFile(Visit& visit, Participant user, std::string_view action) {
   const SharedCalendar* calendar = user.Find(visit.Request.FormField("calendar"));
   if (calendar == nullptr || !calendar->MayChange) return Refuse(visit);
   const bool isAnswered =
-      action == "preview" ? ShowImportPreview(visit, user, *calendar) : ImportPosted(visit, user, *calendar);
+      action == "preview" ? ShowImportPreview(visit, *calendar) : ImportPosted(visit, *calendar);
   if (!isAnswered) ShowForm(visit, std::move(user));
 }
 
 void ExportFile(Visit& visit, Participant user) {
   const SharedCalendar* calendar = user.Find(visit.Request.QueryParameter("calendar"));
   if (calendar == nullptr) return Refuse(visit);
-  if (!ExportCalendar(visit, user, *calendar)) ShowForm(visit, std::move(user));
+  if (!ExportCalendar(visit, *calendar)) ShowForm(visit, std::move(user));
 }
 
 }  // namespace
